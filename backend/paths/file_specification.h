@@ -1,0 +1,44 @@
+// File specifications: handles, the working folder, and the expansion of names to whole paths.
+//
+// Texts are in the back end's character set; results are written with backslashes.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace vexa {
+
+/// What the back end knows of the user's files: handles of FILE HANDLE and the folder of CD.
+class FileLocations {
+  public:
+    static FileLocations& current();
+
+    /// FILE HANDLE name /NAME='target'. Handles are compared without regard to case; a later one replaces an earlier.
+    void setHandle(std::string_view name, std::string_view target);
+    /// The target of a handle, or empty.
+    [[nodiscard]] std::string handle(std::string_view name) const;
+    /// CD 'folder'. A relative folder is taken from the present one. False when it is no folder; nothing changes then.
+    [[nodiscard]] bool changeFolder(std::string_view folder);
+    /// The folder that relative names are taken from, with backslashes.
+    [[nodiscard]] std::string folder() const;
+    /// Forgets all handles and goes back to the process's own folder.
+    void reset();
+
+  private:
+    std::map<std::string, std::string> handles_;  // key in capitals
+    std::string folder_;                          // empty until changed
+};
+
+/// Room that the buffers of the two functions below must have, in bytes.
+inline constexpr int kFileSpecificationCapacity = 4096;
+
+/// Resolves a file or directory handle that `text` (of `length` bytes) is or begins with ("data", "data\x.vxv",
+/// "data/x.vxv"). 0: `buffer` holds the resolved text; otherwise there is no handle and the buffer is untouched.
+int ExpandDirectoryHandle(const char* text, char* buffer, int length);
+
+/// Expands a relative file name to a whole path, taken from the back end's folder. 0: `buffer` holds it; otherwise it
+/// cannot be expanded (empty, or too long) and the buffer is untouched.
+int ExpandFileSpecification(const char* text, char* buffer);
+
+}  // namespace vexa

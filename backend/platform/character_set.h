@@ -1,0 +1,78 @@
+// The back end's character set, and text operations that respect it.
+//
+// UTF-8, single-byte and double-byte sets. A byte of a multi-byte character is never taken for the ASCII character of
+// the same value.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vexa {
+
+/// One character set: its name, the lengths of its characters and its conversions.
+class CharacterSet {
+  public:
+    virtual ~CharacterSet() = default;
+
+    /// The set of that name ("UTF-8", "windows-1252", "Shift_JIS", "GB18030", ...), or null when it is not known.
+    [[nodiscard]] static std::unique_ptr<CharacterSet> find(std::string_view name);
+
+    [[nodiscard]] const std::string& name() const { return name_; }
+    [[nodiscard]] bool isUtf8() const { return utf8_; }
+    /// True when no byte above 127 begins a character of several bytes.
+    [[nodiscard]] bool isSingleByte() const { return singleByte_; }
+
+    /// Bytes of the character that begins at `text`, of which `available` bytes may be read: at least 1 and at most
+    /// `available` when `available` is not 0; 0 for an empty text. A broken character counts as one byte.
+    [[nodiscard]] virtual std::size_t characterLength(const char* text, std::size_t available) const = 0;
+
+    /// Text of this set as UTF-8; what cannot be read becomes U+FFFD.
+    [[nodiscard]] virtual std::string toUtf8(std::string_view text) const = 0;
+    /// UTF-8 as text of this set; what the set lacks becomes its substitution character.
+    [[nodiscard]] virtual std::string fromUtf8(std::string_view text) const = 0;
+    /// Text of this set as UTF-16; nothing when it cannot be converted.
+    [[nodiscard]] virtual std::optional<std::u16string> toUtf16(std::string_view text) const = 0;
+
+  protected:
+    CharacterSet(std::string name, bool utf8, bool singleByte);
+
+  private:
+    std::string name_;
+    bool utf8_;
+    bool singleByte_;
+};
+
+/// The back end's current character set; UTF-8 until the program installs another.
+[[nodiscard]] const CharacterSet& currentCharacterSet();
+/// Installs `set`; null installs UTF-8.
+void installCharacterSet(std::unique_ptr<CharacterSet> set);
+
+/// Text of the current character set as UTF-8, and back. Both are the identity, at the cost of a copy, for valid UTF-8.
+[[nodiscard]] std::string toUtf8(std::string_view text);
+[[nodiscard]] std::string fromUtf8(std::string_view text);
+
+/// Compares without regard to case, character by character; 0 when equal, else below or above 0.
+[[nodiscard]] int VEXAMBstricmp_A(const char* left, const char* right);
+/// Compares byte by byte; 0 when equal, else below or above 0.
+[[nodiscard]] int VEXAMBstrcmp_A(const char* left, const char* right);
+/// The first place where the single-byte character `character` stands as a character of its own, or null.
+[[nodiscard]] const char* VEXAMBstrchr_A(const char* text, int character);
+/// Bytes of the character that begins at `text`; 0 at the end of the text.
+[[nodiscard]] int VEXAMBmbclen_A(const char* text);
+/// Text of the current character set as a zero-terminated 16-bit text, or null when it cannot be converted. The buffer
+/// belongs to the library and lives until the next call.
+[[nodiscard]] const char16_t* VEXAMBTranscodeGeneric(const char* text);
+/// A zero-terminated 16-bit text as UTF-8.
+[[nodiscard]] std::string VEXAMBU16ToU8(const char16_t* text);
+
+/// `text` in capitals: ASCII letters only in a double-byte set's own bytes, all letters of the character set otherwise.
+[[nodiscard]] std::string toUpperCase(std::string_view text);
+/// `VEXAMBstricmp_A` of two views.
+[[nodiscard]] bool equalsIgnoringCase(std::string_view left, std::string_view right);
+
+}  // namespace vexa

@@ -1,0 +1,57 @@
+// Files. Every file of the project is opened here.
+//
+// Inside the back end paths are written with backslashes, in the back end's character set; here they are UTF-8 and
+// take both separators. They become the system's own form only where a file is opened.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vexa {
+
+/// How a file operation ended. `reason` is the system's own words, empty on success.
+struct [[nodiscard]] FileResult {
+    bool ok = true;
+    std::string reason;
+
+    explicit operator bool() const { return ok; }
+};
+
+/// The single operations that reading and saving are made of, so that tests can make any of them fail.
+class FileSystem {
+  public:
+    virtual ~FileSystem() = default;
+
+    /// The file system of this process.
+    static FileSystem& current();
+    /// Installs another one (not owned); null installs the system's.
+    static void install(FileSystem* fileSystem);
+
+    /// The whole file; refuses files above `limit` bytes.
+    virtual FileResult read(const std::string& path, std::string& content, std::uint64_t limit) = 0;
+    [[nodiscard]] virtual bool isFile(const std::string& path) = 0;
+    [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
+    [[nodiscard]] virtual std::string workingFolder() = 0;
+
+    /// Makes a new empty file beside `path`, in the same folder, and gives its name.
+    virtual FileResult createTemporary(const std::string& path, std::string& temporary) = 0;
+    virtual FileResult append(const std::string& path, std::string_view bytes) = 0;
+    /// Brings the file's bytes to the disk.
+    virtual FileResult flush(const std::string& path) = 0;
+    /// Puts `from` in the place of `to` in one step, and brings the folder's entry to the disk.
+    virtual FileResult replace(const std::string& from, const std::string& to) = 0;
+    virtual FileResult remove(const std::string& path) = 0;
+};
+
+/// Writes a whole file so that `path` holds either its old or its new content at every moment: temporary file in the
+/// same folder, flushed, renamed. The temporary file is gone on failure.
+FileResult writeFileAtomically(const std::string& path, std::string_view content);
+
+/// A path in the system's own form: the separators of the system in the place of backslashes and slashes.
+[[nodiscard]] std::string toNativePath(std::string_view path);
+/// A path in the back end's form: backslashes in the place of slashes.
+[[nodiscard]] std::string toBackslashPath(std::string_view path);
+
+}  // namespace vexa

@@ -1,0 +1,21 @@
+# What every target of the project shares: language level, warnings, include root, output folders.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+
+add_library(vexa_options INTERFACE)
+target_include_directories(vexa_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(vexa_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2)
+
+# vexa_part(NAME source...): one folder of the back end, the module or the front end, as objects that the shared
+# libraries, the program and the tests are linked from.
+function(vexa_part name)
+  add_library(${name} OBJECT ${ARGN})
+  target_link_libraries(${name} PUBLIC vexa_options)
+endfunction()
