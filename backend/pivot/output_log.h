@@ -10,18 +10,9 @@
 #include <vector>
 
 #include "backend/pivot/pivot_table.h"
+#include "backend/platform/source_place.h"
 
 namespace vexa {
-
-/// Where something stands in a syntax file; lines and columns count from 1, columns in characters.
-struct SourcePlace {
-    std::string file;        ///< as the user named it; empty for none
-    int line = 0;
-    int column = 0;
-    std::string sourceLine;  ///< the text of that line
-
-    bool operator==(const SourcePlace&) const = default;
-};
 
 /// The back end calls an entry function.
 struct CommandStarted {
