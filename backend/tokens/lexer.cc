@@ -1,0 +1,278 @@
+#include "backend/tokens/lexer.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+
+namespace vexa {
+
+namespace {
+
+enum ByteClass : std::uint8_t {
+    blank = 1,
+    wordStart = 2,
+    digit = 4,
+    wordRest = 8,  // what may follow in a word besides wordStart and digit
+};
+
+constexpr std::array<std::uint8_t, 256> makeClasses() {
+    std::array<std::uint8_t, 256> classes{};
+    for (const char c : {' ', '\t', '\n', '\r', '\f', '\v'}) {
+        classes[static_cast<std::size_t>(c)] = blank;
+    }
+    for (std::size_t c = 'a'; c <= 'z'; ++c) {
+        classes[c] = wordStart;
+        classes[c - 'a' + 'A'] = wordStart;
+    }
+    for (std::size_t c = '0'; c <= '9'; ++c) {
+        classes[c] = digit;
+    }
+    for (const char c : {'_', '@', '#', '$'}) {
+        classes[static_cast<std::size_t>(c)] = wordStart;
+    }
+    for (std::size_t c = 128; c < 256; ++c) {
+        classes[c] = wordStart;
+    }
+    classes['.'] = wordRest;
+    return classes;
+}
+
+constexpr std::array<std::uint8_t, 256> kClasses = makeClasses();
+
+constexpr bool is(char c, unsigned classes) { return (kClasses[static_cast<unsigned char>(c)] & classes) != 0; }
+
+struct OperatorSpelling {
+    std::string_view text;
+    TokenSequenceBase::OperatorCode code;
+};
+
+// Longer spellings before their own beginnings.
+constexpr OperatorSpelling kOperators[] = {
+    {"**", TokenSequenceBase::power},
+    {"<=", TokenSequenceBase::lessOrEqual},
+    {">=", TokenSequenceBase::greaterOrEqual},
+    {"<>", TokenSequenceBase::notEqual},
+    {"~=", TokenSequenceBase::notEqual},
+    {"=", TokenSequenceBase::equalsSign},
+    {"*", TokenSequenceBase::asterisk},
+    {"(", TokenSequenceBase::openParenthesis},
+    {")", TokenSequenceBase::closeParenthesis},
+    {",", TokenSequenceBase::separator},
+    {"[", TokenSequenceBase::openBracket},
+    {"]", TokenSequenceBase::closeBracket},
+    {"+", TokenSequenceBase::plus},
+    {"-", TokenSequenceBase::minus},
+    {"/", TokenSequenceBase::slash},
+    {"<", TokenSequenceBase::less},
+    {">", TokenSequenceBase::greater},
+    {"~", TokenSequenceBase::tilde},
+    {"&", TokenSequenceBase::ampersand},
+    {"|", TokenSequenceBase::verticalBar},
+    {"!", TokenSequenceBase::exclamation},
+    {";", TokenSequenceBase::semicolon},
+    {":", TokenSequenceBase::colon},
+    {".", TokenSequenceBase::period},
+    {"?", TokenSequenceBase::question},
+    {"%", TokenSequenceBase::percent},
+    {"^", TokenSequenceBase::caret},
+    {"{", TokenSequenceBase::openBrace},
+    {"}", TokenSequenceBase::closeBrace},
+    {"\\", TokenSequenceBase::backslash},
+    {"`", TokenSequenceBase::backquote},
+};
+
+bool spellsAll(std::string_view word) {
+    return word.size() == 3 && (word[0] | 0x20) == 'a' && (word[1] | 0x20) == 'l' && (word[2] | 0x20) == 'l';
+}
+
+}  // namespace
+
+Lexer::Lexer(TokenSequenceBase& sequence)
+    : sequence_(sequence),
+      text_(sequence.command_->text),
+      set_(currentCharacterSet()),
+      at_(std::min(sequence.command_->arguments, text_.size())) {}
+
+void Lexer::run() {
+    sequence_.tokens_.reserve(std::min<std::size_t>((text_.size() - at_) / 4 + 4, 64));
+    while (skipBlanks() && !atEnd()) {
+        if (!readToken()) {
+            return;
+        }
+    }
+}
+
+char Lexer::peek(std::size_t ahead) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
+
+std::size_t Lexer::characterLength(std::size_t offset) const {
+    if (static_cast<unsigned char>(text_[offset]) < 128 || set_.isUtf8() || set_.isSingleByte()) {
+        return 1;  // in UTF-8 every byte of a longer character is above 127, so byte steps are safe
+    }
+    return std::max<std::size_t>(1, set_.characterLength(text_.data() + offset, text_.size() - offset));
+}
+
+bool Lexer::skipBlanks() {
+    while (!atEnd()) {
+        if (is(text_[at_], blank)) {
+            ++at_;
+        } else if (text_[at_] == '/' && peek(1) == '*') {
+            const std::size_t end = text_.find("*/", at_ + 2);
+            if (end == std::string_view::npos) {
+                return fail(at_, "This comment is not closed: \"*/\" is missing.");
+            }
+            at_ = end + 2;
+        } else {
+            break;
+        }
+    }
+    return true;
+}
+
+bool Lexer::readToken() {
+    const char c = text_[at_];
+    if (is(c, wordStart)) {
+        readWord();
+        return true;
+    }
+    if (c == '\'' || c == '"') {
+        return readLiteral();
+    }
+    return atNumber() ? readNumber() : readOperator();
+}
+
+void Lexer::readWord() {
+    const std::size_t from = at_;
+    while (!atEnd() && is(text_[at_], wordStart | wordRest | digit)) {
+        at_ += characterLength(at_);
+    }
+    const std::string_view word = text_.substr(from, at_ - from);
+    if (spellsAll(word)) {
+        add(TokenKind::operatorToken, TokenSequenceBase::all, word, from);
+    } else {
+        add(TokenKind::word, 0, word, from);
+    }
+}
+
+bool Lexer::precededByValue() const { return !sequence_.tokens_.empty() && !sequence_.tokens_.back().isOperator(); }
+
+bool Lexer::atNumber() const {
+    std::size_t ahead = 0;
+    if ((text_[at_] == '-' || text_[at_] == '+') && !precededByValue()) {
+        ahead = 1;
+    }
+    if (peek(ahead) == '.') {
+        ++ahead;
+    }
+    return is(peek(ahead), digit);
+}
+
+bool Lexer::readNumber() {
+    const std::size_t from = at_;
+    if (text_[at_] == '-' || text_[at_] == '+') {
+        ++at_;
+    }
+    const auto skipDigits = [this] {
+        while (!atEnd() && is(text_[at_], digit)) {
+            ++at_;
+        }
+    };
+    skipDigits();
+    if (peek() == '.') {
+        ++at_;
+        skipDigits();
+    }
+    const std::size_t sign = peek(1) == '-' || peek(1) == '+' ? 2 : 1;
+    if ((peek() == 'e' || peek() == 'E') && is(peek(sign), digit)) {
+        at_ += sign;
+        skipDigits();
+    }
+    if (!atEnd() && is(text_[at_], wordStart)) {
+        return fail(from, "A number goes over into a word here. Put a blank between them, or quote the text.");
+    }
+    add(TokenKind::number, 0, text_.substr(from, at_ - from), from);
+    return true;
+}
+
+bool Lexer::readLiteralContent(std::string_view& content) {
+    const char quote = text_[at_];
+    const std::size_t from = ++at_;
+    std::string* undoubled = nullptr;
+    std::size_t copied = from;
+    while (!atEnd() && text_[at_] != '\n') {
+        if (text_[at_] != quote) {
+            at_ += characterLength(at_);
+            continue;
+        }
+        if (peek(1) != quote) {
+            content = text_.substr(copied, at_ - copied);
+            if (undoubled != nullptr) {
+                undoubled->append(content);
+                content = *undoubled;
+            }
+            ++at_;
+            return true;
+        }
+        if (undoubled == nullptr) {
+            undoubled = &sequence_.joined_.emplace_back();
+        }
+        undoubled->append(text_.substr(copied, at_ + 1 - copied));
+        at_ += 2;
+        copied = at_;
+    }
+    return false;
+}
+
+bool Lexer::readLiteral() {
+    const std::size_t from = at_;
+    std::string_view content;
+    if (!readLiteralContent(content)) {
+        return fail(from, std::string("This text is not closed before the end of its line: ") + text_[from] +
+                              " is missing. A longer text is written in pieces: 'one ' + 'two'.");
+    }
+    add(TokenKind::literal, 0, content, from);
+    joinLiterals();
+    return true;
+}
+
+void Lexer::joinLiterals() {
+    std::vector<TokenInfoObj>& tokens = sequence_.tokens_;
+    const std::size_t count = tokens.size();
+    if (count < 3 || tokens[count - 2].getOperatorCode() != TokenSequenceBase::plus || !tokens[count - 3].isLiteral()) {
+        return;
+    }
+    const TokenInfoObj first = tokens[count - 3];
+    const std::string_view second = tokens[count - 1].getString();
+    std::string* whole = nullptr;
+    if (!sequence_.joined_.empty() && first.getString().data() == sequence_.joined_.back().data()) {
+        whole = &sequence_.joined_.back();
+    } else {
+        whole = &sequence_.joined_.emplace_back(first.getString());
+    }
+    whole->append(second);
+    tokens.resize(count - 3);
+    tokens.emplace_back(TokenKind::literal, 0, *whole, first.offset(), at_ - first.offset());
+}
+
+bool Lexer::readOperator() {
+    const std::string_view rest = text_.substr(at_);
+    for (const OperatorSpelling& spelling : kOperators) {
+        if (rest.starts_with(spelling.text)) {
+            at_ += spelling.text.size();
+            add(TokenKind::operatorToken, spelling.code, spelling.text, at_ - spelling.text.size());
+            return true;
+        }
+    }
+    return fail(at_, "This character has no meaning in a command. Was it meant to stand inside quotes?");
+}
+
+void Lexer::add(TokenKind kind, int operatorCode, std::string_view text, std::size_t from) {
+    sequence_.tokens_.emplace_back(kind, operatorCode, text, from, at_ - from);
+}
+
+bool Lexer::fail(std::size_t offset, std::string message) {
+    sequence_.error_ = TokenError{std::move(message), offset};
+    return false;
+}
+
+}  // namespace vexa

@@ -1,0 +1,51 @@
+#include "backend/tokens/token.h"
+
+#include <charconv>
+
+#include "backend/platform/character_set.h"
+#include "backend/tokens/token_sequence.h"
+
+namespace vexa {
+
+namespace {
+
+/// The whole of `text` as a number, a leading plus sign allowed.
+template <typename Number>
+std::optional<Number> parseWhole(std::string_view text) {
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    Number value{};
+    const char* const end = text.data() + text.size();
+    const auto [stopped, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stopped != end) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+}  // namespace
+
+TokenInfoObj::TokenInfoObj(TokenKind kind, int operatorCode, std::string_view text, std::size_t offset,
+                           std::size_t length)
+    : text_(text),
+      offset_(static_cast<std::uint32_t>(offset)),
+      length_(static_cast<std::uint32_t>(length)),
+      operatorCode_(static_cast<std::uint8_t>(operatorCode)),
+      kind_(kind) {}
+
+bool TokenInfoObj::isWordLike() const { return isWord() || operatorCode_ == TokenSequenceBase::all; }
+
+std::string TokenInfoObj::getUpperString() const { return toUpperCase(text_); }
+
+std::optional<std::int32_t> TokenInfoObj::getIntegerValue() const {
+    return isNumber() ? parseWhole<std::int32_t>(text_) : std::nullopt;
+}
+
+std::optional<double> TokenInfoObj::getDoubleValue() const {
+    return isNumber() ? parseWhole<double>(text_) : std::nullopt;
+}
+
+bool TokenInfoObj::spells(std::string_view text) const { return isWordLike() && equalsIgnoringCase(text_, text); }
+
+}  // namespace vexa
