@@ -243,15 +243,18 @@ void Lexer::joinLiterals() {
     }
     const TokenInfoObj first = tokens[count - 3];
     const std::string_view second = tokens[count - 1].getString();
-    std::string* whole = nullptr;
-    if (!sequence_.joined_.empty() && first.getString().data() == sequence_.joined_.back().data()) {
-        whole = &sequence_.joined_.back();
-    } else {
-        whole = &sequence_.joined_.emplace_back(first.getString());
+    // Pieces are appended to the text that holds the first of them, so that many pieces cost no more than their length.
+    std::string piece(second);
+    if (!sequence_.joined_.empty() && sequence_.joined_.back().data() == second.data()) {
+        sequence_.joined_.pop_back();
     }
-    whole->append(second);
+    if (sequence_.joined_.empty() || sequence_.joined_.back().data() != first.getString().data()) {
+        sequence_.joined_.emplace_back(first.getString());
+    }
+    std::string& whole = sequence_.joined_.back();
+    whole += piece;
     tokens.resize(count - 3);
-    tokens.emplace_back(TokenKind::literal, 0, *whole, first.offset(), at_ - first.offset());
+    tokens.emplace_back(TokenKind::literal, 0, whole, first.offset(), at_ - first.offset());
 }
 
 bool Lexer::readOperator() {
