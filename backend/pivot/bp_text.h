@@ -1,7 +1,7 @@
 // Texts for the output log: plain, or composed of a text with the markers ^1, ^2, ... and what replaces them.
 //
-// Texts come in the back end's character set and are kept as UTF-8. A translatable text is looked up in the string
-// tables of the current procedure when it is shown; a text that they lack is shown as it stands.
+// Texts come in the back end's character set and are kept as UTF-8. A translatable text is looked up in the
+// string tables of the current procedure when it is shown; a text that they lack is shown as it stands.
 #pragma once
 
 #include <optional>
@@ -29,7 +29,8 @@ class BpCellText {
 /// One text.
 class BpString : public BpCellText {
   public:
-    /// `flag` 1: a text of the system, translatable; 0: text from the user or the surroundings, never translated.
+    /// `flag` 1: a text of the system, translatable; 0: text from the user or the surroundings, never
+    /// translated.
     BpString(std::string_view text, int flag);
 
     [[nodiscard]] std::string text() const override { return text_; }
@@ -40,12 +41,13 @@ class BpString : public BpCellText {
     bool translatable_;
 };
 
-/// A text with markers, and the texts that replace them: the first added replaces ^1, the second ^2, and so on.
-/// A marker without an argument stays as it is; an argument without a marker is listed but not shown.
+/// A text with markers, and the texts that replace them: the first added replaces ^1, the second ^2, and so
+/// on. A marker without an argument stays as it is; an argument without a marker is listed but not shown.
 class BpComposite : public BpCellText {
   public:
     BpComposite(std::string_view text, int flag);
 
+    /// Takes the argument as it is shown now.
     BpComposite& Add(const BpString& argument);
     /// Closes the composite; nothing may be added afterwards.
     void Finish();
@@ -61,7 +63,8 @@ class BpComposite : public BpCellText {
     std::vector<std::string> arguments_;
 };
 
-/// How numbers are written.
+/// How numbers are written. `count`: rounded to a whole number, without separators; a value that is not
+/// finite is shown as a period.
 enum class BpNumberFormat { count };
 
 /// A number in a cell, a label or a note.
@@ -86,7 +89,8 @@ using BpErrorLevel = int;
 /// Puts a message into the output log.
 void BpError(const BpCellText& message, BpErrorShow show, BpErrorLevel level);
 
-/// `text` with every marker ^1, ^2, ... ^9 replaced by the argument of its number; markers without an argument stay.
+/// `text` with every marker ^1, ^2, ... ^9 replaced by the argument of its number; markers without an
+/// argument stay, and so do markers that an argument's own text holds.
 [[nodiscard]] std::string replaceMarkers(std::string_view text, const std::vector<std::string>& arguments);
 
 }  // namespace vexa

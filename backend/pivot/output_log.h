@@ -57,10 +57,10 @@ struct ParserMessageReported {
 /// One `BpError`.
 struct ErrorReported {
     int show = 0;
-    int level = 0;                       ///< 2 warning, 3 and above error
-    std::string text;                    ///< as given, markers and all
+    int level = 0;     ///< 2 warning, 3 and above error
+    std::string text;  ///< as given, markers and all
     std::vector<std::string> arguments;
-    std::string message;                 ///< as shown
+    std::string message;  ///< as shown
 };
 
 /// One line of `AddNotes`.
@@ -80,8 +80,8 @@ struct TextPrinted {
 };
 
 using LogEvent = std::variant<CommandStarted, CommandFinished, ProcedureBegan, ProcedureEnded, LogFlushed,
-                              SyntaxErrorReported, ParserMessageReported, ErrorReported, NotesAdded, TableFinished,
-                              TextPrinted>;
+                              SyntaxErrorReported, ParserMessageReported, ErrorReported, NotesAdded,
+                              TableFinished, TextPrinted>;
 
 /// Receives every event of the log. A listener must not publish into the log that calls it.
 class LogListener {
@@ -90,14 +90,15 @@ class LogListener {
     virtual void receive(const LogEvent& event) = 0;
 };
 
-/// The log that the running back end writes into. One command runs at a time, so there is one log and no lock.
+/// The log that the running back end writes into. One command runs at a time, so there is one log and no
+/// lock.
 class OutputLog {
   public:
     /// The log of this process.
     static OutputLog& current();
 
-    /// Adds a listener, which is not owned and must be removed before it dies. Events reach listeners in the order
-    /// in which they were added.
+    /// Adds a listener, which is not owned and must be removed before it dies. Events reach listeners in the
+    /// order in which they were added. Listeners come and go between events, never from within `receive`.
     void addListener(LogListener& listener);
     void removeListener(LogListener& listener);
 
@@ -107,6 +108,7 @@ class OutputLog {
 
   private:
     std::vector<LogListener*> listeners_;
+    bool publishing_ = false;
 };
 
 /// Flushes pending log output. Called once a command, right after parsing, whatever the result.

@@ -1,6 +1,6 @@
 // The finished pivot table: a plain value that the output log hands to its listeners.
 //
-// Every text is UTF-8. A table is made by the builder classes of bp_pivot_table.h and never changes afterwards;
+// Every text is UTF-8. A table is made by the builder classes of bp_procedure.h and never changes afterwards;
 // listeners that keep it share it.
 #pragma once
 
@@ -15,8 +15,8 @@ namespace vexa {
 
 /// A group of categories: a header that spans them. Groups nest.
 struct PivotGroup {
-    std::string label;
-    int parent = -1;  ///< index of the enclosing group in the same dimension, -1 for none
+    std::string label;  ///< empty for a group whose header is not shown
+    int parent = -1;    ///< index of the enclosing group in the same dimension, -1 for none
 
     bool operator==(const PivotGroup&) const = default;
 };
@@ -35,11 +35,12 @@ enum class PivotAxis { row = 0, column = 1, layer = 2 };
 /// One dimension of a table.
 struct PivotDimension {
     std::string label;
-    int kind = 0;                       ///< dimension kind (sort value), passed on unchanged
-    std::array<int, 4> position{};      ///< the four arguments of `BpDimension::Position`: axis, index, two flags
+    int kind = 0;                   ///< dimension kind (sort value), passed on unchanged
+    std::array<int, 4> position{};  ///< the four arguments of `BpDimension::Position`: axis, index, two flags
     std::vector<PivotGroup> groups;
     std::vector<PivotCategory> categories;
 
+    /// Columns for 1, layers for 2, rows for every other number.
     [[nodiscard]] PivotAxis axis() const;
 
     bool operator==(const PivotDimension&) const = default;
@@ -55,13 +56,13 @@ struct PivotCellExtras {
     bool operator==(const PivotCellExtras&) const = default;
 };
 
-/// One cell. `place` is its position in row-major order over the categories of all dimensions, the last dimension
-/// varying fastest; `PivotTable::coordinates` takes it apart.
+/// One cell. `place` is its position in row-major order over the categories of all dimensions, the last
+/// dimension varying fastest; `PivotTable::coordinates` takes it apart.
 struct PivotCell {
     std::uint64_t place = 0;
-    std::string text;               ///< the value as shown
-    std::optional<double> number;   ///< set when the value is a number
-    std::uint32_t extras = 0;       ///< 0 for none, else 1 + index into `PivotTable::extras`
+    std::string text;              ///< the value as shown
+    std::optional<double> number;  ///< set when the value is a number
+    std::uint32_t extras = 0;      ///< 0 for none, else 1 + index into `PivotTable::extras`
 
     bool operator==(const PivotCell&) const = default;
 };
@@ -79,7 +80,7 @@ struct PivotTable {
     std::vector<PivotCell> cells;
     std::vector<PivotCellExtras> extras;
 
-    /// The category index in every dimension of a cell's place.
+    /// The category index in every dimension of a cell's place. Every dimension must have a category.
     [[nodiscard]] std::vector<std::size_t> coordinates(std::uint64_t place) const;
     /// The reverse of `coordinates`; `indexes` has one entry a dimension, each below its category count.
     [[nodiscard]] std::uint64_t placeOf(const std::vector<std::size_t>& indexes) const;

@@ -1,0 +1,85 @@
+#include "backend/pivot/bp_text.h"
+
+#include <array>
+#include <cassert>
+#include <charconv>
+#include <cmath>
+
+#include "backend/pivot/output_log.h"
+#include "backend/platform/character_set.h"
+#include "backend/strings/dictionary.h"
+
+namespace vexa {
+
+namespace {
+
+std::string translated(const std::string& text) {
+    const StringDictionary& dictionary = StringDictionary::current();
+    return std::string(dictionary.lookUp(dictionary.procedure(), text));
+}
+
+std::string countText(double value) {
+    if (!std::isfinite(value)) return ".";
+    // Adding zero turns -0 into 0; the largest double has 309 digits.
+    const double whole = std::round(value) + 0.0;
+    std::array<char, 320> digits;
+    const auto result =
+        std::to_chars(digits.data(), digits.data() + digits.size(), whole, std::chars_format::fixed, 0);
+    assert(result.ec == std::errc());
+    return {digits.data(), result.ptr};
+}
+
+}  // namespace
+
+BpString::BpString(std::string_view text, int flag) : text_(toUtf8(text)), translatable_(flag == 1) {}
+
+std::string BpString::shown() const { return translatable_ ? translated(text_) : text_; }
+
+BpComposite::BpComposite(std::string_view text, int flag) : text_(toUtf8(text)), translatable_(flag == 1) {}
+
+BpComposite& BpComposite::Add(const BpString& argument) {
+    assert(!finished_);
+    arguments_.push_back(argument.shown());
+    return *this;
+}
+
+void BpComposite::Finish() { finished_ = true; }
+
+std::string BpComposite::shown() const {
+    return replaceMarkers(translatable_ ? translated(text_) : text_, arguments_);
+}
+
+BpNumber::BpNumber(double value, BpNumberFormat format) : value_(value), format_(format) {}
+
+std::string BpNumber::shown() const {
+    switch (format_) {
+        case BpNumberFormat::count:
+            return countText(value_);
+    }
+    assert(false);
+    return {};
+}
+
+void BpError(const BpCellText& message, BpErrorShow show, BpErrorLevel level) {
+    OutputLog& log = OutputLog::current();
+    if (!log.hasListeners()) return;
+    log.publish(ErrorReported{show, level, message.text(), message.arguments(), message.shown()});
+}
+
+std::string replaceMarkers(std::string_view text, const std::vector<std::string>& arguments) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool marker = text[i] == '^' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9';
+        const std::size_t number = marker ? static_cast<std::size_t>(text[i + 1] - '1') : 0;
+        if (marker && number < arguments.size()) {
+            result += arguments[number];
+            ++i;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+}  // namespace vexa
