@@ -12,9 +12,10 @@ class OutputController {
   public:
     virtual ~OutputController() = default;
 
-    /// Carries out `request` and fills `response`. False when it was refused; severity, message and argument of the
-    /// response then say why.
-    virtual bool Send(const VexawMsgOutputControllerRequest& request, VexawMsgOutputControllerResponse& response) = 0;
+    /// Carries out `request` and fills `response`. False when it was refused; severity, message and argument
+    /// of the response then say why.
+    virtual bool Send(const VexawMsgOutputControllerRequest& request,
+                      VexawMsgOutputControllerResponse& response) = 0;
 };
 
 /// The back end's client adapter. It belongs to the back end; whoever gets a pointer to it never frees it.
@@ -22,7 +23,8 @@ class ClientAdapter {
   public:
     virtual ~ClientAdapter() = default;
 
-    /// True when front end and back end see the same files; when false, file names are expanded on the back end's side.
+    /// True when front end and back end see the same files; when false, file names are expanded on the back
+    /// end's side.
     virtual bool isLocalMode() = 0;
     /// The output controller, or null when the front end has none.
     virtual OutputController* outputController() = 0;
@@ -35,8 +37,8 @@ class ClientAdapter {
 /// The adapter of the running back end, or null.
 [[nodiscard]] ClientAdapter* GetAdapter();
 
-/// Makes `adapter` (or none, for null) what `GetAdapter` returns. Not owned: whoever installs it keeps it alive until
-/// another one is installed.
+/// Makes `adapter` (or none, for null) what `GetAdapter` returns. Not owned: whoever installs it keeps it
+/// alive until another one is installed.
 void installAdapter(ClientAdapter* adapter);
 
 }  // namespace vexa

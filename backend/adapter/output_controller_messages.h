@@ -1,6 +1,7 @@
 // The messages between a document command and the output controller: plain values.
 //
-// Texts are in the back end's character set. Whoever sends a request keeps its texts alive until `Send` returns.
+// Texts are in the back end's character set. Whoever sends a request keeps its texts alive until `Send`
+// returns.
 #pragma once
 
 #include <string>
@@ -25,7 +26,15 @@ class VUString {
     std::string text_;
 };
 
-enum class OutputControllerCommand { activate = 0, close = 1, display = 2, name = 3, newDocument = 4, open = 5, save = 6 };
+enum class OutputControllerCommand {
+    activate = 0,
+    close = 1,
+    display = 2,
+    name = 3,
+    newDocument = 4,
+    open = 5,
+    save = 6
+};
 
 enum class OutputDocumentLock { no = 0, yes = 1, notGiven = 2 };
 enum class OutputDocumentMinimized { no = 0, yes = 1, notGiven = 2 };
@@ -42,10 +51,11 @@ class VexawMsgOutputControllerRequest {
   public:
     enum class Form { shortForm, longForm };
 
-    VexawMsgOutputControllerRequest(int sequence, OutputControllerCommand command, const char* first, const char* second,
-                                    OutputDocumentMinimized minimized);
-    VexawMsgOutputControllerRequest(int sequence, OutputControllerCommand command, const char* first, const char* second,
-                                    OutputDocumentLock lock, OutputDocumentMinimized minimized, OutputDocumentType type,
+    VexawMsgOutputControllerRequest(int sequence, OutputControllerCommand command, const char* first,
+                                    const char* second, OutputDocumentMinimized minimized);
+    VexawMsgOutputControllerRequest(int sequence, OutputControllerCommand command, const char* first,
+                                    const char* second, OutputDocumentLock lock,
+                                    OutputDocumentMinimized minimized, OutputDocumentType type,
                                     const char* password, OutputDocumentEncryptPW encrypted, YesNoEnum yesNo);
 
     [[nodiscard]] Form form() const { return form_; }

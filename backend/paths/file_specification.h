@@ -14,11 +14,13 @@ class FileLocations {
   public:
     static FileLocations& current();
 
-    /// FILE HANDLE name /NAME='target'. Handles are compared without regard to case; a later one replaces an earlier.
+    /// FILE HANDLE name /NAME='target'. Handles are compared without regard to case; a later one replaces an
+    /// earlier.
     void setHandle(std::string_view name, std::string_view target);
     /// The target of a handle, or empty.
     [[nodiscard]] std::string handle(std::string_view name) const;
-    /// CD 'folder'. A relative folder is taken from the present one. False when it is no folder; nothing changes then.
+    /// CD 'folder'. A relative folder is taken from the present one. False when it is no folder; nothing
+    /// changes then.
     [[nodiscard]] bool changeFolder(std::string_view folder);
     /// The folder that relative names are taken from, with backslashes.
     [[nodiscard]] std::string folder() const;
@@ -33,12 +35,13 @@ class FileLocations {
 /// Room that the buffers of the two functions below must have, in bytes.
 inline constexpr int kFileSpecificationCapacity = 4096;
 
-/// Resolves a file or directory handle that `text` (of `length` bytes) is or begins with ("data", "data\x.vxv",
-/// "data/x.vxv"). 0: `buffer` holds the resolved text; otherwise there is no handle and the buffer is untouched.
+/// Resolves a file or directory handle that `text` (of `length` bytes) is or begins with ("data",
+/// "data\x.vxv", "data/x.vxv"). 0: `buffer` holds the resolved text; otherwise there is no handle, or the
+/// resolved text has no room, and the buffer is untouched.
 int ExpandDirectoryHandle(const char* text, char* buffer, int length);
 
-/// Expands a relative file name to a whole path, taken from the back end's folder. 0: `buffer` holds it; otherwise it
-/// cannot be expanded (empty, or too long) and the buffer is untouched.
+/// Expands a relative file name to a whole path, taken from the back end's folder. 0: `buffer` holds it;
+/// otherwise it cannot be expanded (empty, or too long) and the buffer is untouched.
 int ExpandFileSpecification(const char* text, char* buffer);
 
 }  // namespace vexa

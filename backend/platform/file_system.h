@@ -1,7 +1,7 @@
 // Files. Every file of the project is opened here.
 //
-// Inside the back end paths are written with backslashes, in the back end's character set; here they are UTF-8 and
-// take both separators. They become the system's own form only where a file is opened.
+// Inside the back end paths are written with backslashes, in the back end's character set; here they are
+// UTF-8 and take both separators. They become the system's own form only where a file is opened.
 #pragma once
 
 #include <cstdint>
@@ -29,24 +29,28 @@ class FileSystem {
     /// Installs another one (not owned); null installs the system's.
     static void install(FileSystem* fileSystem);
 
-    /// The whole file; refuses files above `limit` bytes.
+    /// The whole file; refuses files above `limit` bytes, folders, devices and pipes. Never waits for a
+    /// writer.
     virtual FileResult read(const std::string& path, std::string& content, std::uint64_t limit) = 0;
     [[nodiscard]] virtual bool isFile(const std::string& path) = 0;
     [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
     [[nodiscard]] virtual std::string workingFolder() = 0;
 
-    /// Makes a new empty file beside `path`, in the same folder, and gives its name.
+    /// Makes a new empty file in the folder of what `path` names (behind symbolic links, if it is one), with
+    /// the rights of the file there, and gives its name. Refuses what `replace` could not or should not
+    /// replace: folders, devices, files without the right to write.
     virtual FileResult createTemporary(const std::string& path, std::string& temporary) = 0;
     virtual FileResult append(const std::string& path, std::string_view bytes) = 0;
     /// Brings the file's bytes to the disk.
     virtual FileResult flush(const std::string& path) = 0;
-    /// Puts `from` in the place of `to` in one step, and brings the folder's entry to the disk.
+    /// Puts `from` in the place of `to` in one step, and brings the folder's entry to the disk. A symbolic
+    /// link stays: what it names is replaced.
     virtual FileResult replace(const std::string& from, const std::string& to) = 0;
     virtual FileResult remove(const std::string& path) = 0;
 };
 
-/// Writes a whole file so that `path` holds either its old or its new content at every moment: temporary file in the
-/// same folder, flushed, renamed. The temporary file is gone on failure.
+/// Writes a whole file so that `path` holds either its old or its new content at every moment: temporary file
+/// in the same folder, flushed, renamed. The temporary file is gone on failure.
 FileResult writeFileAtomically(const std::string& path, std::string_view content);
 
 /// A path in the system's own form: the separators of the system in the place of backslashes and slashes.

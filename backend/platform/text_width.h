@@ -8,16 +8,19 @@
 
 namespace vexa {
 
-/// Columns that UTF-8 text takes in a terminal: wide characters two, combining and other zero-width characters none,
-/// control characters one (they are shown as a replacement).
+/// Columns that UTF-8 text takes in a terminal: wide characters two, combining and other zero-width
+/// characters none, control characters one (they are shown as a replacement). Sequences that some terminals
+/// join into one sign (emoji with a joiner, a skin colour or a variation selector) are counted by their
+/// parts.
 [[nodiscard]] std::size_t displayWidth(std::string_view text);
 
-/// UTF-8 text in lines of at most `width` columns (at least 1): broken at line ends of the text, then at blanks, and
-/// inside a word only where the word alone is wider. A wide character alone may exceed a width of 1. Never empty.
+/// UTF-8 text in lines of at most `width` columns (at least 1): broken at line ends of the text, then at
+/// blanks, and inside a word only where the word alone is wider. A wide character alone may exceed a width
+/// of 1. Never empty.
 [[nodiscard]] std::vector<std::string> wrapText(std::string_view text, std::size_t width);
 
-/// UTF-8 text that may be shown: control characters (line ends and tabs among them) replaced by visible ones, so that
-/// a text cannot steer the terminal.
+/// UTF-8 text that may be shown: control characters (line ends and tabs among them), marks that turn the
+/// direction of writing and broken bytes replaced by visible ones, so that a text cannot steer the terminal.
 [[nodiscard]] std::string printableText(std::string_view text);
 
 }  // namespace vexa

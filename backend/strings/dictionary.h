@@ -14,9 +14,10 @@ class StringDictionary {
     static StringDictionary& current();
 
     void add(std::string_view procedure, std::string_view key, std::string_view text);
+    /// Forgets all texts; the procedure stays.
     void clear();
 
-    /// The text of `key` in `procedure`, or `key` itself. The view lives until the dictionary is next changed.
+    /// The text of `key` in `procedure`, which lives until the dictionary is next changed, or `key` itself.
     [[nodiscard]] std::string_view lookUp(std::string_view procedure, std::string_view key) const;
 
     /// The procedure whose texts are looked up now; `BpProcedure` sets it.

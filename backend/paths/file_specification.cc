@@ -1,0 +1,90 @@
+#include "backend/paths/file_specification.h"
+
+#include <cstring>
+
+#include "backend/paths/path_text.h"
+#include "backend/platform/character_set.h"
+#include "backend/platform/file_system.h"
+
+namespace vexa {
+
+namespace {
+
+constexpr int kExpanded = 0;
+constexpr int kNotExpanded = 1;
+
+/// Fills `buffer` with `path` if there is room for it and its final zero.
+int store(const std::string& path, char* buffer) {
+    if (path.size() >= static_cast<std::size_t>(kFileSpecificationCapacity)) return kNotExpanded;
+    std::memcpy(buffer, path.c_str(), path.size() + 1);
+    return kExpanded;
+}
+
+std::string withBackslashes(std::string_view path) {
+    std::string result;
+    result.reserve(path.size());
+    while (!path.empty()) {
+        const std::size_t length = segmentLength(path);
+        result.append(path.substr(0, length));
+        path.remove_prefix(length);
+        if (path.empty()) break;
+        result.push_back('\\');
+        path.remove_prefix(1);
+    }
+    return result;
+}
+
+std::string wholePath(std::string_view path, const std::string& folder) {
+    return resolvedPath(isWholePath(path) ? std::string(path) : joinedPath(folder, path));
+}
+
+}  // namespace
+
+FileLocations& FileLocations::current() {
+    static FileLocations locations;
+    return locations;
+}
+
+void FileLocations::setHandle(std::string_view name, std::string_view target) {
+    handles_.insert_or_assign(toUpperCase(name), std::string(target));
+}
+
+std::string FileLocations::handle(std::string_view name) const {
+    const auto found = handles_.find(toUpperCase(name));
+    return found == handles_.end() ? std::string() : found->second;
+}
+
+bool FileLocations::changeFolder(std::string_view folder) {
+    if (folder.empty()) return false;
+    std::string next = wholePath(folder, this->folder());
+    if (!FileSystem::current().isFolder(toUtf8(next))) return false;
+    folder_ = std::move(next);
+    return true;
+}
+
+std::string FileLocations::folder() const {
+    if (!folder_.empty()) return folder_;
+    return fromUtf8(toBackslashPath(FileSystem::current().workingFolder()));
+}
+
+void FileLocations::reset() {
+    handles_.clear();
+    folder_.clear();
+}
+
+int ExpandDirectoryHandle(const char* text, char* buffer, int length) {
+    if (text == nullptr || length <= 0) return kNotExpanded;
+    const std::string_view whole(text, static_cast<std::size_t>(length));
+    const std::size_t name = segmentLength(whole);
+    const std::string target = FileLocations::current().handle(whole.substr(0, name));
+    if (target.empty()) return kNotExpanded;
+    if (name == whole.size()) return store(withBackslashes(target), buffer);
+    return store(withBackslashes(joinedPath(target, whole.substr(name + 1))), buffer);
+}
+
+int ExpandFileSpecification(const char* text, char* buffer) {
+    if (text == nullptr || *text == '\0') return kNotExpanded;
+    return store(wholePath(text, FileLocations::current().folder()), buffer);
+}
+
+}  // namespace vexa

@@ -1,0 +1,14 @@
+#include <ctime>
+
+#include "backend/platform/system_clock.h"
+
+namespace vexa {
+
+LocalTime systemLocalTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    if (localtime_r(&now, &local) == nullptr) return {};
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+}  // namespace vexa

@@ -1,0 +1,232 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "backend/platform/file_system_native.h"
+
+namespace vexa {
+
+namespace {
+
+FileResult failed(int code) { return {false, std::generic_category().message(code)}; }
+FileResult failed(std::string reason) { return {false, std::move(reason)}; }
+
+/// An open file, closed with it.
+class Descriptor {
+  public:
+    Descriptor(const std::string& path, int flags, mode_t mode = 0)
+        : number_(open(path.c_str(), flags | O_CLOEXEC, mode)) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (isOpen()) close(number_);
+    }
+
+    [[nodiscard]] bool isOpen() const { return number_ >= 0; }
+    [[nodiscard]] int number() const { return number_; }
+    /// Some systems report a write that failed only here.
+    FileResult closeNow() {
+        const int number = number_;
+        number_ = -1;
+        if (close(number) != 0 && errno != EINTR) return failed(errno);
+        return {};
+    }
+
+  private:
+    int number_;
+};
+
+std::string tooLarge(std::uint64_t limit) {
+    return "The file is larger than " + std::to_string(limit) + " bytes";
+}
+
+/// What keeps a path from being read or replaced as a file; empty when nothing does.
+std::string refusal(const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) return std::generic_category().message(EISDIR);
+    if (!S_ISREG(status.st_mode)) return "Not a file but a device or a pipe";
+    return {};
+}
+
+/// The folder part of a native path, "." when it has none.
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+/// Follows `path` through symbolic links to what they name in the end, whether or not that exists.
+FileResult followLinks(std::string& path) {
+    constexpr int kMostLinks = 40;
+    for (int i = 0; i < kMostLinks; ++i) {
+        struct stat status {};
+        if (lstat(path.c_str(), &status) != 0) return errno == ENOENT ? FileResult{} : failed(errno);
+        if (!S_ISLNK(status.st_mode)) return {};
+        std::error_code code;
+        const std::filesystem::path target = std::filesystem::read_symlink(path, code);
+        if (code) return failed(code.value());
+        path = target.is_absolute() ? target.string() : folderOf(path) + '/' + target.string();
+    }
+    return failed(ELOOP);
+}
+
+/// The rights of the file at `path`, nothing when there is no such file; fails when it must not be replaced.
+FileResult rightsOfTarget(const std::string& path, std::optional<mode_t>& rights) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? FileResult{} : failed(errno);
+    if (std::string reason = refusal(status); !reason.empty()) return failed(std::move(reason));
+    // A rename asks only for the folder's rights; a file that the user protected stays as it is.
+    if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return failed(errno);
+    rights = status.st_mode & 0777U;
+    return {};
+}
+
+std::string temporaryName(const std::string& target) {
+    static std::atomic<unsigned> counter{0};
+    const std::string own = ".vexa-" + std::to_string(getpid()) + '-' + std::to_string(++counter) + ".tmp";
+    const std::string folder = folderOf(target);
+    return folder == "/" ? folder + own : folder + '/' + own;
+}
+
+FileResult writeAll(int number, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(number, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return failed(errno);
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return {};
+}
+
+/// Reads to the end, whatever size the file had when it was opened.
+FileResult readAll(int number, std::string& content, std::uint64_t limit) {
+    std::array<char, 65536> block{};
+    for (;;) {
+        const ssize_t count = ::read(number, block.data(), block.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return failed(errno);
+        if (count == 0) return {};
+        if (static_cast<std::uint64_t>(count) > limit - content.size()) return failed(tooLarge(limit));
+        content.append(block.data(), static_cast<std::size_t>(count));
+    }
+}
+
+FileResult syncFolder(const std::string& folder) {
+    const Descriptor file(folder, O_RDONLY | O_DIRECTORY);
+    if (!file.isOpen()) return failed(errno);
+    // Some file systems have nothing to bring to the disk for a folder and say so with EINVAL.
+    if (fsync(file.number()) != 0 && errno != EINVAL) return failed(errno);
+    return {};
+}
+
+class PosixFileSystem final : public FileSystem {
+  public:
+    FileResult read(const std::string& path, std::string& content, std::uint64_t limit) override;
+    bool isFile(const std::string& path) override;
+    bool isFolder(const std::string& path) override;
+    std::string workingFolder() override;
+    FileResult createTemporary(const std::string& path, std::string& temporary) override;
+    FileResult append(const std::string& path, std::string_view bytes) override;
+    FileResult flush(const std::string& path) override;
+    FileResult replace(const std::string& from, const std::string& to) override;
+    FileResult remove(const std::string& path) override;
+};
+
+FileResult PosixFileSystem::read(const std::string& path, std::string& content, std::uint64_t limit) {
+    content.clear();
+    // Without O_NONBLOCK the opening of a pipe would wait for a writer.
+    const Descriptor file(toNativePath(path), O_RDONLY | O_NONBLOCK);
+    if (!file.isOpen()) return failed(errno);
+    struct stat status {};
+    if (fstat(file.number(), &status) != 0) return failed(errno);
+    if (std::string reason = refusal(status); !reason.empty()) return failed(std::move(reason));
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    if (size > limit) return failed(tooLarge(limit));
+    content.reserve(size);
+    FileResult result = readAll(file.number(), content, limit);
+    if (!result) content.clear();
+    return result;
+}
+
+bool PosixFileSystem::isFile(const std::string& path) {
+    struct stat status {};
+    return stat(toNativePath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool PosixFileSystem::isFolder(const std::string& path) {
+    struct stat status {};
+    return stat(toNativePath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::string PosixFileSystem::workingFolder() {
+    std::error_code code;
+    const std::filesystem::path folder = std::filesystem::current_path(code);
+    return code ? "/" : folder.string();
+}
+
+FileResult PosixFileSystem::createTemporary(const std::string& path, std::string& temporary) {
+    std::string target = toNativePath(path);
+    if (FileResult result = followLinks(target); !result) return result;
+    std::optional<mode_t> rights;
+    if (FileResult result = rightsOfTarget(target, rights); !result) return result;
+    constexpr int kMostTries = 100;
+    for (int i = 0; i < kMostTries; ++i) {
+        const std::string name = temporaryName(target);
+        const Descriptor file(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights ? 0600 : 0666);
+        if (!file.isOpen() && errno == EEXIST) continue;
+        if (!file.isOpen()) return failed(errno);
+        temporary = name;
+        if (!rights || fchmod(file.number(), *rights) == 0) return {};
+        const int code = errno;
+        unlink(name.c_str());
+        return failed(code);
+    }
+    return failed(EEXIST);
+}
+
+FileResult PosixFileSystem::append(const std::string& path, std::string_view bytes) {
+    Descriptor file(toNativePath(path), O_WRONLY | O_APPEND | O_NOFOLLOW | O_NONBLOCK);
+    if (!file.isOpen()) return failed(errno);
+    if (FileResult result = writeAll(file.number(), bytes); !result) return result;
+    return file.closeNow();
+}
+
+FileResult PosixFileSystem::flush(const std::string& path) {
+    Descriptor file(toNativePath(path), O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
+    if (!file.isOpen()) return failed(errno);
+    if (fsync(file.number()) != 0) return failed(errno);
+    return file.closeNow();
+}
+
+FileResult PosixFileSystem::replace(const std::string& from, const std::string& to) {
+    std::string target = toNativePath(to);
+    if (FileResult result = followLinks(target); !result) return result;
+    if (rename(toNativePath(from).c_str(), target.c_str()) != 0) return failed(errno);
+    return syncFolder(folderOf(target));
+}
+
+FileResult PosixFileSystem::remove(const std::string& path) {
+    if (unlink(toNativePath(path).c_str()) != 0) return failed(errno);
+    return {};
+}
+
+}  // namespace
+
+FileSystem& nativeFileSystem() {
+    static PosixFileSystem fileSystem;
+    return fileSystem;
+}
+
+std::string toNativePath(std::string_view path) {
+    std::string result(path);
+    std::replace(result.begin(), result.end(), '\\', '/');
+    return result;
+}
+
+}  // namespace vexa
