@@ -1,12 +1,11 @@
 // What the parser found in a command.
 //
-// Results are views of the command's tokens and live as long as their sequence. A value is the tokens between its
-// parameter's keyword and the next one, brackets taken off where the descriptor says so.
+// Results are views of the command's tokens and live as long as their sequence. A value is the tokens between
+// its parameter's keyword and the next one, brackets taken off where the descriptor says so.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <span>
 #include <string>
@@ -34,10 +33,11 @@ class ParamObj {
     [[nodiscard]] std::string_view getStringToken() const;
     /// The same in capitals.
     [[nodiscard]] std::string getUpStringToken() const;
-    /// The text of a value that is one literal, word or number; false, with `text` untouched, for anything else.
+    /// The text of a value that is one literal, word or number; false, with `text` untouched, for anything
+    /// else.
     [[nodiscard]] bool getStringGeneric(std::string_view& text) const;
-    /// The text of a value that is one literal or word; `isLiteral` tells a quoted literal. False, with both untouched,
-    /// for anything else.
+    /// The text of a value that is one literal or word; `isLiteral` tells a quoted literal. False, with both
+    /// untouched, for anything else.
     [[nodiscard]] bool getStringOrLiteral(std::string_view& text, bool& isLiteral) const;
     /// True when the value is the one operator of that code.
     [[nodiscard]] bool isOperatorValue(int operatorCode) const;
@@ -47,8 +47,8 @@ class ParamObj {
     /// A value that is one integer (or number).
     [[nodiscard]] std::optional<std::int32_t> getIntegerValue() const;
     [[nodiscard]] std::optional<double> getDoubleValue() const;
-    /// The texts of a value of words or literals; false, with `texts` holding what came before, at anything else.
-    /// Separators between the items are passed over.
+    /// The texts of a value of words or literals; false, with `texts` holding what came before, at anything
+    /// else. Separators between the items are passed over.
     [[nodiscard]] bool getStringList(std::vector<std::string_view>& texts) const;
     /// The numbers of a value of numbers, as above.
     [[nodiscard]] bool getNumberList(std::vector<double>& numbers) const;
@@ -62,9 +62,11 @@ class ParamObj {
     /// The texts of all tokens, separated by a blank.
     [[nodiscard]] std::string joinedTokens() const;
 
-    /// The qualifiers of a value of the forms 26, 27 and 28, in the order written. `descriptor` names the form and the
-    /// qualifiers; a qualifier that it does not know is listed all the same. False when the tokens have another shape.
-    [[nodiscard]] bool getQualifiers(const ParamDescriptor& descriptor, std::vector<QualifierObj>& qualifiers) const;
+    /// The qualifiers of a value of the forms 26, 27 and 28, in the order written. `descriptor` names the
+    /// form and the qualifiers; a qualifier that it does not know is listed all the same. False when the
+    /// tokens have another shape.
+    [[nodiscard]] bool getQualifiers(const ParamDescriptor& descriptor,
+                                     std::vector<QualifierObj>& qualifiers) const;
 
   private:
     std::string_view name_;
@@ -112,7 +114,7 @@ class SubComList {
   private:
     friend class UniversalParser;
 
-    std::deque<SubComObj> subcommands_;
+    std::vector<SubComObj> subcommands_;
 };
 
 /// One selection group that was given.
@@ -127,7 +129,7 @@ class CommandSpec : public SubComList {
   private:
     friend class UniversalParser;
 
-    std::deque<GroupComObj> groups_;
+    std::vector<GroupComObj> groups_;
 };
 
 /// Compares texts without regard to case.

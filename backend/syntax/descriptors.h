@@ -1,7 +1,7 @@
 // How a command describes its grammar to the parser: subcommands, parameters, qualifiers, selection groups.
 //
-// Texts given to descriptors are not copied: they must outlive them (commands give constants). Adding a descriptor under
-// a name that is there already replaces the earlier one, in its place.
+// Texts given to descriptors are not copied: they must outlive them (commands give constants). Adding a
+// descriptor under a name that is there already replaces the earlier one, in its place.
 #pragma once
 
 #include <optional>
@@ -30,7 +30,8 @@ struct UPSpecTypes {
         integer = 9,          ///< an integer
         qualifierList = 26,   ///< SORT(COLPOSITION=2): qualifiers in parentheses, each with '=' and its value
         qualifiedValue = 27,  ///< SIZE=INCHES(2 PROPORTIONAL): one qualifier with its value or values
-        qualifiedLists = 28,  ///< LABELS=[BEGINS('a') EXACT('b')]: qualifiers, each with a list in parentheses
+        qualifiedLists =
+            28,  ///< LABELS=[BEGINS('a') EXACT('b')]: qualifiers, each with a list in parentheses
     };
 
     enum class GroupSpec : int { selection = 0 };
@@ -64,8 +65,8 @@ class ParamDescriptor {
     ParamDescriptor& setUpperBoundary(double value, UPSpecTypes::BoundaryOption option);
     ParamDescriptor& addQualifDesc(const ParamDescriptor& qualifier);
     ParamDescriptor& setBracketOption(UPSpecTypes::BracketOptions brackets);
-    /// The command has a rule of its own for values that do not fit: the parser lets them through. Values and bounds stay
-    /// declared, for help and completion.
+    /// The command has a rule of its own for values that do not fit: the parser lets them through. Values and
+    /// bounds stay declared, for help and completion.
     ParamDescriptor& checkedByCommand();
     /// What the value is called in help texts, such as "file" or "name".
     ParamDescriptor& setValueLabel(std::string_view label);
@@ -106,7 +107,8 @@ class SubComDescriptor {
     SubComDescriptor& addParamDesc(const ParamDescriptor& parameter);
     SubComDescriptor& setSubComRequired(bool required);
     SubComDescriptor& setSubComRepeatable(bool repeatable);
-    /// The subcommand makes sense without any parameter. (One without a required parameter is accepted empty anyway.)
+    /// The subcommand makes sense without any parameter. (One without a required parameter is accepted empty
+    /// anyway.)
     SubComDescriptor& allowSubComEmpty();
 
     [[nodiscard]] std::string_view name() const { return name_; }

@@ -1,7 +1,8 @@
-// What the back end wants of the next commands: to run them, only to check their syntax, or only to learn their grammar.
+// What the back end wants of the next commands: to run them, only to check their syntax, or only to learn
+// their grammar.
 //
-// Commands do not know of it: in the last two modes the parser answers non-zero after its work, and a command stops
-// there as it does after a syntax error.
+// Commands do not know of it: in the last two modes the parser answers non-zero after its work, and a command
+// stops there as it does after a syntax error.
 #pragma once
 
 #include <optional>
@@ -20,8 +21,8 @@ class ParseModeScope {
     ParseModeScope(const ParseModeScope&) = delete;
     ParseModeScope& operator=(const ParseModeScope&) = delete;
 
-    /// In the mode `describe`: the description that the command handed to the parser, once it has run. Its texts belong
-    /// to the module and live as long as it is loaded.
+    /// In the mode `describe`: the description that the command handed to the parser, once it has run. Its
+    /// texts belong to the module and live as long as it is loaded.
     [[nodiscard]] const std::optional<CommandDescriptor>& description() const { return description_; }
 
     /// The scope that is in force, or null when commands run.

@@ -1,12 +1,13 @@
 // The parser library's own reports of values that a command refuses.
 //
-// Every method reports one message into the output log. The arguments are texts in the back end's character set, kept in
-// the order of the method's parameters.
+// Every method reports one message into the output log. The arguments are texts in the back end's character
+// set, kept in the order of the method's parameters.
 #pragma once
 
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "backend/pivot/output_log.h"
 
@@ -49,6 +50,13 @@ class ParserMessage {
     void GenericWarning(std::string_view text, std::initializer_list<std::string_view> arguments = {});
 
   private:
+    using Argument = ParserMessageReported::Argument;
+
+    void report(std::string_view method, std::vector<Argument> arguments, std::string message, bool warning);
+    void report(std::string_view method, std::vector<Argument> arguments, std::string_view text);
+    void reportGeneric(std::string_view method, std::string_view text,
+                       std::initializer_list<std::string_view> texts, bool warning);
+
     std::string commandName_;
     std::string procedureTitle_;
 };

@@ -14,7 +14,7 @@
 
 namespace vexa {
 
-/// Why a command was refused, at a token or, for null, at the command's end.
+/// Why a command was refused: at the byte `offset` of the command's text.
 struct ParseError {
     std::string message;  ///< UTF-8
     std::size_t offset = 0;
@@ -25,49 +25,56 @@ class UniversalParser {
   public:
     UniversalParser(const TokenSequenceBase& tokens, CommandSpec& spec, const CommandDescriptor& descriptor);
 
-    /// Parses the whole command. 0 on success; otherwise the first error has been reported into the output log, with its
-    /// place, and the results hold what came before it. See parse_mode.h for what else makes it answer non-zero.
+    /// Parses the whole command. 0 on success; otherwise the first error has been reported into the output
+    /// log, with its place, and the results hold what came before it. See parse_mode.h for what else makes it
+    /// answer non-zero.
     int getCommandSpecifications();
 
   private:
-    using Parameter = const ParamDescriptor*;
-
-    struct OpenSubcommand;
+    using Tokens = std::span<const TokenInfoObj>;
 
     bool parse();
     bool parseLeading();
     bool parseNext();
-    SubComObj* open(const SubComDescriptor& descriptor, const TokenInfoObj& keyword);
-    bool checkRepetition(const SubComDescriptor& descriptor, const SubComList& list, const TokenInfoObj& keyword);
+    bool parseSubcommand(const SubComDescriptor& descriptor, SubComList& list, const TokenInfoObj& keyword);
+    bool parseGroupSubcommand(const GroupComDescriptor& group, const SubComDescriptor& descriptor,
+                              const TokenInfoObj& keyword);
     bool parseBody(const SubComDescriptor& descriptor, SubComObj& result);
-    bool parseFreeTokens(SubComObj& result);
-    bool parseParameters(const SubComDescriptor& descriptor, SubComObj& result);
-    bool parseParameter(const SubComDescriptor& descriptor, SubComObj& result, const ParamDescriptor& parameter);
-    bool takeValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter, const TokenInfoObj& keyword,
-                   bool equalsGiven, std::span<const TokenInfoObj>& value);
-    bool refuseUnknown(const SubComDescriptor& descriptor);
-    bool checkRequired(const SubComDescriptor& descriptor, const SubComObj& result);
+    void takeFreeTokens(SubComObj& result);
+    bool parseParameter(const SubComDescriptor& descriptor, SubComObj& result,
+                        const ParamDescriptor& parameter);
+    bool takeValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter, bool equalsGiven,
+                   Tokens& value);
+    bool takeBracketed(const ParamDescriptor& parameter, Tokens& value);
+    Tokens takePlain(const SubComDescriptor& descriptor, const ParamDescriptor& parameter, bool equalsGiven);
+    bool refuseParameter(const SubComDescriptor& descriptor);
+    bool refuseSubcommand(const TokenInfoObj& word);
+    bool checkRequired(const SubComDescriptor& descriptor, const SubComObj& result, std::size_t offset);
     bool checkRequiredSubcommands();
 
     [[nodiscard]] bool atEnd() const { return at_ >= tokens_.size(); }
-    [[nodiscard]] const TokenInfoObj& token(std::size_t ahead = 0) const { return tokens_[at_ + ahead]; }
-    [[nodiscard]] bool atSlash() const;
-    [[nodiscard]] const SubComDescriptor* findSubcommand(const TokenInfoObj& word) const;
+    [[nodiscard]] bool isAt(int operatorCode) const;
     [[nodiscard]] bool beginsSubcommand(std::size_t at) const;
-    [[nodiscard]] bool endsValue(const SubComDescriptor& descriptor, std::size_t at, bool first, bool equalsGiven) const;
-    [[nodiscard]] std::size_t closingOf(std::size_t at) const;
-    [[nodiscard]] std::size_t endOffset() const;
+    [[nodiscard]] bool endsValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter,
+                                 std::size_t at) const;
+    /// Index of the bracket that closes the one at `open`, or of the end of the command when none does.
+    /// Brackets and parentheses are matched each for themselves: commands report a wrong nesting in their own
+    /// words.
+    [[nodiscard]] std::size_t closingOf(std::size_t open);
+    void findClosings();
+    [[nodiscard]] std::vector<std::string_view> subcommandNames() const;
+    /// Offset of the next token, or of the command's end.
+    [[nodiscard]] std::size_t nextOffset() const;
+    [[nodiscard]] std::string nextAsTyped() const;
 
-    bool fail(std::string message);
-    bool fail(std::string message, const TokenInfoObj& at);
     bool fail(std::string message, std::size_t offset);
 
     const TokenSequenceBase& sequence_;
-    std::span<const TokenInfoObj> tokens_;
+    Tokens tokens_;
     CommandSpec& spec_;
     const CommandDescriptor& descriptor_;
     std::size_t at_ = 0;
-    GroupComObj* group_ = nullptr;
+    std::vector<std::size_t> closings_;  // of every token; empty until first needed
     std::optional<ParseError> error_;
 };
 

@@ -10,7 +10,7 @@ namespace vexa {
 
 /// One command as it stands in its syntax file. Texts are in the back end's character set.
 struct CommandText {
-    std::string text;           ///< whole lines, from the beginning of the command's first line to before its period
+    std::string text;  ///< whole lines, from the beginning of the command's first line to before its period
     std::size_t arguments = 0;  ///< offset in `text` of what follows the command's name
     std::string file;           ///< as the user named it; empty for none
     int line = 1;               ///< line of the file that `text` begins on

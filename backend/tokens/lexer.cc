@@ -40,7 +40,9 @@ constexpr std::array<std::uint8_t, 256> makeClasses() {
 
 constexpr std::array<std::uint8_t, 256> kClasses = makeClasses();
 
-constexpr bool is(char c, unsigned classes) { return (kClasses[static_cast<unsigned char>(c)] & classes) != 0; }
+constexpr bool is(char c, unsigned classes) {
+    return (kClasses[static_cast<unsigned char>(c)] & classes) != 0;
+}
 
 struct OperatorSpelling {
     std::string_view text;
@@ -154,7 +156,9 @@ void Lexer::readWord() {
     }
 }
 
-bool Lexer::precededByValue() const { return !sequence_.tokens_.empty() && !sequence_.tokens_.back().isOperator(); }
+bool Lexer::precededByValue() const {
+    return !sequence_.tokens_.empty() && !sequence_.tokens_.back().isOperator();
+}
 
 bool Lexer::atNumber() const {
     std::size_t ahead = 0;
@@ -188,7 +192,8 @@ bool Lexer::readNumber() {
         skipDigits();
     }
     if (!atEnd() && is(text_[at_], wordStart)) {
-        return fail(from, "A number goes over into a word here. Put a blank between them, or quote the text.");
+        return fail(from,
+                    "A number goes over into a word here. Put a blank between them, or quote the text.");
     }
     add(TokenKind::number, 0, text_.substr(from, at_ - from), from);
     return true;
@@ -238,12 +243,14 @@ bool Lexer::readLiteral() {
 void Lexer::joinLiterals() {
     std::vector<TokenInfoObj>& tokens = sequence_.tokens_;
     const std::size_t count = tokens.size();
-    if (count < 3 || tokens[count - 2].getOperatorCode() != TokenSequenceBase::plus || !tokens[count - 3].isLiteral()) {
+    if (count < 3 || tokens[count - 2].getOperatorCode() != TokenSequenceBase::plus ||
+        !tokens[count - 3].isLiteral()) {
         return;
     }
     const TokenInfoObj first = tokens[count - 3];
     const std::string_view second = tokens[count - 1].getString();
-    // Pieces are appended to the text that holds the first of them, so that many pieces cost no more than their length.
+    // Pieces are appended to the text that holds the first of them, so that many pieces cost no more than
+    // their length.
     std::string piece(second);
     if (!sequence_.joined_.empty() && sequence_.joined_.back().data() == second.data()) {
         sequence_.joined_.pop_back();

@@ -36,7 +36,8 @@ class Lexer {
     /// Joins the literal just read to the one that a '+' before it left open.
     void joinLiterals();
 
-    /// The content of the literal that begins here, quotes undoubled; advances behind it. False when it is not closed.
+    /// The content of the literal that begins here, quotes undoubled; advances behind it. False when it is
+    /// not closed.
     bool readLiteralContent(std::string_view& content);
     void add(TokenKind kind, int operatorCode, std::string_view text, std::size_t from);
     bool fail(std::size_t offset, std::string message);

@@ -46,6 +46,8 @@ std::optional<double> TokenInfoObj::getDoubleValue() const {
     return isNumber() ? parseWhole<double>(text_) : std::nullopt;
 }
 
-bool TokenInfoObj::spells(std::string_view text) const { return isWordLike() && equalsIgnoringCase(text_, text); }
+bool TokenInfoObj::spells(std::string_view text) const {
+    return isWordLike() && equalsIgnoringCase(text_, text);
+}
 
 }  // namespace vexa

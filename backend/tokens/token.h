@@ -11,13 +11,15 @@ namespace vexa {
 
 enum class TokenKind : std::uint8_t { word, literal, number, operatorToken };
 
-/// A token: a word, a quoted literal, a number or an operator. Its texts are views that live as long as its sequence,
-/// in the back end's character set.
+/// A token: a word, a quoted literal, a number or an operator. Its texts are views that live as long as its
+/// sequence, in the back end's character set.
 class TokenInfoObj {
   public:
     TokenInfoObj() = default;
-    /// `text` is the value (a literal without its quotes), `offset` and `length` say where it stands in the command.
-    TokenInfoObj(TokenKind kind, int operatorCode, std::string_view text, std::size_t offset, std::size_t length);
+    /// `text` is the value (a literal without its quotes), `offset` and `length` say where it stands in the
+    /// command.
+    TokenInfoObj(TokenKind kind, int operatorCode, std::string_view text, std::size_t offset,
+                 std::size_t length);
 
     [[nodiscard]] TokenKind kind() const { return kind_; }
     [[nodiscard]] bool isWord() const { return kind_ == TokenKind::word; }

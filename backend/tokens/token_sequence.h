@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
+#include <list>
 #include <optional>
 #include <span>
 #include <string>
@@ -78,7 +78,7 @@ class TokenSequenceBase {
 
     const CommandText* command_;
     std::vector<TokenInfoObj> tokens_;
-    std::deque<std::string> joined_;  // values of literals that do not stand in the text as they are
+    std::list<std::string> joined_;  // values of literals that do not stand in the text as they are
     std::optional<TokenError> error_;
 };
 

@@ -1,0 +1,31 @@
+// Checks one value against its description. Internal to this folder.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+#include "backend/syntax/descriptors.h"
+#include "backend/tokens/token_sequence.h"
+
+namespace vexa {
+
+/// Why a value was refused, and at which of its tokens; null for the value as a whole.
+struct ValueError {
+    std::string message;  ///< UTF-8
+    const TokenInfoObj* token = nullptr;
+};
+
+/// The first thing in `value` that `parameter` does not take, or nothing. `command` is where the tokens come
+/// from.
+[[nodiscard]] std::optional<ValueError> checkValue(const ParamDescriptor& parameter,
+                                                   std::span<const TokenInfoObj> value,
+                                                   const CommandText& command);
+
+/// What a parameter takes, in words: "a whole number", "YES or NO".
+[[nodiscard]] std::string describeValue(const ParamDescriptor& parameter);
+
+/// A token as the user typed it, in double quotes, shortened when it is long; UTF-8.
+[[nodiscard]] std::string asTyped(const TokenInfoObj& token, const CommandText& command);
+
+}  // namespace vexa
