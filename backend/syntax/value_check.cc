@@ -146,25 +146,21 @@ class ValueCheck {
     }
 
     [[nodiscard]] Result checkQualifier(const QualifierObj& qualifier) const {
-        const TokenInfoObj& name = *qualifier.keyword();
-        const ParamDescriptor* const known = parameter_.findQualifier(name.getString());
         if (parameter_.isCheckedByCommand()) {
             return std::nullopt;
         }
+        const TokenInfoObj& name = *qualifier.keyword();
+        const bool hasValue = qualifier.isTokenList();
+        const ParamDescriptor* const known = parameter_.findQualifier(name.getString());
         if (known == nullptr) {
-            return parameter_.hasStringValue(name.getString()) && !qualifier.isTokenList()
-                       ? std::nullopt
-                       : unknownQualifier(name);
+            const bool bareKeyword = parameter_.hasStringValue(name.getString()) && !hasValue;
+            return bareKeyword ? Result() : Result(unknownQualifier(name));
         }
-        if (known->spec() == Spec::keyword ? qualifier.isTokenList() : !qualifier.isTokenList()) {
-            const bool missing = known->spec() != Spec::keyword;
-            if (missing && known->spec() == Spec::tokens) {
-                return std::nullopt;
-            }
-            return ValueError{
-                std::string(known->name()) +
-                    (missing ? " needs a value: " + describeValue(*known) + "." : " takes no value."),
-                &name};
+        if (known->spec() == Spec::keyword && hasValue) {
+            return ValueError{std::string(known->name()) + " takes no value.", &name};
+        }
+        if (known->spec() != Spec::keyword && known->spec() != Spec::tokens && !hasValue) {
+            return ValueError{std::string(known->name()) + " needs a value: " + describeValue(*known) + ".", &name};
         }
         return ValueCheck(*known, command_).check(qualifier.getTokenList());
     }
