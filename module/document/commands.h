@@ -1,0 +1,16 @@
+// The commands that manage output documents. Each runs the current command of the back end to its end: it
+// parses, checks, sends one request to the output controller and reports into the output log. No exception of
+// the module's own leaves it.
+#pragma once
+
+namespace vexa {
+
+void outputNew();
+void outputActivate();
+void outputName();
+void outputClose();
+void outputDisplay();
+void outputOpen();
+void outputSave();
+
+}  // namespace vexa

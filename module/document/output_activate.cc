@@ -1,0 +1,29 @@
+// OUTPUT ACTIVATE: makes a named document the active one. The name is sent as it is, without a check of its
+// own.
+
+#include "module/document/commands.h"
+#include "module/document/positional_name.h"
+#include "module/frame/document_command.h"
+
+namespace vexa {
+
+namespace {
+
+constexpr CommandIdentity kIdentity{"OUTPUT ACTIVATE", "Output Activate", "OUTPUT ACTIVATE"};
+
+}  // namespace
+
+void outputActivate() {
+    DocumentCommand command(kIdentity, kFreeTokensGrammar);
+    if (!command.parse()) {
+        return;
+    }
+    const auto settings = readPositionalName(command.leading().exportParamObj(), LoneEquals::isName);
+    if (!settings) {
+        command.messages().WrongValueType("NAME", "");
+        return;
+    }
+    command.send(OutputControllerCommand::activate, settings->name, settings->minimized);
+}
+
+}  // namespace vexa

@@ -1,0 +1,31 @@
+// The free tokens of OUTPUT ACTIVATE and OUTPUT NAME: a name, given by position or by keyword, and MINIMIZED.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+#include "backend/adapter/output_controller_messages.h"
+#include "backend/syntax/command_spec.h"
+#include "module/frame/grammar.h"
+
+namespace vexa {
+
+/// The grammar of a command that reads its tokens itself.
+inline constexpr SubcommandRow kFreeTokensGrammar[] = {
+    {"", UPSpecTypes::SubComSpec::freeTokens, true, false},
+};
+
+struct PositionalName {
+    std::string name;
+    OutputDocumentMinimized minimized = OutputDocumentMinimized::no;
+};
+
+/// What a positional token that is itself "=" means.
+enum class LoneEquals { isName, isSkipped };
+
+/// Reads the tokens, or nothing when they do not fit: a keyword without "=" and value, or a second name by
+/// position. Without tokens the name is empty.
+[[nodiscard]] std::optional<PositionalName> readPositionalName(const ParamObj& tokens, LoneEquals loneEquals);
+
+}  // namespace vexa

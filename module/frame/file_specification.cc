@@ -1,0 +1,47 @@
+#include "module/frame/file_specification.h"
+
+#include <algorithm>
+#include <array>
+
+#include "backend/adapter/client_adapter.h"
+#include "backend/paths/file_specification.h"
+
+namespace vexa {
+
+namespace {
+
+using PathBuffer = std::array<char, kFileSpecificationCapacity>;
+
+bool isWhole(std::string_view file) {
+    return file.starts_with('\\') || file.starts_with('/') || (file.size() > 1 && file[1] == ':');
+}
+
+}  // namespace
+
+std::string readFileSpecification(const ParamObj& file, std::string_view keyword, ParserMessage& messages) {
+    std::string text(file.getStringToken());
+    if (text.empty()) {
+        const std::string joined = file.joinedTokens();
+        messages.WrongValueType(keyword, GivenTokens{joined});
+        return text;
+    }
+    PathBuffer buffer;
+    if (ExpandDirectoryHandle(text.c_str(), buffer.data(), static_cast<int>(text.size())) == 0) {
+        text = buffer.data();
+    }
+    return normaliseFileSpec(std::move(text));
+}
+
+std::string normaliseFileSpec(std::string file) {
+    ClientAdapter* const adapter = GetAdapter();
+    if (adapter != nullptr && !adapter->isLocalMode() && !isWhole(file)) {
+        PathBuffer buffer;
+        if (ExpandFileSpecification(file.c_str(), buffer.data()) == 0) {
+            file = buffer.data();
+        }
+    }
+    std::replace(file.begin(), file.end(), '/', '\\');
+    return file;
+}
+
+}  // namespace vexa

@@ -1,0 +1,28 @@
+#include "module/frame/report.h"
+
+namespace vexa {
+
+namespace {
+
+constexpr BpErrorShow kShow = 2;
+constexpr int kMessageText = 1;
+constexpr int kInsertedArgument = 0;
+
+}  // namespace
+
+void reportMessage(std::string_view text, std::string_view argument, BpErrorLevel level) {
+    if (argument.empty()) {
+        reportPlain(text, level);
+        return;
+    }
+    BpComposite message(text, kMessageText);
+    message.Add(BpString(argument, kInsertedArgument));
+    message.Finish();
+    BpError(message, kShow, level);
+}
+
+void reportPlain(std::string_view text, BpErrorLevel level) {
+    BpError(BpString(text, kMessageText), kShow, level);
+}
+
+}  // namespace vexa

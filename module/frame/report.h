@@ -1,0 +1,21 @@
+// The module's own messages in the output log. Texts are in the back end's character set.
+#pragma once
+
+#include <string_view>
+
+#include "backend/pivot/bp_text.h"
+
+namespace vexa {
+
+/// Levels of messages that the module raises itself.
+inline constexpr BpErrorLevel kWarningLevel = 2;
+inline constexpr BpErrorLevel kErrorLevel = 3;
+
+/// Reports `text`, translatable, with `argument`, not translatable, in the place of its marker ^1. An empty
+/// argument gives the text alone.
+void reportMessage(std::string_view text, std::string_view argument, BpErrorLevel level);
+
+/// Reports `text` alone.
+void reportPlain(std::string_view text, BpErrorLevel level);
+
+}  // namespace vexa
