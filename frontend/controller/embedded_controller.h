@@ -1,0 +1,43 @@
+// The output controller inside the program's own process: carries out the requests of the document commands.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "backend/adapter/client_adapter.h"
+#include "frontend/controller/open_documents.h"
+
+namespace vexa::frontend {
+
+class EmbeddedController : public OutputController {
+  public:
+    using Request = VexawMsgOutputControllerRequest;
+    using Response = VexawMsgOutputControllerResponse;
+
+    /// Texts of request and response are in the back end's character set. A refusal changes nothing.
+    bool Send(const Request& request, Response& response) override;
+
+    [[nodiscard]] OpenDocuments& documents() { return documents_; }
+
+  private:
+    /// What a refused request says; the argument is UTF-8.
+    static bool refuse(Response& response, const char* message, std::string_view argument = {});
+
+    bool activate(const Request& request, Response& response);
+    bool close(const Request& request, Response& response);
+    bool display(Response& response) const;
+    bool name(const Request& request, Response& response);
+    bool newDocument(const Request& request, Response& response);
+
+    /// Whether `name` may be given to a document, `except` not counted among those that have it already.
+    bool checkNewName(const std::string& name, const ViewerDocument* except, Response& response) const;
+    /// The document that a request names: "*" is the active one. Null, and a refusal, when there is none.
+    ViewerDocument* documentNamed(const std::string& name, Response& response) const;
+
+    OpenDocuments documents_;
+};
+
+/// The name as messages show it: a document without one has a substitute.
+[[nodiscard]] std::string shownName(const ViewerDocument& document);
+
+}  // namespace vexa::frontend

@@ -1,0 +1,22 @@
+#include "frontend/document/viewer_item.h"
+
+namespace vexa::frontend {
+
+bool operator==(const HeadingContent& left, const HeadingContent& right) {
+    return left.children == right.children;
+}
+
+bool operator==(const TableContent& left, const TableContent& right) {
+    return left.table == right.table || *left.table == *right.table;
+}
+
+bool operator==(const FlatTableContent& left, const FlatTableContent& right) {
+    return left.table == right.table || *left.table == *right.table;
+}
+
+bool operator==(const ViewerItem& left, const ViewerItem& right) {
+    return left.label == right.label && left.visible == right.visible && left.command == right.command &&
+           left.subtype == right.subtype && left.content == right.content;
+}
+
+}  // namespace vexa::frontend

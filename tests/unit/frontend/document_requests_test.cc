@@ -1,0 +1,136 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "frontend/controller/embedded_adapter.h"
+#include "frontend/controller/messages.h"
+#include "tests/unit/frontend/requests.h"
+
+namespace vexa::frontend {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using enum OutputControllerCommand;
+
+class DocumentRequests : public testing::Test {
+  protected:
+    Answer send(OutputControllerCommand command, const std::string& name = "",
+                OutputDocumentMinimized minimized = OutputDocumentMinimized::no) {
+        return sendShort(controller_, command, name, minimized);
+    }
+    void expectRefused(const Answer& answer, const char* message, const std::string& argument) {
+        EXPECT_FALSE(answer.ok);
+        EXPECT_EQ(answer.severity, 3);
+        EXPECT_EQ(answer.message, message);
+        EXPECT_EQ(answer.argument, argument);
+    }
+
+    EmbeddedController controller_;
+};
+
+TEST_F(DocumentRequests, NewMakesTheDocumentActive) {
+    EXPECT_TRUE(send(newDocument, "a").ok);
+    EXPECT_TRUE(send(newDocument).ok);
+    EXPECT_TRUE(send(newDocument).ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("a", "", "*"));
+    EXPECT_FALSE(controller_.documents().active()->isModified());
+}
+
+TEST_F(DocumentRequests, NamesAreTakenWithoutRegardToCase) {
+    send(newDocument, "Ärger");
+    expectRefused(send(newDocument, "äRGER"), messages::nameTaken, "äRGER");
+    send(newDocument, "b");
+    expectRefused(send(name, "ärger"), messages::nameTaken, "ärger");
+    EXPECT_THAT(listed(controller_), ElementsAre("Ärger", "*b"));
+}
+
+TEST_F(DocumentRequests, WordsThatCommandsUseAreNoNames) {
+    expectRefused(send(newDocument, "all"), messages::nameReserved, "all");
+    expectRefused(send(newDocument, "*"), messages::nameReserved, "*");
+    EXPECT_THAT(listed(controller_), IsEmpty());
+}
+
+TEST_F(DocumentRequests, ActivateByNameAndByStar) {
+    send(newDocument, "a");
+    send(newDocument, "b");
+    EXPECT_TRUE(send(activate, "A").ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("*a", "b"));
+    EXPECT_TRUE(send(activate, "*", OutputDocumentMinimized::yes).ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("*a", "b"));
+    EXPECT_TRUE(controller_.documents().active()->isMinimised());
+}
+
+TEST_F(DocumentRequests, ActivateRefusesWhatIsNotOpen) {
+    expectRefused(send(activate, "a"), messages::noDocumentOpen, "");
+    expectRefused(send(activate, "*"), messages::noDocumentOpen, "");
+    expectRefused(send(activate), messages::nameMissing, "");
+    send(newDocument, "a");
+    send(newDocument);
+    expectRefused(send(activate, "c"), messages::noSuchDocument, "c (open: a, (unnamed))");
+    for (const char* each : {"d", "e", "f", "g"}) {
+        send(newDocument, each);
+    }
+    expectRefused(send(activate, "c"), messages::noSuchDocument, "c");
+}
+
+TEST_F(DocumentRequests, NameGivesChangesAndTakesAway) {
+    expectRefused(send(name, "a"), messages::noDocumentOpen, "");
+    send(newDocument);
+    EXPECT_TRUE(send(name, "a").ok);
+    EXPECT_TRUE(send(name, "A").ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("*A"));
+    EXPECT_TRUE(controller_.documents().active()->isModified());
+    EXPECT_TRUE(send(name).ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("*"));
+}
+
+TEST_F(DocumentRequests, NameBringsNoDocumentBackFromItsMinimisedState) {
+    send(newDocument, "a", OutputDocumentMinimized::yes);
+    send(name, "b");
+    EXPECT_TRUE(controller_.documents().active()->isMinimised());
+    send(activate, "b");
+    EXPECT_FALSE(controller_.documents().active()->isMinimised());
+}
+
+TEST_F(DocumentRequests, ALockedDocumentKeepsItsName) {
+    send(newDocument, "a");
+    controller_.documents().active()->setLock({false, true});
+    expectRefused(send(name, "b"), messages::documentLocked, "a");
+    EXPECT_THAT(listed(controller_), ElementsAre("*a"));
+}
+
+TEST_F(DocumentRequests, ClosingTheActiveOneActivatesTheMostRecentOfTheOthers) {
+    for (const char* each : {"a", "b", "c"}) {
+        send(newDocument, each);
+    }
+    send(activate, "a");
+    send(activate, "c");
+    EXPECT_TRUE(send(close).ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("*a", "b"));
+    EXPECT_TRUE(send(close, "B").ok);
+    EXPECT_TRUE(send(close, "*").ok);
+    EXPECT_THAT(listed(controller_), IsEmpty());
+}
+
+TEST_F(DocumentRequests, CloseAllAndCloseOfNothing) {
+    expectRefused(send(close, "*"), messages::noDocumentOpen, "");
+    EXPECT_TRUE(send(close, "ALL").ok);
+    send(newDocument, "a");
+    send(newDocument, "b");
+    expectRefused(send(close, "c"), messages::noSuchDocument, "c (open: a, b)");
+    EXPECT_TRUE(send(close, "All").ok);
+    EXPECT_THAT(listed(controller_), IsEmpty());
+}
+
+TEST(EmbeddedAdapter, AnswersWhatItCanAndSaysWhatItCannot) {
+    EmbeddedAdapter local(true);
+    EmbeddedAdapter remote(false);
+    EXPECT_TRUE(local.isLocalMode());
+    EXPECT_FALSE(remote.isLocalMode());
+    EXPECT_EQ(local.exchangeExport("<exportSpecification/>"), "");
+    EXPECT_EQ(local.exchangeModify("<modifyOutputObject/>"), messages::modificationMissing);
+    ASSERT_NE(local.outputController(), nullptr);
+}
+
+}  // namespace
+}  // namespace vexa::frontend
