@@ -7,6 +7,12 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
+# Results of earlier compilations are used again where ccache is there.
+find_program(VEXA_CCACHE ccache)
+if(VEXA_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${VEXA_CCACHE})
+endif()
+
 add_library(vexa_options INTERFACE)
 target_include_directories(vexa_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(vexa_options INTERFACE

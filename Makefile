@@ -1,0 +1,48 @@
+# A thin front for cmake, ctest and tools/: every recipe is one line that can be typed by hand as well.
+
+FUZZ_SECONDS ?= 30
+
+.DEFAULT_GOAL := help
+.PHONY: help packages build demo test bench format bless fuzz windows asan tidy check-format coverage
+
+help: ## Print this list
+	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' Makefile
+
+packages: ## Install the Debian packages that are missing (nothing happens when all are there)
+	@tools/install-packages
+
+build: packages ## Build the program: build/release/bin/vexa, the module in build/release/lib
+	@tools/build release
+
+demo: build ## Build, then run examples/demo.vxs and show what it made and traced (build/demo)
+	@tools/demo
+
+test: packages ## Build and run everything: tests, transcripts, sanitizers, corpora, checks, format, tidy
+	@tools/run_tests
+
+bench: build ## Build and run the benchmarks
+	@tools/bench
+
+format: packages ## Format every source file of ours in place
+	@tools/format --write
+
+bless: build ## Rewrite the expected parts of the transcripts (FILTER=text in the path) from what the program does now
+	@tools/transcripts --program build/release/bin/vexa --bless $(FILTER)
+
+fuzz: packages ## Run every fuzz target for FUZZ_SECONDS (30) seconds; new inputs go to build/fuzz/corpus
+	@FUZZ_SECONDS=$(FUZZ_SECONDS) tools/fuzz $(FILTER)
+
+windows: ## Build for Windows (not there yet: says so and fails)
+	@echo "make windows: the Windows build is not there yet; only its preset and toolchain file exist" >&2; exit 1
+
+asan: packages ## Build with the sanitizers and run unit tests, corpora and transcripts under them
+	@tools/run_tests asan
+
+tidy: packages ## Run clang-tidy on what changed since its last run
+	@tools/tidy
+
+check-format: packages ## Fail when a source file of ours is not formatted
+	@tools/format
+
+coverage: packages ## Build with counters, run the tests, print the covered lines of each folder
+	@tools/coverage

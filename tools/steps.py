@@ -1,0 +1,92 @@
+"""Steps of the test run: each runs a command, shows what it prints, and says how many tests passed and failed."""
+
+import os
+import re
+import subprocess
+import sys
+import time
+import xml.etree.ElementTree
+
+import repository
+
+SANITIZER_SETTINGS = {
+    "ASAN_OPTIONS": "detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1",
+    "ASAN_SYMBOLIZER_PATH": "/usr/lib/llvm-14/bin/llvm-symbolizer",
+    "UBSAN_OPTIONS": "print_stacktrace=1",
+}
+CLOSING_COUNT = re.compile(r"^(\d+) passed, (\d+) failed$")
+
+
+class Tally:
+    """Counts over all steps."""
+
+    def __init__(self):
+        self.passed = 0
+        self.failed = 0
+        self.failures = []  # titles of the steps that failed
+
+    def add(self, title, passed, failed, seconds):
+        self.passed += passed
+        self.failed += failed
+        if failed:
+            self.failures.append(title)
+        print(f"   {title}: {passed} ok, {failed} not ok ({seconds:.0f} s)", flush=True)
+
+
+def run(tally, title, command, count=None):
+    """Runs one step. count(output, status) gives (passed, failed); without it the step counts as one test. A step that
+    exits with a failure always has at least one failed test."""
+    print(f"== {title}", flush=True)
+    start = time.monotonic()
+    process = subprocess.Popen(command, cwd=repository.ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                               stdin=subprocess.DEVNULL, text=True, errors="replace", env=surroundings())
+    lines = []
+    for line in process.stdout:
+        lines.append(line)
+        # The closing count of a step is kept for the end of everything: there is one such line.
+        if not CLOSING_COUNT.match(line):
+            sys.stdout.write(line)
+            sys.stdout.flush()
+    status = process.wait()
+    passed, failed = count("".join(lines), status) if count else (int(status == 0), int(status != 0))
+    if status != 0 and failed == 0:
+        failed = 1
+    tally.add(title, passed, failed, time.monotonic() - start)
+    return status == 0 and failed == 0
+
+
+def surroundings():
+    return {**os.environ, **SANITIZER_SETTINGS}
+
+
+def count_closing_line(output, _status):
+    """For programs that end with a line 'N passed, N failed'."""
+    matches = [CLOSING_COUNT.match(line) for line in output.splitlines()]
+    counts = [match for match in matches if match]
+    return (int(counts[-1].group(1)), int(counts[-1].group(2))) if counts else (0, 1)
+
+
+def count_unittest(output, _status):
+    """For python's unittest."""
+    ran = re.search(r"^Ran (\d+) tests?", output, re.MULTILINE)
+    if not ran:
+        return 0, 1
+    failed = sum(int(number) for number in re.findall(r"(?:failures|errors)=(\d+)", output))
+    skipped = sum(int(number) for number in re.findall(r"skipped=(\d+)", output))
+    return int(ran.group(1)) - failed - skipped, failed
+
+
+def junit_counter(path):
+    """For ctest, which writes its results to path; a test that was skipped or not run did not pass."""
+    def count(_output, _status):
+        try:
+            suite = xml.etree.ElementTree.parse(path).getroot()
+        except (OSError, xml.etree.ElementTree.ParseError):
+            return 0, 1
+        states = [case.get("status") for case in suite.iter("testcase")]
+        skipped = sum(state in ("notrun", "disabled") for state in states)
+        if skipped:
+            print(f"   {skipped} skipped")
+        failed = sum(state == "fail" for state in states)
+        return len(states) - skipped - failed, failed
+    return count
