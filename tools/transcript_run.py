@@ -1,0 +1,291 @@
+"""Runs one transcript in a scratch folder and compares, or blesses, what happened."""
+
+import difflib
+import json
+import os
+import pathlib
+import shlex
+import shutil
+import signal
+import subprocess
+import tempfile
+
+import transcript_case
+
+NOW = "2026-03-05T10:07:09"
+# Programs under test may lay out what they print by the length of a path, so every scratch folder's path has the
+# same length: it does not stand where the surroundings' TMPDIR points to.
+SCRATCH_PARENT = "/tmp" if os.name == "posix" else None
+LARGEST_OUTPUT = 8 * 1024 * 1024
+
+
+class Outcome:
+    """What one run did; texts with the scratch folder's path replaced by {DIR}."""
+
+    def __init__(self):
+        self.status = 0
+        self.timed_out = False
+        self.output = ""
+        self.messages = ""
+        self.trace = []  # one decoded value an event
+        self.trace_error = ""
+        self.produced = {}  # file name -> text, or None when it is not there
+
+
+class Scratch:
+    """The folder of one run, and how its path is written in a transcript."""
+
+    def __init__(self):
+        self.path = pathlib.Path(tempfile.mkdtemp(prefix="vexa-case-", dir=SCRATCH_PARENT)).resolve()
+        self.native = str(self.path)
+        self.backslashes = self.native.replace("/", "\\")
+
+    def expand(self, text):
+        return text.replace("{DIR}", self.native).replace("{BDIR}", self.backslashes)
+
+    def hide(self, value):
+        """The value (text, or a decoded JSON value) with {DIR} for the folder's path."""
+        if isinstance(value, str):
+            return value.replace(self.native, "{DIR}").replace(self.backslashes, "{DIR}")
+        if isinstance(value, list):
+            return [self.hide(item) for item in value]
+        if isinstance(value, dict):
+            return {self.hide(key): self.hide(item) for key, item in value.items()}
+        return value
+
+    def write(self, name, content):
+        path = self.path / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+
+    def write_section(self, name, section):
+        """A fixture: text with the placeholders expanded, binary content as it is."""
+        content = section.content()
+        binary = section.words[-1:] == ["base64"]
+        self.write(name, content if binary else self.expand(content.decode("utf-8")).encode("utf-8"))
+
+
+def run(case, options):
+    """options: command (list), time_limit (seconds). The scratch folder is gone afterwards."""
+    scratch = Scratch()
+    try:
+        prepare(case, scratch)
+        outcome = Outcome()
+        execute(case, scratch, options, outcome)
+        read_trace(scratch, outcome)
+        for section in case.all("produced") + case.all("absent"):
+            outcome.produced[section.words[0]] = read_produced(scratch, section)
+        return outcome
+    finally:
+        shutil.rmtree(scratch.path, ignore_errors=True)
+
+
+def prepare(case, scratch):
+    for section in case.all("file"):
+        scratch.write_section(section.words[0], section)
+    for name, file_name in (("input", "case.vxs"), ("answers", "answers.jsonl")):
+        if case.section(name):
+            scratch.write_section(file_name, case.section(name))
+
+
+def words_of(text, scratch):
+    """Arguments, split as a shell would line by line, then with the placeholders expanded."""
+    return [scratch.expand(word) for line in text.splitlines() for word in shlex.split(line)]
+
+
+def command_line(case, scratch):
+    if case.section("args"):
+        return words_of(case.text("args"), scratch)
+    answers = ["--adapter", "script:answers.jsonl"] if case.section("answers") else []
+    given = words_of(case.text("options"), scratch)
+    return ["run", "--now", NOW, "--trace", "trace.jsonl", *answers, *given, "case.vxs"]
+
+
+def environment(case, scratch):
+    """The surroundings of a run: those of this process, with everything that output may depend on fixed."""
+    values = {key: value for key, value in os.environ.items() if key not in ("COLUMNS", "LINES", "LANGUAGE")}
+    values.update(LC_ALL="C.UTF-8", TZ="UTC", TERM="dumb", HOME=scratch.native)
+    for line in case.text("env").splitlines():
+        key, _, value = line.partition("=")
+        values[key] = scratch.expand(value)
+    return values
+
+
+def execute(case, scratch, options, outcome):
+    with tempfile.TemporaryFile() as stdin, tempfile.TemporaryFile() as stdout, tempfile.TemporaryFile() as stderr:
+        stdin.write(scratch.expand(case.text("stdin")).encode("utf-8"))
+        stdin.seek(0)
+        process = subprocess.Popen([*options.command, *command_line(case, scratch)], cwd=scratch.path, stdin=stdin,
+                                   stdout=stdout, stderr=stderr, env=environment(case, scratch),
+                                   start_new_session=True)
+        try:
+            outcome.status = process.wait(options.time_limit)
+        except subprocess.TimeoutExpired:
+            outcome.timed_out = True
+        kill_group(process)
+        outcome.output = read_stream(scratch, stdout)
+        outcome.messages = read_stream(scratch, stderr)
+
+
+def kill_group(process):
+    """Ends whatever the case left running; it has its own process group."""
+    try:
+        os.killpg(process.pid, signal.SIGKILL)
+    except (AttributeError, OSError):
+        process.kill()
+    process.wait()
+
+
+def read_stream(scratch, file):
+    file.seek(0)
+    text = file.read(LARGEST_OUTPUT).decode("utf-8", errors="backslashreplace")
+    return transcript_case.normalised(scratch.hide(text.replace("\r\n", "\n")))
+
+
+def read_trace(scratch, outcome):
+    path = scratch.path / "trace.jsonl"
+    if not path.is_file():
+        return
+    for number, line in enumerate(path.read_bytes().splitlines(), start=1):
+        try:
+            event = json.loads(line.decode("utf-8"))
+            outcome.trace.append(scratch.hide(event))
+            if not isinstance(event, dict) or "event" not in event:
+                raise ValueError("is no object with an event")
+        except ValueError as error:
+            outcome.trace_error = f"line {number} of the trace cannot be read: {error}: {line[:200]!r}"
+            return
+
+
+def read_produced(scratch, section):
+    path = scratch.path / section.words[0]
+    if not path.is_file():
+        return None
+    text = path.read_bytes().decode("utf-8", errors="backslashreplace").replace("\r\n", "\n")
+    return transcript_case.normalised(scratch.hide(text))
+
+
+def compact(event):
+    return json.dumps(event, ensure_ascii=False, separators=(",", ":"))
+
+
+def actual_trace(section, outcome):
+    """The lines of the events that the section compares: all, or those of the kinds in its header."""
+    events = [event for event in outcome.trace if not section.words or event["event"] in section.words]
+    return "".join(compact(event) + "\n" for event in events)
+
+
+def expected_trace(case, section):
+    """The section's lines in the form of actual_trace; the order of keys counts for nothing."""
+    lines = []
+    for line in filter(None, section.text.split("\n")):
+        try:
+            lines.append(compact(json.loads(line)) + "\n")
+        except ValueError as error:
+            raise transcript_case.FormError(f"{case.path}: trace: {error}: {line}") from error
+    return "".join(lines)
+
+
+def same_trace(expected, actual):
+    def events(text):
+        return [json.dumps(json.loads(line), sort_keys=True) for line in text.split("\n") if line]
+
+    return events(expected) == events(actual)
+
+
+def difference(name, expected, actual):
+    lines = difflib.unified_diff(expected.split("\n"), actual.split("\n"), f"{name} expected", name, lineterm="")
+    return "\n".join(lines)
+
+
+def status_complaint(case, outcome):
+    """What is wrong with how the run ended, or nothing."""
+    if outcome.status == case.status():
+        return []
+    if outcome.status < 0:
+        ended = f"was killed by signal {signal.Signals(-outcome.status).name}"
+    else:
+        ended = f"exited with status {outcome.status}"
+    return [f"the program {ended}, expected status {case.status()}"]
+
+
+def hopeless(case, outcome):
+    """Complaints that no blessing can repair."""
+    complaints = []
+    if outcome.timed_out:
+        complaints.append("the time limit was reached and the program killed")
+    elif outcome.status < 0 or (outcome.status != 0) != case.is_bad:
+        complaints += status_complaint(case, outcome)
+    if outcome.trace_error:
+        complaints.append(outcome.trace_error)
+    if complaints and outcome.messages and not case.section("messages"):
+        complaints.append("messages:\n" + outcome.messages.rstrip("\n"))
+    return complaints
+
+
+def produced_complaints(case, outcome):
+    complaints = []
+    for section in case.all("produced"):
+        actual = outcome.produced[section.words[0]]
+        if actual is None:
+            complaints.append(f"{section.words[0]} was not produced")
+        elif section.text and section.text != actual:
+            complaints.append(difference(section.words[0], section.text, actual))
+    complaints += [f"{section.words[0]} is there" for section in case.all("absent")
+                   if outcome.produced[section.words[0]] is not None]
+    return complaints
+
+
+def compare(case, outcome):
+    """Complaints; none when everything is as the case says."""
+    complaints = hopeless(case, outcome) or status_complaint(case, outcome)
+    trace = case.section("trace")
+    if trace:
+        expected, actual = expected_trace(case, trace), actual_trace(trace, outcome)
+        if not same_trace(expected, actual):
+            complaints.append(difference("trace", expected, actual))
+    for name, actual in (("output", outcome.output), ("messages", outcome.messages)):
+        section = case.section(name)
+        if section and section.text != actual:
+            complaints.append(difference(name, section.text, actual))
+    return complaints + produced_complaints(case, outcome)
+
+
+def refuse_headers(case, name, text):
+    """A text with a line that reads like a section's header cannot stand in a transcript."""
+    if any(transcript_case.HEADER.match(line) for line in text.splitlines()):
+        raise transcript_case.FormError(f"{case.path}: {name} holds a line like a section's header")
+    return text
+
+
+def bless(case, outcome):
+    """Rewrites the expectations that the case has; complaints when what happened must not be blessed."""
+    complaints = hopeless(case, outcome)
+    if complaints:
+        return complaints
+    for section in case.sections:
+        bless_section(case, section, outcome)
+    case.write()
+    return compare(case, outcome)
+
+
+def bless_section(case, section, outcome):
+    if section.name == "trace":
+        bless_trace(case, section, outcome)
+    elif section.name in ("output", "messages"):
+        section.text = refuse_headers(case, section.name, getattr(outcome, section.name))
+    elif section.name == "produced" and section.text and outcome.produced[section.words[0]] is not None:
+        section.text = refuse_headers(case, section.words[0], outcome.produced[section.words[0]])
+    elif section.name == "status":
+        section.text = f"{outcome.status}\n"
+
+
+def bless_trace(case, section, outcome):
+    """Leaves a trace that holds already as it was written."""
+    actual = actual_trace(section, outcome)
+    try:
+        holds = same_trace(expected_trace(case, section), actual)
+    except transcript_case.FormError:
+        holds = False
+    if not holds:
+        section.text = actual
