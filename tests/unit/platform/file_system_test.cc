@@ -1,0 +1,253 @@
+#include "backend/platform/file_system.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace vexa {
+namespace {
+
+namespace fs = std::filesystem;
+using std::string;
+
+constexpr std::uint64_t kLimit = 1000;
+
+/// A folder for one test, gone with it.
+class FileSystemTest : public ::testing::Test {
+  protected:
+    FileSystemTest() {
+        string name = (fs::temp_directory_path() / "vexa-test-XXXXXX").string();
+        folder_ = mkdtemp(name.data());
+    }
+    ~FileSystemTest() override {
+        FileSystem::install(nullptr);
+        fs::remove_all(folder_);
+    }
+
+    [[nodiscard]] string path(const char* name) const { return (folder_ / name).string(); }
+    void write(const char* name, const string& content) const { std::ofstream(folder_ / name) << content; }
+    [[nodiscard]] string contentOf(const char* name) const {
+        std::ifstream file(folder_ / name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    [[nodiscard]] std::size_t filesInFolder() const {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), {}));
+    }
+    [[nodiscard]] mode_t modeOf(const char* name) const {
+        struct stat status {};
+        EXPECT_EQ(stat(path(name).c_str(), &status), 0);
+        return status.st_mode & 0777U;
+    }
+
+    fs::path folder_;
+};
+
+TEST_F(FileSystemTest, ReadsWholeFilesUpToTheLimit) {
+    write("a", string(kLimit, 'x'));
+    write("b", string(kLimit + 1, 'x'));
+    write("empty", "");
+    string content = "from before";
+    EXPECT_TRUE(FileSystem::current().read(path("empty"), content, kLimit));
+    EXPECT_EQ(content, "");
+    EXPECT_TRUE(FileSystem::current().read(path("a"), content, kLimit));
+    EXPECT_EQ(content, string(kLimit, 'x'));
+    const FileResult tooLarge = FileSystem::current().read(path("b"), content, kLimit);
+    EXPECT_FALSE(tooLarge);
+    EXPECT_EQ(tooLarge.reason, "The file is larger than 1000 bytes");
+    EXPECT_EQ(content, "");
+}
+
+TEST_F(FileSystemTest, ReadsPathsWithBackslashes) {
+    fs::create_directory(folder_ / "sub");
+    write("sub/a", "text");
+    string content;
+    EXPECT_TRUE(FileSystem::current().read(toBackslashPath(path("sub/a")), content, kLimit));
+    EXPECT_EQ(content, "text");
+}
+
+TEST_F(FileSystemTest, RefusesWhatIsNoFile) {
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+    const struct {
+        string path, reason;
+    } cases[] = {
+        {path("none"), "No such file or directory"},
+        {folder_.string(), "Is a directory"},
+        {path("pipe"), "Not a file but a device or a pipe"},
+        {"/dev/zero", "Not a file but a device or a pipe"},
+        {"", "No such file or directory"},
+    };
+    for (const auto& one : cases) {
+        string content;
+        const FileResult result = FileSystem::current().read(one.path, content, kLimit);
+        EXPECT_FALSE(result) << one.path;
+        EXPECT_EQ(result.reason, one.reason) << one.path;
+    }
+}
+
+TEST_F(FileSystemTest, ReadHonoursTheLimitOfFilesThatReportNoSize) {
+    string content;
+    EXPECT_FALSE(FileSystem::current().read("/proc/self/maps", content, 10));
+    EXPECT_EQ(content, "");
+}
+
+TEST_F(FileSystemTest, TellsFilesFromFolders) {
+    write("a", "");
+    FileSystem& files = FileSystem::current();
+    EXPECT_TRUE(files.isFile(path("a")));
+    EXPECT_FALSE(files.isFolder(path("a")));
+    EXPECT_TRUE(files.isFolder(toBackslashPath(folder_.string())));
+    EXPECT_FALSE(files.isFile(folder_.string()));
+    EXPECT_FALSE(files.isFile(path("none")));
+    EXPECT_EQ(files.workingFolder(), fs::current_path().string());
+}
+
+TEST_F(FileSystemTest, WritesNewAndOldFiles) {
+    EXPECT_TRUE(writeFileAtomically(path("a"), "first"));
+    EXPECT_EQ(contentOf("a"), "first");
+    EXPECT_TRUE(writeFileAtomically(toBackslashPath(path("a")), "second"));
+    EXPECT_EQ(contentOf("a"), "second");
+    EXPECT_TRUE(writeFileAtomically(path("a"), ""));
+    EXPECT_EQ(contentOf("a"), "");
+    EXPECT_EQ(filesInFolder(), 1U);
+}
+
+TEST_F(FileSystemTest, ANewFileHasTheUsualRightsAndAnOldOneKeepsItsOwn) {
+    const mode_t mask = umask(027);
+    EXPECT_TRUE(writeFileAtomically(path("new"), "x"));
+    write("old", "x");
+    ASSERT_EQ(chmod(path("old").c_str(), 0604), 0);
+    EXPECT_TRUE(writeFileAtomically(path("old"), "y"));
+    umask(mask);
+    EXPECT_EQ(modeOf("new"), 0640U);
+    EXPECT_EQ(modeOf("old"), 0604U);
+}
+
+TEST_F(FileSystemTest, WritesThroughSymbolicLinks) {
+    fs::create_directory(folder_ / "sub");
+    write("sub/file", "old");
+    fs::create_symlink("sub/file", folder_ / "link");
+    fs::create_symlink("link", folder_ / "second");
+    fs::create_symlink("sub/new", folder_ / "dangling");
+    EXPECT_TRUE(writeFileAtomically(path("second"), "new"));
+    EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
+    EXPECT_TRUE(fs::is_symlink(folder_ / "second"));
+    EXPECT_EQ(contentOf("sub/file"), "new");
+    EXPECT_TRUE(writeFileAtomically(path("dangling"), "made"));
+    EXPECT_EQ(contentOf("sub/new"), "made");
+}
+
+TEST_F(FileSystemTest, RefusesTargetsThatCannotBeReplaced) {
+    fs::create_symlink("loop", folder_ / "loop");
+    write("file", "");
+    for (const string& target :
+         {folder_.string(), path("loop"), path("none/a"), path("file/a"), string("/dev/null")}) {
+        const FileResult result = writeFileAtomically(target, "x");
+        EXPECT_FALSE(result) << target;
+        EXPECT_NE(result.reason, "") << target;
+    }
+    EXPECT_EQ(filesInFolder(), 2U);
+}
+
+/// The superuser may write everywhere, so the test of rights is carried out as another user.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() {
+        constexpr uid_t kNobody = 65534;
+        if (superuser_) {
+            EXPECT_EQ(seteuid(kNobody), 0);
+        }
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() {
+        if (superuser_) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+
+  private:
+    bool superuser_ = geteuid() == 0;
+};
+
+TEST_F(FileSystemTest, LeavesAProtectedFileAlone) {
+    write("a", "old");
+    ASSERT_EQ(chmod(folder_.c_str(), 0777), 0);
+    ASSERT_EQ(chmod(path("a").c_str(), 0444), 0);
+    FileResult result;
+    {
+        const OrdinaryUser user;
+        result = writeFileAtomically(path("a"), "new");
+    }
+    EXPECT_FALSE(result);
+    EXPECT_EQ(result.reason, "Permission denied");
+    EXPECT_EQ(contentOf("a"), "old");
+    EXPECT_EQ(filesInFolder(), 1U);
+}
+
+/// The system's file system, whose `failing`-th operation fails.
+class FaultyFileSystem final : public FileSystem {
+  public:
+    FaultyFileSystem(FileSystem& files, int failing) : files_(files), failing_(failing) {}
+
+    [[nodiscard]] int operations() const { return operations_; }
+
+    FileResult read(const string& path, string& content, std::uint64_t limit) override {
+        return fails() ? failure() : files_.read(path, content, limit);
+    }
+    bool isFile(const string& path) override { return files_.isFile(path); }
+    bool isFolder(const string& path) override { return files_.isFolder(path); }
+    string workingFolder() override { return files_.workingFolder(); }
+    FileResult createTemporary(const string& path, string& temporary) override {
+        return fails() ? failure() : files_.createTemporary(path, temporary);
+    }
+    FileResult append(const string& path, std::string_view bytes) override {
+        if (!fails()) return files_.append(path, bytes);
+        static_cast<void>(files_.append(path, bytes.substr(0, bytes.size() / 2)));
+        return failure();
+    }
+    FileResult flush(const string& path) override { return fails() ? failure() : files_.flush(path); }
+    FileResult replace(const string& from, const string& to) override {
+        return fails() ? failure() : files_.replace(from, to);
+    }
+    FileResult remove(const string& path) override { return files_.remove(path); }
+
+  private:
+    bool fails() { return ++operations_ == failing_; }
+    static FileResult failure() { return {false, "No space left on device"}; }
+
+    FileSystem& files_;
+    int failing_;
+    int operations_ = 0;
+};
+
+TEST_F(FileSystemTest, AFailureOfAnyOperationLeavesTheOldFileAndNoOther) {
+    constexpr int kOperations = 4;
+    write("a", "old");
+    for (int failing = 1; failing <= kOperations; ++failing) {
+        FaultyFileSystem faulty(FileSystem::current(), failing);
+        FileSystem::install(&faulty);
+        const FileResult result = writeFileAtomically(path("a"), "new");
+        FileSystem::install(nullptr);
+        EXPECT_FALSE(result) << failing;
+        EXPECT_EQ(result.reason, "No space left on device") << failing;
+        EXPECT_EQ(contentOf("a"), "old") << failing;
+        EXPECT_EQ(filesInFolder(), 1U) << failing;
+    }
+    FaultyFileSystem sound(FileSystem::current(), 0);
+    FileSystem::install(&sound);
+    EXPECT_TRUE(writeFileAtomically(path("a"), "new"));
+    EXPECT_EQ(sound.operations(), kOperations);
+    EXPECT_EQ(contentOf("a"), "new");
+}
+
+TEST(PathForms, ExchangeTheSeparators) {
+    EXPECT_EQ(toBackslashPath("/a/b\\c"), "\\a\\b\\c");
+    EXPECT_EQ(toNativePath("\\a/b\\c"), "/a/b/c");
+}
+
+}  // namespace
+}  // namespace vexa

@@ -1,0 +1,3 @@
+// Loaded by the test of dynamic libraries.
+extern "C" void sampleEntry();
+void sampleEntry() {}
