@@ -2,6 +2,7 @@
 #include <unicode/ucnv_cb.h>
 #include <unicode/ucnv_err.h>
 
+#include <array>
 #include <cassert>
 
 #include "backend/platform/character_set_implementations.h"
@@ -33,6 +34,7 @@ class IcuConverter final : public CodePageConverter {
 
   private:
     void stopAtErrors(bool stop) const;
+    [[nodiscard]] Reading unassigned(std::string_view bytes) const;
     UErrorCode convert(std::string_view text, std::u16string& result) const;
 
     ConverterPointer converter_;
@@ -65,21 +67,30 @@ UErrorCode IcuConverter::convert(std::string_view text, std::u16string& result) 
 
 CodePageConverter::Reading IcuConverter::classify(std::string_view bytes) const {
     stopAtErrors(true);
-    std::u16string units;
-    const UErrorCode status = convert(bytes, units);
-    if (status == U_TRUNCATED_CHAR_FOUND) return units.empty() ? Reading::needsMore : Reading::broken;
-    if (U_FAILURE(status)) {
-        char invalid[8] = {};
-        auto length = static_cast<int8_t>(sizeof invalid);
-        UErrorCode asked = U_ZERO_ERROR;
-        ucnv_getInvalidChars(converter_.get(), invalid, &length, &asked);
-        const bool whole = U_SUCCESS(asked) && static_cast<std::size_t>(length) == bytes.size();
-        return status == U_INVALID_CHAR_FOUND && whole ? Reading::character : Reading::broken;
-    }
-    // A character may be two units, as a pair of surrogates or a letter with its mark; two ASCII characters
-    // are not one.
-    const bool endsInAscii = units.size() > 1 && units.back() < 0x80;
+    ucnv_resetToUnicode(converter_.get());
+    std::array<UChar, 16> units{};
+    UChar* end = units.data();
+    const char* source = bytes.data();
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_toUnicode(converter_.get(), &end, units.data() + units.size(), &source, bytes.data() + bytes.size(),
+                   nullptr, 1, &status);
+    if (status == U_TRUNCATED_CHAR_FOUND) return end == units.data() ? Reading::needsMore : Reading::broken;
+    if (U_FAILURE(status)) return status == U_INVALID_CHAR_FOUND ? unassigned(bytes) : Reading::broken;
+    // A character may be two units, as a pair of surrogates or a letter with its mark; what ends in an ASCII
+    // character is two characters.
+    const bool endsInAscii = end - units.data() > 1 && *(end - 1) < 0x80;
     return endsInAscii ? Reading::broken : Reading::character;
+}
+
+/// The bytes just read have the form of the set, but nothing stands for them: one character if they are all
+/// of it.
+CodePageConverter::Reading IcuConverter::unassigned(std::string_view bytes) const {
+    std::array<char, 8> invalid{};
+    auto length = static_cast<int8_t>(invalid.size());
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_getInvalidChars(converter_.get(), invalid.data(), &length, &status);
+    const bool whole = U_SUCCESS(status) && static_cast<std::size_t>(length) == bytes.size();
+    return whole ? Reading::character : Reading::broken;
 }
 
 std::u16string IcuConverter::toUtf16(std::string_view text) const {

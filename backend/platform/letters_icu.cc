@@ -15,6 +15,11 @@ bool takesNoColumn(char32_t code, int category) {
     return (code >= 0x1160 && code <= 0x11FF) || (code >= 0xD7B0 && code <= 0xD7FF);
 }
 
+/// Ideographs and syllables: the bulk of wide text, known without a look into the tables.
+bool isIdeographOrSyllable(char32_t code) {
+    return (code >= 0x4E00 && code <= 0x9FFF) || (code >= 0xAC00 && code <= 0xD7A3);
+}
+
 /// One of the letters that two by two make a flag: each takes half of the flag's two columns.
 bool isFlagLetter(char32_t code) { return code >= 0x1F1E6 && code <= 0x1F1FF; }
 
@@ -28,6 +33,7 @@ char32_t capitalLetter(char32_t code) { return static_cast<char32_t>(u_toupper(s
 
 int letterWidth(char32_t code) {
     if (code < 0x300) return 1;
+    if (isIdeographOrSyllable(code)) return 2;
     const auto character = static_cast<UChar32>(code);
     if (takesNoColumn(code, u_charType(character))) return 0;
     if (isFlagLetter(code)) return 1;

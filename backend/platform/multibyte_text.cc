@@ -32,21 +32,23 @@ std::size_t lengthAt(const CharacterSet& set, std::string_view text) {
     return set.isUtf8() ? decodeUtf8(text).length : set.characterLength(text.data(), text.size());
 }
 
-/// Takes the first character off `text` and gives what stands for it in comparisons.
-char32_t takeFolded(const CharacterSet& set, std::string_view& text) {
-    const unsigned char first = byteOf(text[0]);
-    const std::size_t length = lengthAt(set, text);
-    const char32_t folded = first < 0x80 ? kLowerCase[first] : set.foldedCharacter(text.substr(0, length));
-    text.remove_prefix(length);
-    return folded;
+/// What stands for `character` in comparisons.
+char32_t foldedAt(const CharacterSet& set, std::string_view character) {
+    const unsigned char first = byteOf(character[0]);
+    return first < 0x80 ? kLowerCase[first] : set.foldedCharacter(character);
 }
 
 int compareByCharacter(std::string_view left, std::string_view right) {
     const CharacterSet& set = currentCharacterSet();
     while (!left.empty() && !right.empty()) {
-        const char32_t l = takeFolded(set, left);
-        const char32_t r = takeFolded(set, right);
-        if (l != r) return l < r ? -1 : 1;
+        const std::string_view l = left.substr(0, lengthAt(set, left));
+        const std::string_view r = right.substr(0, lengthAt(set, right));
+        left.remove_prefix(l.size());
+        right.remove_prefix(r.size());
+        if (l == r) continue;
+        const char32_t foldedLeft = foldedAt(set, l);
+        const char32_t foldedRight = foldedAt(set, r);
+        if (foldedLeft != foldedRight) return foldedLeft < foldedRight ? -1 : 1;
     }
     return static_cast<int>(!left.empty()) - static_cast<int>(!right.empty());
 }

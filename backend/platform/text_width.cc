@@ -20,6 +20,11 @@ bool steersDisplay(char32_t code) {
 
 bool isPlainAscii(char c) { return c >= ' ' && c <= '~'; }
 
+/// Bytes at the beginning of `text` that are all printable ASCII characters.
+std::size_t plainPrefix(std::string_view text) {
+    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isPlainAscii) - text.begin());
+}
+
 std::size_t widthOf(char32_t code) {
     if (code < 0x300 || steersDisplay(code)) return 1;
     return static_cast<std::size_t>(letterWidth(code));
@@ -93,17 +98,15 @@ void wrapLine(std::string_view line, std::size_t width, std::vector<std::string>
 
 std::size_t displayWidth(std::string_view text) {
     std::size_t width = 0;
-    while (!text.empty()) {
-        if (isPlainAscii(text[0])) {
-            ++width;
-            text.remove_prefix(1);
-            continue;
-        }
+    for (;;) {
+        const std::size_t plain = plainPrefix(text);
+        width += plain;
+        text.remove_prefix(plain);
+        if (text.empty()) return width;
         const Utf8Character character = decodeUtf8(text);
         width += widthOf(character.code);
         text.remove_prefix(character.length);
     }
-    return width;
 }
 
 std::vector<std::string> wrapText(std::string_view text, std::size_t width) {
@@ -121,12 +124,15 @@ std::vector<std::string> wrapText(std::string_view text, std::size_t width) {
 std::string printableText(std::string_view text) {
     std::string result;
     result.reserve(text.size());
-    while (!text.empty()) {
+    for (;;) {
+        const std::size_t plain = plainPrefix(text);
+        result.append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) return result;
         const Utf8Character character = decodeUtf8(text);
         appendUtf8(result, visibleForm(character.code));
         text.remove_prefix(character.length);
     }
-    return result;
 }
 
 }  // namespace vexa

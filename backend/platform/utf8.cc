@@ -1,6 +1,5 @@
 #include "backend/platform/utf8.h"
 
-#include <cstdint>
 #include <cstring>
 
 namespace vexa {
@@ -11,18 +10,32 @@ unsigned byteAt(std::string_view text, std::size_t index) { return static_cast<u
 
 constexpr Utf8Character kBrokenByte{kReplacementCharacter, 1, false};
 
-/// Bytes that the lead byte announces; 0 when it is none.
-std::size_t announcedLength(unsigned lead) {
-    if (lead >= 0xC2 && lead <= 0xDF) return 2;
-    if (lead >= 0xE0 && lead <= 0xEF) return 3;
-    if (lead >= 0xF0 && lead <= 0xF4) return 4;
-    return 0;
+bool isTrail(unsigned byte) { return (byte & 0xC0U) == 0x80U; }
+
+Utf8Character decodePair(std::string_view text) {
+    const unsigned first = byteAt(text, 0);
+    const unsigned second = byteAt(text, 1);
+    if (first < 0xC2 || !isTrail(second)) return kBrokenByte;
+    return {(first & 0x1FU) << 6U | (second & 0x3FU), 2, true};
 }
 
-bool isCharacterOf(char32_t code, std::size_t length) {
-    if (length == 3) return code >= 0x800 && (code < 0xD800 || code > 0xDFFF);
-    if (length == 4) return code >= 0x10000 && code <= 0x10FFFF;
-    return true;
+Utf8Character decodeTriple(std::string_view text) {
+    const unsigned second = byteAt(text, 1);
+    const unsigned third = byteAt(text, 2);
+    if (!isTrail(second) || !isTrail(third)) return kBrokenByte;
+    const char32_t code = (byteAt(text, 0) & 0x0FU) << 12U | (second & 0x3FU) << 6U | (third & 0x3FU);
+    if (code < 0x800 || (code >= 0xD800 && code <= 0xDFFF)) return kBrokenByte;
+    return {code, 3, true};
+}
+
+Utf8Character decodeQuadruple(std::string_view text) {
+    char32_t code = byteAt(text, 0) & 0x07U;
+    for (std::size_t i = 1; i < 4; ++i) {
+        if (!isTrail(byteAt(text, i))) return kBrokenByte;
+        code = code << 6U | (byteAt(text, i) & 0x3FU);
+    }
+    if (code < 0x10000 || code > 0x10FFFF) return kBrokenByte;
+    return {code, 4, true};
 }
 
 void append(std::string& text, char32_t bits) {
@@ -34,16 +47,10 @@ void append(std::string& text, char32_t bits) {
 Utf8Character decodeUtf8(std::string_view text) {
     const unsigned lead = byteAt(text, 0);
     if (lead < 0x80) return {lead, 1, true};
-    const std::size_t length = announcedLength(lead);
-    if (length == 0 || length > text.size()) return kBrokenByte;
-    char32_t code = lead & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        const unsigned trail = byteAt(text, i);
-        if ((trail & 0xC0U) != 0x80U) return kBrokenByte;
-        code = code << 6U | (trail & 0x3FU);
-    }
-    if (!isCharacterOf(code, length)) return kBrokenByte;
-    return {code, length, true};
+    if (lead < 0xE0) return text.size() < 2 ? kBrokenByte : decodePair(text);
+    if (lead < 0xF0) return text.size() < 3 ? kBrokenByte : decodeTriple(text);
+    if (lead < 0xF8) return text.size() < 4 ? kBrokenByte : decodeQuadruple(text);
+    return kBrokenByte;
 }
 
 void appendUtf8(std::string& text, char32_t code) {
@@ -88,7 +95,7 @@ std::string validUtf8(std::string_view text) {
             copied = at + 1;
         }
         at += character.length;
-        at += asciiPrefix(text.substr(at));
+        if (at < text.size() && byteAt(text, at) < 0x80) at += asciiPrefix(text.substr(at));
     }
     result.append(text, copied);
     return result;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,8 @@ inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 
 /// One character read from UTF-8.
 struct Utf8Character {
-    char32_t code = 0;       ///< U+FFFD when `valid` is false
-    std::size_t length = 0;  ///< in bytes; 1 for a byte that belongs to no character
+    char32_t code = 0;         ///< U+FFFD when `valid` is false
+    std::uint32_t length = 0;  ///< in bytes; 1 for a byte that belongs to no character
     bool valid = true;
 };
 
