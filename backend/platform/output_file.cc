@@ -1,0 +1,41 @@
+#include "backend/platform/output_file.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <ios>
+#include <system_error>
+
+namespace vexa {
+
+namespace {
+
+FileResult outcome(const std::ofstream& stream) {
+    if (stream) {
+        return {};
+    }
+    return {false, errno != 0 ? std::generic_category().message(errno) : "it cannot be written"};
+}
+
+}  // namespace
+
+FileResult OutputFile::open(const std::string& path) {
+    errno = 0;
+    const std::string native = toNativePath(path);
+    const std::u8string name(native.begin(), native.end());
+    stream_.open(std::filesystem::path(name), std::ios::binary | std::ios::trunc);
+    return outcome(stream_);
+}
+
+FileResult OutputFile::write(std::string_view bytes) {
+    errno = 0;
+    stream_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return outcome(stream_);
+}
+
+FileResult OutputFile::flush() {
+    errno = 0;
+    stream_.flush();
+    return outcome(stream_);
+}
+
+}  // namespace vexa

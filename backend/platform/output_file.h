@@ -1,0 +1,26 @@
+// A file that is written from the beginning, a piece at a time.
+#pragma once
+
+#include <fstream>
+#include <string>
+#include <string_view>
+
+#include "backend/platform/file_system.h"
+
+namespace vexa {
+
+/// Opened for writing, its old content gone. For files that may be read while they grow; a file that must not
+/// be lost is written with `writeFileAtomically`.
+class OutputFile {
+  public:
+    /// `path`: UTF-8, with either separator.
+    [[nodiscard]] FileResult open(const std::string& path);
+    [[nodiscard]] FileResult write(std::string_view bytes);
+    /// Hands what was written to the system.
+    [[nodiscard]] FileResult flush();
+
+  private:
+    std::ofstream stream_;
+};
+
+}  // namespace vexa

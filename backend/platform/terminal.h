@@ -1,0 +1,26 @@
+// The terminal that the program talks to, if there is one.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace vexa {
+
+enum class StandardStream { input = 0, output = 1, error = 2 };
+
+[[nodiscard]] bool isTerminal(StandardStream stream);
+/// Columns of the terminal behind `stream`; 0 when it is none or does not say.
+[[nodiscard]] std::size_t terminalColumns(StandardStream stream);
+/// True when the user's surroundings ask for output without colours (NO_COLOR is set and not empty).
+[[nodiscard]] bool coloursUnwanted();
+
+/// Writes `prompt` to standard error and reads a line from the terminal without showing what is typed.
+/// Nothing at the end of the input, or when the terminal does not let itself be silenced.
+[[nodiscard]] std::optional<std::string> readSecretLine(const std::string& prompt);
+
+/// The folder where programs of this user keep their state (histories and such), UTF-8; empty when there is
+/// none.
+[[nodiscard]] std::string userStateFolder();
+
+}  // namespace vexa
