@@ -107,8 +107,22 @@ class OutputLog {
     void publish(const LogEvent& event);
 
   private:
+    friend class SilentLogScope;
+
     std::vector<LogListener*> listeners_;
     bool publishing_ = false;
+};
+
+/// While it lives, what is published into the current log reaches nobody. Listeners must not be added or removed then.
+class SilentLogScope {
+  public:
+    SilentLogScope() { OutputLog::current().listeners_.swap(listeners_); }
+    ~SilentLogScope() { OutputLog::current().listeners_.swap(listeners_); }
+    SilentLogScope(const SilentLogScope&) = delete;
+    SilentLogScope& operator=(const SilentLogScope&) = delete;
+
+  private:
+    std::vector<LogListener*> listeners_;
 };
 
 /// Flushes pending log output. Called once a command, right after parsing, whatever the result.

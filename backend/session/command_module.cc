@@ -1,0 +1,17 @@
+#include "backend/session/command_module.h"
+
+namespace vexa {
+
+bool LibraryModule::load(std::string& reason) {
+    if (library_ == nullptr && failure_.empty()) {
+        library_ = DynamicLibrary::load(path_, failure_);
+    }
+    reason = failure_;
+    return library_ != nullptr;
+}
+
+CommandModule::Entry LibraryModule::find(const char* entry) const {
+    return library_ == nullptr ? nullptr : library_->find(entry);
+}
+
+}  // namespace vexa

@@ -1,0 +1,200 @@
+#include "backend/session/session.h"
+
+#include <exception>
+#include <limits>
+#include <utility>
+
+#include "backend/adapter/go_to_caller.h"
+#include "backend/paths/file_specification.h"
+#include "backend/pivot/output_log.h"
+#include "backend/platform/character_set.h"
+#include "backend/session/command_cutter.h"
+#include "backend/session/own_commands.h"
+#include "backend/session/session_messages.h"
+#include "backend/syntax/parse_mode.h"
+
+namespace vexa {
+
+namespace {
+
+constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+constexpr std::size_t kLongestCommand = std::numeric_limits<std::int32_t>::max();
+constexpr int kDeepestInsert = 32;
+
+/// Keeps a number raised for as long as the object lives.
+class DepthScope {
+  public:
+    explicit DepthScope(int& depth) : depth_(depth) { ++depth_; }
+    ~DepthScope() { --depth_; }
+    DepthScope(const DepthScope&) = delete;
+    DepthScope& operator=(const DepthScope&) = delete;
+
+  private:
+    int& depth_;
+};
+
+}  // namespace
+
+Session::Session(CommandModule& module, SessionOptions options) : module_(module), options_(options) {
+    OutputLog::current().addListener(outcome_);
+}
+
+Session::~Session() { OutputLog::current().removeListener(outcome_); }
+
+FileResult Session::runFile(const std::string& path) {
+    std::string content;
+    FileResult result = FileSystem::current().read(path, content, kNoLimit);
+    if (result) {
+        runText(std::move(content), path);
+    }
+    return result;
+}
+
+void Session::runText(std::string text, std::string_view file, int firstLine) {
+    const std::string plain = withPlainLineEnds(std::move(text));
+    CommandCutter cutter(plain, file, firstLine);
+    CommandText command;
+    while (!stopped_ && cutter.next(command)) {
+        runCommand(command);
+        stopped_ = stopped_ || (options_.stopOnError && hadErrors());
+    }
+}
+
+void Session::runCommand(CommandText& command) {
+    if (command.text.size() > kLongestCommand) {
+        reportSyntaxError(command, command.arguments,
+                          "This command is longer than 2 GiB. Is a period missing?");
+        return;
+    }
+    const std::optional<FoundCommand> found = findCommandName(command.text, command.arguments);
+    if (!found) {
+        reportUnknown(command);
+        return;
+    }
+    const std::size_t nameOffset = std::exchange(command.arguments, found->end);
+    const CurrentCommandScope scope(command);
+    if (found->command->own != OwnCommand::none) {
+        runOwnCommand(found->command->own, command);
+        return;
+    }
+    if (!moduleUsable()) {
+        return;
+    }
+    runModuleCommand(*found->command, command, nameOffset);
+}
+
+void Session::reportUnknown(const CommandText& command) {
+    if (std::string_view(command.text).substr(command.arguments).starts_with("/*")) {
+        reportSyntaxError(command, command.arguments, "This comment is not closed: \"*/\" is missing.");
+        return;
+    }
+    const std::string name = unknownCommandName(command.text, command.arguments);
+    std::string message = "There is no command \"" + toUtf8(name) + "\".";
+    const KnownCommand* const nearest = nearestCommand(name);
+    if (nearest != nullptr) {
+        message += " Did you mean " + std::string(nearest->name) + "?";
+    } else {
+        message += " A command begins with its name, for example: OUTPUT NEW NAME=report.";
+    }
+    reportSyntaxError(command, command.arguments, std::move(message));
+}
+
+bool Session::moduleUsable() {
+    if (!moduleFailure_.empty()) {
+        return false;
+    }
+    if (module_.load(moduleFailure_)) {
+        return true;
+    }
+    reportError("The library of the commands cannot be loaded: ^1", fromUtf8(moduleFailure_));
+    stopped_ = true;
+    return false;
+}
+
+void Session::runModuleCommand(const KnownCommand& known, const CommandText& command,
+                               std::size_t nameOffset) {
+    const CommandModule::Entry entry = module_.find(known.entry);
+    if (entry == nullptr) {
+        reportError("This module has no command ^1.", known.name);
+        return;
+    }
+    OutputLog& log = OutputLog::current();
+    std::string name(known.name);
+    log.publish(CommandStarted{name, known.entry, placeOf(command, nameOffset)});
+    if (options_.checkOnly) {
+        const ParseModeScope mode(ParseMode::checkOnly);
+        callEntry(entry);
+    } else {
+        callEntry(entry);
+    }
+    log.publish(CommandFinished{std::move(name)});
+}
+
+void Session::callEntry(CommandModule::Entry entry) {
+    try {
+        entry();
+    } catch (const VexaGoToCaller&) {
+        // The command was left on purpose, and whoever left it has said why.
+    } catch (const std::exception& error) {
+        reportError("The command broke off: ^1", error.what());
+    } catch (...) {
+        reportError("The command broke off: ^1", "it failed in a way that it does not describe.");
+    }
+}
+
+void Session::runOwnCommand(OwnCommand own, const CommandText& command) {
+    const CommandTokens tokens(command);
+    switch (own) {
+        case OwnCommand::fileHandle:
+            runFileHandle(tokens);
+            break;
+        case OwnCommand::changeFolder:
+            runChangeFolder(tokens);
+            break;
+        case OwnCommand::insert:
+            if (const std::optional<std::string> path = readInsert(tokens)) {
+                insertFile(*path);
+            }
+            break;
+        case OwnCommand::echo:
+            if (const std::optional<std::string> text = readEcho(tokens); text && !options_.checkOnly) {
+                OutputLog::current().publish(TextPrinted{toUtf8(*text) + "\n"});
+            }
+            break;
+        case OwnCommand::none:
+            break;
+    }
+}
+
+void Session::insertFile(const std::string& path) {
+    if (insertDepth_ >= kDeepestInsert) {
+        reportError("INSERT stands more than 32 files deep at ^1. Does a file insert itself?", path);
+        return;
+    }
+    const DepthScope depth(insertDepth_);
+    const FileResult result = runFile(toUtf8(path));
+    if (!result) {
+        reportError("The file cannot be read: ^1", path + " (" + fromUtf8(result.reason) + ")");
+    }
+}
+
+std::optional<CommandDescriptor> Session::describe(const KnownCommand& command) {
+    if (command.own != OwnCommand::none) {
+        return describeOwnCommand(command.own);
+    }
+    if (!module_.load(moduleFailure_)) {
+        return std::nullopt;
+    }
+    const CommandModule::Entry entry = module_.find(command.entry);
+    if (entry == nullptr) {
+        return std::nullopt;
+    }
+    const CommandText nothing;
+    const CurrentCommandScope current(nothing);
+    const SilentLogScope silence;
+    const ParseModeScope mode(ParseMode::describe);
+    callEntry(entry);
+    return mode.description();
+}
+
+}  // namespace vexa

@@ -1,0 +1,71 @@
+// Reads syntax and runs its commands.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "backend/platform/file_system.h"
+#include "backend/session/command_catalog.h"
+#include "backend/session/command_module.h"
+#include "backend/session/outcome_counter.h"
+#include "backend/syntax/descriptors.h"
+#include "backend/tokens/command_text.h"
+
+namespace vexa {
+
+struct SessionOptions {
+    bool stopOnError = false;  ///< nothing is run after a command that reported an error
+    bool checkOnly = false;    ///< commands of the module are parsed but do and send nothing; ECHO is silent
+};
+
+/// Runs syntax against a module. One session runs at a time; what happens is published into
+/// `OutputLog::current()`.
+///
+/// The commands FILE HANDLE, CD, INSERT and ECHO are the session's own. Where files are taken from is kept in
+/// `FileLocations::current()`.
+class Session {
+  public:
+    /// `module` must outlive the session.
+    explicit Session(CommandModule& module, SessionOptions options = {});
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Runs a syntax file in the back end's character set. `path` is UTF-8. Not ok when the file cannot be
+    /// read; what its commands do is told by the log only.
+    FileResult runFile(const std::string& path);
+    /// Runs commands; `file` (UTF-8) names the text in places, `firstLine` is the number of its first line.
+    void runText(std::string text, std::string_view file, int firstLine = 1);
+
+    /// True when a command so far reported an error.
+    [[nodiscard]] bool hadErrors() const { return outcome_.errors() > 0; }
+    /// Nothing more will be run: after an error where that was asked for, or because the module cannot be
+    /// used.
+    [[nodiscard]] bool stopped() const { return stopped_; }
+    /// Why the module cannot be used, UTF-8; empty while it can.
+    [[nodiscard]] const std::string& moduleFailure() const { return moduleFailure_; }
+
+    /// The grammar of a command, asked from its entry function (which sends nothing and reports nothing).
+    /// Nothing when the module cannot be used or lacks the command. Its texts live as long as the module.
+    [[nodiscard]] std::optional<CommandDescriptor> describe(const KnownCommand& command);
+
+  private:
+    void runCommand(CommandText& command);
+    void reportUnknown(const CommandText& command);
+    void runModuleCommand(const KnownCommand& known, const CommandText& command, std::size_t nameOffset);
+    void runOwnCommand(OwnCommand own, const CommandText& command);
+    void insertFile(const std::string& path);
+    void callEntry(CommandModule::Entry entry);
+    [[nodiscard]] bool moduleUsable();
+
+    CommandModule& module_;
+    SessionOptions options_;
+    OutcomeCounter outcome_;
+    std::string moduleFailure_;
+    int insertDepth_ = 0;
+    bool stopped_ = false;
+};
+
+}  // namespace vexa

@@ -1,0 +1,26 @@
+#include "backend/session/session_messages.h"
+
+#include <utility>
+
+#include "backend/pivot/bp_text.h"
+#include "backend/pivot/output_log.h"
+
+namespace vexa {
+
+namespace {
+constexpr BpErrorShow kShow = 2;
+constexpr BpErrorLevel kError = 3;
+}  // namespace
+
+void reportSyntaxError(const CommandText& command, std::size_t offset, std::string message) {
+    OutputLog::current().publish(SyntaxErrorReported{std::move(message), placeOf(command, offset)});
+}
+
+void reportError(std::string_view text, std::string_view argument) {
+    BpComposite message(text, 1);
+    message.Add(BpString(argument, 0));
+    message.Finish();
+    BpError(message, kShow, kError);
+}
+
+}  // namespace vexa

@@ -1,0 +1,18 @@
+// How the session puts its own complaints into the log. Internal to this folder.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "backend/tokens/command_text.h"
+
+namespace vexa {
+
+/// An error in the syntax at the byte `offset` of the command. `message` is UTF-8.
+void reportSyntaxError(const CommandText& command, std::size_t offset, std::string message);
+
+/// A message of level 3 whose marker ^1 is replaced by `argument`, which is in the back end's character set.
+void reportError(std::string_view text, std::string_view argument);
+
+}  // namespace vexa
