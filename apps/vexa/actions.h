@@ -1,0 +1,20 @@
+// What the program does, one function for each of its commands. Each answers what the program ends with.
+#pragma once
+
+#include "apps/vexa/options.h"
+
+namespace vexa::program {
+
+/// Runs or checks syntax files.
+[[nodiscard]] int runFiles(const Options& options);
+/// Runs the commands that a user types at a prompt; without a terminal, those of standard input.
+[[nodiscard]] int runPrompt(const Options& options);
+/// Lists the commands, or shows the syntax of one or of a part of it.
+[[nodiscard]] int showHelp(const Options& options);
+/// Asks for a password and prints its encrypted form.
+[[nodiscard]] int printEncryptedPassword();
+
+/// Complains on standard error, in the program's name.
+void complain(const std::string& message);
+
+}  // namespace vexa::program

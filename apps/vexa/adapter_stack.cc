@@ -1,0 +1,81 @@
+#include "apps/vexa/adapter_stack.h"
+
+#include <cstdint>
+#include <limits>
+
+#include "apps/vexa/plain_adapters.h"
+#include "backend/platform/file_system.h"
+#include "frontend/controller/document_recorder.h"
+#include "frontend/controller/embedded_adapter.h"
+
+namespace vexa::program {
+
+namespace {
+
+constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+constexpr int kWarningLevel = 2;
+
+std::unique_ptr<ClientAdapter> scriptedAdapter(const SessionChoices& choices, std::string& problem) {
+    std::string content;
+    const FileResult result = FileSystem::current().read(choices.answersFile, content, kNoLimit);
+    if (!result) {
+        problem = "The answers file " + choices.answersFile + " cannot be read: " + result.reason + ".";
+        return nullptr;
+    }
+    std::optional<ScriptedAnswers> answers = readScriptedAnswers(content, choices.answersFile, problem);
+    return answers ? std::make_unique<ScriptedAdapter>(std::move(*answers), choices.localMode) : nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<AdapterStack> AdapterStack::make(const SessionChoices& choices, TerminalListener& terminal,
+                                                 JsonLines* trace, std::string& problem) {
+    std::unique_ptr<AdapterStack> stack(new AdapterStack);
+    switch (choices.adapter) {
+        case AdapterKind::embedded: {
+            auto embedded = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
+            const auto reportLocked = [&terminal](const std::string& name) {
+                terminal.showMessage(kWarningLevel,
+                                     "The output document " + name + " is locked and takes no output.");
+            };
+            stack->recorder_ =
+                std::make_unique<frontend::DocumentRecorder>(embedded->documents(), reportLocked);
+            stack->adapter_ = std::move(embedded);
+            break;
+        }
+        case AdapterKind::none:
+            break;
+        case AdapterKind::noController:
+            stack->adapter_ = std::make_unique<NoControllerAdapter>(choices.localMode);
+            break;
+        case AdapterKind::script:
+            stack->adapter_ = scriptedAdapter(choices, problem);
+            if (stack->adapter_ == nullptr) {
+                return nullptr;
+            }
+            break;
+    }
+    stack->install(trace);
+    return stack;
+}
+
+void AdapterStack::install(JsonLines* trace) {
+    if (recorder_ != nullptr) {
+        OutputLog::current().addListener(*recorder_);
+    }
+    if (adapter_ != nullptr && trace != nullptr) {
+        tracing_.emplace(*adapter_, *trace);
+        installAdapter(&*tracing_);
+    } else {
+        installAdapter(adapter_.get());
+    }
+}
+
+AdapterStack::~AdapterStack() {
+    installAdapter(nullptr);
+    if (recorder_ != nullptr) {
+        OutputLog::current().removeListener(*recorder_);
+    }
+}
+
+}  // namespace vexa::program

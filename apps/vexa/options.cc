@@ -1,0 +1,172 @@
+#include "apps/vexa/options.h"
+
+#include <CLI/CLI.hpp>
+#include <string_view>
+
+#include "apps/vexa/exit_status.h"
+
+namespace vexa::program {
+
+namespace {
+
+constexpr const char* kVersion = "vexa 0.1.0";
+
+constexpr const char* kExamples = R"(Examples:
+  vexa                                  commands typed at a prompt
+  vexa run report.vxs                   runs a syntax file
+  vexa run --trace trace.jsonl a.vxs    and writes down every request, message and table
+  vexa check report.vxs                 finds errors in the syntax without running anything
+  vexa help OUTPUT SAVE                 shows what a command takes)";
+
+constexpr const char* kRunExamples =
+    R"(Exit status: 0 no command reported an error, 1 a command did, 2 wrong usage or a file that cannot be read.
+
+Examples:
+  vexa run report.vxs
+  echo "OUTPUT DISPLAY." | vexa run -
+  vexa run --adapter script:answers.jsonl --trace - case.vxs
+  vexa run --now 2026-03-05T10:07:09 --charset windows-1252 old.vxs)";
+
+constexpr const char* kCheckExamples =
+    R"(Files of INSERT are checked as well; CD and FILE HANDLE take effect for that.
+
+Examples:
+  vexa check report.vxs
+  vexa check --charset Shift_JIS one.vxs two.vxs)";
+
+constexpr const char* kHelpExamples = R"(Examples:
+  vexa help                             lists the commands
+  vexa help OUTPUT SAVE                 shows the syntax of one
+  vexa help OUTPUT SAVE PASSPROTECT     shows one of its subcommands or parameters)";
+
+constexpr const char* kPasswordExamples =
+    R"(The password is asked for twice and not shown; when standard input is no terminal, it is the first line of that. It is
+never taken from the command line, where others could see it.
+
+Examples:
+  vexa password
+  vexa password < secret.txt
+
+The text that it prints goes into syntax like this:
+  OUTPUT SAVE OUTFILE='report.vxv' /PASSPROTECT PASSWORD='text' ENCRYPTEDPW=YES.)";
+
+/// Takes "none", "script:FILE" and so on; the complaint is CLI11's.
+void readAdapter(const std::string& text, SessionChoices& choices) {
+    constexpr std::string_view kScript = "script:";
+    if (text == "embedded") {
+        choices.adapter = AdapterKind::embedded;
+    } else if (text == "none") {
+        choices.adapter = AdapterKind::none;
+    } else if (text == "no-controller") {
+        choices.adapter = AdapterKind::noController;
+    } else if (std::string_view(text).starts_with(kScript) && text.size() > kScript.size()) {
+        choices.adapter = AdapterKind::script;
+        choices.answersFile = text.substr(kScript.size());
+    } else {
+        throw CLI::ValidationError("--adapter",
+                                   "takes embedded, none, no-controller or script:FILE, not '" + text + "'");
+    }
+}
+
+void readNow(const std::string& text, SessionChoices& choices) {
+    choices.now = parseLocalTime(text);
+    if (!choices.now) {
+        throw CLI::ValidationError("--now",
+                                   "takes a local time such as 2026-03-05T10:07:09, not '" + text + "'");
+    }
+}
+
+void readLocalMode(const std::string& text, SessionChoices& choices) {
+    if (text != "yes" && text != "no") {
+        throw CLI::ValidationError("--local-mode", "takes yes or no, not '" + text + "'");
+    }
+    choices.localMode = text == "yes";
+}
+
+/// Options that reading syntax needs, whatever is done with it.
+void addReadingOptions(CLI::App& app, SessionChoices& choices) {
+    app.add_option("--charset", choices.charset,
+                   "The character set of syntax files and of the back end (UTF-8)")
+        ->option_text("NAME");
+    app.add_option("--language", choices.language, "The language of messages and month names (en)")
+        ->option_text("CODE");
+    app.add_option("--module", choices.moduleFile, "The library of the commands (the one beside the program)")
+        ->option_text("FILE");
+}
+
+/// Options of a session that runs commands.
+void addSessionOptions(CLI::App& app, SessionChoices& choices) {
+    const auto addText = [&app, &choices](const char* name, auto read, const char* help) {
+        return app.add_option_function<std::string>(
+            name, [read, &choices](const std::string& text) { read(text, choices); }, help);
+    };
+    addText(
+        "--adapter", readAdapter,
+        "What answers requests: embedded (real documents, the default), none, no-controller, or script:FILE "
+        "(answers out of FILE)")
+        ->option_text("KIND");
+    addText("--local-mode", readLocalMode,
+            "Whether front end and back end see the same files: yes or no (no)")
+        ->option_text("yes|no");
+    app.add_option_function<std::string>(
+           "--trace", [&choices](const std::string& file) { choices.traceFile = file; },
+           "Write what happens to FILE as JSON lines; - is standard output")
+        ->option_text("FILE");
+    addText("--now", readNow, "The time that commands see, such as 2026-03-05T10:07:09")->option_text("TIME");
+    addReadingOptions(app, choices);
+}
+
+/// One command of the program, which `chosen` becomes when it is given.
+CLI::App* addAction(CLI::App& app, Options& options, Action action, const char* name, const char* help,
+                    const char* examples) {
+    CLI::App* const command = app.add_subcommand(name, help);
+    command->footer(examples);
+    command->callback([&options, action] { options.action = action; });
+    return command;
+}
+
+void describe(CLI::App& app, Options& options) {
+    app.name("vexa");
+    app.require_subcommand(0, 1);
+    app.footer(kExamples);
+    app.set_version_flag("--version", kVersion, "Print the version");
+    addSessionOptions(app, options.session);
+
+    CLI::App* const run = addAction(app, options, Action::run, "run", "Run syntax files", kRunExamples);
+    run->add_option("FILE", options.files, "Syntax files, in this order; - is standard input")->required();
+    run->add_flag("--stop-on-error", options.session.stopOnError,
+                  "Run nothing after a command that reported an error");
+    addSessionOptions(*run, options.session);
+
+    CLI::App* const check = addAction(app, options, Action::check, "check",
+                                      "Find errors in syntax files; nothing is run or sent", kCheckExamples);
+    check->add_option("FILE", options.files, "Syntax files; - is standard input")->required();
+    addReadingOptions(*check, options.session);
+
+    CLI::App* const help = addAction(app, options, Action::help, "help",
+                                     "Show what the commands of the language take", kHelpExamples);
+    help->add_option("COMMAND", options.commandWords, "The name of a command, and what of it is to be shown");
+    help->add_option("--module", options.session.moduleFile, "The library of the commands")
+        ->option_text("FILE");
+
+    addAction(app, options, Action::password, "password", "Print the encrypted form of a password",
+              kPasswordExamples);
+}
+
+}  // namespace
+
+std::optional<Options> readOptions(int argc, const char* const* argv, int& exitStatus) {
+    Options options;
+    CLI::App app("Runs the syntax of output documents: makes, opens, saves, lists and closes them.");
+    describe(app, options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        exitStatus = app.exit(error) == 0 ? exit_status::kSuccess : exit_status::kUsage;
+        return std::nullopt;
+    }
+    options.session.checkOnly = options.action == Action::check;
+    return options;
+}
+
+}  // namespace vexa::program

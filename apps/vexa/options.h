@@ -1,0 +1,41 @@
+// The command line.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "backend/platform/clock.h"
+
+namespace vexa::program {
+
+enum class AdapterKind { embedded, none, noController, script };
+
+/// What a session runs with.
+struct SessionChoices {
+    AdapterKind adapter = AdapterKind::embedded;
+    std::string answersFile;  ///< for `AdapterKind::script`
+    bool localMode = false;
+    std::optional<std::string> traceFile;
+    std::optional<LocalTime> now;
+    std::string charset = "UTF-8";
+    std::string language = "en";
+    std::string moduleFile;  ///< empty: the one beside the program
+    bool stopOnError = false;
+    bool checkOnly = false;
+};
+
+enum class Action { prompt, run, check, help, password };
+
+struct Options {
+    Action action = Action::prompt;
+    SessionChoices session;
+    std::vector<std::string> files;         ///< of run and check; "-" is standard input
+    std::vector<std::string> commandWords;  ///< of help
+};
+
+/// Reads the command line. Nothing when there is nothing more to do: help or a version was asked for, or the
+/// usage is wrong and has been complained of; `exitStatus` is then what the program ends with.
+[[nodiscard]] std::optional<Options> readOptions(int argc, const char* const* argv, int& exitStatus);
+
+}  // namespace vexa::program

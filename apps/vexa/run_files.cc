@@ -1,0 +1,57 @@
+#include <iostream>
+#include <iterator>
+#include <memory>
+
+#include "apps/vexa/actions.h"
+#include "apps/vexa/exit_status.h"
+#include "apps/vexa/surroundings.h"
+#include "backend/platform/text_width.h"
+
+namespace vexa::program {
+
+namespace {
+
+constexpr const char* kStandardInput = "<stdin>";
+
+/// Runs what standard input holds.
+FileResult runStandardInput(Session& session) {
+    std::string text((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
+    if (std::cin.bad()) {
+        return {false, "reading broke off"};
+    }
+    session.runText(std::move(text), kStandardInput);
+    return {};
+}
+
+}  // namespace
+
+void complain(const std::string& message) {
+    std::cout.flush();
+    std::cerr << "vexa: " << printableText(message) << '\n';
+}
+
+int runFiles(const Options& options) {
+    std::string problem;
+    const std::unique_ptr<Surroundings> surroundings = Surroundings::make(options.session, problem);
+    if (surroundings == nullptr) {
+        complain(problem);
+        return exit_status::kUsage;
+    }
+    Session& session = surroundings->session();
+    bool allRead = true;
+    for (const std::string& file : options.files) {
+        if (session.stopped() || !allRead) {
+            break;
+        }
+        const FileResult result = file == "-" ? runStandardInput(session) : session.runFile(file);
+        if (!result) {
+            complain("The syntax file " + file + " cannot be read: " + result.reason +
+                     ". Check its name and the folder that you are in.");
+            allRead = false;
+        }
+    }
+    const int status = surroundings->finish();
+    return allRead ? status : exit_status::kUsage;
+}
+
+}  // namespace vexa::program

@@ -1,0 +1,186 @@
+#include "apps/vexa/scripted_answers.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <nlohmann/json.hpp>
+
+#include "backend/platform/text_width.h"
+#include "backend/syntax/nearest_keyword.h"
+
+namespace vexa::program {
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// What is wrong with a line. Thrown inside this file only.
+struct LineError {
+    std::string message;
+};
+
+std::string inQuotes(std::string_view text) { return '"' + printableText(text) + '"'; }
+
+/// The members of one object, each asked for once under its name; what nobody asked for is an error at the
+/// end.
+class Members {
+  public:
+    Members(const Json& object, std::string where) : object_(object), where_(std::move(where)) {
+        if (!object.is_object()) {
+            throw LineError{where_ + " must be an object in braces, but is " + kindOf(object)};
+        }
+    }
+
+    void text(const char* key, std::string& value) {
+        if (const Json* const found = find(key)) {
+            value = checked(key, found->get_ptr<const Json::string_t*>(), "a text in quotes", *found);
+        }
+    }
+
+    void flag(const char* key, bool& value) {
+        if (const Json* const found = find(key)) {
+            value = checked(key, found->get_ptr<const Json::boolean_t*>(), "true or false", *found);
+        }
+    }
+
+    void integer(const char* key, std::optional<int>& value) {
+        if (const Json* const found = find(key)) {
+            const std::int64_t number =
+                checked(key, found->get_ptr<const Json::number_integer_t*>(), "a whole number", *found);
+            if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
+                throw LineError{inQuotes(key) + " of " + where_ + " is a number that is too large"};
+            }
+            value = static_cast<int>(number);
+        }
+    }
+
+    [[nodiscard]] const Json* find(const char* key) {
+        known_.emplace_back(key);
+        const auto found = object_.find(key);
+        return found == object_.end() ? nullptr : &*found;
+    }
+
+    /// To be called when every possible key has been asked for.
+    void refuseOthers() const {
+        for (const auto& [key, value] : object_.items()) {
+            if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
+                throw LineError{where_ + " has no key " + inQuotes(key) + "; it takes " +
+                                listKeywords(known_)};
+            }
+        }
+    }
+
+    static std::string kindOf(const Json& value) { return std::string("of type ") + value.type_name(); }
+
+  private:
+    template <typename Value>
+    const Value& checked(const char* key, const Value* value, const char* expected, const Json& found) const {
+        if (value == nullptr) {
+            throw LineError{inQuotes(key) + " of " + where_ + " must be " + expected + ", but is " +
+                            kindOf(found)};
+        }
+        return *value;
+    }
+
+    const Json& object_;
+    std::string where_;
+    std::vector<std::string_view> known_;
+};
+
+ScriptedSend readSend(const Json& object) {
+    ScriptedSend answer;
+    Members members(object, "\"send\"");
+    members.flag("ok", answer.ok);
+    members.integer("severity", answer.severity);
+    members.text("message", answer.message);
+    members.text("argument", answer.argument);
+    if (const Json* const documents = members.find("documents")) {
+        if (!documents->is_array()) {
+            throw LineError{"\"documents\" must be a list in brackets, but is " +
+                            Members::kindOf(*documents)};
+        }
+        for (const Json& entry : *documents) {
+            Members document(entry, "a document");
+            document.text("name", answer.documents.emplace_back().name);
+            document.flag("active", answer.documents.back().active);
+            document.refuseOthers();
+        }
+    }
+    members.refuseOthers();
+    return answer;
+}
+
+ScriptedExchange::Throw readThrow(const std::string& text) {
+    using Throw = ScriptedExchange::Throw;
+    constexpr std::pair<std::string_view, Throw> kKinds[] = {{"standard", Throw::standard},
+                                                             {"text", Throw::text},
+                                                             {"other", Throw::other},
+                                                             {"goToCaller", Throw::goToCaller}};
+    for (const auto& [name, kind] : kKinds) {
+        if (text == name) {
+            return kind;
+        }
+    }
+    throw LineError{"\"throw\" must be \"standard\", \"text\", \"other\" or \"goToCaller\", but is " +
+                    inQuotes(text)};
+}
+
+ScriptedExchange readExchange(const Json& object, const char* kind) {
+    ScriptedExchange answer;
+    Members members(object, inQuotes(kind));
+    std::string thrown;
+    members.text("reply", answer.reply);
+    members.text("throw", thrown);
+    members.text("what", answer.what);
+    members.refuseOthers();
+    if (object.contains("throw")) {
+        answer.thrown = readThrow(thrown);
+    }
+    return answer;
+}
+
+void readLine(std::string_view line, ScriptedAnswers& answers) {
+    const Json object = Json::parse(line);
+    Members members(object, "a line");
+    if (const Json* const send = members.find("send")) {
+        answers.send.push_back(readSend(*send));
+    }
+    if (const Json* const modify = members.find("modify")) {
+        answers.modify.push_back(readExchange(*modify, "modify"));
+    }
+    if (const Json* const exported = members.find("export")) {
+        answers.exportAnswers.push_back(readExchange(*exported, "export"));
+    }
+    members.refuseOthers();
+}
+
+}  // namespace
+
+std::optional<ScriptedAnswers> readScriptedAnswers(std::string_view content, std::string_view file,
+                                                   std::string& message) {
+    ScriptedAnswers answers;
+    const auto fail = [&message, file](int line, const std::string& text) {
+        message = std::string(file) + ":" + std::to_string(line) + ": " + text;
+        return std::nullopt;
+    };
+    int number = 0;
+    while (!content.empty()) {
+        ++number;
+        const std::size_t end = std::min(content.find('\n'), content.size());
+        const std::string_view line = content.substr(0, end);
+        content.remove_prefix(std::min(end + 1, content.size()));
+        if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
+            continue;
+        }
+        try {
+            readLine(line, answers);
+        } catch (const LineError& error) {
+            return fail(number, error.message);
+        } catch (const Json::parse_error& error) {
+            return fail(number, "this is no JSON at byte " + std::to_string(error.byte) + " of the line");
+        }
+    }
+    return answers;
+}
+
+}  // namespace vexa::program

@@ -1,0 +1,99 @@
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "apps/vexa/actions.h"
+#include "apps/vexa/exit_status.h"
+#include "apps/vexa/surroundings.h"
+#include "backend/session/command_catalog.h"
+#include "backend/syntax/grammar_text.h"
+
+namespace vexa::program {
+
+namespace {
+
+constexpr std::size_t kNameColumn = 18;
+
+int listCommands() {
+    std::cout << "Commands of the language:\n";
+    for (const KnownCommand& command : knownCommands()) {
+        std::string line = "  " + std::string(command.name);
+        line.resize(kNameColumn, ' ');
+        std::cout << line << command.summary << '\n';
+    }
+    std::cout << "\nA command ends with a period at the end of a line, or at a blank line.\n"
+                 "vexa help COMMAND shows what one takes, for example: vexa help OUTPUT SAVE\n";
+    return exit_status::kSuccess;
+}
+
+std::string joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) {
+        text.append(text.empty() ? "" : " ").append(word);
+    }
+    return text;
+}
+
+int complainOfUnknown(const std::string& name) {
+    const KnownCommand* const nearest = nearestCommand(name);
+    complain("There is no command '" + name + "'." +
+             (nearest == nullptr ? "" : " Did you mean " + std::string(nearest->name) + "?") +
+             " \"vexa help\" lists the commands.");
+    return exit_status::kUsage;
+}
+
+int showPart(const CommandDescriptor& descriptor, std::string part) {
+    if (part.front() == '/') {
+        part.erase(0, 1);
+    }
+    const std::optional<std::string> text = grammarText(descriptor, part);
+    if (!text) {
+        complain(std::string(descriptor.name()) + " has no subcommand or parameter '" + part +
+                 "'. \"vexa help " + std::string(descriptor.name()) + "\" shows what it has.");
+        return exit_status::kUsage;
+    }
+    std::cout << *text;
+    return exit_status::kSuccess;
+}
+
+int showCommand(const KnownCommand& command, const std::string& part, Session& session) {
+    const std::optional<CommandDescriptor> descriptor = session.describe(command);
+    if (!descriptor) {
+        complain(session.moduleFailure().empty()
+                     ? "This module has no command " + std::string(command.name) + "."
+                     : "The library of the commands cannot be loaded: " + session.moduleFailure());
+        return exit_status::kUsage;
+    }
+    if (!part.empty()) {
+        return showPart(*descriptor, part);
+    }
+    std::cout << command.name << ' ' << command.summary << ".\n\n" << grammarText(*descriptor);
+    if (!command.example.empty()) {
+        std::cout << "\nExample:\n  " << command.example << '\n';
+    }
+    return exit_status::kSuccess;
+}
+
+}  // namespace
+
+int showHelp(const Options& options) {
+    const std::string words = joined(options.commandWords);
+    if (words.empty()) {
+        return listCommands();
+    }
+    const std::optional<FoundCommand> found = findCommandName(words, 0);
+    if (!found) {
+        return complainOfUnknown(words);
+    }
+    std::string problem;
+    const std::unique_ptr<Surroundings> surroundings = Surroundings::make(options.session, problem);
+    if (surroundings == nullptr) {
+        complain(problem);
+        return exit_status::kUsage;
+    }
+    const std::string part = found->end < words.size() ? words.substr(found->end + 1) : "";
+    return showCommand(*found->command, part, surroundings->session());
+}
+
+}  // namespace vexa::program

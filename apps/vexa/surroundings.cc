@@ -1,0 +1,120 @@
+#include "apps/vexa/surroundings.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "apps/vexa/adapter_stack.h"
+#include "apps/vexa/exit_status.h"
+#include "backend/platform/character_set.h"
+#include "backend/platform/clock.h"
+#include "backend/platform/dynamic_library.h"
+#include "backend/platform/terminal.h"
+
+namespace vexa::program {
+
+namespace {
+
+constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
+
+TerminalLook terminalLook() {
+    TerminalLook look;
+    look.width = terminalColumns(StandardStream::output);
+    look.boldResults = isTerminal(StandardStream::output) && !coloursUnwanted();
+    look.colouredMessages = isTerminal(StandardStream::error) && !coloursUnwanted();
+    return look;
+}
+
+bool installCharset(const std::string& name, std::string& problem) {
+    std::unique_ptr<CharacterSet> set = CharacterSet::find(name);
+    if (set == nullptr) {
+        problem = "The character set " + name +
+                  " is not known. Use a name such as UTF-8, windows-1252, ISO-8859-1, Shift_JIS or GB18030.";
+        return false;
+    }
+    installCharacterSet(std::move(set));
+    return true;
+}
+
+/// A code is two or three letters, and may go on with a region: "en", "pt_BR".
+bool isLanguageCode(std::string_view code) {
+    const auto isLetter = [](char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; };
+    const std::string_view language = code.substr(0, code.find_first_of("_-"));
+    const std::string_view region = code.substr(std::min(language.size() + 1, code.size()));
+    return (language.size() == 2 || language.size() == 3) &&
+           std::all_of(language.begin(), language.end(), isLetter) &&
+           (language.size() == code.size() || (region.size() >= 2 && region.size() <= 4));
+}
+
+}  // namespace
+
+Surroundings::Surroundings(const SessionChoices& choices)
+    : module_(choices.moduleFile.empty() ? programFolder() + kModulePlace : choices.moduleFile),
+      terminal_(std::cout, std::cerr, terminalLook()) {
+    OutputLog::current().addListener(terminal_);
+}
+
+bool Surroundings::openTrace(const SessionChoices& choices, std::string& problem) {
+    if (!choices.traceFile) {
+        return true;
+    }
+    traceFile_ = *choices.traceFile;
+    if (const FileResult result = trace_.open(traceFile_); !result) {
+        problem = "The trace " + traceFile_ + " cannot be written: " + result.reason + ".";
+        return false;
+    }
+    traceListener_.emplace(trace_);
+    OutputLog::current().addListener(*traceListener_);
+    return true;
+}
+
+std::unique_ptr<Surroundings> Surroundings::make(const SessionChoices& choices, std::string& problem) {
+    if (!installCharset(choices.charset, problem)) {
+        return nullptr;
+    }
+    if (!isLanguageCode(choices.language)) {
+        problem = "There is no language '" + choices.language + "'. Use a code such as en or de.";
+        return nullptr;
+    }
+    if (choices.now) {
+        installLocalTime(choices.now);
+    }
+    std::unique_ptr<Surroundings> made(new Surroundings(choices));
+    if (!made->openTrace(choices, problem)) {
+        return nullptr;
+    }
+    made->adapters_ =
+        AdapterStack::make(choices, made->terminal_, made->traceListener_ ? &made->trace_ : nullptr, problem);
+    if (made->adapters_ == nullptr) {
+        return nullptr;
+    }
+    SessionOptions options;
+    options.stopOnError = choices.stopOnError;
+    options.checkOnly = choices.checkOnly;
+    made->session_ = std::make_unique<Session>(made->module_, options);
+    return made;
+}
+
+Surroundings::~Surroundings() {
+    session_.reset();
+    adapters_.reset();
+    OutputLog::current().removeListener(terminal_);
+    if (traceListener_) {
+        OutputLog::current().removeListener(*traceListener_);
+    }
+}
+
+int Surroundings::finish() {
+    trace_.flush();
+    std::cout.flush();
+    if (!trace_.result()) {
+        terminal_.showMessage(
+            3, "The trace " + traceFile_ + " could not be written: " + trace_.result().reason + ".");
+        return exit_status::kUsage;
+    }
+    if (!session_->moduleFailure().empty()) {
+        return exit_status::kUsage;
+    }
+    return session_->hadErrors() ? exit_status::kCommandError : exit_status::kSuccess;
+}
+
+}  // namespace vexa::program

@@ -1,0 +1,163 @@
+#include "apps/vexa/terminal_listener.h"
+
+#include <algorithm>
+#include <ostream>
+#include <variant>
+
+#include "backend/pivot/text_rendering.h"
+#include "backend/platform/text_width.h"
+#include "backend/tokens/command_text.h"
+
+namespace vexa::program {
+
+namespace {
+
+constexpr int kErrorLevel = 3;
+constexpr int kWarningLevel = 2;
+constexpr std::size_t kTabWidth = 8;
+constexpr std::size_t kLongestBefore = 60;  // columns shown before and behind the place
+constexpr std::size_t kLongestBehind = 40;
+
+struct Severity {
+    std::string_view word;
+    std::string_view colour;
+};
+
+Severity severityOf(int level) {
+    if (level >= kErrorLevel) {
+        return {"error", "\x1b[1;31m"};
+    }
+    return level == kWarningLevel ? Severity{"warning", "\x1b[1;35m"} : Severity{"note", "\x1b[1;36m"};
+}
+
+/// Bytes of the UTF-8 character that `text` begins with.
+std::size_t characterBytes(std::string_view text) {
+    std::size_t length = 1;
+    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
+        ++length;
+    }
+    return length;
+}
+
+/// Characters, each as it is shown, with the columns that it takes.
+struct ShownCharacter {
+    std::string text;
+    std::size_t width;
+};
+
+/// Appends the character that `rest` begins with, as it is shown at the column `at`, and takes it off.
+std::size_t takeCharacter(std::string_view& rest, std::size_t at, ShownCharacter& shown) {
+    const std::size_t bytes = characterBytes(rest);
+    const std::string_view character = rest.substr(0, bytes);
+    if (character == "\t") {
+        shown.width = kTabWidth - at % kTabWidth;
+        shown.text.assign(shown.width, ' ');
+    } else {
+        shown.text = printableText(character);
+        shown.width = displayWidth(shown.text);
+    }
+    rest.remove_prefix(bytes);
+    return shown.width;
+}
+
+/// The place of the command that is running, with a colon behind it; empty without a file.
+std::string currentPlace() {
+    const CommandText* const command = currentCommand();
+    if (command == nullptr || command->file.empty()) {
+        return {};
+    }
+    return printableText(command->file) + ':' + std::to_string(command->line) + ": ";
+}
+
+}  // namespace
+
+std::string sourceWithCaret(const SourcePlace& place) {
+    if (place.sourceLine.empty() || place.column < 1) {
+        return {};
+    }
+    std::string_view rest = place.sourceLine;
+    std::vector<ShownCharacter> before;
+    std::size_t column = 0;
+    ShownCharacter shown;
+    for (int i = 1; i < place.column && !rest.empty(); ++i) {
+        column += takeCharacter(rest, column, shown);
+        before.push_back(shown);
+    }
+    std::size_t first = before.size();
+    std::size_t caret = 0;
+    while (first > 0 && caret + before[first - 1].width <= kLongestBefore) {
+        caret += before[--first].width;
+    }
+    std::string line = first > 0 ? "..." : "";
+    caret += line.size();
+    for (std::size_t i = first; i < before.size(); ++i) {
+        line += before[i].text;
+    }
+    for (std::size_t behind = 0; !rest.empty() && behind < kLongestBehind;) {
+        behind += takeCharacter(rest, column + behind, shown);
+        line += shown.text;
+    }
+    return "  " + line + (rest.empty() ? "" : "...") + "\n  " + std::string(caret, ' ') + "^\n";
+}
+
+void TerminalListener::receive(const LogEvent& event) {
+    std::visit([this](const auto& specific) { show(specific); }, event);
+}
+
+void TerminalListener::showMessage(int level, std::string_view text) { showMessageAt("", level, text); }
+
+void TerminalListener::showMessageAt(std::string_view place, int level, std::string_view text) {
+    results_.flush();  // so that both streams stand in their true order where they meet
+    const Severity severity = severityOf(level);
+    messages_ << place;
+    if (look_.colouredMessages) {
+        messages_ << severity.colour << severity.word << ":\x1b[0m ";
+    } else {
+        messages_ << severity.word << ": ";
+    }
+    messages_ << printableText(text) << '\n' << std::flush;
+}
+
+void TerminalListener::show(const SyntaxErrorReported& error) {
+    const SourcePlace& place = error.place;
+    std::string where;
+    if (!place.file.empty()) {
+        where = printableText(place.file) + ':' + std::to_string(place.line) + ':' +
+                std::to_string(place.column) + ": ";
+    }
+    showMessageAt(where, kErrorLevel, error.message);
+    messages_ << sourceWithCaret(place) << std::flush;
+}
+
+void TerminalListener::show(const ParserMessageReported& report) {
+    showMessageAt(currentPlace(), report.warning ? kWarningLevel : kErrorLevel, report.message);
+}
+
+void TerminalListener::show(const ErrorReported& error) {
+    showMessageAt(currentPlace(), error.level, error.message);
+}
+
+void TerminalListener::show(const NotesAdded& notes) { showResult(renderNotes(notes)); }
+
+void TerminalListener::show(const TableFinished& table) {
+    RenderOptions options;
+    options.width = look_.width;
+    options.bold = look_.boldResults;
+    showResult(renderTable(*table.table, options));
+}
+
+void TerminalListener::show(const TextPrinted& text) {
+    std::string shown;
+    std::string_view rest = text.text;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        shown += printableText(rest.substr(0, end));
+        shown += end < rest.size() ? "\n" : "";
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    showResult(shown);
+}
+
+void TerminalListener::showResult(const std::string& text) { results_ << text; }
+
+}  // namespace vexa::program
