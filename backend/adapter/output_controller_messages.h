@@ -11,14 +11,16 @@
 
 namespace vexa {
 
-/// The utility library's text.
+/// The utility library's text. It stands wherever a plain text does, so it converts both ways by itself.
 class VUString {
   public:
     VUString() = default;
+    // NOLINTBEGIN(google-explicit-constructor): conversions are what this type is for
     VUString(std::string text) : text_(std::move(text)) {}
     VUString(const char* text) : text_(text) {}
 
     operator const char*() const { return text_.c_str(); }
+    // NOLINTEND(google-explicit-constructor)
     [[nodiscard]] const std::string& str() const { return text_; }
     [[nodiscard]] bool empty() const { return text_.empty(); }
 

@@ -136,7 +136,7 @@ bool isPlain(UConverterType type) {
 
 std::string canonicalNameOf(UConverter* converter) {
     UErrorCode status = U_ZERO_ERROR;
-    const std::string internal = ucnv_getName(converter, &status);
+    std::string internal = ucnv_getName(converter, &status);
     for (const char* standard : {"MIME", "IANA", "WINDOWS"}) {
         status = U_ZERO_ERROR;
         const char* name = ucnv_getStandardName(internal.c_str(), standard, &status);
