@@ -1,0 +1,426 @@
+// Whole pictures of tables, as a user sees them.
+#include <gtest/gtest.h>
+
+#include "backend/pivot/text_rendering.h"
+#include "tests/unit/pivot/example_tables.h"
+
+namespace vexa {
+namespace {
+
+/// The picture after a line feed, with the sequences for bold text written out as <b> and </b>.
+std::string picture(const PivotTable& table, const RenderOptions& options) {
+    std::string text = '\n' + renderTable(table, options);
+    const std::pair<std::string, std::string> marks[] = {{"\x1b[1m", "<b>"}, {"\x1b[0m", "</b>"}};
+    for (const auto& [sequence, mark] : marks) {
+        for (auto at = text.find(sequence); at != std::string::npos; at = text.find(sequence, at)) {
+            text.replace(at, sequence.size(), mark);
+        }
+    }
+    return text;
+}
+
+TEST(Picture, ShowsTheDocumentList) {
+    EXPECT_EQ(picture(documents(), {80, true, false}), R"(
+Output Document
+┌──────┬───────────────────────────┐
+│ Name │                           │
+├──────┼───────────────────────────┤
+│ 0    │ report                    │
+│ 1    │ (unnamed)                 │
+│ 2    │ analysis [a]              │
+└──────┴───────────────────────────┘
+[a] Active output document
+)");
+}
+
+TEST(Picture, ShowsTheDocumentListInAscii) {
+    EXPECT_EQ(picture(documents(), {80, false, false}), R"(
+Output Document
++------+---------------------------+
+| Name |                           |
++------+---------------------------+
+| 0    | report                    |
+| 1    | (unnamed)                 |
+| 2    | analysis [a]              |
++------+---------------------------+
+[a] Active output document
+)");
+}
+
+TEST(Picture, ShowsACommentWithoutTitle) {
+    EXPECT_EQ(picture(comment(), {80, true, false}), R"(
+┌─────────┬───────────────────────────────────┐
+│ Comment │                                   │
+├─────────┼───────────────────────────────────┤
+│ 0       │ First run with the new weights    │
+│ 1       │ The sample was drawn again on 5   │
+│         │ March, after the frame was        │
+│         │ corrected.                        │
+└─────────┴───────────────────────────────────┘
+)");
+}
+
+TEST(Picture, ShowsACommentInAscii) {
+    EXPECT_EQ(picture(comment(), {80, false, false}), R"(
++---------+-----------------------------------+
+| Comment |                                   |
++---------+-----------------------------------+
+| 0       | First run with the new weights    |
+| 1       | The sample was drawn again on 5   |
+|         | March, after the frame was        |
+|         | corrected.                        |
++---------+-----------------------------------+
+)");
+}
+
+TEST(Picture, ShowsGroupsOverColumnsAndNestedRows) {
+    EXPECT_EQ(picture(grouped(), {80, true, false}), R"(
+Cases
+┌─────────────────┬──────────────────────┐
+│                 │         Time         │
+│                 ├─────────┬────────────┤
+│                 │  2025   │            │
+│                 ├────┬────┤            │
+│ Region │ Sex    │ Q1 │ Q2 │ Total 2026 │
+├────────┼────────┼────┼────┼────────────┤
+│ North  │ Female │  7 │ 14 │   1400 [a] │
+│        │ Male   │ 21 │ 28 │   2800 [a] │
+├────────┼────────┼────┼────┼────────────┤
+│ South  │ Female │ 35 │ 42 │   4200 [a] │
+│        │ Male   │ 49 │ 56 │   5600 [a] │
+└────────┴────────┴────┴────┴────────────┘
+Weighted by frequency
+[a] Provisional
+)");
+}
+
+TEST(Picture, ShowsGroupsInAscii) {
+    EXPECT_EQ(picture(grouped(), {80, false, false}), R"(
+Cases
++-----------------+----------------------+
+|                 |         Time         |
+|                 +---------+------------+
+|                 |  2025   |            |
+|                 +----+----+            |
+| Region | Sex    | Q1 | Q2 | Total 2026 |
++--------+--------+----+----+------------+
+| North  | Female |  7 | 14 |   1400 [a] |
+|        | Male   | 21 | 28 |   2800 [a] |
++--------+--------+----+----+------------+
+| South  | Female | 35 | 42 |   4200 [a] |
+|        | Male   | 49 | 56 |   5600 [a] |
++--------+--------+----+----+------------+
+Weighted by frequency
+[a] Provisional
+)");
+}
+
+TEST(Picture, ShowsGroupsOfRowsInBold) {
+    EXPECT_EQ(picture(exportSummary(), {0, true, true}), R"(
+<b>Export Summary</b>
+┌─────────────────────────┬───────────────────────────────────┐
+│ <b>Contents</b>                │                                   │
+├─────────────────────────┼───────────────────────────────────┤
+│ Viewer                  │ Output1                           │
+│ Document File           │ c:\projects\survey of             │
+│                         │ households\results\first wave.pdf │
+│ Image Files   Count     │                                 3 │
+│               Root Name │                                   │
+│ Format                  │ png                               │
+└─────────────────────────┴───────────────────────────────────┘
+)");
+}
+
+TEST(Picture, ShowsLabelsAndTextsWrappedForANarrowTerminal) {
+    EXPECT_EQ(picture(exportSummary(), {48, true, false}), R"(
+Export Summary
+┌─────────────────────┬────────────────────────┐
+│ Contents            │                        │
+├─────────────────────┼────────────────────────┤
+│ Viewer              │ Output1                │
+│ Document File       │ c:\projects\survey of  │
+│                     │ households\results\fir │
+│                     │ st wave.pdf            │
+│ Image      Count    │                      3 │
+│ Files               │                        │
+│            Root     │                        │
+│            Name     │                        │
+│ Format              │ png                    │
+└─────────────────────┴────────────────────────┘
+)");
+}
+
+TEST(Picture, ShowsWideAndCombiningCharacters) {
+    EXPECT_EQ(picture(wideTexts(), {80, true, false}), R"(
+文字の幅
+┌──────┬────────────────────────────────┐
+│      │            Language            │
+│      ├───────────┬──────────┬─────────┤
+│ Key  │ de        │ ja       │ fr      │
+├──────┼───────────┼──────────┼─────────┤
+│ open │ Öffnen    │ 開く     │ élargir │
+│ 保存 │ Speichern │ 保存する │ sauver  │
+└──────┴───────────┴──────────┴─────────┘
+)");
+}
+
+TEST(Picture, ShowsWideCharactersInAscii) {
+    EXPECT_EQ(picture(wideTexts(), {80, false, false}), R"(
+文字の幅
++------+--------------------------------+
+|      |            Language            |
+|      +-----------+----------+---------+
+| Key  | de        | ja       | fr      |
++------+-----------+----------+---------+
+| open | Öffnen    | 開く     | élargir |
+| 保存 | Speichern | 保存する | sauver  |
++------+-----------+----------+---------+
+)");
+}
+
+TEST(Picture, ShowsOneTableALayer) {
+    EXPECT_EQ(picture(layered(), {80, true, false}), R"(
+Visits
+Country: Norway
+┌──────────┬───────────────────────┐
+│          │        Measure        │
+│          ├────────┬──────────────┤
+│ Kind     │  Count │ Comment      │
+├──────────┼────────┼──────────────┤
+│ first    │ 12     │ complete [a] │
+│ repeated │  7 [b] │              │
+└──────────┴────────┴──────────────┘
+
+Country: Peru
+┌───────┬────────────┐
+│       │  Measure   │
+│       ├────────────┤
+│ Kind  │      Count │
+├───────┼────────────┤
+│ first │ 1005 [b,a] │
+└───────┴────────────┘
+[a] Checked by hand
+[b] Estimated
+)");
+}
+
+TEST(Picture, ShowsLayersInAscii) {
+    EXPECT_EQ(picture(layered(), {80, false, false}), R"(
+Visits
+Country: Norway
++----------+-----------------------+
+|          |        Measure        |
+|          +--------+--------------+
+| Kind     |  Count | Comment      |
++----------+--------+--------------+
+| first    | 12     | complete [a] |
+| repeated |  7 [b] |              |
++----------+--------+--------------+
+
+Country: Peru
++-------+------------+
+|       |  Measure   |
+|       +------------+
+| Kind  |      Count |
++-------+------------+
+| first | 1005 [b,a] |
++-------+------------+
+[a] Checked by hand
+[b] Estimated
+)");
+}
+
+TEST(Picture, ShowsBlocksOfColumns) {
+    EXPECT_EQ(picture(broad(), {40, true, false}), R"(
+Monthly
+┌───────┬─────────────────────────────┐
+│       │            Month            │
+│       ├─────────────────────────────┤
+│       │         First half          │
+│       ├─────┬─────┬─────┬─────┬─────┤
+│ Place │   1 │   2 │   3 │   4 │   5 │
+├───────┼─────┼─────┼─────┼─────┼─────┤
+│ Oslo  │ 111 │ 222 │ 333 │ 444 │ 555 │
+│ Lima  │ 111 │ 222 │ 333 │ 444 │ 555 │
+└───────┴─────┴─────┴─────┴─────┴─────┘
+
+┌───────┬──────────────────────────────┐
+│       │            Month             │
+│       ├────────────┬─────────────────┤
+│       │ First half │   Second half   │
+│       ├────────────┼─────┬─────┬─────┤
+│ Place │          6 │   7 │   8 │   9 │
+├───────┼────────────┼─────┼─────┼─────┤
+│ Oslo  │        666 │ 777 │ 888 │ 999 │
+│ Lima  │        666 │ 777 │ 888 │ 999 │
+└───────┴────────────┴─────┴─────┴─────┘
+
+┌───────┬────────────────────┐
+│       │       Month        │
+│       ├────────────────────┤
+│       │    Second half     │
+│       ├──────┬──────┬──────┤
+│ Place │   10 │   11 │   12 │
+├───────┼──────┼──────┼──────┤
+│ Oslo  │ 1110 │ 1221 │ 1332 │
+│ Lima  │ 1110 │ 1221 │ 1332 │
+└───────┴──────┴──────┴──────┘
+)");
+}
+
+TEST(Picture, ShowsBlocksOfColumnsInAscii) {
+    EXPECT_EQ(picture(broad(), {40, false, false}), R"(
+Monthly
++-------+-----------------------------+
+|       |            Month            |
+|       +-----------------------------+
+|       |         First half          |
+|       +-----+-----+-----+-----+-----+
+| Place |   1 |   2 |   3 |   4 |   5 |
++-------+-----+-----+-----+-----+-----+
+| Oslo  | 111 | 222 | 333 | 444 | 555 |
+| Lima  | 111 | 222 | 333 | 444 | 555 |
++-------+-----+-----+-----+-----+-----+
+
++-------+------------------------------+
+|       |            Month             |
+|       +------------+-----------------+
+|       | First half |   Second half   |
+|       +------------+-----+-----+-----+
+| Place |          6 |   7 |   8 |   9 |
++-------+------------+-----+-----+-----+
+| Oslo  |        666 | 777 | 888 | 999 |
+| Lima  |        666 | 777 | 888 | 999 |
++-------+------------+-----+-----+-----+
+
++-------+--------------------+
+|       |       Month        |
+|       +--------------------+
+|       |    Second half     |
+|       +------+------+------+
+| Place |   10 |   11 |   12 |
++-------+------+------+------+
+| Oslo  | 1110 | 1221 | 1332 |
+| Lima  | 1110 | 1221 | 1332 |
++-------+------+------+------+
+)");
+}
+
+TEST(Picture, ShowsBlocksCutBetweenGroups) {
+    EXPECT_EQ(picture(grouped(), {32, true, false}), R"(
+Cases
+┌─────────────────┬─────────┐
+│                 │  Time   │
+│                 ├─────────┤
+│                 │  2025   │
+│                 ├────┬────┤
+│ Region │ Sex    │ Q1 │ Q2 │
+├────────┼────────┼────┼────┤
+│ North  │ Female │  7 │ 14 │
+│        │ Male   │ 21 │ 28 │
+├────────┼────────┼────┼────┤
+│ South  │ Female │ 35 │ 42 │
+│        │ Male   │ 49 │ 56 │
+└────────┴────────┴────┴────┘
+
+┌─────────────────┬────────────┐
+│                 │    Time    │
+│                 ├────────────┤
+│ Region │ Sex    │ Total 2026 │
+├────────┼────────┼────────────┤
+│ North  │ Female │   1400 [a] │
+│        │ Male   │   2800 [a] │
+├────────┼────────┼────────────┤
+│ South  │ Female │   4200 [a] │
+│        │ Male   │   5600 [a] │
+└────────┴────────┴────────────┘
+Weighted by frequency
+[a] Provisional
+)");
+}
+
+TEST(Picture, ShowsTextsThatHaveToBeBrokenOrMadeSafe) {
+    EXPECT_EQ(picture(crowded(), {44, true, false}), R"(
+A title that is longer than the terminal of
+this picture is wide
+┌─────┬───────────────────────────┐
+│     │ A group with a long label │
+│     ├───────────────────────────┤
+│ Row │                         x │
+├─────┼───────────────────────────┤
+│ one │                         1 │
+│ two │                           │
+└─────┴───────────────────────────┘
+
+┌─────┬────────────────────────────────────┐
+│ Row │ y                                  │
+├─────┼────────────────────────────────────┤
+│ one │ first line                         │
+│     │ second line                        │
+│     │                                    │
+│     │ https://example.org/a/very/long/ad │
+│     │ dress/without/any/blank [a]        │
+│ two │ ␛[31mred␛[0m␉and␇ more             │
+└─────┴────────────────────────────────────┘
+[a] A note that goes on for so long that it
+    has to be continued on another line
+)");
+}
+
+TEST(Picture, ShowsColumnsWithoutRows) {
+    EXPECT_EQ(picture(columnsOnly(), {80, true, false}), R"(
+Columns
+┌───────────────┐
+│    Measure    │
+├───────┬───────┤
+│ Count │ Text  │
+├───────┼───────┤
+│     3 │ three │
+└───────┴───────┘
+)");
+}
+
+TEST(Picture, ShowsLayersWithoutRowsAndColumns) {
+    EXPECT_EQ(picture(layersOnly(), {80, true, false}), R"(
+Layers
+Year: 2025
+┌───┐
+│ 1 │
+└───┘
+
+Year: 2026
+┌────┐
+│ 22 │
+└────┘
+)");
+}
+
+TEST(Picture, ShowsATableWithoutAnything) {
+    EXPECT_EQ(picture(built("Nothing", [](BpPivotTable&) {}), {80, true, false}), R"(
+Nothing
+(empty)
+)");
+}
+
+TEST(Picture, ShowsATableWithoutRows) {
+    EXPECT_EQ(picture(withoutCells({}), {80, true, false}), R"(
+croutput.xlf Help
+(empty)
+)");
+}
+
+TEST(Picture, ShowsATableWithoutCells) {
+    EXPECT_EQ(picture(withoutCells({"open"}), {80, false, false}), R"(
+croutput.xlf Help
++------+----------+
+|      | Language |
+|      +----------+
+| Key  | de       |
++------+----------+
+| open |          |
++------+----------+
+)");
+}
+
+}  // namespace
+}  // namespace vexa

@@ -1,0 +1,127 @@
+#include "backend/pivot/text_rendering.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "backend/pivot/rendering/footnotes.h"
+#include "backend/platform/text_width.h"
+#include "tests/unit/pivot/example_tables.h"
+
+namespace vexa {
+namespace {
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines(1);
+    for (const char character : text) {
+        if (character == '\n') {
+            lines.emplace_back();
+        } else {
+            lines.back() += character;
+        }
+    }
+    lines.pop_back();
+    return lines;
+}
+
+TEST(TextRendering, LettersNotesLikeColumnsOfASpreadsheet) {
+    const std::pair<std::size_t, const char*> cases[] = {{0, "a"},   {25, "z"},  {26, "aa"},  {27, "ab"},
+                                                         {51, "az"}, {52, "ba"}, {701, "zz"}, {702, "aaa"}};
+    for (const auto& [number, letters] : cases) EXPECT_EQ(rendering::footnoteLetters(number), letters);
+}
+
+TEST(TextRendering, KeepsDataColumnsWithinTheirPoints) {
+    struct Case {
+        std::optional<int> least;
+        std::optional<int> most;
+        std::size_t text;      // columns of the only cell
+        std::size_t expected;  // columns of text
+    };
+    const Case cases[] = {
+        {{}, {}, 3, 3},     {{}, {}, 100, 100}, {150, 300, 3, 25}, {150, 300, 40, 40},
+        {150, 300, 90, 50}, {120, 120, 90, 20}, {120, 60, 90, 20}, {{}, 200, 90, 33},
+        {11, 11, 90, 6},    {11, 11, 2, 2},     {-5, {}, 3, 3},    {0, 0, 3, 3},
+    };
+    for (const Case& each : cases) {
+        const PivotTable table = built("", [&](BpPivotTable& draft) {
+            if (each.least) draft.MinDataColumnWidth(*each.least);
+            if (each.most) draft.MaxDataColumnWidth(*each.most);
+            dimension(draft, "", 0).Category(plain("r")).Cell(plain(std::string(each.text, 'x')));
+        });
+        const std::size_t labels = 1 + 1 + 3;  // the first line, one letter and what stands around it
+        const std::string first = linesOf(renderTable(table, {0, false, false})).at(0);
+        EXPECT_EQ(first.size(), labels + each.expected + 3)
+            << each.least.value_or(-1) << ' ' << each.most.value_or(-1) << ' ' << each.text;
+    }
+}
+
+TEST(TextRendering, StaysWithinTheTerminalWhateverItsWidth) {
+    const std::pair<const char*, PivotTable> tables[] = {
+        {"documents", documents()}, {"comment", comment()}, {"grouped", grouped()},
+        {"layered", layered()},     {"wide", wideTexts()},  {"export", exportSummary()},
+        {"crowded", crowded()},     {"broad", broad()},
+    };
+    for (const auto& [name, table] : tables) {
+        for (std::size_t width = 34; width < 140; ++width) {
+            for (const std::string& line : linesOf(renderTable(table, {width, true, false}))) {
+                ASSERT_LE(displayWidth(line), width) << name << ": " << line;
+            }
+        }
+    }
+}
+
+TEST(TextRendering, DrawsSomethingInATerminalThatIsTooNarrow) {
+    for (std::size_t width = 1; width < 34; ++width) {
+        EXPECT_FALSE(renderTable(broad(), {width, true, false}).empty());
+        EXPECT_FALSE(renderTable(crowded(), {width, false, true}).empty());
+    }
+}
+
+TEST(TextRendering, ShowsOfSeveralDimensionsOnlyRowsThatHaveCells) {
+    constexpr std::size_t count = 2000;
+    const PivotTable table = built("", [](BpPivotTable& draft) {
+        BpDimension outer = dimension(draft, "Outer", 0);
+        BpDimension inner = dimension(draft, "Inner", 0);
+        for (std::size_t i = 0; i < count; ++i) {
+            outer.Category(plain(std::to_string(i)));
+            inner.Category(plain(std::to_string(i))).Cell(plain("x"));
+        }
+    });
+    const std::vector<std::string> lines = linesOf(renderTable(table, {0, false, false}));
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const std::string& line) { return line.find('x') != std::string::npos; }),
+              static_cast<std::ptrdiff_t>(count));
+}
+
+TEST(TextRendering, SharesTheLettersOfEqualNotes) {
+    const PivotTable table = built("", [](BpPivotTable& draft) {
+        BpDimension rows = dimension(draft, "", 0);
+        rows.Category(plain("1")).Cell(plain("x")).Note(plain("one")).Note(plain("two"));
+        rows.Category(plain("2")).Cell(plain("y")).Note(plain("two"));
+        rows.Category(plain("3")).Cell(plain("z")).Note(plain("three")).Note(plain("one"));
+    });
+    const std::vector<std::string> lines = linesOf(renderTable(table, {0, false, false}));
+    const std::vector<std::string> expected = {"+---+---------+", "| 1 | x [a,b] |", "| 2 | y [b]   |",
+                                               "| 3 | z [c,a] |", "+---+---------+", "[a] one",
+                                               "[b] two",         "[c] three"};
+    EXPECT_EQ(lines, expected);
+}
+
+TEST(TextRendering, WritesNotesAndMessagesInOneLine) {
+    EXPECT_EQ(renderNotes({2, "Viewer", "Output1"}), "Viewer: Output1\n");
+    EXPECT_EQ(renderNotes({2, "", "alone"}), "alone\n");
+    EXPECT_EQ(renderNotes({2, "Document File", ""}), "Document File: \n");
+    const std::pair<int, const char*> cases[] = {{4, "Error: a b\n"},
+                                                 {3, "Error: a b\n"},
+                                                 {2, "Warning: a b\n"},
+                                                 {1, "Note: a b\n"},
+                                                 {0, "Note: a b\n"}};
+    for (const auto& [level, expected] : cases)
+        EXPECT_EQ(renderMessage({2, level, "^1 b", {"a"}, "a b"}), expected);
+    const std::string hostile = renderNotes({2, "a\x1b[2J", "b\nc"});
+    EXPECT_EQ(std::count(hostile.begin(), hostile.end(), '\n'), 1);
+    EXPECT_EQ(hostile.find('\x1b'), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vexa
