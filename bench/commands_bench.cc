@@ -1,7 +1,8 @@
 // Document commands over the whole road, beside the preparation of SQL statements of the same length.
 //
-// The road: a syntax file is cut into commands, each is cut into tokens, parsed, checked and made into a request, which an
-// adapter answers at once. The peer parses a statement and makes a program for it; neither executes anything.
+// The road: a syntax file is cut into commands, each is cut into tokens, parsed, checked and made into a
+// request, which an adapter answers at once. The peer parses a statement and makes a program for it; neither
+// executes anything.
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -29,7 +30,8 @@ constexpr double kStatementTokens = 30;
 
 class InstantController : public OutputController {
   public:
-    bool Send(const VexawMsgOutputControllerRequest& request, VexawMsgOutputControllerResponse& /*response*/) override {
+    bool Send(const VexawMsgOutputControllerRequest& request,
+              VexawMsgOutputControllerResponse& /*response*/) override {
         benchmark::DoNotOptimize(request.sequence());
         ++requests;
         return true;
@@ -59,7 +61,8 @@ std::string repeated(const char* command, std::int64_t count) {
 using Clock = std::chrono::steady_clock;
 
 double nanosecondsSince(Clock::time_point start) {
-    return static_cast<double>(std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - start).count());
+    return static_cast<double>(
+        std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - start).count());
 }
 
 void report(benchmark::State& state, const std::string& name, Clock::time_point start, double tokens) {
@@ -74,14 +77,15 @@ void documentCommands(benchmark::State& state) {
     const std::string text = repeated(kCommand, state.range(0));
     InstantAdapter adapter;
     installAdapter(&adapter);
-    CommandModule module(VEXA_MODULE_FILE);
+    LibraryModule module(VEXA_MODULE_FILE);
     Session session(module);
     const auto start = Clock::now();
     for (auto _ : state) {
         session.runText(text, "bench.vxs");
     }
     report(state, "commands", start, kCommandTokens);
-    if (session.hadErrors() || adapter.controller.requests != static_cast<std::size_t>(state.iterations() * state.range(0))) {
+    if (session.hadErrors() ||
+        adapter.controller.requests != static_cast<std::size_t>(state.iterations() * state.range(0))) {
         state.SkipWithError("not every command became a request");
     }
     installAdapter(nullptr);
@@ -90,8 +94,8 @@ void documentCommands(benchmark::State& state) {
 void sqlStatements(benchmark::State& state) {
     sqlite3* database = nullptr;
     sqlite3_open(":memory:", &database);
-    sqlite3_exec(database, "CREATE TABLE item (name TEXT, kind TEXT, size INTEGER, hidden INTEGER)", nullptr, nullptr,
-                 nullptr);
+    sqlite3_exec(database, "CREATE TABLE item (name TEXT, kind TEXT, size INTEGER, hidden INTEGER)", nullptr,
+                 nullptr, nullptr);
     const auto start = Clock::now();
     for (auto _ : state) {
         for (std::int64_t i = 0; i < state.range(0); ++i) {
@@ -106,10 +110,15 @@ void sqlStatements(benchmark::State& state) {
 
 [[maybe_unused]] const bool registered = [] {
     for (const std::int64_t count : {2'000, 20'000, 200'000}) {
-        benchmark::RegisterBenchmark("DocumentCommands", documentCommands)->Arg(count)->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark("SqlitePrepareFinalize", sqlStatements)->Arg(count)->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark("DocumentCommands", documentCommands)
+            ->Arg(count)
+            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark("SqlitePrepareFinalize", sqlStatements)
+            ->Arg(count)
+            ->Unit(benchmark::kMillisecond);
         const std::string n = "/" + std::to_string(count);
-        compareAtEnd("ns per token, " + std::to_string(count) + " commands / SQL statements", "commands" + n, "sqlite" + n);
+        compareAtEnd("ns per token, " + std::to_string(count) + " commands / SQL statements", "commands" + n,
+                     "sqlite" + n);
     }
     compareAtEnd("ns per token, 200,000 commands / 2,000 commands", "commands/200000", "commands/2000");
     return true;

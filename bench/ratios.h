@@ -1,5 +1,5 @@
-// What a benchmark measured, kept until the end of the run, so that our time can be printed beside a peer's of the same
-// run. An absolute time depends on the machine; the ratio of two times in one run says more.
+// What a benchmark measured, kept until the end of the run, so that our time can be printed beside a peer's
+// of the same run. An absolute time depends on the machine; the ratio of two times in one run says more.
 #pragma once
 
 #include <string>
