@@ -39,8 +39,9 @@ bool EmbeddedController::Send(const Request& request, Response& response) {
         case OutputControllerCommand::newDocument:
             return newDocument(request, response);
         case OutputControllerCommand::open:
+            return open(request, response);
         case OutputControllerCommand::save:
-            break;
+            return save(request, response);
     }
     return refuse(response, messages::unknownRequest, std::to_string(static_cast<int>(request.command())));
 }

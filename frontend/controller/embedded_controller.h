@@ -28,11 +28,17 @@ class EmbeddedController : public OutputController {
     bool display(Response& response) const;
     bool name(const Request& request, Response& response);
     bool newDocument(const Request& request, Response& response);
+    bool open(const Request& request, Response& response);
+    bool save(const Request& request, Response& response);
 
     /// Whether `name` may be given to a document, `except` not counted among those that have it already.
     bool checkNewName(const std::string& name, const ViewerDocument* except, Response& response) const;
     /// The document that a request names: "*" is the active one. Null, and a refusal, when there is none.
     ViewerDocument* documentNamed(const std::string& name, Response& response) const;
+
+    /// Whether the file may be used: some file is named, and it is none of an open document other than
+    /// `except`.
+    bool checkFile(const Request& request, const ViewerDocument* except, Response& response) const;
 
     OpenDocuments documents_;
 };

@@ -24,6 +24,57 @@ inline constexpr char documentLocked[] =
     "The output document ^1 is locked and cannot be changed. OUTPUT SAVE with LOCK=NO unlocks it, OUTPUT "
     "OPEN with "
     "LOCK=NO opens a file for changing.";
+
+// Files. In an argument a file may be followed by details in parentheses.
+inline constexpr char fileMissing[] =
+    "No file was given. Name the file of the output document as a quoted text.";
+inline constexpr char fileOpenAlready[] =
+    "The file ^1 belongs to an output document that is open. OUTPUT ACTIVATE makes that document the active "
+    "one, "
+    "OUTPUT CLOSE closes it.";
+inline constexpr char noSuchFile[] =
+    "There is no output document ^1. Check the folder and the name of the file.";
+inline constexpr char fileIsFolder[] = "^1 is a folder. Name a file in it.";
+inline constexpr char cannotRead[] = "The file ^1 cannot be read. Check its rights.";
+inline constexpr char cannotWrite[] =
+    "The output document could not be saved to ^1; what was there before is unchanged. Check the folder, its "
+    "rights and "
+    "the space on the disk.";
+inline constexpr char noMemory[] =
+    "There is not enough memory for the output document ^1. Close other documents and try again.";
+inline constexpr char fileTooLarge[] =
+    "The file ^1 holds more than an output document may hold, and was not opened. Save its document in "
+    "smaller parts.";
+inline constexpr char notADocument[] =
+    "The file ^1 is no output document. OUTPUT OPEN reads files that OUTPUT SAVE has written.";
+inline constexpr char damaged[] =
+    "The output document ^1 is damaged and was not opened. Use a copy of the file that is whole.";
+inline constexpr char newerFormat[] =
+    "The output document ^1 was written by a newer version; this program reads up to format 1. Use the newer "
+    "program to "
+    "open it.";
+/// Stands before the version in the argument of `newerFormat`: "a.vxv (format 2)".
+inline constexpr char formatWord[] = "format ";
+inline constexpr char unsafeName[] =
+    "The file ^1 holds a name that is not allowed in an output document, and was not opened. Use a copy of "
+    "the file "
+    "from a source that you trust.";
+inline constexpr char passwordMissing[] =
+    "The output document ^1 is protected. Give its password with PASSWORD='password'.";
+inline constexpr char passwordWrong[] =
+    "The password does not open the output document ^1. Check its spelling, also capitals.";
+inline constexpr char passwordForm[] =
+    "The output document was not saved to ^1, because the password given with ENCRYPTEDPW=YES is no "
+    "encrypted password. "
+    "The command \"vexa password\" makes one of 20 characters.";
+inline constexpr char beyondLimits[] =
+    "The output document was not saved to ^1, because it holds more than a file may hold. Save it in smaller "
+    "parts.";
+inline constexpr char tableTooLarge[] =
+    "The output document was not saved to ^1, because a table is too large to be stored without its data "
+    "model. Save "
+    "with STOREMODEL=YES.";
+
 /// Stands for a document without a name, in arguments.
 inline constexpr char unnamed[] = "(unnamed)";
 inline constexpr char unknownRequest[] =

@@ -1,0 +1,139 @@
+// The requests that read and write files, one function each.
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <utility>
+
+#include "backend/platform/character_set.h"
+#include "backend/platform/file_system.h"
+#include "frontend/controller/embedded_controller.h"
+#include "frontend/controller/messages.h"
+#include "frontend/controller/store_messages.h"
+#include "frontend/store/document_file.h"
+#include "frontend/store/password.h"
+
+namespace vexa::frontend {
+namespace {
+
+std::filesystem::path pathOf(std::string_view text) { return {std::u8string(text.begin(), text.end())}; }
+
+/// The file that a request names, from the root of the file system, so that two spellings of it are one.
+std::string fileOf(const VexawMsgOutputControllerRequest& request) {
+    const std::filesystem::path file =
+        pathOf(FileSystem::current().workingFolder()) / pathOf(toNativePath(toUtf8(request.second())));
+    const std::u8string text = file.lexically_normal().u8string();
+    return {text.begin(), text.end()};
+}
+
+DocumentFileType typeOf(OutputDocumentType type, std::string_view file) {
+    if (type == OutputDocumentType::notGiven) {
+        constexpr std::string_view extension = ".vxw";
+        const bool isReader = file.size() > extension.size() &&
+                              isSameName(file.substr(file.size() - extension.size()), extension);
+        return isReader ? DocumentFileType::reader : DocumentFileType::document;
+    }
+    return type == OutputDocumentType::vxw ? DocumentFileType::reader : DocumentFileType::document;
+}
+
+/// The encrypted form of the password that a save asks for; empty for none.
+StoreResult readPasswordForm(const VexawMsgOutputControllerRequest& request, std::string& form) {
+    std::string password = toUtf8(request.password());
+    if (request.encrypted() != OutputDocumentEncryptPW::yes) {
+        form = password.empty() ? std::string() : encryptedPassword(password);
+        const bool made = password.empty() == form.empty();
+        wipe(password);
+        return made ? StoreResult() : StoreProblem::noMemory;
+    }
+    form = std::move(password);
+    return isEncryptedPassword(form) ? StoreResult() : StoreProblem::passwordForm;
+}
+
+bool markAfterSave(OutputDocumentLock wish, const ViewerDocument& document) {
+    return wish == OutputDocumentLock::notGiven ? document.lock().marked : wish == OutputDocumentLock::yes;
+}
+
+/// What a save to `file` means for the open document. Only a file that holds all of it becomes its file.
+void follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
+            const std::string& file) {
+    if (options.type != DocumentFileType::document) {
+        return;
+    }
+    if (options.dataModel) {
+        document.setFile(file);
+        document.setModified(false);
+    }
+    if (wish != OutputDocumentLock::notGiven) {
+        const bool locked = wish == OutputDocumentLock::yes;
+        document.setLock({locked, locked && document.lock().readOnly});
+    }
+}
+
+}  // namespace
+
+bool EmbeddedController::checkFile(const Request& request, const ViewerDocument* except,
+                                   Response& response) const {
+    if (request.second().empty()) {
+        return refuse(response, messages::fileMissing);
+    }
+    const std::string file = fileOf(request);
+    const auto isInUse = [&](const auto& document) {
+        return document.get() != except && document->file() == file;
+    };
+    const auto& all = documents_.all();
+    return std::none_of(all.begin(), all.end(), isInUse) ||
+           refuse(response, messages::fileOpenAlready, toUtf8(request.second()));
+}
+
+bool EmbeddedController::open(const Request& request, Response& response) {
+    std::string name = toUtf8(request.first());
+    if (!checkNewName(name, nullptr, response) || !checkFile(request, nullptr, response)) {
+        return false;
+    }
+    const std::string file = fileOf(request);
+    std::unique_ptr<ViewerDocument> document;
+    if (const StoreResult result = openDocument(file, toUtf8(request.password()), document); !result) {
+        const StoreMessage message = describe(result, toUtf8(request.second()));
+        return refuse(response, message.text, message.argument);
+    }
+    // A name out of the file that another document has by now is given up, rather than the document.
+    Response ignored;
+    if (name.empty() && checkNewName(document->name(), nullptr, ignored)) {
+        name = document->name();
+    }
+    const DocumentLock lock{document->lock().marked, request.lock() == OutputDocumentLock::yes};
+    document->setLock({});
+    document->setName(std::move(name));
+    document->setModified(false);
+    document->setLock(lock);
+    document->setFile(file);
+    document->setMinimised(request.minimized() == OutputDocumentMinimized::yes);
+    documents_.add(std::move(document));
+    return true;
+}
+
+bool EmbeddedController::save(const Request& request, Response& response) {
+    const std::string name = toUtf8(request.first());
+    ViewerDocument* document = documentNamed(name.empty() ? "*" : name, response);
+    if (document == nullptr || !checkFile(request, document, response)) {
+        return false;
+    }
+    const std::string file = fileOf(request);
+    SaveOptions options;
+    options.type = typeOf(request.type(), file);
+    options.locked = markAfterSave(request.lock(), *document);
+    options.dataModel = request.yesNo() == YesNoEnum::yes;
+    StoreResult result = readPasswordForm(request, options.passwordForm);
+    if (result) {
+        result = saveDocument(*document, file, options);
+    }
+    wipe(options.passwordForm);
+    if (!result) {
+        const StoreMessage message = describe(result, toUtf8(request.second()));
+        return refuse(response, message.text, message.argument);
+    }
+    follow(*document, options, request.lock(), file);
+    return true;
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,57 @@
+#include "frontend/controller/store_messages.h"
+
+#include <cassert>
+
+#include "frontend/controller/messages.h"
+
+namespace vexa::frontend {
+namespace {
+
+const char* textOf(StoreProblem problem) {
+    switch (problem) {
+        case StoreProblem::none:
+            break;
+        case StoreProblem::noSuchFile:
+            return messages::noSuchFile;
+        case StoreProblem::isFolder:
+            return messages::fileIsFolder;
+        case StoreProblem::cannotRead:
+            return messages::cannotRead;
+        case StoreProblem::cannotWrite:
+            return messages::cannotWrite;
+        case StoreProblem::noMemory:
+            return messages::noMemory;
+        case StoreProblem::tooLarge:
+            return messages::fileTooLarge;
+        case StoreProblem::notADocument:
+            return messages::notADocument;
+        case StoreProblem::damaged:
+            return messages::damaged;
+        case StoreProblem::newerFormat:
+            return messages::newerFormat;
+        case StoreProblem::unsafeName:
+            return messages::unsafeName;
+        case StoreProblem::passwordMissing:
+            return messages::passwordMissing;
+        case StoreProblem::passwordWrong:
+            return messages::passwordWrong;
+        case StoreProblem::passwordForm:
+            return messages::passwordForm;
+        case StoreProblem::beyondLimits:
+            return messages::beyondLimits;
+        case StoreProblem::tableTooLarge:
+            return messages::tableTooLarge;
+    }
+    assert(false);
+    return messages::damaged;
+}
+
+}  // namespace
+
+StoreMessage describe(const StoreResult& result, const std::string& file) {
+    const std::string prefix = result.problem == StoreProblem::newerFormat ? messages::formatWord : "";
+    return {textOf(result.problem),
+            result.detail.empty() ? file : file + " (" + prefix + result.detail + ")"};
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,39 @@
+// Saves documents to files and opens them again; docs/formats/document-file.md describes the files.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "frontend/document/viewer_document.h"
+#include "frontend/store/manifest.h"
+#include "frontend/store/protection.h"
+#include "frontend/store/store_result.h"
+#include "frontend/store/zip_writer.h"
+
+namespace vexa::frontend {
+
+struct SaveOptions {
+    DocumentFileType type = DocumentFileType::document;
+    bool locked = false;       ///< the mark in the file
+    bool dataModel = true;     ///< store tables with their data model
+    std::string passwordForm;  ///< the encrypted form of the password; empty for a file without protection
+    KeyCost keyCost{};         ///< of a protected file
+};
+
+/// Saves `document` to the file `path` (UTF-8, either separator): the file holds its old or its new content
+/// at every moment, and its old content when the result is a problem.
+StoreResult saveDocument(const ViewerDocument& document, const std::string& path, const SaveOptions& options);
+/// The same, into a sink.
+StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& options, const ByteSink& sink);
+
+/// Opens the file `path`. `password` (UTF-8) is the password or its encrypted form, empty for none; a file
+/// without protection opens with any. `document` is null when the result is a problem. Its lock mark is that
+/// of the file, it has the name that was saved with it, no file and no modification.
+StoreResult openDocument(const std::string& path, const std::string& password,
+                         std::unique_ptr<ViewerDocument>& document);
+/// The same, from the bytes of a file.
+StoreResult readDocument(std::string_view bytes, const std::string& password,
+                         std::unique_ptr<ViewerDocument>& document);
+
+}  // namespace vexa::frontend

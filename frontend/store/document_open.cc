@@ -1,0 +1,180 @@
+#include <utility>
+
+#include "backend/platform/file_system.h"
+#include "frontend/store/document_file.h"
+#include "frontend/store/item_xml.h"
+#include "frontend/store/limits.h"
+#include "frontend/store/password.h"
+#include "frontend/store/xml_writer.h"
+#include "frontend/store/zip_reader.h"
+
+namespace vexa::frontend {
+namespace {
+
+/// Puts a document together from an archive whose manifest has been read.
+class Assembly {
+  public:
+    Assembly(const ZipReader& archive, Manifest manifest)
+        : archive_(archive), manifest_(std::move(manifest)) {}
+
+    StoreResult build(ViewerDocument& document) {
+        if (StoreResult result = readItems(manifest_.items, items_); !result) {
+            return result;
+        }
+        // The manifest is an entry too.
+        if (contents_ + 1 != archive_.count()) {
+            return {StoreProblem::damaged, "entries that the manifest does not name"};
+        }
+        document.setName(manifest_.name);
+        for (ViewerItem& item : items_) {
+            document.add(std::move(item));
+        }
+        document.setLock({manifest_.locked, false});
+        document.setModified(false);
+        return {};
+    }
+
+  private:
+    StoreResult readItems(std::vector<ManifestItem>& described, std::vector<ViewerItem>& items) {
+        for (ManifestItem& each : described) {
+            ViewerItem& item = items.emplace_back(std::move(each.item));
+            auto* heading = std::get_if<HeadingContent>(&item.content);
+            StoreResult result = heading != nullptr ? readItems(each.children, heading->children)
+                                                    : readContent(each.entry, item.content);
+            if (!result) {
+                return result;
+            }
+        }
+        return {};
+    }
+
+    StoreResult readContent(const std::string& entry, ItemContent& content) {
+        // Entries are numbered in the order of the outline, so none is named twice.
+        const auto place = archive_.find(entry);
+        if (!place || entry != itemEntry(contents_++)) {
+            return {StoreProblem::damaged, "the entry " + entry};
+        }
+        std::string xml;
+        if (StoreResult result = archive_.read(*place, limits::entryBytes, xml); !result) {
+            return result;
+        }
+        if ((tags_ += measureXml(xml).tags) > limits::totalTags) {
+            return {StoreProblem::tooLarge, "what it unpacks to"};
+        }
+        StoreResult result = readItemXml(static_cast<ItemKind>(content.index()), std::move(xml), content);
+        return result ? result : StoreResult(result.problem, "the entry " + entry);
+    }
+
+    const ZipReader& archive_;
+    Manifest manifest_;
+    std::vector<ViewerItem> items_;
+    std::size_t contents_ = 0;
+    std::size_t tags_ = 0;
+};
+
+StoreResult readManifestEntry(const ZipReader& archive, std::string& xml, ReadManifest& manifest) {
+    const auto place = archive.find(manifestEntry);
+    if (!place) {
+        return StoreProblem::notADocument;
+    }
+    if (StoreResult result = archive.read(*place, limits::entryBytes, xml); !result) {
+        return result;
+    }
+    return readManifest(xml, manifest);
+}
+
+// What was given is tried as the password, then, if it looks like one, as an encrypted form.
+StoreResult unsealWith(const std::string& password, const Protection& protection,
+                       std::string_view authenticated, std::string_view sealed, std::string& plain) {
+    std::string form = encryptedPassword(password);
+    if (form.empty()) {
+        return StoreProblem::noMemory;
+    }
+    StoreResult result = unseal(form, protection, authenticated, sealed, plain);
+    wipe(form);
+    if (result.problem == StoreProblem::passwordWrong && isEncryptedPassword(password)) {
+        result = unseal(password, protection, authenticated, sealed, plain);
+    }
+    return result;
+}
+
+StoreResult build(const ZipReader& archive, Manifest manifest, std::unique_ptr<ViewerDocument>& document) {
+    auto built = std::make_unique<ViewerDocument>();
+    StoreResult result = Assembly(archive, std::move(manifest)).build(*built);
+    if (result) {
+        document = std::move(built);
+    }
+    return result;
+}
+
+StoreResult readInner(std::string_view bytes, std::unique_ptr<ViewerDocument>& document) {
+    ZipReader archive;
+    if (StoreResult result = archive.open(bytes); !result) {
+        return result;
+    }
+    std::string xml;
+    ReadManifest manifest;
+    if (StoreResult result = readManifestEntry(archive, xml, manifest); !result) {
+        return result;
+    }
+    if (manifest.isProtected) {
+        return {StoreProblem::damaged, "a protected archive inside another"};
+    }
+    return build(archive, std::move(manifest.manifest), document);
+}
+
+StoreResult readProtected(const ZipReader& archive, const Protection& protection,
+                          std::string_view manifestXml, const std::string& password, std::string& plain) {
+    const auto place = archive.find(sealedEntry);
+    if (!place || archive.count() != 2) {
+        return {StoreProblem::damaged, "the protected content"};
+    }
+    if (password.empty()) {
+        return StoreProblem::passwordMissing;
+    }
+    std::string sealed;
+    if (StoreResult result = archive.read(*place, limits::totalBytes, sealed); !result) {
+        return result;
+    }
+    return unsealWith(password, protection, manifestXml, sealed, plain);
+}
+
+}  // namespace
+
+StoreResult readDocument(std::string_view bytes, const std::string& password,
+                         std::unique_ptr<ViewerDocument>& document) {
+    document.reset();
+    ZipReader archive;
+    if (StoreResult result = archive.open(bytes); !result) {
+        return result;
+    }
+    std::string xml;
+    ReadManifest manifest;
+    if (StoreResult result = readManifestEntry(archive, xml, manifest); !result) {
+        return result;
+    }
+    if (!manifest.isProtected) {
+        return build(archive, std::move(manifest.manifest), document);
+    }
+    std::string plain;
+    if (StoreResult result = readProtected(archive, manifest.protection, xml, password, plain); !result) {
+        return result;
+    }
+    return readInner(plain, document);
+}
+
+StoreResult openDocument(const std::string& path, const std::string& password,
+                         std::unique_ptr<ViewerDocument>& document) {
+    document.reset();
+    FileSystem& files = FileSystem::current();
+    if (files.isFolder(path)) {
+        return StoreProblem::isFolder;
+    }
+    std::string bytes;
+    if (FileResult read = files.read(path, bytes, limits::fileBytes); !read) {
+        return {files.isFile(path) ? StoreProblem::cannotRead : StoreProblem::noSuchFile, read.reason};
+    }
+    return readDocument(bytes, password, document);
+}
+
+}  // namespace vexa::frontend

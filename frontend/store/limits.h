@@ -1,0 +1,29 @@
+// What a document file may hold. Files beyond these limits are neither written nor opened, so that a hostile
+// file can take neither all memory nor minutes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vexa::frontend::limits {
+
+inline constexpr std::uint64_t fileBytes = 512ULL << 20;
+/// The manifest and every item count.
+inline constexpr std::size_t entries = 100'001;
+inline constexpr std::uint64_t entryBytes = 64ULL << 20;
+/// Of all entries together, unpacked.
+inline constexpr std::uint64_t totalBytes = 512ULL << 20;
+inline constexpr std::size_t entryNameBytes = 255;
+/// Tags and quotation marks of one entry, and tags of all entries: they bound the memory that the parsed XML
+/// takes.
+inline constexpr std::size_t entryTags = 4'000'000;
+inline constexpr std::size_t entryQuotes = 8'000'000;
+inline constexpr std::size_t totalTags = 16'000'000;
+/// How deep headings nest.
+inline constexpr int outlineDepth = 64;
+
+/// The cost of a password's key, as a file may ask for it: passes over the memory, and bytes.
+inline constexpr std::uint64_t keyOperations = 8;
+inline constexpr std::uint64_t keyMemory = 256ULL << 20;
+
+}  // namespace vexa::frontend::limits

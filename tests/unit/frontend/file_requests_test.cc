@@ -1,0 +1,227 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "frontend/controller/messages.h"
+#include "frontend/store/password.h"
+#include "tests/unit/frontend/memory_file_system.h"
+#include "tests/unit/frontend/requests.h"
+#include "tests/unit/frontend/sample_documents.h"
+
+namespace vexa::frontend {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using enum OutputControllerCommand;
+
+/// What a long-form request says beyond command, name and file; the defaults are those of the commands.
+struct Wish {
+    OutputDocumentLock lock = OutputDocumentLock::notGiven;
+    OutputDocumentMinimized minimized = OutputDocumentMinimized::no;
+    OutputDocumentType type = OutputDocumentType::notGiven;
+    std::string password = {};
+    OutputDocumentEncryptPW encrypted = OutputDocumentEncryptPW::no;
+    YesNoEnum dataModel = YesNoEnum::yes;
+};
+
+class FileRequests : public testing::Test {
+  protected:
+    Answer save(const std::string& file, const std::string& name = "", const Wish& wish = {}) {
+        return exchange(controller_, {1, OutputControllerCommand::save, name.c_str(), file.c_str(), wish.lock,
+                                      OutputDocumentMinimized::notGiven, wish.type, wish.password.c_str(),
+                                      wish.encrypted, wish.dataModel});
+    }
+    Answer open(const std::string& file, const std::string& name = "", const Wish& wish = {}) {
+        return exchange(controller_, {1, OutputControllerCommand::open, name.c_str(), file.c_str(), wish.lock,
+                                      wish.minimized, OutputDocumentType::notGiven, wish.password.c_str(),
+                                      OutputDocumentEncryptPW::notGiven, YesNoEnum::no});
+    }
+    void makeNew(const std::string& name) { sendShort(controller_, newDocument, name); }
+    void closeAll() { sendShort(controller_, close, "ALL"); }
+    ViewerDocument& active() { return *controller_.documents().active(); }
+    static void expectRefused(const Answer& answer, const char* message, const std::string& argument) {
+        EXPECT_FALSE(answer.ok);
+        EXPECT_EQ(answer.severity, 3);
+        EXPECT_EQ(answer.message, message);
+        EXPECT_EQ(answer.argument, argument);
+    }
+
+    MemoryFileSystem files_;
+    EmbeddedController controller_;
+};
+
+Wish withLock(OutputDocumentLock lock) {
+    Wish wish;
+    wish.lock = lock;
+    return wish;
+}
+
+Wish withPassword(const std::string& password,
+                  OutputDocumentEncryptPW encrypted = OutputDocumentEncryptPW::no) {
+    Wish wish;
+    wish.password = password;
+    wish.encrypted = encrypted;
+    return wish;
+}
+
+TEST_F(FileRequests, SavesAndOpensAgain) {
+    makeNew("a");
+    active().add(makeItem("Text", TextContent{"hello"}));
+    EXPECT_TRUE(save("\\out\\a.vxv").ok);
+    EXPECT_FALSE(active().isModified());
+    EXPECT_EQ(active().file(), "/out/a.vxv");
+    const std::vector<ViewerItem> items = active().items();
+    closeAll();
+    EXPECT_TRUE(open("\\out\\a.vxv").ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("*a"));
+    EXPECT_EQ(active().items(), items);
+    EXPECT_FALSE(active().isModified());
+    EXPECT_FALSE(active().isLocked());
+}
+
+TEST_F(FileRequests, ARelativeFileStandsInTheWorkingFolder) {
+    makeNew("a");
+    EXPECT_TRUE(save("sub\\..\\a.vxv").ok);
+    EXPECT_TRUE(files_.isFile("/work/a.vxv"));
+}
+
+TEST_F(FileRequests, SavesTheNamedOrTheActiveDocument) {
+    expectRefused(save("\\a.vxv"), messages::noDocumentOpen, "");
+    makeNew("a");
+    makeNew("b");
+    expectRefused(save("\\a.vxv", "c"), messages::noSuchDocument, "c (open: a, b)");
+    expectRefused(save("", "a"), messages::fileMissing, "");
+    EXPECT_TRUE(save("\\a.vxv", "A").ok);
+    EXPECT_TRUE(save("\\b.vxv", "*").ok);
+    EXPECT_EQ(controller_.documents().find("a")->file(), "/a.vxv");
+    EXPECT_EQ(active().file(), "/b.vxv");
+}
+
+TEST_F(FileRequests, OneFileIsOneOpenDocument) {
+    makeNew("a");
+    save("\\a.vxv");
+    expectRefused(open("\\x\\..\\a.vxv"), messages::fileOpenAlready, "\\x\\..\\a.vxv");
+    makeNew("b");
+    expectRefused(save("\\a.vxv"), messages::fileOpenAlready, "\\a.vxv");
+    EXPECT_TRUE(save("\\a.vxv", "a").ok);
+}
+
+TEST_F(FileRequests, NamesOfOpenedDocuments) {
+    makeNew("a");
+    save("\\a.vxv");
+    closeAll();
+    makeNew("A");
+    expectRefused(open("\\a.vxv", "a"), messages::nameTaken, "a");
+    EXPECT_TRUE(open("\\a.vxv").ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("A", "*"));
+    sendShort(controller_, close, "*");
+    EXPECT_TRUE(open("\\a.vxv", "b").ok);
+    EXPECT_THAT(listed(controller_), ElementsAre("A", "*b"));
+}
+
+TEST_F(FileRequests, LockOfTheSessionAndMarkOfTheFile) {
+    makeNew("a");
+    save("\\a.vxv");
+    closeAll();
+    open("\\a.vxv", "", withLock(OutputDocumentLock::yes));
+    EXPECT_EQ(active().lock(), (DocumentLock{false, true}));
+    expectRefused(sendShort(controller_, name, "b"), messages::documentLocked, "a");
+    // A lock of the session is not written.
+    EXPECT_TRUE(save("\\a.vxv").ok);
+    closeAll();
+    open("\\a.vxv", "", withLock(OutputDocumentLock::no));
+    EXPECT_FALSE(active().isLocked());
+
+    EXPECT_TRUE(save("\\a.vxv", "", withLock(OutputDocumentLock::yes)).ok);
+    EXPECT_TRUE(active().isLocked());
+    EXPECT_TRUE(save("\\a.vxv").ok);
+    closeAll();
+    open("\\a.vxv", "", withLock(OutputDocumentLock::no));
+    EXPECT_TRUE(active().isLocked()) << "the file's own mark wins";
+    EXPECT_TRUE(save("\\a.vxv", "", withLock(OutputDocumentLock::no)).ok);
+    EXPECT_FALSE(active().isLocked());
+    closeAll();
+    open("\\a.vxv");
+    EXPECT_FALSE(active().isLocked());
+}
+
+TEST_F(FileRequests, ReadersCopiesByTypeAndByExtension) {
+    makeNew("a");
+    active().add(makeItem("Warning", MessageContent{2, "x"}));
+    Wish reader;
+    reader.type = OutputDocumentType::vxw;
+    EXPECT_TRUE(save("\\a.doc", "", reader).ok);
+    EXPECT_TRUE(save("\\b.VXW").ok);
+    Wish whole;
+    whole.type = OutputDocumentType::vxv;
+    EXPECT_TRUE(active().isModified()) << "a copy is not the document";
+    EXPECT_EQ(active().file(), "");
+    EXPECT_TRUE(save("\\c.vxw", "", whole).ok);
+    EXPECT_TRUE(opened(files_.files["/a.doc"])->items().empty());
+    EXPECT_TRUE(opened(files_.files["/b.VXW"])->items().empty());
+    EXPECT_EQ(opened(files_.files["/c.vxw"])->items().size(), 1U);
+}
+
+TEST_F(FileRequests, WithoutTheDataModelTheDocumentStaysUnsaved) {
+    makeNew("a");
+    active().add(makeItem("Table", TableContent{makeTable(2, 2)}));
+    Wish wish;
+    wish.dataModel = YesNoEnum::no;
+    EXPECT_TRUE(save("\\a.vxv", "", wish).ok);
+    EXPECT_TRUE(active().isModified());
+    EXPECT_EQ(opened(files_.files["/a.vxv"])->items()[0].kind(), ItemKind::flatTable);
+}
+
+TEST_F(FileRequests, Passwords) {
+    makeNew("a");
+    EXPECT_TRUE(save("\\a.vxv", "", withPassword("secret")).ok);
+    const std::string form = encryptedPassword("secret");
+    EXPECT_TRUE(save("\\b.vxv", "", withPassword(form, OutputDocumentEncryptPW::yes)).ok);
+    expectRefused(save("\\c.vxv", "", withPassword("secret", OutputDocumentEncryptPW::yes)),
+                  messages::passwordForm, "\\c.vxv");
+    closeAll();
+    expectRefused(open("\\a.vxv"), messages::passwordMissing, "\\a.vxv");
+    expectRefused(open("\\a.vxv", "", withPassword("wrong")), messages::passwordWrong, "\\a.vxv");
+    EXPECT_TRUE(open("\\a.vxv", "x", withPassword("secret")).ok);
+    EXPECT_TRUE(open("\\b.vxv", "y", withPassword(form)).ok);
+    EXPECT_FALSE(files_.isFile("/c.vxv"));
+}
+
+TEST_F(FileRequests, FilesThatCannotBeOpened) {
+    files_.folder = "/folder";
+    files_.files["/text"] = "no zip at all";
+    makeNew("a");
+    expectRefused(open(""), messages::fileMissing, "");
+    expectRefused(open("\\none"), messages::noSuchFile, "\\none (cannot be read)");
+    expectRefused(open("\\folder"), messages::fileIsFolder, "\\folder");
+    expectRefused(open("\\text"), messages::notADocument, "\\text");
+    expectRefused(save("\\folder"), messages::fileIsFolder, "\\folder");
+    EXPECT_THAT(listed(controller_), ElementsAre("*a"));
+}
+
+TEST_F(FileRequests, ASaveThatFailsAtAnyOperationLeavesTheOldFile) {
+    makeNew("a");
+    save("\\a.vxv");
+    const std::string before = files_.files["/a.vxv"];
+    files_.operations = 0;
+    active().add(makeItem("Text", TextContent{"new"}));
+    int failing = 0;
+    for (bool ok = false; !ok;) {
+        files_.operations = 0;
+        files_.failingOperation = ++failing;
+        const Answer answer = save("\\a.vxv");
+        ok = answer.ok;
+        ASSERT_LT(failing, 20);
+        ASSERT_EQ(files_.files.size(), 1U) << "no temporary file stays";
+        if (!ok) {
+            expectRefused(answer, messages::cannotWrite, "\\a.vxv (disk full)");
+            EXPECT_EQ(files_.files["/a.vxv"], before);
+            EXPECT_TRUE(active().isModified());
+        }
+    }
+    EXPECT_GT(failing, 4);
+    EXPECT_EQ(opened(files_.files["/a.vxv"])->items().size(), 1U);
+}
+
+}  // namespace
+}  // namespace vexa::frontend
