@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <random>
+
+#include "backend/platform/utf8.h"
 
 namespace vexa {
 namespace {
@@ -166,6 +168,47 @@ TEST(Conversion, OfLongTextsLosesNothing) {
     string utf8;
     for (int i = 0; i < 50000; ++i) utf8 += "a\u6c49\U0001F600";
     EXPECT_EQ(set->toUtf8(set->fromUtf8(utf8)), utf8);
+}
+
+const char* const kManySets[] = {"UTF-8", "windows-1252", "Shift_JIS", "EUC-JP",
+                                 "GBK",   "GB18030",      "Big5",      "EUC-KR"};
+
+TEST(Walking, GivesThePiecesThatTheConversionReads) {
+    for (const char* name : kManySets) {
+        const auto set = CharacterSet::find(name);
+        ASSERT_NE(set, nullptr) << name;
+        for (char32_t code = 0x20; code < 0x20000; code += code < 0x3000 ? 1 : 5) {
+            string utf8;
+            appendUtf8(utf8, code);
+            const string text = set->fromUtf8(utf8);
+            if (set->toUtf8(text) != utf8) continue;  // the set lacks the character
+            const string followed = text + "0a";
+            ASSERT_EQ(set->characterLength(followed.data(), followed.size()), text.size())
+                << name << ' ' << static_cast<unsigned>(code);
+        }
+    }
+}
+
+TEST(Walking, EndsOnAnyBytesAndTheirConversionIsValid) {
+    std::minstd_rand random(7);
+    for (const char* name : kManySets) {
+        const auto set = CharacterSet::find(name);
+        ASSERT_NE(set, nullptr) << name;
+        for (int round = 0; round < 500; ++round) {
+            string text;
+            while (text.size() < 64) text.push_back(static_cast<char>(random() >> 8U));
+            std::size_t at = 0;
+            while (at < text.size()) {
+                const std::size_t length = set->characterLength(text.data() + at, text.size() - at);
+                ASSERT_TRUE(length >= 1 && length <= text.size() - at) << name;
+                at += length;
+            }
+            const string utf8 = set->toUtf8(text);
+            ASSERT_EQ(validUtf8(utf8), utf8) << name;
+            const auto units = set->toUtf16(text);
+            ASSERT_TRUE(!units || utf8.find("\uFFFD") == string::npos) << name;
+        }
+    }
 }
 
 TEST(CurrentCharacterSet, IsUtf8UntilAnotherIsInstalled) {
