@@ -2,11 +2,24 @@
 
 #include <algorithm>
 #include <cassert>
+#include <iterator>
 
 #include "backend/platform/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {
+
+TokenItems withoutSeparators(std::span<const TokenInfoObj> tokens) {
+    const auto isSeparator = [](const TokenInfoObj& token) {
+        return token.getOperatorCode() == TokenSequenceBase::separator;
+    };
+    if (std::none_of(tokens.begin(), tokens.end(), isSeparator)) {
+        return {tokens, nullptr};
+    }
+    auto items = std::make_shared<std::vector<TokenInfoObj>>();
+    std::remove_copy_if(tokens.begin(), tokens.end(), std::back_inserter(*items), isSeparator);
+    return {*items, items};
+}
 
 ParamObj::ParamObj(std::string_view name, const TokenInfoObj* keyword, std::span<const TokenInfoObj> value)
     : name_(name), keyword_(keyword), value_(value) {}
@@ -77,6 +90,15 @@ bool ParamObj::getNumberList(std::vector<double>& numbers) const {
         numbers.push_back(*number);
     }
     return true;
+}
+
+void ParamObj::getLiterals(std::vector<std::string_view>& literals) const {
+    literals.clear();
+    for (const TokenInfoObj& token : value_) {
+        if (token.isLiteral()) {
+            literals.push_back(token.getString());
+        }
+    }
 }
 
 const TokenInfoObj& ParamObj::getTokenObj(std::size_t index) const {

@@ -1,15 +1,19 @@
 // What the parser found in a command.
 //
 // Results are views of the command's tokens and live as long as their sequence. A value is the tokens between
-// its parameter's keyword and the next one, brackets taken off where the descriptor says so.
+// its parameter's keyword and the next one, brackets taken off where the descriptor says so. The separators
+// between the items of a list of words, literals or numbers, and between the values of a qualifier, are no
+// part of the value; a value of free tokens keeps them.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "backend/syntax/descriptors.h"
@@ -18,6 +22,15 @@
 namespace vexa {
 
 class QualifierObj;
+
+/// Tokens without the separators between them, and what keeps them alive.
+struct TokenItems {
+    std::span<const TokenInfoObj> tokens;
+    std::shared_ptr<const std::vector<TokenInfoObj>> kept;  ///< null where no token had to be copied
+};
+
+/// `tokens` without their separators; they themselves when they hold none.
+[[nodiscard]] TokenItems withoutSeparators(std::span<const TokenInfoObj> tokens);
 
 /// A parameter that was given, and its value.
 class ParamObj {
@@ -44,14 +57,17 @@ class ParamObj {
     /// True when the value is one word, literal or operator that spells `text`, without regard to case.
     [[nodiscard]] bool isStringValue(std::string_view text) const;
     [[nodiscard]] bool isStringValueCase(std::string_view text) const { return isStringValue(text); }
-    /// A value that is one integer (or number).
+    /// A value that is one integer: a number without point and exponent that fits 32 bits.
     [[nodiscard]] std::optional<std::int32_t> getIntegerValue() const;
+    /// A value that is one number.
     [[nodiscard]] std::optional<double> getDoubleValue() const;
     /// The texts of a value of words or literals; false, with `texts` holding what came before, at anything
     /// else. Separators between the items are passed over.
     [[nodiscard]] bool getStringList(std::vector<std::string_view>& texts) const;
     /// The numbers of a value of numbers, as above.
     [[nodiscard]] bool getNumberList(std::vector<double>& numbers) const;
+    /// The quoted literals of the value, whatever else stands between them; the list is replaced.
+    void getLiterals(std::vector<std::string_view>& literals) const;
 
     /// True when there is at least one token.
     [[nodiscard]] bool isTokenList() const { return !value_.empty(); }
@@ -64,9 +80,12 @@ class ParamObj {
 
     /// The qualifiers of a value of the forms 26, 27 and 28, in the order written. `descriptor` names the
     /// form and the qualifiers; a qualifier that it does not know is listed all the same. False when the
-    /// tokens have another shape.
+    /// tokens have another shape; the list then holds what came before.
     [[nodiscard]] bool getQualifiers(const ParamDescriptor& descriptor,
                                      std::vector<QualifierObj>& qualifiers) const;
+    /// The one qualifier, with its value, of a value of form 27, or of free tokens that have that form:
+    /// INCHES(2 3), TOP 5, LASTROW. Nothing when the tokens have another shape.
+    [[nodiscard]] std::optional<QualifierObj> getQualifier() const;
 
   private:
     std::string_view name_;
@@ -77,7 +96,15 @@ class ParamObj {
 /// A qualifier inside a value, with its own value: the tokens behind '=' or between the parentheses.
 class QualifierObj : public ParamObj {
   public:
-    using ParamObj::ParamObj;
+    /// `value` may hold separators, which are left out.
+    QualifierObj(std::string_view name, const TokenInfoObj* keyword, std::span<const TokenInfoObj> value)
+        : QualifierObj(name, keyword, withoutSeparators(value)) {}
+
+  private:
+    QualifierObj(std::string_view name, const TokenInfoObj* keyword, TokenItems items)
+        : ParamObj(name, keyword, items.tokens), kept_(std::move(items.kept)) {}
+
+    std::shared_ptr<const std::vector<TokenInfoObj>> kept_;
 };
 
 /// A subcommand that was given.
@@ -130,6 +157,7 @@ class CommandSpec : public SubComList {
     friend class UniversalParser;
 
     std::vector<GroupComObj> groups_;
+    std::vector<std::shared_ptr<const std::vector<TokenInfoObj>>> kept_;  // values that lost separators
 };
 
 /// Compares texts without regard to case.

@@ -1,41 +1,57 @@
 #include "backend/syntax/descriptors.h"
 
 #include <algorithm>
-
-#include "backend/platform/character_set.h"
+#include <utility>
 
 namespace vexa {
 
 namespace {
 
+constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
 template <typename Descriptor>
 const Descriptor* findByName(const std::vector<Descriptor>& descriptors, std::string_view name) {
     const auto found = std::find_if(descriptors.begin(), descriptors.end(), [name](const Descriptor& each) {
-        return equalsIgnoringCase(each.name(), name);
+        return spellsKeyword(name, each.name());
     });
     return found == descriptors.end() ? nullptr : &*found;
 }
 
 /// Adds `added`, or puts it in the place of the one that has its name.
 template <typename Descriptor>
-void addOrReplace(std::vector<Descriptor>& descriptors, const Descriptor& added) {
+void addOrReplace(std::vector<Descriptor>& descriptors, Descriptor added) {
     const auto same = std::find_if(descriptors.begin(), descriptors.end(),
                                    [&added](const Descriptor& each) { return each.name() == added.name(); });
     if (same == descriptors.end()) {
-        descriptors.push_back(added);
+        descriptors.push_back(std::move(added));
     } else {
-        *same = added;
+        *same = std::move(added);
     }
 }
 
 }  // namespace
+
+bool spellsKeyword(std::string_view word, std::string_view keyword) {
+    return word.size() == keyword.size() &&
+           std::equal(word.begin(), word.end(), keyword.begin(),
+                      [](char left, char right) { return lower(left) == lower(right); });
+}
 
 ParamDescriptor::ParamDescriptor(std::string_view name, UPSpecTypes::ParamSpec spec, bool required,
                                  bool valueRequired, UPSpecTypes::BracketOptions brackets)
     : name_(name), spec_(spec), brackets_(brackets), required_(required), valueRequired_(valueRequired) {}
 
 ParamDescriptor& ParamDescriptor::addStringValue(std::string_view value) {
-    stringValues_.push_back(value);
+    if (addedValues_.empty()) {
+        addedValues_.assign(constantValues_.begin(), constantValues_.end());
+    }
+    addedValues_.push_back(value);
+    return *this;
+}
+
+ParamDescriptor& ParamDescriptor::setStringValues(std::span<const std::string_view> values) {
+    addedValues_.clear();
+    constantValues_ = values;
     return *this;
 }
 
@@ -49,8 +65,8 @@ ParamDescriptor& ParamDescriptor::setUpperBoundary(double value, UPSpecTypes::Bo
     return *this;
 }
 
-ParamDescriptor& ParamDescriptor::addQualifDesc(const ParamDescriptor& qualifier) {
-    addOrReplace(qualifiers_, qualifier);
+ParamDescriptor& ParamDescriptor::addQualifDesc(ParamDescriptor qualifier) {
+    addOrReplace(qualifiers_, std::move(qualifier));
     return *this;
 }
 
@@ -69,9 +85,17 @@ ParamDescriptor& ParamDescriptor::setValueLabel(std::string_view label) {
     return *this;
 }
 
+std::vector<std::string_view> ParamDescriptor::stringValues() const {
+    return addedValues_.empty()
+               ? std::vector<std::string_view>(constantValues_.begin(), constantValues_.end())
+               : addedValues_;
+}
+
 bool ParamDescriptor::hasStringValue(std::string_view value) const {
-    return std::any_of(stringValues_.begin(), stringValues_.end(),
-                       [value](std::string_view each) { return equalsIgnoringCase(each, value); });
+    const std::span<const std::string_view> values =
+        addedValues_.empty() ? constantValues_ : std::span<const std::string_view>(addedValues_);
+    return std::any_of(values.begin(), values.end(),
+                       [value](std::string_view each) { return spellsKeyword(value, each); });
 }
 
 const ParamDescriptor* ParamDescriptor::findQualifier(std::string_view name) const {
@@ -82,8 +106,13 @@ SubComDescriptor::SubComDescriptor(std::string_view name, UPSpecTypes::SubComSpe
                                    bool repeatable)
     : name_(name), spec_(spec), required_(required), repeatable_(repeatable) {}
 
-SubComDescriptor& SubComDescriptor::addParamDesc(const ParamDescriptor& parameter) {
-    addOrReplace(parameters_, parameter);
+SubComDescriptor& SubComDescriptor::addParamDesc(ParamDescriptor parameter) {
+    addOrReplace(parameters_, std::move(parameter));
+    return *this;
+}
+
+SubComDescriptor& SubComDescriptor::reserveParams(std::size_t count) {
+    parameters_.reserve(count);
     return *this;
 }
 
@@ -110,11 +139,11 @@ GroupComDescriptor::GroupComDescriptor(UPSpecTypes::GroupSpec spec, bool require
                                        std::string_view messageText)
     : spec_(spec), required_(required), messageText_(messageText) {}
 
-GroupComDescriptor& GroupComDescriptor::addSubComDesc(const SubComDescriptor& subcommand, bool leading) {
-    addOrReplace(subcommands_, subcommand);
+GroupComDescriptor& GroupComDescriptor::addSubComDesc(SubComDescriptor subcommand, bool leading) {
     if (leading) {
         leadingName_ = subcommand.name();
     }
+    addOrReplace(subcommands_, std::move(subcommand));
     return *this;
 }
 
@@ -129,13 +158,18 @@ const SubComDescriptor* GroupComDescriptor::leading() const {
 CommandDescriptor::CommandDescriptor(std::string_view name, std::string_view title)
     : name_(name), title_(title) {}
 
-CommandDescriptor& CommandDescriptor::addSubComDesc(const SubComDescriptor& subcommand) {
-    addOrReplace(subcommands_, subcommand);
+CommandDescriptor& CommandDescriptor::addSubComDesc(SubComDescriptor subcommand) {
+    addOrReplace(subcommands_, std::move(subcommand));
     return *this;
 }
 
-CommandDescriptor& CommandDescriptor::addGroupComDesc(const GroupComDescriptor& group) {
-    groups_.push_back(group);
+CommandDescriptor& CommandDescriptor::addGroupComDesc(GroupComDescriptor group) {
+    groups_.push_back(std::move(group));
+    return *this;
+}
+
+CommandDescriptor& CommandDescriptor::reserveSubComs(std::size_t count) {
+    subcommands_.reserve(count);
     return *this;
 }
 

@@ -1,10 +1,13 @@
 // How a command describes its grammar to the parser: subcommands, parameters, qualifiers, selection groups.
 //
 // Texts given to descriptors are not copied: they must outlive them (commands give constants). Adding a
-// descriptor under a name that is there already replaces the earlier one, in its place.
+// descriptor under a name that is there already replaces the earlier one, in its place. Names and string
+// values are ASCII; a word spells them without regard to case.
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -48,6 +51,9 @@ struct UPSpecTypes {
     };
 };
 
+/// True when `word` spells `keyword`, which is ASCII, without regard to the case of ASCII letters.
+[[nodiscard]] bool spellsKeyword(std::string_view word, std::string_view keyword);
+
 /// A bound of a number.
 struct Boundary {
     double value = 0;
@@ -61,12 +67,15 @@ class ParamDescriptor {
                     UPSpecTypes::BracketOptions brackets = UPSpecTypes::BracketOptions::none);
 
     ParamDescriptor& addStringValue(std::string_view value);
+    /// Replaces the string values by `values`, which must outlive the descriptor; costs no copy.
+    ParamDescriptor& setStringValues(std::span<const std::string_view> values);
     ParamDescriptor& setLowerBoundary(double value, UPSpecTypes::BoundaryOption option);
     ParamDescriptor& setUpperBoundary(double value, UPSpecTypes::BoundaryOption option);
-    ParamDescriptor& addQualifDesc(const ParamDescriptor& qualifier);
+    ParamDescriptor& addQualifDesc(ParamDescriptor qualifier);
     ParamDescriptor& setBracketOption(UPSpecTypes::BracketOptions brackets);
-    /// The command has a rule of its own for values that do not fit: the parser lets them through. Values and
-    /// bounds stay declared, for help and completion.
+    /// The command has a rule of its own for values that do not fit: the parser lets them through, whatever
+    /// they are, as long as their brackets are closed. Values and bounds stay declared, for help and
+    /// completion. A qualifier may be marked by itself; the mark of its parameter counts for all of them.
     ParamDescriptor& checkedByCommand();
     /// What the value is called in help texts, such as "file" or "name".
     ParamDescriptor& setValueLabel(std::string_view label);
@@ -78,7 +87,8 @@ class ParamDescriptor {
     [[nodiscard]] UPSpecTypes::BracketOptions brackets() const { return brackets_; }
     [[nodiscard]] bool isCheckedByCommand() const { return checkedByCommand_; }
     [[nodiscard]] std::string_view valueLabel() const { return valueLabel_; }
-    [[nodiscard]] const std::vector<std::string_view>& stringValues() const { return stringValues_; }
+    [[nodiscard]] std::vector<std::string_view> stringValues() const;
+    [[nodiscard]] bool hasStringValues() const { return !addedValues_.empty() || !constantValues_.empty(); }
     [[nodiscard]] bool hasStringValue(std::string_view value) const;
     [[nodiscard]] const std::optional<Boundary>& lowerBoundary() const { return lower_; }
     [[nodiscard]] const std::optional<Boundary>& upperBoundary() const { return upper_; }
@@ -93,7 +103,8 @@ class ParamDescriptor {
     bool required_;
     bool valueRequired_;
     bool checkedByCommand_ = false;
-    std::vector<std::string_view> stringValues_;
+    std::span<const std::string_view> constantValues_;
+    std::vector<std::string_view> addedValues_;  // stands for the constant ones as soon as it holds any
     std::optional<Boundary> lower_;
     std::optional<Boundary> upper_;
     std::vector<ParamDescriptor> qualifiers_;
@@ -104,7 +115,9 @@ class SubComDescriptor {
   public:
     SubComDescriptor(std::string_view name, UPSpecTypes::SubComSpec spec, bool required, bool repeatable);
 
-    SubComDescriptor& addParamDesc(const ParamDescriptor& parameter);
+    SubComDescriptor& addParamDesc(ParamDescriptor parameter);
+    /// Makes room for `count` parameters.
+    SubComDescriptor& reserveParams(std::size_t count);
     SubComDescriptor& setSubComRequired(bool required);
     SubComDescriptor& setSubComRepeatable(bool repeatable);
     /// The subcommand makes sense without any parameter. (One without a required parameter is accepted empty
@@ -134,7 +147,7 @@ class GroupComDescriptor {
     /// `required`: at least one group must be there.
     GroupComDescriptor(UPSpecTypes::GroupSpec spec, bool required, std::string_view messageText);
 
-    GroupComDescriptor& addSubComDesc(const SubComDescriptor& subcommand, bool leading);
+    GroupComDescriptor& addSubComDesc(SubComDescriptor subcommand, bool leading);
 
     [[nodiscard]] UPSpecTypes::GroupSpec spec() const { return spec_; }
     [[nodiscard]] bool isRequired() const { return required_; }
@@ -157,8 +170,10 @@ class CommandDescriptor {
   public:
     explicit CommandDescriptor(std::string_view name, std::string_view title = {});
 
-    CommandDescriptor& addSubComDesc(const SubComDescriptor& subcommand);
-    CommandDescriptor& addGroupComDesc(const GroupComDescriptor& group);
+    CommandDescriptor& addSubComDesc(SubComDescriptor subcommand);
+    CommandDescriptor& addGroupComDesc(GroupComDescriptor group);
+    /// Makes room for `count` subcommands.
+    CommandDescriptor& reserveSubComs(std::size_t count);
 
     [[nodiscard]] std::string_view name() const { return name_; }
     [[nodiscard]] std::string_view title() const { return title_; }

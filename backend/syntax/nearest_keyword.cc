@@ -39,7 +39,7 @@ std::size_t distance(std::string_view left, std::string_view right) {
 
 }  // namespace
 
-std::string_view nearestKeyword(std::string_view word, const std::vector<std::string_view>& candidates) {
+std::string_view nearestKeyword(std::string_view word, std::span<const std::string_view> candidates) {
     std::string_view nearest;
     std::size_t best = std::max<std::size_t>(1, word.size() / 3) + 1;
     if (word.size() < 2 || word.size() > kLongestWord) {
@@ -55,7 +55,7 @@ std::string_view nearestKeyword(std::string_view word, const std::vector<std::st
     return nearest;
 }
 
-std::string listKeywords(const std::vector<std::string_view>& keywords) {
+std::string listKeywords(std::span<const std::string_view> keywords) {
     std::string list;
     for (std::size_t i = 0; i < keywords.size(); ++i) {
         if (i > 0) {

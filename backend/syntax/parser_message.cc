@@ -112,14 +112,14 @@ void ParserMessage::ParamNeedParam(std::string_view needed, std::string_view par
 
 void ParserMessage::ParamNeedInteger(std::string_view parameter, std::string_view subcommand) {
     report("ParamNeedInteger", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: ^1 needs a whole number of at least 1.",
-                  "^1 needs a whole number of at least 1."));
+           choose(subcommand, "Subcommand ^2: ^1 needs a whole number. Positions and instances count from 1.",
+                  "^1 needs a whole number. Positions and instances count from 1."));
 }
 
 void ParserMessage::ParamNeedIntegerList(std::string_view parameter, std::string_view subcommand) {
     report("ParamNeedIntegerList", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: ^1 needs a list of whole numbers of at least 1.",
-                  "^1 needs a list of whole numbers of at least 1."));
+           choose(subcommand, "Subcommand ^2: ^1 needs a list of whole numbers, each 1 or above.",
+                  "^1 needs a list of whole numbers, each 1 or above."));
 }
 
 void ParserMessage::ParamRequiredForSubCom(std::string_view parameter, std::string_view subcommand) {

@@ -1,8 +1,7 @@
-// Takes values apart that are made of qualifiers.
+#include "backend/syntax/qualifiers.h"
 
-#include <cstddef>
+#include <utility>
 
-#include "backend/syntax/command_spec.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {
@@ -13,24 +12,14 @@ using Tokens = std::span<const TokenInfoObj>;
 
 bool hasCode(const TokenInfoObj& token, int code) { return token.getOperatorCode() == code; }
 
-/// Index of the parenthesis that closes the one at `open`, or the size when there is none.
-std::size_t closingParenthesis(Tokens tokens, std::size_t open) {
-    std::size_t depth = 0;
-    for (std::size_t i = open; i < tokens.size(); ++i) {
-        if (hasCode(tokens[i], TokenSequenceBase::openParenthesis)) {
-            ++depth;
-        } else if (hasCode(tokens[i], TokenSequenceBase::closeParenthesis) && --depth == 0) {
-            return i;
-        }
-    }
-    return tokens.size();
-}
-
-/// Reads qualifiers from left to right out of the tokens of one value.
+/// Reads qualifiers from left to right out of the tokens of one value. Every reader leaves `at_` on the token
+/// that does not fit when it answers false.
 class QualifierReader {
   public:
     QualifierReader(Tokens tokens, std::vector<QualifierObj>& qualifiers)
-        : tokens_(tokens), qualifiers_(qualifiers) {}
+        : tokens_(tokens), end_(tokens.size()), qualifiers_(qualifiers) {}
+
+    [[nodiscard]] std::size_t at() const { return at_; }
 
     /// NAME(values) or NAME values, and nothing behind it.
     bool readOne() {
@@ -38,15 +27,13 @@ class QualifierReader {
             return false;
         }
         const TokenInfoObj& name = tokens_[at_++];
-        Tokens value = tokens_.subspan(at_);
-        if (!value.empty() && hasCode(value[0], TokenSequenceBase::openParenthesis)) {
-            const std::size_t closing = closingParenthesis(value, 0);
-            if (closing + 1 != value.size()) {
-                return false;
-            }
-            value = value.subspan(1, closing - 1);
+        if (isAt(TokenSequenceBase::openParenthesis)) {
+            return readParenthesised(name) && atEnd();
         }
-        add(name, value);
+        if (isAt(TokenSequenceBase::equalsSign)) {
+            return false;
+        }
+        add(name, tokens_.subspan(at_));
         return true;
     }
 
@@ -55,29 +42,47 @@ class QualifierReader {
         if (atEnd()) {
             return true;
         }
-        if (!hasCode(tokens_[0], TokenSequenceBase::openParenthesis) ||
-            closingParenthesis(tokens_, 0) + 1 != tokens_.size()) {
+        if (!isAt(TokenSequenceBase::openParenthesis)) {
             return false;
         }
-        tokens_ = tokens_.subspan(1, tokens_.size() - 2);
+        const std::size_t closing = closingParenthesis(at_);
+        if (closing + 1 != end_) {
+            at_ = closing == end_ ? at_ : closing + 1;
+            return false;
+        }
+        end_ = closing;
+        ++at_;
         return readEach([this](const TokenInfoObj& name) { return readAssigned(name); });
     }
 
     /// NAME(values) ...
     bool readLists() {
         return readEach([this](const TokenInfoObj& name) {
-            return !atEnd() && hasCode(tokens_[at_], TokenSequenceBase::openParenthesis) &&
-                   readParenthesised(name);
+            return isAt(TokenSequenceBase::openParenthesis) && readParenthesised(name);
         });
     }
 
   private:
-    [[nodiscard]] bool atEnd() const { return at_ >= tokens_.size(); }
+    [[nodiscard]] bool atEnd() const { return at_ >= end_; }
+    [[nodiscard]] bool isAt(int code) const { return !atEnd() && hasCode(tokens_[at_], code); }
+
+    /// Index of the parenthesis that closes the one at `open`, or the end when there is none.
+    [[nodiscard]] std::size_t closingParenthesis(std::size_t open) const {
+        std::size_t depth = 0;
+        for (std::size_t i = open; i < end_; ++i) {
+            if (hasCode(tokens_[i], TokenSequenceBase::openParenthesis)) {
+                ++depth;
+            } else if (hasCode(tokens_[i], TokenSequenceBase::closeParenthesis) && --depth == 0) {
+                return i;
+            }
+        }
+        return end_;
+    }
 
     template <typename ReadValue>
     bool readEach(ReadValue readValue) {
         while (!atEnd()) {
-            if (hasCode(tokens_[at_], TokenSequenceBase::separator)) {
+            if (isAt(TokenSequenceBase::separator)) {
                 ++at_;
                 continue;
             }
@@ -89,23 +94,23 @@ class QualifierReader {
     }
 
     bool readAssigned(const TokenInfoObj& name) {
-        if (!atEnd() && hasCode(tokens_[at_], TokenSequenceBase::equalsSign)) {
+        if (isAt(TokenSequenceBase::equalsSign)) {
             ++at_;
         }
-        if (!atEnd() && hasCode(tokens_[at_], TokenSequenceBase::openParenthesis)) {
+        if (isAt(TokenSequenceBase::openParenthesis)) {
             return readParenthesised(name);
         }
-        const bool nextQualifier = at_ + 1 < tokens_.size() && tokens_[at_].isWordLike() &&
+        const bool nextQualifier = at_ + 1 < end_ && tokens_[at_].isWordLike() &&
                                    hasCode(tokens_[at_ + 1], TokenSequenceBase::equalsSign);
-        const bool noValue = atEnd() || nextQualifier || hasCode(tokens_[at_], TokenSequenceBase::separator);
+        const bool noValue = atEnd() || nextQualifier || isAt(TokenSequenceBase::separator);
         add(name, tokens_.subspan(at_, noValue ? 0 : 1));
         at_ += noValue ? 0 : 1;
         return true;
     }
 
     bool readParenthesised(const TokenInfoObj& name) {
-        const std::size_t closing = closingParenthesis(tokens_, at_);
-        if (closing == tokens_.size()) {
+        const std::size_t closing = closingParenthesis(at_);
+        if (closing == end_) {
             return false;
         }
         add(name, tokens_.subspan(at_ + 1, closing - at_ - 1));
@@ -118,16 +123,13 @@ class QualifierReader {
     }
 
     Tokens tokens_;
+    std::size_t end_;
     std::vector<QualifierObj>& qualifiers_;
     std::size_t at_ = 0;
 };
 
-}  // namespace
-
-bool ParamObj::getQualifiers(const ParamDescriptor& descriptor, std::vector<QualifierObj>& qualifiers) const {
-    qualifiers.clear();
-    QualifierReader reader(value_, qualifiers);
-    switch (descriptor.spec()) {
+bool read(UPSpecTypes::ParamSpec spec, QualifierReader& reader) {
+    switch (spec) {
         case UPSpecTypes::ParamSpec::qualifierList:
             return reader.readAssignments();
         case UPSpecTypes::ParamSpec::qualifiedLists:
@@ -135,6 +137,27 @@ bool ParamObj::getQualifiers(const ParamDescriptor& descriptor, std::vector<Qual
         default:
             return reader.readOne();
     }
+}
+
+}  // namespace
+
+std::optional<std::size_t> readQualifiers(UPSpecTypes::ParamSpec spec, Tokens value,
+                                          std::vector<QualifierObj>& qualifiers) {
+    QualifierReader reader(value, qualifiers);
+    return read(spec, reader) ? std::nullopt : std::optional<std::size_t>(reader.at());
+}
+
+bool ParamObj::getQualifiers(const ParamDescriptor& descriptor, std::vector<QualifierObj>& qualifiers) const {
+    qualifiers.clear();
+    return !readQualifiers(descriptor.spec(), value_, qualifiers);
+}
+
+std::optional<QualifierObj> ParamObj::getQualifier() const {
+    std::vector<QualifierObj> qualifiers;
+    if (readQualifiers(UPSpecTypes::ParamSpec::qualifiedValue, value_, qualifiers)) {
+        return std::nullopt;
+    }
+    return std::move(qualifiers.front());
 }
 
 }  // namespace vexa

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "backend/pivot/output_log.h"
-#include "backend/syntax/nearest_keyword.h"
 #include "backend/syntax/parse_mode.h"
 #include "backend/syntax/value_check.h"
 
@@ -15,34 +14,16 @@ namespace {
 using Spec = UPSpecTypes::ParamSpec;
 using Code = TokenSequenceBase::OperatorCode;
 
-std::vector<std::string_view> parameterNames(const SubComDescriptor& descriptor) {
-    std::vector<std::string_view> names;
-    for (const ParamDescriptor& each : descriptor.parameters()) {
-        names.push_back(each.name());
-    }
-    return names;
-}
+/// Most subcommands or parameters that room is made for before they are met.
+constexpr std::size_t kExpected = 8;
 
-std::string didYouMean(std::string_view word, const std::vector<std::string_view>& candidates) {
-    const std::string_view meant = nearestKeyword(word, candidates);
-    return meant.empty() ? "" : " Did you mean " + std::string(meant) + "?";
-}
-
-/// "OUTPUT SAVE", "subcommand PASSPROTECT".
-std::string nameOf(const CommandDescriptor& command, const SubComDescriptor& descriptor) {
-    return descriptor.name().empty() ? std::string(command.name())
-                                     : "subcommand " + std::string(descriptor.name());
-}
-
-/// True for the forms whose value is exactly one token.
-bool takesOneToken(Spec spec) {
-    return spec == Spec::word || spec == Spec::literalOrWord || spec == Spec::number || spec == Spec::integer;
-}
-
+/// Free tokens and lists of qualifiers may be empty also where a value is required.
 bool mayBeEmpty(const ParamDescriptor& parameter) {
     return !parameter.isValueRequired() || parameter.spec() == Spec::tokens ||
            parameter.spec() == Spec::qualifierList;
 }
+
+bool takesItems(Spec spec) { return spec == Spec::words || spec == Spec::literals || spec == Spec::numbers; }
 
 }  // namespace
 
@@ -70,6 +51,7 @@ int UniversalParser::getCommandSpecifications() {
 }
 
 bool UniversalParser::parse() {
+    spec_.subcommands_.reserve(std::min(descriptor_.subcommands().size(), kExpected));
     if (!parseLeading()) {
         return false;
     }
@@ -87,12 +69,6 @@ bool UniversalParser::parseLeading() {
         return true;
     }
     SubComObj& result = spec_.subcommands_.emplace_back(std::string_view(), nullptr);
-    const bool ownWord =
-        !atEnd() && tokens_[at_].isWordLike() && leading->findParameter(tokens_[at_].getString()) != nullptr;
-    if (!ownWord && leading->spec() != UPSpecTypes::SubComSpec::freeTokens && !atEnd() &&
-        beginsSubcommand(at_)) {
-        return checkRequired(*leading, result, nextOffset());
-    }
     return parseBody(*leading, result);
 }
 
@@ -101,13 +77,7 @@ bool UniversalParser::parseNext() {
     const std::size_t slashOffset = nextOffset();
     at_ += slash ? 1 : 0;
     if (atEnd() || !tokens_[at_].isWordLike()) {
-        if (slash) {
-            return fail(atEnd() ? "The name of a subcommand must follow \"/\"."
-                                : "The name of a subcommand must follow \"/\". Found " + nextAsTyped() +
-                                      ". Is this a file name? Then put it in quotes.",
-                        atEnd() ? slashOffset : nextOffset());
-        }
-        return refuseSubcommand(tokens_[at_]);
+        return slash ? refuseSlash(slashOffset) : refuseSubcommand(tokens_[at_]);
     }
     const TokenInfoObj& keyword = tokens_[at_];
     if (const SubComDescriptor* const plain = descriptor_.findSubcommand(keyword.getString())) {
@@ -135,12 +105,13 @@ bool UniversalParser::parseSubcommand(const SubComDescriptor& descriptor, SubCom
 bool UniversalParser::parseGroupSubcommand(const GroupComDescriptor& group,
                                            const SubComDescriptor& descriptor, const TokenInfoObj& keyword) {
     const SubComDescriptor* const leading = group.leading();
+    const std::string_view opener = leading == nullptr ? std::string_view() : leading->name();
     if (&descriptor == leading) {
         spec_.groups_.emplace_back();
-    } else if (spec_.groups_.empty()) {
+    } else if (spec_.groups_.empty() || spec_.groups_.back().subcommands_.front().name() != opener) {
         return fail("Subcommand " + std::string(descriptor.name()) + " stands before the first " +
-                        std::string(leading == nullptr ? "" : leading->name()) +
-                        ". It belongs to a group that begins with it.",
+                        std::string(opener) + ". Write the " + std::string(opener) +
+                        " that it belongs to before it.",
                     keyword.offset());
     }
     return parseSubcommand(descriptor, spec_.groups_.back(), keyword);
@@ -151,6 +122,7 @@ bool UniversalParser::parseBody(const SubComDescriptor& descriptor, SubComObj& r
         takeFreeTokens(result);
         return true;
     }
+    result.parameters_.reserve(std::min(descriptor.parameters().size(), kExpected));
     while (!atEnd() && !isAt(Code::slash)) {
         const TokenInfoObj& token = tokens_[at_];
         const ParamDescriptor* const parameter =
@@ -160,11 +132,11 @@ bool UniversalParser::parseBody(const SubComDescriptor& descriptor, SubComObj& r
             break;
         }
         if (parameter == nullptr) {
-            return refuseParameter(descriptor);
+            return refuseParameter(descriptor, result);
         }
         if (given) {
             return fail(std::string(parameter->name()) + " is given twice; it can be given once in " +
-                            nameOf(descriptor_, descriptor) + ".",
+                            nameOf(descriptor) + ".",
                         token.offset());
         }
         if (!parseParameter(descriptor, result, *parameter)) {
@@ -188,7 +160,9 @@ bool UniversalParser::parseParameter(const SubComDescriptor& descriptor, SubComO
     const bool equalsGiven = isAt(Code::equalsSign);
     if (parameter.spec() == Spec::keyword) {
         if (equalsGiven) {
-            return fail(std::string(parameter.name()) + " takes no value.", nextOffset());
+            return fail(
+                std::string(parameter.name()) + " takes no value. Leave out \"=\" and what follows it.",
+                nextOffset());
         }
         result.parameters_.emplace_back(parameter.name(), &keyword, Tokens());
         return true;
@@ -200,11 +174,10 @@ bool UniversalParser::parseParameter(const SubComDescriptor& descriptor, SubComO
         return false;
     }
     if (value.empty() && !mayBeEmpty(parameter)) {
-        return fail(std::string(parameter.name()) + " needs a value: " + describeValue(parameter) + ".",
-                    offset);
+        return refuseMissingValue(descriptor, parameter, equalsGiven, offset);
     }
-    if (const auto error = checkValue(parameter, value, sequence_.command())) {
-        return fail(error->message, error->token == nullptr ? offset : error->token->offset());
+    if (auto error = checkValue(parameter, value, sequence_.command())) {
+        return fail(std::move(error->message), error->offset.value_or(offset));
     }
     result.parameters_.emplace_back(parameter.name(), &keyword, value);
     return true;
@@ -212,209 +185,26 @@ bool UniversalParser::parseParameter(const SubComDescriptor& descriptor, SubComO
 
 bool UniversalParser::takeValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter,
                                 bool equalsGiven, Tokens& value) {
-    const bool bracketed =
-        parameter.brackets() != UPSpecTypes::BracketOptions::none && isAt(Code::openBracket);
-    if (bracketed) {
-        return takeBracketed(parameter, value);
-    }
-    if (parameter.brackets() == UPSpecTypes::BracketOptions::required && !parameter.isCheckedByCommand()) {
-        return fail("The value of " + std::string(parameter.name()) +
-                        " stands in square brackets: " + std::string(parameter.name()) + "=[...]." +
-                        (atEnd() ? "" : " Found " + nextAsTyped() + "."),
-                    nextOffset());
-    }
-    value = takePlain(descriptor, parameter, equalsGiven);
-    return true;
-}
-
-bool UniversalParser::takeBracketed(const ParamDescriptor& parameter, Tokens& value) {
-    const std::size_t closing = closingOf(at_);
-    if (closing == tokens_.size()) {
-        return fail("The list of " + std::string(parameter.name()) + " is not closed: \"]\" is missing.",
-                    nextOffset());
-    }
-    value = tokens_.subspan(at_ + 1, closing - at_ - 1);
-    at_ = closing + 1;
-    return true;
-}
-
-UniversalParser::Tokens UniversalParser::takePlain(const SubComDescriptor& descriptor,
-                                                   const ParamDescriptor& parameter, bool equalsGiven) {
-    const std::size_t from = at_;
-    const auto rest = [&] { return tokens_.subspan(from, at_ - from); };
-    if (parameter.spec() == Spec::qualifierList) {
-        const std::size_t closing = isAt(Code::openParenthesis) ? closingOf(at_) : at_;
-        at_ = closing == at_ ? at_ : std::min(closing + 1, tokens_.size());
-        return rest();
-    }
-    // Behind a written '=' the first token is the value, whatever it spells.
-    if (equalsGiven && !atEnd() && tokens_[at_].isWordLike()) {
-        ++at_;
-    } else if (takesOneToken(parameter.spec()) && !atEnd() && !endsValue(descriptor, parameter, at_)) {
-        ++at_;
-    }
-    while (!takesOneToken(parameter.spec()) && !atEnd() && !endsValue(descriptor, parameter, at_)) {
-        const std::size_t closing =
-            isAt(Code::openBracket) || isAt(Code::openParenthesis) ? closingOf(at_) : at_;
-        at_ = closing == tokens_.size() ? at_ + 1 : closing + 1;
-    }
-    return rest();
-}
-
-bool UniversalParser::endsValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter,
-                                std::size_t at) const {
-    const TokenInfoObj& token = tokens_[at];
-    if (token.getOperatorCode() == Code::slash) {
-        return true;
-    }
-    if (!token.isWordLike() || parameter.hasStringValue(token.getString())) {
-        return false;
-    }
-    return descriptor.findParameter(token.getString()) != nullptr || beginsSubcommand(at);
-}
-
-bool UniversalParser::refuseParameter(const SubComDescriptor& descriptor) {
-    const TokenInfoObj& token = tokens_[at_];
-    const std::vector<std::string_view> names = parameterNames(descriptor);
-    std::vector<std::string_view> candidates = subcommandNames();
-    candidates.insert(candidates.begin(), names.begin(), names.end());
-    std::string message =
-        "Found " + nextAsTyped() + " where a keyword of " + nameOf(descriptor_, descriptor) + " belongs.";
-    const std::string meant = token.isWordLike() ? didYouMean(token.getString(), candidates) : "";
-    message += meant.empty() && !names.empty() ? " It takes " + listKeywords(names) + "." : meant;
-    return fail(message, token.offset());
-}
-
-bool UniversalParser::refuseSubcommand(const TokenInfoObj& word) {
-    const std::vector<std::string_view> names = subcommandNames();
-    const std::string command(descriptor_.name());
-    const SubComDescriptor* const leading = descriptor_.findSubcommand("");
-    std::string message = "Found " + nextAsTyped() + " where ";
-    if (names.empty()) {
-        message += leading == nullptr
-                       ? "the command ends. " + command + " takes nothing more."
-                       : "no subcommand can stand: " + command + " has none. Put file names in quotes.";
+    const UPSpecTypes::BracketOptions brackets = parameter.brackets();
+    if (brackets != UPSpecTypes::BracketOptions::none && isAt(Code::openBracket)) {
+        if (!takeBracketed(parameter, value)) {
+            return false;
+        }
+    } else if (brackets == UPSpecTypes::BracketOptions::required && !parameter.isCheckedByCommand()) {
+        return refuseUnbracketed(parameter);
+    } else if (parameter.spec() == Spec::qualifierList) {
+        return takeParenthesised(parameter, equalsGiven, value);
     } else {
-        message += "a subcommand of " + command + " belongs.";
-        const std::string meant = didYouMean(word.getString(), names);
-        message += meant.empty() ? " It has " + listKeywords(names) + "." : meant;
+        value = takePlain(descriptor, parameter, equalsGiven);
     }
-    if (leading != nullptr && leading->findParameter(word.getString()) != nullptr) {
-        message = std::string(leading->findParameter(word.getString())->name()) + " belongs to " + command +
-                  " itself: write it before the first subcommand, without \"/\".";
-    }
-    return fail(message, word.offset());
-}
-
-bool UniversalParser::checkRequired(const SubComDescriptor& descriptor, const SubComObj& result,
-                                    std::size_t offset) {
-    for (const ParamDescriptor& parameter : descriptor.parameters()) {
-        if (parameter.isRequired() && result.getParamObj(parameter.name()) == nullptr) {
-            return fail(std::string(parameter.name()) + " is missing: " + nameOf(descriptor_, descriptor) +
-                            " needs it, with " + describeValue(parameter) + ".",
-                        offset);
+    if (takesItems(parameter.spec())) {
+        TokenItems items = withoutSeparators(value);
+        value = items.tokens;
+        if (items.kept != nullptr) {
+            spec_.kept_.push_back(std::move(items.kept));
         }
     }
     return true;
-}
-
-bool UniversalParser::checkRequiredSubcommands() {
-    for (const SubComDescriptor& each : descriptor_.subcommands()) {
-        if (each.isRequired() && !each.name().empty() && !spec_.hasSubCom(each.name())) {
-            return fail("Subcommand " + std::string(each.name()) +
-                            " is missing: " + std::string(descriptor_.name()) + " needs it.",
-                        nextOffset());
-        }
-    }
-    for (const GroupComDescriptor& group : descriptor_.groups()) {
-        const SubComDescriptor* const leading = group.leading();
-        if (group.isRequired() && leading != nullptr && spec_.groups_.empty()) {
-            return fail("Subcommand " + std::string(leading->name()) +
-                            " is missing: " + std::string(descriptor_.name()) + " needs at least one.",
-                        nextOffset());
-        }
-    }
-    return true;
-}
-
-bool UniversalParser::isAt(int operatorCode) const {
-    return !atEnd() && tokens_[at_].getOperatorCode() == operatorCode;
-}
-
-bool UniversalParser::beginsSubcommand(std::size_t at) const {
-    if (!tokens_[at].isWordLike()) {
-        return false;
-    }
-    const std::string_view word = tokens_[at].getString();
-    return descriptor_.findSubcommand(word) != nullptr ||
-           std::any_of(
-               descriptor_.groups().begin(), descriptor_.groups().end(),
-               [word](const GroupComDescriptor& group) { return group.findSubcommand(word) != nullptr; });
-}
-
-std::size_t UniversalParser::closingOf(std::size_t open) {
-    if (closings_.empty()) {
-        findClosings();
-    }
-    return closings_[open];
-}
-
-void UniversalParser::findClosings() {
-    closings_.assign(tokens_.size(), tokens_.size());
-    std::vector<std::size_t> brackets;
-    std::vector<std::size_t> parentheses;
-    const auto close = [this](std::vector<std::size_t>& open, std::size_t at) {
-        if (!open.empty()) {
-            closings_[open.back()] = at;
-            open.pop_back();
-        }
-    };
-    for (std::size_t i = 0; i < tokens_.size(); ++i) {
-        const int code = tokens_[i].getOperatorCode();
-        if (code == Code::openBracket) {
-            brackets.push_back(i);
-        } else if (code == Code::openParenthesis) {
-            parentheses.push_back(i);
-        } else if (code == Code::closeBracket) {
-            close(brackets, i);
-        } else if (code == Code::closeParenthesis) {
-            close(parentheses, i);
-        } else if (code == Code::slash && i + 1 < tokens_.size() && beginsSubcommand(i + 1)) {
-            brackets.clear();  // a new subcommand: what is still open stays so
-            parentheses.clear();
-        }
-    }
-}
-
-std::vector<std::string_view> UniversalParser::subcommandNames() const {
-    std::vector<std::string_view> names;
-    const auto add = [&names](const std::vector<SubComDescriptor>& subcommands) {
-        for (const SubComDescriptor& each : subcommands) {
-            if (!each.name().empty()) {
-                names.push_back(each.name());
-            }
-        }
-    };
-    add(descriptor_.subcommands());
-    for (const GroupComDescriptor& group : descriptor_.groups()) {
-        add(group.subcommands());
-    }
-    return names;
-}
-
-std::size_t UniversalParser::nextOffset() const {
-    if (!atEnd()) {
-        return tokens_[at_].offset();
-    }
-    return tokens_.empty() ? sequence_.command().arguments
-                           : tokens_.back().offset() + tokens_.back().length();
-}
-
-std::string UniversalParser::nextAsTyped() const { return asTyped(tokens_[at_], sequence_.command()); }
-
-bool UniversalParser::fail(std::string message, std::size_t offset) {
-    error_ = ParseError{std::move(message), offset};
-    return false;
 }
 
 }  // namespace vexa

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 #include "backend/platform/character_set.h"
 #include "backend/platform/text_width.h"
 #include "backend/syntax/command_spec.h"
 #include "backend/syntax/nearest_keyword.h"
+#include "backend/syntax/qualifiers.h"
 
 namespace vexa {
 
@@ -26,8 +28,20 @@ std::string formatBound(double value) {
     return text;
 }
 
-bool isSeparator(const TokenInfoObj& token) {
-    return token.getOperatorCode() == TokenSequenceBase::separator;
+bool hasCode(const TokenInfoObj& token, int code) { return token.getOperatorCode() == code; }
+
+std::vector<std::string_view> qualifierNames(const ParamDescriptor& parameter) {
+    std::vector<std::string_view> names = parameter.stringValues();
+    for (const ParamDescriptor& each : parameter.qualifiers()) {
+        names.push_back(each.name());
+    }
+    return names;
+}
+
+std::string didYouMean(const TokenInfoObj& token, std::span<const std::string_view> candidates) {
+    const std::string_view meant =
+        token.isWordLike() ? nearestKeyword(token.getString(), candidates) : std::string_view();
+    return meant.empty() ? "" : " Did you mean " + std::string(meant) + "?";
 }
 
 /// Checks of one parameter's value.
@@ -36,11 +50,12 @@ class ValueCheck {
     ValueCheck(const ParamDescriptor& parameter, const CommandText& command)
         : parameter_(parameter), command_(command) {}
 
-    Result check(Tokens value) const {
+    [[nodiscard]] Result check(Tokens value) const {
         switch (parameter_.spec()) {
             case Spec::keyword:
-            case Spec::tokens:
                 return std::nullopt;
+            case Spec::tokens:
+                return parameter_.qualifiers().empty() ? std::nullopt : checkFreeQualifier(value);
             case Spec::word:
             case Spec::literalOrWord:
             case Spec::number:
@@ -59,20 +74,20 @@ class ValueCheck {
     }
 
   private:
-    Result checkSingle(Tokens value) const {
-        if (value.size() > 1) {
-            return ValueError{
-                takes() + " Only one value can be given; found " + asTyped(value[1], command_) + ".",
-                &value[1]};
+    [[nodiscard]] Result checkSingle(Tokens value) const {
+        if (value.size() > 1 && !parameter_.isCheckedByCommand()) {
+            return ValueError{takes() + " Only one can be given; found " + asTyped(value[1], command_) +
+                                  " behind the first.",
+                              value[1].offset()};
         }
-        return value.empty() ? std::nullopt : checkItem(value[0]);
+        return checkList(value);
     }
 
-    Result checkList(Tokens value) const {
+    [[nodiscard]] Result checkList(Tokens value) const {
+        if (parameter_.isCheckedByCommand()) {
+            return std::nullopt;
+        }
         for (const TokenInfoObj& token : value) {
-            if (isSeparator(token)) {
-                continue;
-            }
             if (Result error = checkItem(token)) {
                 return error;
             }
@@ -80,27 +95,18 @@ class ValueCheck {
         return std::nullopt;
     }
 
-    Result checkItem(const TokenInfoObj& token) const {
-        if (parameter_.isCheckedByCommand() && (!token.isOperator() || token.isWordLike())) {
-            return std::nullopt;
+    [[nodiscard]] Result checkItem(const TokenInfoObj& token) const {
+        if (!fits(token)) {
+            return refusal(token, parameter_.stringValues());
         }
-        if (fits(token)) {
-            return token.isNumber() ? checkBounds(token) : std::nullopt;
-        }
-        std::string message = takes() + " Found " + asTyped(token, command_) + ".";
-        if (token.isWordLike()) {
-            const std::string_view meant = nearestKeyword(token.getString(), parameter_.stringValues());
-            message += meant.empty() ? "" : " Did you mean " + std::string(meant) + "?";
-        }
-        return ValueError{message, &token};
+        return token.isNumber() ? checkBounds(token) : std::nullopt;
     }
 
     [[nodiscard]] bool fits(const TokenInfoObj& token) const {
         const bool known = token.isWordLike() && parameter_.hasStringValue(token.getString());
         switch (parameter_.spec()) {
             case Spec::word:
-                return known ||
-                       (parameter_.stringValues().empty() && (token.isWordLike() || token.isLiteral()));
+                return known || (!parameter_.hasStringValues() && (token.isWordLike() || token.isLiteral()));
             case Spec::literalOrWord:
                 return token.isLiteral() || token.isWordLike();
             case Spec::words:
@@ -118,62 +124,95 @@ class ValueCheck {
         const double value = token.getDoubleValue().value_or(0);
         const auto& lower = parameter_.lowerBoundary();
         const auto& upper = parameter_.upperBoundary();
-        const bool tooLow =
-            lower && (lower->option == UPSpecTypes::BoundaryOption::inclusive ? value < lower->value
-                                                                              : value <= lower->value);
-        const bool tooHigh =
-            upper && (upper->option == UPSpecTypes::BoundaryOption::inclusive ? value > upper->value
-                                                                              : value >= upper->value);
-        if (!tooLow && !tooHigh) {
-            return std::nullopt;
-        }
-        return ValueError{takes() + " Found " + asTyped(token, command_) + ".", &token};
+        const auto allowsItself = [](const Boundary& bound) {
+            return bound.option == UPSpecTypes::BoundaryOption::inclusive;
+        };
+        const bool tooLow = lower && (allowsItself(*lower) ? value < lower->value : value <= lower->value);
+        const bool tooHigh = upper && (allowsItself(*upper) ? value > upper->value : value >= upper->value);
+        return tooLow || tooHigh ? Result(refusal(token, {})) : std::nullopt;
     }
 
-    [[nodiscard]] Result checkQualifiers(Tokens value) const {
-        std::vector<QualifierObj> qualifiers;
-        if (!ParamObj({}, nullptr, value).getQualifiers(parameter_, qualifiers)) {
-            return parameter_.isCheckedByCommand()
-                       ? std::nullopt
-                       : Result(ValueError{takes(), value.empty() ? nullptr : &value[0]});
+    /// Free tokens that read as one known qualifier: its bounds hold, every other rule is the command's.
+    [[nodiscard]] Result checkFreeQualifier(Tokens value) const {
+        const auto qualifier = ParamObj({}, nullptr, value).getQualifier();
+        const ParamDescriptor* const known =
+            qualifier ? parameter_.findQualifier(qualifier->name()) : nullptr;
+        if (known == nullptr || known->isCheckedByCommand() || parameter_.isCheckedByCommand()) {
+            return std::nullopt;
         }
-        for (const QualifierObj& qualifier : qualifiers) {
-            if (Result error = checkQualifier(qualifier)) {
+        for (const TokenInfoObj& token : qualifier->getTokenList()) {
+            if (Result error =
+                    token.isNumber() ? ValueCheck(*known, command_).checkBounds(token) : std::nullopt) {
                 return error;
             }
         }
         return std::nullopt;
     }
 
-    [[nodiscard]] Result checkQualifier(const QualifierObj& qualifier) const {
-        if (parameter_.isCheckedByCommand()) {
+    [[nodiscard]] Result checkQualifiers(Tokens value) const {
+        std::vector<QualifierObj> qualifiers;
+        const auto stopped = readQualifiers(parameter_.spec(), value, qualifiers);
+        if (stopped && *stopped < value.size() &&
+            hasCode(value[*stopped], TokenSequenceBase::openParenthesis)) {
+            return ValueError{
+                "The list of " + std::string(parameter_.name()) + " is not closed: \")\" is missing.",
+                value[*stopped].offset()};
+        }
+        for (const QualifierObj& qualifier : qualifiers) {
+            if (Result error = checkQualifier(qualifier)) {
+                return error;
+            }
+        }
+        return stopped ? refuseShape(value, *stopped) : std::nullopt;
+    }
+
+    /// A list in parentheses that cannot be read is refused even where the command checks its items.
+    [[nodiscard]] Result refuseShape(Tokens value, std::size_t stopped) const {
+        if (parameter_.isCheckedByCommand() && parameter_.spec() != Spec::qualifierList) {
             return std::nullopt;
         }
+        if (stopped < value.size()) {
+            return refusal(value[stopped], {});
+        }
+        std::optional<std::size_t> end;
+        if (!value.empty()) {
+            end = value.back().offset() + value.back().length();
+        }
+        return ValueError{takes(), end};
+    }
+
+    [[nodiscard]] Result checkQualifier(const QualifierObj& qualifier) const {
         const TokenInfoObj& name = *qualifier.keyword();
         const bool hasValue = qualifier.isTokenList();
         const ParamDescriptor* const known = parameter_.findQualifier(name.getString());
-        if (known == nullptr) {
-            const bool bareKeyword = parameter_.hasStringValue(name.getString()) && !hasValue;
-            return bareKeyword ? Result() : Result(unknownQualifier(name));
+        if (parameter_.isCheckedByCommand() || (known != nullptr && known->isCheckedByCommand())) {
+            return std::nullopt;
         }
-        if (known->spec() == Spec::keyword && hasValue) {
-            return ValueError{std::string(known->name()) + " takes no value.", &name};
+        const bool bareKeyword =
+            known == nullptr ? parameter_.hasStringValue(name.getString()) : known->spec() == Spec::keyword;
+        if (known == nullptr && !bareKeyword) {
+            return refusal(name, qualifierNames(parameter_));
         }
-        if (known->spec() != Spec::keyword && known->spec() != Spec::tokens && !hasValue) {
-            return ValueError{std::string(known->name()) + " needs a value: " + describeValue(*known) + ".", &name};
+        if (bareKeyword) {
+            return hasValue ? Result(ValueError{nameInCapitals(name) + " takes no value.", name.offset()})
+                            : std::nullopt;
+        }
+        if (!hasValue && known->isValueRequired() && known->spec() != Spec::tokens) {
+            return ValueError{std::string(known->name()) + " needs a value: " + describeValue(*known) + ".",
+                              name.offset()};
         }
         return ValueCheck(*known, command_).check(qualifier.getTokenList());
     }
 
-    [[nodiscard]] ValueError unknownQualifier(const TokenInfoObj& name) const {
-        std::vector<std::string_view> names = parameter_.stringValues();
-        for (const ParamDescriptor& each : parameter_.qualifiers()) {
-            names.push_back(each.name());
-        }
-        const std::string_view meant = nearestKeyword(name.getString(), names);
-        return ValueError{takes() + " Found " + asTyped(name, command_) + "." +
-                              (meant.empty() ? "" : " Did you mean " + std::string(meant) + "?"),
-                          &name};
+    [[nodiscard]] static std::string nameInCapitals(const TokenInfoObj& name) {
+        return toUtf8(name.getUpperString());
+    }
+
+    [[nodiscard]] ValueError refusal(const TokenInfoObj& token,
+                                     std::span<const std::string_view> candidates) const {
+        return ValueError{
+            takes() + " Found " + asTyped(token, command_) + "." + didYouMean(token, candidates),
+            token.offset()};
     }
 
     [[nodiscard]] std::string takes() const {
@@ -205,15 +244,17 @@ std::string describeNumber(const ParamDescriptor& parameter, const char* number)
 }
 
 std::string listQualifiers(const ParamDescriptor& parameter) {
-    std::vector<std::string_view> names = parameter.stringValues();
-    for (const ParamDescriptor& each : parameter.qualifiers()) {
-        names.push_back(each.name());
-    }
-    return listKeywords(names);
+    return listKeywords(qualifierNames(parameter));
 }
 
 std::string firstQualifier(const ParamDescriptor& parameter) {
     return parameter.qualifiers().empty() ? "KEYWORD" : std::string(parameter.qualifiers().front().name());
+}
+
+/// "a file", "an encoding".
+std::string withArticle(std::string_view label) {
+    constexpr std::string_view kVowels = "aeio";
+    return (kVowels.find(label.front()) == std::string_view::npos ? "a " : "an ") + std::string(label);
 }
 
 }  // namespace
@@ -229,7 +270,7 @@ std::string describeValue(const ParamDescriptor& parameter) {
         case Spec::keyword:
             return "nothing";
         case Spec::tokens:
-            return "a value";
+            return parameter.valueLabel().empty() ? "a value" : withArticle(parameter.valueLabel());
         case Spec::word:
             return keywords.empty() ? "one word or one quoted text" : keywords;
         case Spec::literalOrWord:
@@ -251,18 +292,20 @@ std::string describeValue(const ParamDescriptor& parameter) {
             return listQualifiers(parameter) + " with its value, such as " + firstQualifier(parameter) +
                    "(...)";
         case Spec::qualifiedLists:
-            return listQualifiers(parameter) + ", each with a list in parentheses";
+            return listQualifiers(parameter) + ", each with a list in parentheses, such as " +
+                   firstQualifier(parameter) + "('...')";
     }
     return "a value";
 }
 
 std::string asTyped(const TokenInfoObj& token, const CommandText& command) {
     const std::string_view typed = std::string_view(command.text).substr(token.offset(), token.length());
-    std::string shown = printableText(toUtf8(typed.substr(0, kShownLength)));
-    if (typed.size() > kShownLength) {
-        shown += "...";
+    const CharacterSet& set = currentCharacterSet();
+    std::size_t end = 0;
+    while (end < typed.size() && end < kShownLength) {
+        end += std::max<std::size_t>(1, set.characterLength(typed.data() + end, typed.size() - end));
     }
-    return '"' + shown + '"';
+    return '"' + printableText(toUtf8(typed.substr(0, end))) + (end < typed.size() ? "...\"" : "\"");
 }
 
 }  // namespace vexa

@@ -1,6 +1,7 @@
 // Checks one value against its description. Internal to this folder.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,10 +11,10 @@
 
 namespace vexa {
 
-/// Why a value was refused, and at which of its tokens; null for the value as a whole.
+/// Why a value was refused, and at which byte of the command; nothing for the value as a whole.
 struct ValueError {
     std::string message;  ///< UTF-8
-    const TokenInfoObj* token = nullptr;
+    std::optional<std::size_t> offset;
 };
 
 /// The first thing in `value` that `parameter` does not take, or nothing. `command` is where the tokens come

@@ -44,45 +44,63 @@ constexpr bool is(char c, unsigned classes) {
     return (kClasses[static_cast<unsigned char>(c)] & classes) != 0;
 }
 
+using Code = TokenSequenceBase::OperatorCode;
+
 struct OperatorSpelling {
-    std::string_view text;
-    TokenSequenceBase::OperatorCode code;
+    char text;
+    Code code;
 };
 
-// Longer spellings before their own beginnings.
 constexpr OperatorSpelling kOperators[] = {
-    {"**", TokenSequenceBase::power},
-    {"<=", TokenSequenceBase::lessOrEqual},
-    {">=", TokenSequenceBase::greaterOrEqual},
-    {"<>", TokenSequenceBase::notEqual},
-    {"~=", TokenSequenceBase::notEqual},
-    {"=", TokenSequenceBase::equalsSign},
-    {"*", TokenSequenceBase::asterisk},
-    {"(", TokenSequenceBase::openParenthesis},
-    {")", TokenSequenceBase::closeParenthesis},
-    {",", TokenSequenceBase::separator},
-    {"[", TokenSequenceBase::openBracket},
-    {"]", TokenSequenceBase::closeBracket},
-    {"+", TokenSequenceBase::plus},
-    {"-", TokenSequenceBase::minus},
-    {"/", TokenSequenceBase::slash},
-    {"<", TokenSequenceBase::less},
-    {">", TokenSequenceBase::greater},
-    {"~", TokenSequenceBase::tilde},
-    {"&", TokenSequenceBase::ampersand},
-    {"|", TokenSequenceBase::verticalBar},
-    {"!", TokenSequenceBase::exclamation},
-    {";", TokenSequenceBase::semicolon},
-    {":", TokenSequenceBase::colon},
-    {".", TokenSequenceBase::period},
-    {"?", TokenSequenceBase::question},
-    {"%", TokenSequenceBase::percent},
-    {"^", TokenSequenceBase::caret},
-    {"{", TokenSequenceBase::openBrace},
-    {"}", TokenSequenceBase::closeBrace},
-    {"\\", TokenSequenceBase::backslash},
-    {"`", TokenSequenceBase::backquote},
+    {'=', Code::equalsSign},
+    {'*', Code::asterisk},
+    {'(', Code::openParenthesis},
+    {')', Code::closeParenthesis},
+    {',', Code::separator},
+    {'[', Code::openBracket},
+    {']', Code::closeBracket},
+    {'+', Code::plus},
+    {'-', Code::minus},
+    {'/', Code::slash},
+    {'<', Code::less},
+    {'>', Code::greater},
+    {'~', Code::tilde},
+    {'&', Code::ampersand},
+    {'|', Code::verticalBar},
+    {'!', Code::exclamation},
+    {';', Code::semicolon},
+    {':', Code::colon},
+    {'.', Code::period},
+    {'?', Code::question},
+    {'%', Code::percent},
+    {'^', Code::caret},
+    {'{', Code::openBrace},
+    {'}', Code::closeBrace},
+    {'\\', Code::backslash},
+    {'`', Code::backquote},
 };
+
+/// The code of every operator of one character, by that character; 0 for what is none.
+constexpr std::array<std::uint8_t, 128> makeOperatorCodes() {
+    std::array<std::uint8_t, 128> codes{};
+    for (const OperatorSpelling& each : kOperators) {
+        codes[static_cast<std::size_t>(each.text)] = static_cast<std::uint8_t>(each.code);
+    }
+    return codes;
+}
+
+constexpr std::array<std::uint8_t, 128> kOperatorCodes = makeOperatorCodes();
+
+/// The code of the operator of two characters, 0 when they are none.
+constexpr int pairCode(char first, char second) {
+    if (second == '=') {
+        return first == '<'   ? Code::lessOrEqual
+               : first == '>' ? Code::greaterOrEqual
+               : first == '~' ? Code::notEqual
+                              : 0;
+    }
+    return first == '<' && second == '>' ? Code::notEqual : first == '*' && second == '*' ? Code::power : 0;
+}
 
 bool spellsAll(std::string_view word) {
     return word.size() == 3 && (word[0] | 0x20) == 'a' && (word[1] | 0x20) == 'l' && (word[2] | 0x20) == 'l';
@@ -94,6 +112,7 @@ Lexer::Lexer(TokenSequenceBase& sequence)
     : sequence_(sequence),
       text_(sequence.command_->text),
       set_(currentCharacterSet()),
+      byteSteps_(set_.isUtf8() || set_.isSingleByte()),
       at_(std::min(sequence.command_->arguments, text_.size())) {}
 
 void Lexer::run() {
@@ -108,7 +127,7 @@ void Lexer::run() {
 char Lexer::peek(std::size_t ahead) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
 
 std::size_t Lexer::characterLength(std::size_t offset) const {
-    if (static_cast<unsigned char>(text_[offset]) < 128 || set_.isUtf8() || set_.isSingleByte()) {
+    if (byteSteps_ || static_cast<unsigned char>(text_[offset]) < 128) {
         return 1;  // in UTF-8 every byte of a longer character is above 127, so byte steps are safe
     }
     return std::max<std::size_t>(1, set_.characterLength(text_.data() + offset, text_.size() - offset));
@@ -265,15 +284,17 @@ void Lexer::joinLiterals() {
 }
 
 bool Lexer::readOperator() {
-    const std::string_view rest = text_.substr(at_);
-    for (const OperatorSpelling& spelling : kOperators) {
-        if (rest.starts_with(spelling.text)) {
-            at_ += spelling.text.size();
-            add(TokenKind::operatorToken, spelling.code, spelling.text, at_ - spelling.text.size());
-            return true;
-        }
+    const char c = text_[at_];
+    const std::size_t from = at_;
+    const int pair = pairCode(c, peek(1));
+    const int code = pair != 0 ? pair : kOperatorCodes[static_cast<unsigned char>(c) & 0x7FU];
+    if (code == 0) {
+        return fail(at_, "A control character (code " + std::to_string(static_cast<unsigned char>(c)) +
+                             ") stands here. It has no meaning in a command; delete it.");
     }
-    return fail(at_, "This character has no meaning in a command. Was it meant to stand inside quotes?");
+    at_ += pair != 0 ? 2 : 1;
+    add(TokenKind::operatorToken, code, text_.substr(from, at_ - from), from);
+    return true;
 }
 
 void Lexer::add(TokenKind kind, int operatorCode, std::string_view text, std::size_t from) {

@@ -21,7 +21,6 @@ class Lexer {
   private:
     [[nodiscard]] bool atEnd() const { return at_ >= text_.size(); }
     [[nodiscard]] char peek(std::size_t ahead = 0) const;
-    [[nodiscard]] bool atWordCharacter() const;
     [[nodiscard]] bool atNumber() const;
     [[nodiscard]] bool precededByValue() const;
     [[nodiscard]] std::size_t characterLength(std::size_t offset) const;
@@ -45,6 +44,7 @@ class Lexer {
     TokenSequenceBase& sequence_;
     std::string_view text_;
     const CharacterSet& set_;
+    const bool byteSteps_;  // no byte of a longer character is ASCII
     std::size_t at_;
 };
 

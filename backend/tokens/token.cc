@@ -26,15 +26,7 @@ std::optional<Number> parseWhole(std::string_view text) {
 
 }  // namespace
 
-TokenInfoObj::TokenInfoObj(TokenKind kind, int operatorCode, std::string_view text, std::size_t offset,
-                           std::size_t length)
-    : text_(text),
-      offset_(static_cast<std::uint32_t>(offset)),
-      length_(static_cast<std::uint32_t>(length)),
-      operatorCode_(static_cast<std::uint8_t>(operatorCode)),
-      kind_(kind) {}
-
-bool TokenInfoObj::isWordLike() const { return isWord() || operatorCode_ == TokenSequenceBase::all; }
+static_assert(kAllOperatorCode == TokenSequenceBase::all);
 
 std::string TokenInfoObj::getUpperString() const { return toUpperCase(text_); }
 

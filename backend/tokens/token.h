@@ -11,6 +11,9 @@ namespace vexa {
 
 enum class TokenKind : std::uint8_t { word, literal, number, operatorToken };
 
+/// The code of the operator that is written as a word, ALL.
+inline constexpr std::uint8_t kAllOperatorCode = 35;
+
 /// A token: a word, a quoted literal, a number or an operator. Its texts are views that live as long as its
 /// sequence, in the back end's character set.
 class TokenInfoObj {
@@ -19,7 +22,12 @@ class TokenInfoObj {
     /// `text` is the value (a literal without its quotes), `offset` and `length` say where it stands in the
     /// command.
     TokenInfoObj(TokenKind kind, int operatorCode, std::string_view text, std::size_t offset,
-                 std::size_t length);
+                 std::size_t length)
+        : text_(text),
+          offset_(static_cast<std::uint32_t>(offset)),
+          length_(static_cast<std::uint32_t>(length)),
+          operatorCode_(static_cast<std::uint8_t>(operatorCode)),
+          kind_(kind) {}
 
     [[nodiscard]] TokenKind kind() const { return kind_; }
     [[nodiscard]] bool isWord() const { return kind_ == TokenKind::word; }
@@ -27,7 +35,7 @@ class TokenInfoObj {
     [[nodiscard]] bool isNumber() const { return kind_ == TokenKind::number; }
     [[nodiscard]] bool isOperator() const { return kind_ == TokenKind::operatorToken; }
     /// A word or the operator ALL, which is written as one.
-    [[nodiscard]] bool isWordLike() const;
+    [[nodiscard]] bool isWordLike() const { return isWord() || operatorCode_ == kAllOperatorCode; }
     /// A number without point and exponent that fits 32 bits.
     [[nodiscard]] bool isInteger() const { return getIntegerValue().has_value(); }
 
