@@ -1,0 +1,178 @@
+// Saving and opening a document of 1,000 tables of 40 x 8 cells, beside zip and unzip of the same bytes.
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "bench/process_memory.h"
+#include "bench/ratios.h"
+#include "frontend/document/viewer_document.h"
+#include "frontend/store/document_file.h"
+
+namespace vexa::bench {
+
+namespace {
+
+using frontend::ViewerDocument;
+
+constexpr std::size_t kRows = 40;
+constexpr std::size_t kColumns = 8;
+constexpr double kMebibyte = 1024.0 * 1024.0;
+
+PivotDimension dimension(const std::string& label, int axis, std::size_t categories) {
+    PivotDimension result;
+    result.label = label;
+    result.kind = 2;
+    result.position = {axis, 1, 1, 0};
+    for (std::size_t i = 0; i < categories; ++i) {
+        result.categories.push_back({label + ' ' + std::to_string(i), -1});
+    }
+    return result;
+}
+
+/// A table whose numbers depend on `seed`, so that no two tables are the same bytes.
+std::shared_ptr<const PivotTable> makeTable(std::size_t seed) {
+    PivotTable table;
+    table.title = "Descriptive statistics of study " + std::to_string(seed);
+    table.dimensions = {dimension("Variable", 0, kRows), dimension("Statistic", 1, kColumns)};
+    std::uint32_t random = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
+    for (std::uint64_t place = 0; place < kRows * kColumns; ++place) {
+        random = random * 1664525U + 1013904223U;
+        const double number = static_cast<double>(random >> 8) / 1000;
+        table.cells.push_back({place, std::to_string(number), number, 0});
+    }
+    return std::make_shared<const PivotTable>(std::move(table));
+}
+
+ViewerDocument makeDocument(std::int64_t tables) {
+    ViewerDocument document;
+    for (std::int64_t i = 0; i < tables; ++i) {
+        frontend::ViewerItem item;
+        item.label = "Descriptive statistics";
+        item.command = "DESCRIPTIVES";
+        item.content = frontend::TableContent{makeTable(static_cast<std::size_t>(i))};
+        document.add(std::move(item));
+    }
+    return document;
+}
+
+/// A folder of its own, gone with the object.
+class ScratchFolder {
+  public:
+    ScratchFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "vexa-bench-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) {
+            std::abort();
+        }
+        path_ = name;
+    }
+    ~ScratchFolder() { std::filesystem::remove_all(path_); }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    [[nodiscard]] std::string operator/(const char* name) const { return (path_ / name).string(); }
+    [[nodiscard]] std::string path() const { return path_.string(); }
+
+  private:
+    std::filesystem::path path_;
+};
+
+void require(bool ok) {
+    if (!ok) {
+        std::abort();
+    }
+}
+
+double processorTime() { return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC); }
+
+void finish(benchmark::State& state, const std::string& name, double perRound, std::size_t peakMemory) {
+    const std::string key = name + "/" + std::to_string(state.range(0));
+    state.counters["ms"] = perRound / 1e6;
+    state.counters["peak MiB"] = static_cast<double>(peakMemory) / kMebibyte;
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    remember(key + " time", perRound / 1e6);
+    remember(key + " memory", static_cast<double>(peakMemory) / kMebibyte);
+}
+
+void save(benchmark::State& state) {
+    const ScratchFolder folder;
+    const std::string file = folder / "bench.vxv";
+    const ViewerDocument document = makeDocument(state.range(0));
+    const double start = processorTime();
+    for (auto _ : state) {
+        require(static_cast<bool>(saveDocument(document, file, {})));
+    }
+    const double perRound = (processorTime() - start) / static_cast<double>(state.iterations());
+    const std::size_t peak =
+        peakMemoryOf([] {}, [&] { require(static_cast<bool>(saveDocument(document, file, {}))); });
+    finish(state, "save", perRound, peak);
+}
+
+void open(benchmark::State& state) {
+    const ScratchFolder folder;
+    const std::string file = folder / "bench.vxv";
+    require(static_cast<bool>(saveDocument(makeDocument(state.range(0)), file, {})));
+    const auto openOnce = [&file] {
+        std::unique_ptr<ViewerDocument> document;
+        require(static_cast<bool>(openDocument(file, "", document)));
+        benchmark::DoNotOptimize(document);
+    };
+    const double start = processorTime();
+    for (auto _ : state) {
+        openOnce();
+    }
+    const double perRound = (processorTime() - start) / static_cast<double>(state.iterations());
+    finish(state, "open", perRound, peakMemoryOf([] {}, openOnce));
+}
+
+/// The parts of a saved document as files of a folder.
+void unpack(const ScratchFolder& folder, std::int64_t tables) {
+    require(static_cast<bool>(saveDocument(makeDocument(tables), folder / "bench.vxv", {})));
+    std::filesystem::create_directory(folder / "parts");
+    require(runProgram({"unzip", "-q", "../bench.vxv"}, folder / "parts").ok);
+}
+
+void peer(benchmark::State& state, const std::string& name, const std::vector<std::string>& command) {
+    const ScratchFolder folder;
+    unpack(folder, state.range(0));
+    double total = 0;
+    std::size_t peak = 0;
+    for (auto _ : state) {
+        std::filesystem::remove(folder / "again.zip");
+        const ProgramCost cost = runProgram(command, folder / "parts");
+        require(cost.ok);
+        total += cost.nanoseconds;
+        peak = std::max(peak, cost.peakMemory);
+    }
+    finish(state, name, total / static_cast<double>(state.iterations()), peak);
+}
+
+void zip(benchmark::State& state) { peer(state, "zip", {"zip", "-q", "-r", "../again.zip", "."}); }
+
+void unzip(benchmark::State& state) { peer(state, "unzip", {"unzip", "-q", "-o", "../bench.vxv"}); }
+
+[[maybe_unused]] const bool registered = [] {
+    const std::pair<const char*, void (*)(benchmark::State&)> all[] = {
+        {"DocumentSave", save}, {"Zip", zip}, {"DocumentOpen", open}, {"Unzip", unzip}};
+    for (const auto& [name, function] : all) {
+        benchmark::RegisterBenchmark(name, function)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+    }
+    for (const std::string count : {"/100", "/1000"}) {
+        const std::string tables = count.substr(1) + " tables: ";
+        compareAtEnd(tables + "save / zip, ms", "save" + count + " time", "zip" + count + " time");
+        compareAtEnd(tables + "save / zip, MiB at the peak", "save" + count + " memory",
+                     "zip" + count + " memory");
+        compareAtEnd(tables + "open / unzip, ms", "open" + count + " time", "unzip" + count + " time");
+        compareAtEnd(tables + "open / unzip, MiB at the peak", "open" + count + " memory",
+                     "unzip" + count + " memory");
+    }
+    return true;
+}();
+
+}  // namespace
+
+}  // namespace vexa::bench
