@@ -22,7 +22,7 @@ std::string countText(double value) {
     if (!std::isfinite(value)) return ".";
     // Adding zero turns -0 into 0; the largest double has 309 digits.
     const double whole = std::round(value) + 0.0;
-    std::array<char, 320> digits;
+    std::array<char, 320> digits{};
     const auto result =
         std::to_chars(digits.data(), digits.data() + digits.size(), whole, std::chars_format::fixed, 0);
     assert(result.ec == std::errc());

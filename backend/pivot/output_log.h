@@ -113,7 +113,8 @@ class OutputLog {
     bool publishing_ = false;
 };
 
-/// While it lives, what is published into the current log reaches nobody. Listeners must not be added or removed then.
+/// While it lives, what is published into the current log reaches nobody. Listeners must not be added or
+/// removed then.
 class SilentLogScope {
   public:
     SilentLogScope() { OutputLog::current().listeners_.swap(listeners_); }

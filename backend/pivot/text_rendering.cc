@@ -173,12 +173,6 @@ void TableRenderer::appendNotes() {
     }
 }
 
-std::string oneLine(std::string_view label, std::string_view value) {
-    std::string line = printableText(label);
-    if (!label.empty()) line += ": ";
-    return line + printableText(value) + '\n';
-}
-
 }  // namespace
 
 }  // namespace vexa::rendering
@@ -189,11 +183,10 @@ std::string renderTable(const PivotTable& table, const RenderOptions& options) {
     return rendering::TableRenderer(table, options).render();
 }
 
-std::string renderNotes(const NotesAdded& notes) { return rendering::oneLine(notes.label, notes.value); }
-
-std::string renderMessage(const ErrorReported& error) {
-    if (error.level >= 3) return rendering::oneLine("Error", error.message);
-    return rendering::oneLine(error.level == 2 ? "Warning" : "Note", error.message);
+std::string renderNotes(const NotesAdded& notes) {
+    std::string line = printableText(notes.label);
+    if (!line.empty()) line += ": ";
+    return line + printableText(notes.value) + '\n';
 }
 
 }  // namespace vexa

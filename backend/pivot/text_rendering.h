@@ -1,4 +1,4 @@
-// Tables, notes and messages of the output log as text for a terminal.
+// Tables and notes of the output log as text for a terminal.
 //
 // All texts are UTF-8. Text that came from outside is made safe: it cannot steer the terminal.
 #pragma once
@@ -35,9 +35,5 @@ constexpr std::size_t narrowestColumn = 6;
 
 /// `label: value`, or the value alone where there is no label; one line with its line feed.
 [[nodiscard]] std::string renderNotes(const NotesAdded& notes);
-
-/// The message as shown, after the word for its level: `Error:` from 3, `Warning:` for 2, `Note:` below; one
-/// line with its line feed.
-[[nodiscard]] std::string renderMessage(const ErrorReported& error);
 
 }  // namespace vexa

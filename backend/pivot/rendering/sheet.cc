@@ -81,7 +81,7 @@ std::size_t indexOf(const Keys& keys, std::uint64_t key) {
 Sheet sheetOf(const PivotTable& table, const TableAxes& axes, Located begin, Located end) {
     Keys usedRows;
     Keys usedColumns;
-    for (Located each = begin; each != end; ++each) {
+    for (auto each = begin; each != end; ++each) {
         usedRows.push_back(each->row);
         usedColumns.push_back(each->column);
     }
@@ -93,7 +93,7 @@ Sheet sheetOf(const PivotTable& table, const TableAxes& axes, Located begin, Loc
     sheet.rows = placesOn(axes.rows, table, rows);
     sheet.columns = placesOn(axes.columns, table, columns);
     sheet.cells.resize(rows.size() * columns.size());
-    for (Located each = begin; each != end; ++each) {
+    for (auto each = begin; each != end; ++each) {
         sheet.cells[indexOf(rows, each->row) * columns.size() + indexOf(columns, each->column)] = each->cell;
     }
     return sheet;
@@ -123,8 +123,8 @@ std::vector<Sheet> sheetsOf(const PivotTable& table, const TableAxes& axes) {
     const std::vector<LocatedCell> cells = locatedCells(table, axes);
     std::vector<Sheet> sheets;
     if (cells.empty()) sheets.push_back(sheetOf(table, axes, cells.begin(), cells.end()));
-    for (Located begin = cells.begin(); begin != cells.end();) {
-        const Located end = std::find_if(
+    for (auto begin = cells.begin(); begin != cells.end();) {
+        const auto end = std::find_if(
             begin, cells.end(), [begin](const LocatedCell& each) { return each.layer != begin->layer; });
         sheets.push_back(sheetOf(table, axes, begin, end));
         begin = end;

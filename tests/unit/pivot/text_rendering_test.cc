@@ -107,17 +107,10 @@ TEST(TextRendering, SharesTheLettersOfEqualNotes) {
     EXPECT_EQ(lines, expected);
 }
 
-TEST(TextRendering, WritesNotesAndMessagesInOneLine) {
+TEST(TextRendering, WritesNotesInOneLine) {
     EXPECT_EQ(renderNotes({2, "Viewer", "Output1"}), "Viewer: Output1\n");
     EXPECT_EQ(renderNotes({2, "", "alone"}), "alone\n");
     EXPECT_EQ(renderNotes({2, "Document File", ""}), "Document File: \n");
-    const std::pair<int, const char*> cases[] = {{4, "Error: a b\n"},
-                                                 {3, "Error: a b\n"},
-                                                 {2, "Warning: a b\n"},
-                                                 {1, "Note: a b\n"},
-                                                 {0, "Note: a b\n"}};
-    for (const auto& [level, expected] : cases)
-        EXPECT_EQ(renderMessage({2, level, "^1 b", {"a"}, "a b"}), expected);
     const std::string hostile = renderNotes({2, "a\x1b[2J", "b\nc"});
     EXPECT_EQ(std::count(hostile.begin(), hostile.end(), '\n'), 1);
     EXPECT_EQ(hostile.find('\x1b'), std::string::npos);
