@@ -1,0 +1,2 @@
+vexa_fuzz_target(document_file LINKS vexa_frontend)
+vexa_fuzz_target(document_item LINKS vexa_frontend)
