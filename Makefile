@@ -29,7 +29,7 @@ format: packages ## Format every source file of ours in place
 bless: build ## Rewrite the expected parts of the transcripts (FILTER=text in the path) from what the program does now
 	@tools/transcripts --program build/release/bin/vexa --bless $(FILTER)
 
-fuzz: packages ## Run every fuzz target for FUZZ_SECONDS (30) seconds; new inputs go to build/fuzz/corpus
+fuzz: packages ## Run every fuzz target (FILTER=text in its name) for FUZZ_SECONDS (30) seconds from its corpus
 	@FUZZ_SECONDS=$(FUZZ_SECONDS) tools/fuzz $(FILTER)
 
 windows: ## Build for Windows (not there yet: says so and fails)
