@@ -19,8 +19,4 @@ enum class StandardStream { input = 0, output = 1, error = 2 };
 /// Nothing at the end of the input, or when the terminal does not let itself be silenced.
 [[nodiscard]] std::optional<std::string> readSecretLine(const std::string& prompt);
 
-/// The folder where programs of this user keep their state (histories and such), UTF-8; empty when there is
-/// none.
-[[nodiscard]] std::string userStateFolder();
-
 }  // namespace vexa

@@ -2,6 +2,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 
@@ -11,10 +12,17 @@ namespace vexa {
 
 namespace {
 
-/// Keeps the terminal from showing what is typed for as long as the object lives.
+/// Keeps the terminal from showing what is typed for as long as the object lives. An interrupt waits until
+/// then, so that it does not leave a silent terminal behind.
 class EchoOff {
   public:
-    EchoOff() : works_(tcgetattr(STDIN_FILENO, &before_) == 0) {
+    EchoOff() {
+        sigset_t held;
+        sigemptyset(&held);
+        sigaddset(&held, SIGINT);
+        sigaddset(&held, SIGTSTP);
+        sigprocmask(SIG_BLOCK, &held, &signalsBefore_);
+        works_ = tcgetattr(STDIN_FILENO, &before_) == 0;
         if (works_) {
             termios silent = before_;
             silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
@@ -25,6 +33,7 @@ class EchoOff {
         if (works_) {
             tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
         }
+        sigprocmask(SIG_SETMASK, &signalsBefore_, nullptr);
     }
     EchoOff(const EchoOff&) = delete;
     EchoOff& operator=(const EchoOff&) = delete;
@@ -32,8 +41,9 @@ class EchoOff {
     [[nodiscard]] bool works() const { return works_; }
 
   private:
+    sigset_t signalsBefore_{};
     termios before_{};
-    bool works_;
+    bool works_ = false;
 };
 
 std::string environment(const char* name) {
@@ -63,14 +73,6 @@ std::optional<std::string> readSecretLine(const std::string& prompt) {
     const bool read = static_cast<bool>(std::getline(std::cin, line));
     std::cerr << '\n' << std::flush;
     return read ? std::optional(line) : std::nullopt;
-}
-
-std::string userStateFolder() {
-    if (std::string folder = environment("XDG_STATE_HOME"); !folder.empty()) {
-        return folder;
-    }
-    const std::string home = environment("HOME");
-    return home.empty() ? std::string() : home + "/.local/state";
 }
 
 }  // namespace vexa
