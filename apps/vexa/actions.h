@@ -1,7 +1,10 @@
 // What the program does, one function for each of its commands. Each answers what the program ends with.
 #pragma once
 
+#include <string>
+
 #include "apps/vexa/options.h"
+#include "backend/session/session.h"
 
 namespace vexa::program {
 
@@ -11,6 +14,8 @@ namespace vexa::program {
 [[nodiscard]] int runPrompt(const Options& options);
 /// Lists the commands, or shows the syntax of one or of a part of it.
 [[nodiscard]] int showHelp(const Options& options);
+/// The same inside a session; `words` are separated by one blank.
+int explain(const std::string& words, Session& session);
 /// Asks for a password and prints its encrypted form.
 [[nodiscard]] int printEncryptedPassword();
 

@@ -1,11 +1,13 @@
 #include <editline/readline.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -48,13 +50,14 @@ char** complete(const char* text, int start, int end) {
     const std::string line(rl_line_buffer, static_cast<std::size_t>(end));
     const std::string whole = fromUtf8(editor.before + line);
     const Completion completion = completeSyntax(*editor.session, whole);
-    // The editor replaces its own idea of the word, so what it counts to the word beyond ours goes in front.
+    // The editor replaces its own idea of the word, which may begin before or behind ours.
     const std::size_t ours = whole.size() - completion.from;
     const auto theirs = static_cast<std::size_t>(end - start);
     editor.candidates.clear();
     for (const std::string& candidate : completion.candidates) {
-        const std::string kept = theirs > ours ? std::string(text, theirs - ours) : std::string();
-        editor.candidates.push_back(kept + toUtf8(candidate));
+        const std::string word = toUtf8(candidate);
+        editor.candidates.push_back(theirs < ours ? word.substr(std::min(ours - theirs, word.size()))
+                                                  : std::string(text, theirs - ours) + word);
     }
     return rl_completion_matches(text, nextCandidate);
 }
@@ -71,6 +74,23 @@ std::optional<std::string> readTerminalLine(const char* prompt) {
     return std::string(line.get());
 }
 
+/// The words behind "help", one blank between them, when that is the command's first word.
+std::optional<std::string> helpWords(const std::string& command) {
+    std::istringstream rest(command);
+    std::string word;
+    std::string words;
+    if (!(rest >> word) || !equalsIgnoringCase(word.substr(0, word.find('.')), "help")) {
+        return std::nullopt;
+    }
+    while (rest >> word) {
+        words.append(words.empty() ? "" : " ").append(word);
+    }
+    while (words.ends_with('.')) {
+        words.pop_back();
+    }
+    return words;
+}
+
 /// Collects the lines of one command; nothing at the end of the input when no line came before it.
 std::optional<std::string> readCommand() {
     CommandEndFinder finder;
@@ -81,19 +101,14 @@ std::optional<std::string> readCommand() {
         if (!line) {
             return editor.before.empty() ? std::nullopt : std::optional(editor.before);
         }
+        if (editor.before.empty() && helpWords(*line)) {
+            return line;
+        }
         editor.before += *line + '\n';
         if (finder.addLine(*line) != CommandEndFinder::Ending::none) {
             return editor.before;
         }
     }
-}
-
-/// True when the command is the word "help", with or without its period.
-bool asksForHelp(std::string_view command) {
-    while (!command.empty() && (isBlank(command.back()) || command.back() == '.')) {
-        command.remove_suffix(1);
-    }
-    return equalsIgnoringCase(command, "help");
 }
 
 int runOnTerminal(const Options& options) {
@@ -113,8 +128,8 @@ int runOnTerminal(const Options& options) {
             std::cout << '\n';
             break;
         }
-        if (asksForHelp(*command)) {
-            static_cast<void>(showHelp(Options{}));
+        if (const std::optional<std::string> words = helpWords(*command)) {
+            explain(*words, surroundings->session());
         } else {
             surroundings->session().runText(fromUtf8(*command), "");
         }

@@ -44,7 +44,7 @@ int complainOfUnknown(const std::string& name) {
 }
 
 int showPart(const CommandDescriptor& descriptor, std::string part) {
-    if (part.front() == '/') {
+    if (part.starts_with('/')) {
         part.erase(0, 1);
     }
     const std::optional<std::string> text = grammarText(descriptor, part);
@@ -77,8 +77,7 @@ int showCommand(const KnownCommand& command, const std::string& part, Session& s
 
 }  // namespace
 
-int showHelp(const Options& options) {
-    const std::string words = joined(options.commandWords);
+int explain(const std::string& words, Session& session) {
     if (words.empty()) {
         return listCommands();
     }
@@ -86,14 +85,21 @@ int showHelp(const Options& options) {
     if (!found) {
         return complainOfUnknown(words);
     }
+    const std::string part = found->end < words.size() ? words.substr(found->end + 1) : "";
+    return showCommand(*found->command, part, session);
+}
+
+int showHelp(const Options& options) {
+    if (options.commandWords.empty()) {
+        return listCommands();
+    }
     std::string problem;
     const std::unique_ptr<Surroundings> surroundings = Surroundings::make(options.session, problem);
     if (surroundings == nullptr) {
         complain(problem);
         return exit_status::kUsage;
     }
-    const std::string part = found->end < words.size() ? words.substr(found->end + 1) : "";
-    return showCommand(*found->command, part, surroundings->session());
+    return explain(joined(options.commandWords), surroundings->session());
 }
 
 }  // namespace vexa::program

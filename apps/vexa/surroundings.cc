@@ -5,6 +5,7 @@
 
 #include "apps/vexa/adapter_stack.h"
 #include "apps/vexa/exit_status.h"
+#include "backend/paths/path_factory.h"
 #include "backend/platform/character_set.h"
 #include "backend/platform/clock.h"
 #include "backend/platform/dynamic_library.h"
@@ -14,6 +15,7 @@ namespace vexa::program {
 
 namespace {
 
+constexpr const char* kInstallation = "/..";
 constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
 
 TerminalLook terminalLook() {
@@ -78,7 +80,12 @@ std::unique_ptr<Surroundings> Surroundings::make(const SessionChoices& choices, 
     if (choices.now) {
         installLocalTime(choices.now);
     }
+    installPaths(programFolder() + kInstallation, choices.language);
     std::unique_ptr<Surroundings> made(new Surroundings(choices));
+    if (choices.language != "en") {
+        made->terminal_.showMessage(
+            2, "There are no texts in the language " + choices.language + "; messages are shown in English.");
+    }
     if (!made->openTrace(choices, problem)) {
         return nullptr;
     }
