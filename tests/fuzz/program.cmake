@@ -1,0 +1,2 @@
+vexa_fuzz_target(scripted_answers LINKS vexa_program)
+vexa_fuzz_target(syntax_file LINKS vexa_backend)
