@@ -2,6 +2,24 @@
 
 namespace vexa::frontend {
 
+ItemContent emptyContent(ItemKind kind) {
+    switch (kind) {
+        case ItemKind::heading:
+            return HeadingContent{};
+        case ItemKind::message:
+            return MessageContent{};
+        case ItemKind::notes:
+            return NotesContent{};
+        case ItemKind::table:
+            return TableContent{};
+        case ItemKind::flatTable:
+            return FlatTableContent{};
+        case ItemKind::text:
+            break;
+    }
+    return TextContent{};
+}
+
 bool operator==(const HeadingContent& left, const HeadingContent& right) {
     return left.children == right.children;
 }

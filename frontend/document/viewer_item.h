@@ -80,6 +80,9 @@ struct ViewerItem {
     [[nodiscard]] ItemKind kind() const { return static_cast<ItemKind>(content.index()); }
 };
 
+/// The content of a kind with nothing in it; a table's pointer is null, which no item of a document may have.
+[[nodiscard]] ItemContent emptyContent(ItemKind kind);
+
 /// Whether two items look the same to a user: everything but the ids is compared, tables by value.
 [[nodiscard]] bool operator==(const ViewerItem& left, const ViewerItem& right);
 [[nodiscard]] bool operator==(const HeadingContent& left, const HeadingContent& right);

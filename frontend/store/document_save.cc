@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <memory>
+#include <optional>
 #include <utility>
 
 #include "backend/platform/file_system.h"
@@ -79,10 +82,8 @@ class Plan {
         }
         described.entry = itemEntry(contents_.size());
         contents_.push_back(&item.content);
-        described.item.content = item.content;
-        if (item.kind() == ItemKind::table && !options_.dataModel) {
-            described.item.content = FlatTableContent{};
-        }
+        const bool isGrid = item.kind() == ItemKind::table && !options_.dataModel;
+        described.item.content = emptyContent(isGrid ? ItemKind::flatTable : item.kind());
         return described;
     }
 

@@ -11,24 +11,6 @@
 namespace vexa::frontend {
 namespace {
 
-ItemContent emptyContent(ItemKind kind) {
-    switch (kind) {
-        case ItemKind::heading:
-            return HeadingContent{};
-        case ItemKind::message:
-            return MessageContent{};
-        case ItemKind::notes:
-            return NotesContent{};
-        case ItemKind::table:
-            return TableContent{};
-        case ItemKind::flatTable:
-            return FlatTableContent{};
-        case ItemKind::text:
-            break;
-    }
-    return TextContent{};
-}
-
 bool readKind(const pugi::xml_node& node, ItemContent& content) {
     constexpr std::array kinds{ItemKind::heading, ItemKind::message,   ItemKind::notes,
                                ItemKind::table,   ItemKind::flatTable, ItemKind::text};
