@@ -93,19 +93,25 @@ class QualifierReader {
         return true;
     }
 
+    /// The value behind '='. A number, a literal or a list in parentheses may also stand without it.
     bool readAssigned(const TokenInfoObj& name) {
-        if (isAt(TokenSequenceBase::equalsSign)) {
-            ++at_;
-        }
+        const bool equalsGiven = isAt(TokenSequenceBase::equalsSign);
+        at_ += equalsGiven ? 1 : 0;
         if (isAt(TokenSequenceBase::openParenthesis)) {
             return readParenthesised(name);
         }
-        const bool nextQualifier = at_ + 1 < end_ && tokens_[at_].isWordLike() &&
-                                   hasCode(tokens_[at_ + 1], TokenSequenceBase::equalsSign);
-        const bool noValue = atEnd() || nextQualifier || isAt(TokenSequenceBase::separator);
+        const bool noValue =
+            atEnd() || isAt(TokenSequenceBase::separator) ||
+            (equalsGiven ? nextIsAssigned() : tokens_[at_].isOperator() || tokens_[at_].isWord());
         add(name, tokens_.subspan(at_, noValue ? 0 : 1));
         at_ += noValue ? 0 : 1;
         return true;
+    }
+
+    /// True when another qualifier with its '=' follows.
+    [[nodiscard]] bool nextIsAssigned() const {
+        return at_ + 1 < end_ && tokens_[at_].isWordLike() &&
+               hasCode(tokens_[at_ + 1], TokenSequenceBase::equalsSign);
     }
 
     bool readParenthesised(const TokenInfoObj& name) {

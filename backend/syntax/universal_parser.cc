@@ -47,7 +47,7 @@ int UniversalParser::getCommandSpecifications() {
             SyntaxErrorReported{error_->message, placeOf(sequence_.command(), error_->offset)});
         return 1;
     }
-    return mode != nullptr ? 1 : 0;
+    return mode != nullptr && mode->mode() == ParseMode::checkOnly ? 1 : 0;
 }
 
 bool UniversalParser::parse() {
@@ -128,7 +128,9 @@ bool UniversalParser::parseBody(const SubComDescriptor& descriptor, SubComObj& r
         const ParamDescriptor* const parameter =
             token.isWordLike() ? descriptor.findParameter(token.getString()) : nullptr;
         const bool given = parameter != nullptr && result.getParamObj(parameter->name()) != nullptr;
-        if ((parameter == nullptr || given) && beginsSubcommand(at_)) {
+        const bool again =
+            given && at_ + 1 < tokens_.size() && tokens_[at_ + 1].getOperatorCode() == Code::equalsSign;
+        if ((parameter == nullptr || given) && !again && beginsSubcommand(at_)) {
             break;
         }
         if (parameter == nullptr) {

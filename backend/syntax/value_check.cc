@@ -231,8 +231,8 @@ std::string describeBounds(const ParamDescriptor& parameter) {
     }
     if (const auto& upper = parameter.upperBoundary()) {
         const bool inclusive = upper->option == UPSpecTypes::BoundaryOption::inclusive;
-        words += std::string(words.empty() ? "" : " and") + (inclusive ? " at most " : " below ");
-        words += formatBound(upper->value);
+        const std::string joint = words.empty() ? (inclusive ? " of" : "") : " and";
+        words += joint + (inclusive ? " at most " : " below ") + formatBound(upper->value);
     }
     return words;
 }
@@ -282,7 +282,9 @@ std::string describeValue(const ParamDescriptor& parameter) {
         case Spec::number:
             return describeNumber(parameter, "a number");
         case Spec::numbers:
-            return describeNumber(parameter, "one or more numbers, each");
+            return describeNumber(parameter, parameter.lowerBoundary() || parameter.upperBoundary()
+                                                 ? "one or more numbers, each"
+                                                 : "one or more numbers");
         case Spec::integer:
             return describeNumber(parameter, "a whole number");
         case Spec::qualifierList:

@@ -1,0 +1,51 @@
+// Hostile commands cost no more than their length.
+
+#include <chrono>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "tests/unit/syntax/example_grammars.h"
+#include "tests/unit/syntax/parse_picture.h"
+
+namespace vexa {
+namespace {
+
+constexpr double kFarTooLong = 5;  // seconds; a cost that grows with the square takes minutes
+
+std::string repeat(std::string_view piece, std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        text += piece;
+    }
+    return text;
+}
+
+/// The outcome of parsing, which must not take long.
+std::string quickly(const std::string& text) {
+    const auto begin = std::chrono::steady_clock::now();
+    std::string outcome = parsed(modifyGrammar(), text);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+    EXPECT_LT(taken.count(), kFarTooLong);
+    return outcome;
+}
+
+TEST(ParserCost, GrowsWithTheCommandAlone) {
+    constexpr std::size_t kMany = 100'000;
+    EXPECT_EQ(quickly(repeat("/SELECT TABLES /TABLE ", kMany)).substr(0, 26), "{}<SELECT{TABLES}TABLE{}><");
+    EXPECT_EQ(quickly("/SELECT ALL " + repeat("/TABLECELLS SELECT=[BODY] ", kMany)).substr(0, 14),
+              "{}<SELECT{ALL}");
+    const std::string nested = "/SELECT ALL /TABLECELLS SELECT=";
+    EXPECT_EQ(quickly(nested + repeat("[", kMany) + repeat("]", kMany)).substr(0, 14), "{}<SELECT{ALL}");
+    EXPECT_EQ(quickly(nested + repeat("(", kMany) + repeat("]", kMany)).substr(0, 14), "{}<SELECT{ALL}");
+    EXPECT_EQ(quickly(nested + repeat("([", kMany)).substr(0, 14), "{}<SELECT{ALL}");
+    EXPECT_EQ(quickly("/SELECT ALL /TABLE SORT" + repeat("(", kMany)).substr(0, 3), "24:");
+    EXPECT_EQ(quickly("/SELECT ALL /TABLE SORT(" + repeat("A=(1 2) ", kMany) + ")").substr(0, 14),
+              "{}<SELECT{ALL}");
+    EXPECT_EQ(quickly("/SELECT ALL /IF LABELS=[" + repeat("EXACT(", kMany) + "]").substr(0, 3), "30:");
+    EXPECT_EQ(quickly("NAME=" + repeat("a ", 1'000'000) + "/SELECT").substr(0, 8), "{NAME=a ");
+}
+
+}  // namespace
+}  // namespace vexa
