@@ -61,21 +61,26 @@ bool spells(std::string_view word, std::string_view capitals) {
     return word.size() == capitals.size() && std::equal(word.begin(), word.end(), capitals.begin(), same);
 }
 
-/// Offset behind the words of `name` when they stand at `at`.
-std::optional<std::size_t> matchName(std::string_view text, std::size_t at, std::string_view name) {
-    while (!name.empty()) {
-        const std::size_t length = std::min(name.find(' '), name.size());
-        const std::string_view word = wordAt(text, at);
-        if (!spells(word, name.substr(0, length))) {
-            return std::nullopt;
-        }
-        at += word.size();
-        name.remove_prefix(std::min(length + 1, name.size()));
-        if (!name.empty()) {
-            at = skipBlanksAndComments(text, at);
-        }
+/// The first two words at a place; no name has more.
+struct LeadingWords {
+    LeadingWords(std::string_view text, std::size_t at)
+        : first(wordAt(text, at)),
+          firstEnd(at + first.size()),
+          second(wordAt(text, skipBlanksAndComments(text, firstEnd))) {}
+
+    std::string_view first;
+    std::size_t firstEnd;
+    std::string_view second;
+};
+
+/// True when the words spell `name`.
+bool spellName(const LeadingWords& words, std::string_view name) {
+    const std::size_t length = words.first.size();
+    if (name.size() == length) {
+        return spells(words.first, name);
     }
-    return at;
+    return name.size() == length + 1 + words.second.size() && name[length] == ' ' &&
+           spells(words.second, name.substr(length + 1)) && spells(words.first, name.substr(0, length));
 }
 
 }  // namespace
@@ -88,14 +93,21 @@ const KnownCommand* findKnownCommand(std::string_view name) {
 }
 
 std::optional<FoundCommand> findCommandName(std::string_view text, std::size_t offset) {
-    std::optional<FoundCommand> longest;
+    const LeadingWords words(text, offset);
+    const KnownCommand* longest = nullptr;
     for (const KnownCommand& command : kCommands) {
-        const std::optional<std::size_t> end = matchName(text, offset, command.name);
-        if (end && (!longest || command.name.size() > longest->command->name.size())) {
-            longest = FoundCommand{&command, *end};
+        if (spellName(words, command.name) &&
+            (longest == nullptr || command.name.size() > longest->name.size())) {
+            longest = &command;
         }
     }
-    return longest;
+    if (longest == nullptr) {
+        return std::nullopt;
+    }
+    const bool oneWord = longest->name.size() == words.first.size();
+    const std::size_t secondEnd =
+        static_cast<std::size_t>(words.second.data() - text.data()) + words.second.size();
+    return FoundCommand{longest, oneWord ? words.firstEnd : secondEnd};
 }
 
 std::string unknownCommandName(std::string_view text, std::size_t offset) {

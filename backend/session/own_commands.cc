@@ -15,8 +15,10 @@ namespace {
 
 using UP = UPSpecTypes;
 
-SubComDescriptor freeSubcommand(std::string_view name) {
-    return SubComDescriptor(name, UP::SubComSpec::freeTokens, true, false);
+/// A subcommand whose tokens the command reads itself; `value` is what help calls them.
+SubComDescriptor freeSubcommand(std::string_view name, UP::ParamSpec form, std::string_view value) {
+    return SubComDescriptor(name, UP::SubComSpec::freeTokens, true, false)
+        .addParamDesc(ParamDescriptor("", form, false, true).setValueLabel(value));
 }
 
 /// Parses `tokens`; false when the parser has reported an error.
@@ -70,17 +72,19 @@ CommandDescriptor describeOwnCommand(OwnCommand own) {
     switch (own) {
         case OwnCommand::fileHandle:
             return CommandDescriptor("FILE HANDLE")
-                .addSubComDesc(freeSubcommand(""))
-                .addSubComDesc(freeSubcommand("NAME"));
+                .addSubComDesc(freeSubcommand("", UP::ParamSpec::word, "name"))
+                .addSubComDesc(freeSubcommand("NAME", UP::ParamSpec::literalOrWord, "folder"));
         case OwnCommand::changeFolder:
-            return CommandDescriptor("CD").addSubComDesc(freeSubcommand(""));
+            return CommandDescriptor("CD").addSubComDesc(
+                freeSubcommand("", UP::ParamSpec::literalOrWord, "folder"));
         case OwnCommand::insert:
             return CommandDescriptor("INSERT").addSubComDesc(
                 SubComDescriptor("", UP::SubComSpec::keywordParameters, true, false)
                     .addParamDesc(
                         ParamDescriptor("FILE", UP::ParamSpec::tokens, true, true).setValueLabel("file")));
         case OwnCommand::echo:
-            return CommandDescriptor("ECHO").addSubComDesc(freeSubcommand(""));
+            return CommandDescriptor("ECHO").addSubComDesc(
+                freeSubcommand("", UP::ParamSpec::literalOrWord, "text"));
         case OwnCommand::none:
             break;
     }

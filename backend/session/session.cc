@@ -167,14 +167,18 @@ void Session::runOwnCommand(OwnCommand own, const CommandText& command) {
 }
 
 void Session::insertFile(const std::string& path) {
+    // From here on the file is one that the user looks for with other programs, so it is named in the
+    // system's form.
+    const std::string file = toNativePath(toUtf8(path));
     if (insertDepth_ >= kDeepestInsert) {
-        reportError("INSERT stands more than 32 files deep at ^1. Does a file insert itself?", path);
+        reportError("INSERT stands more than 32 files deep at ^1. Does a file insert itself?",
+                    fromUtf8(file));
         return;
     }
     const DepthScope depth(insertDepth_);
-    const FileResult result = runFile(toUtf8(path));
+    const FileResult result = runFile(file);
     if (!result) {
-        reportError("The file cannot be read: ^1", path + " (" + fromUtf8(result.reason) + ")");
+        reportError("The file cannot be read: ^1", fromUtf8(file + " (" + result.reason + ")"));
     }
 }
 

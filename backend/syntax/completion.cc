@@ -88,7 +88,8 @@ class Position {
     [[nodiscard]] std::vector<std::string_view> remainingParameters() const {
         std::vector<std::string_view> result;
         for (const ParamDescriptor& parameter : subcommand_->parameters()) {
-            if (std::find(given_.begin(), given_.end(), &parameter) == given_.end()) {
+            const bool given = std::find(given_.begin(), given_.end(), &parameter) != given_.end();
+            if (!given && !parameter.name().empty()) {
                 result.push_back(parameter.name());
             }
         }

@@ -118,6 +118,9 @@ std::string boundsText(const ParamDescriptor& parameter) {
 
 std::string parameterText(const ParamDescriptor& parameter) {
     const std::string value = withBrackets(parameter, valueText(parameter));
+    if (parameter.name().empty()) {
+        return value;  // free tokens, described for help alone
+    }
     std::string text(parameter.name());
     if (!value.empty()) {
         const bool attached = parameter.spec() == Spec::qualifierList;
@@ -136,10 +139,15 @@ std::string subcommandText(const SubComDescriptor& subcommand, std::size_t depth
             indented(depth, (subcommand.isRequired() ? "/" : "[/") + std::string(subcommand.name())));
     }
     const std::size_t inner = unnamed ? depth : depth + 3;
+    const bool free = subcommand.spec() == UPSpecTypes::SubComSpec::freeTokens;
+    if (free && !unnamed && !subcommand.parameters().empty()) {
+        return lines.front() + '=' + parameterText(subcommand.parameters().front()) +
+               (subcommand.isRequired() ? "" : "]");
+    }
     for (const ParamDescriptor& parameter : subcommand.parameters()) {
         lines.push_back(indented(inner, parameterText(parameter)));
     }
-    if (subcommand.spec() == UPSpecTypes::SubComSpec::freeTokens) {
+    if (free && subcommand.parameters().empty()) {
         lines.push_back(indented(inner, subcommand.isRequired() ? "value ..." : "[value ...]"));
     }
     std::string text;
