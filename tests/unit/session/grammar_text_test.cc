@@ -43,6 +43,20 @@ TEST(GrammarText, ShowsAWholeCommand) {
               "     [LABELS=\"[\"[BEGINS('text' ...)]\"]\"]] ...\n");
 }
 
+TEST(GrammarText, ShowsFreeTokensByWhatTheyAreCalled) {
+    const auto free = [](std::string_view name, Spec form, std::string_view label) {
+        return SubComDescriptor(name, UP::SubComSpec::freeTokens, true, false)
+            .addParamDesc(ParamDescriptor("", form, false, true).setValueLabel(label));
+    };
+    EXPECT_EQ(grammarText(CommandDescriptor("FILE HANDLE")
+                              .addSubComDesc(free("", Spec::word, "name"))
+                              .addSubComDesc(free("NAME", Spec::literalOrWord, "folder"))),
+              "FILE HANDLE\n  name\n  /NAME='folder'\n");
+    EXPECT_EQ(grammarText(CommandDescriptor("OUTPUT CLOSE")
+                              .addSubComDesc(SubComDescriptor("", UP::SubComSpec::freeTokens, true, false))),
+              "OUTPUT CLOSE\n  value ...\n");
+}
+
 TEST(GrammarText, ShowsOnePart) {
     EXPECT_EQ(grammarText(example(), "type"), "OUTPUT TRY\n  [TYPE={VXV|VXW}]\n");
     EXPECT_EQ(grammarText(example(), "WIDTH"),
