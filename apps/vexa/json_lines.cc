@@ -7,7 +7,7 @@ namespace vexa::program {
 
 namespace {
 
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = std::size_t{64} * 1024;
 
 FileResult writeToStandardOutput(const std::string& bytes) {
     std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();

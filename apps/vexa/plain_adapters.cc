@@ -24,7 +24,7 @@ void throwIfTold(const ScriptedExchange& answer) {
             // Whoever catches a bare text cannot own it, so it lives on until the next one.
             static std::string text;
             text = answer.what;
-            throw text.c_str();
+            throw text.c_str();  // NOLINT(misc-throw-by-value-catch-by-reference): as it was told
         }
         case ScriptedExchange::Throw::other:
             throw 0;

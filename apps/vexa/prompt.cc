@@ -96,8 +96,7 @@ std::optional<std::string> readCommand() {
     CommandEndFinder finder;
     editor.before.clear();
     for (;;) {
-        const std::optional<std::string> line =
-            readTerminalLine(editor.before.empty() ? kPrompt : kContinuation);
+        std::optional<std::string> line = readTerminalLine(editor.before.empty() ? kPrompt : kContinuation);
         if (!line) {
             return editor.before.empty() ? std::nullopt : std::optional(editor.before);
         }

@@ -121,7 +121,7 @@ ScriptedExchange::Throw readThrow(const std::string& text) {
             return kind;
         }
     }
-    throw LineError{"\"throw\" must be \"standard\", \"text\", \"other\" or \"goToCaller\", but is " +
+    throw LineError{R"("throw" must be "standard", "text", "other" or "goToCaller", but is )" +
                     inQuotes(text)};
 }
 

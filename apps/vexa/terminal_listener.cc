@@ -42,7 +42,7 @@ std::size_t characterBytes(std::string_view text) {
 /// Characters, each as it is shown, with the columns that it takes.
 struct ShownCharacter {
     std::string text;
-    std::size_t width;
+    std::size_t width = 0;
 };
 
 /// Appends the character that `rest` begins with, as it is shown at the column `at`, and takes it off.
