@@ -33,8 +33,6 @@ struct [[nodiscard]] StoreResult {
     std::string detail;  ///< UTF-8, may be empty
 
     StoreResult() = default;
-    // NOLINTNEXTLINE(google-explicit-constructor): a problem is a whole result, so that it can be returned as
-    // one
     StoreResult(StoreProblem what, std::string more = {}) : problem(what), detail(std::move(more)) {}
 
     explicit operator bool() const { return problem == StoreProblem::none; }
