@@ -33,6 +33,8 @@ struct [[nodiscard]] StoreResult {
     std::string detail;  ///< UTF-8, may be empty
 
     StoreResult() = default;
+    // A problem is a whole result, so that it can be returned as one.
+    // NOLINTNEXTLINE(google-explicit-constructor)
     StoreResult(StoreProblem what, std::string more = {}) : problem(what), detail(std::move(more)) {}
 
     explicit operator bool() const { return problem == StoreProblem::none; }

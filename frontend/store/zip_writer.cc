@@ -122,13 +122,13 @@ bool addEntry(zip_t* archive, Writing& writing, std::size_t index) {
     if (!source) {
         return false;
     }
-    entry.release();  // the source frees it
+    static_cast<void>(entry.release());  // the source frees it
     const zip_int64_t added =
         zip_file_add(archive, writing.plan.names[index].c_str(), source.get(), ZIP_FL_ENC_UTF_8);
     if (added < 0) {
         return false;
     }
-    source.release();  // the archive frees it
+    static_cast<void>(source.release());  // the archive frees it
     const auto place = static_cast<zip_uint64_t>(added);
     const zip_int32_t method = writing.plan.compressed ? ZIP_CM_DEFLATE : ZIP_CM_STORE;
     return zip_set_file_compression(archive, place, method, compressionLevel) == 0 &&
@@ -177,7 +177,7 @@ StoreResult writeZip(const ZipPlan& plan, const ByteSink& sink) {
     if (zip_close(archive.get()) != 0) {
         return writing.result ? StoreResult(StoreProblem::noMemory) : writing.result;
     }
-    archive.release();
+    static_cast<void>(archive.release());
     return pass(buffer.get(), sink);
 }
 
