@@ -79,6 +79,7 @@ class Position {
 
     static std::vector<std::string_view> names(const std::vector<ParamDescriptor>& parameters) {
         std::vector<std::string_view> result;
+        result.reserve(parameters.size());
         for (const ParamDescriptor& parameter : parameters) {
             result.push_back(parameter.name());
         }

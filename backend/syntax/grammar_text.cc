@@ -117,7 +117,7 @@ std::string boundsText(const ParamDescriptor& parameter) {
 }
 
 std::string parameterText(const ParamDescriptor& parameter) {
-    const std::string value = withBrackets(parameter, valueText(parameter));
+    std::string value = withBrackets(parameter, valueText(parameter));
     if (parameter.name().empty()) {
         return value;  // free tokens, described for help alone
     }
