@@ -155,6 +155,7 @@ bool CommandCutter::readCommand(CommandText& command) {
     command.line = line_;
     std::string_view line;
     std::size_t end = from;
+    command.lineRest.clear();
     while (takeLine(line)) {
         const auto lineStart = static_cast<std::size_t>(line.data() - text_.data());
         const CommandEndFinder::Ending ending = finder.addLine(line);
@@ -163,6 +164,7 @@ bool CommandCutter::readCommand(CommandText& command) {
         }
         if (ending == CommandEndFinder::Ending::period) {
             end = lineStart + finder.lengthBeforePeriod();
+            command.lineRest = line.substr(finder.lengthBeforePeriod());
             break;
         }
         end = lineStart + line.size();

@@ -75,6 +75,16 @@ void ParserMessage::WrongValueType(std::string_view parameter, std::string_view 
                   "The value of ^1 is not of the kind that it takes."));
 }
 
+void ParserMessage::WrongValueType(std::string_view parameter, std::string_view subcommand,
+                                   ExpectedValue expected) {
+    std::vector<Argument> arguments = utf8({parameter, subcommand});
+    std::string message =
+        compose(choose(subcommand, "The value of ^1 in subcommand ^2 is not of the kind that it takes: ^3.",
+                       "The value of ^1 is not of the kind that it takes: ^3."),
+                {arguments[0], arguments[1], utf8(expected.text)});
+    report("WrongValueType", std::move(arguments), std::move(message), false);
+}
+
 void ParserMessage::WrongValueType(std::string_view parameter, GivenTokens given) {
     report("WrongValueType", utf8({parameter, given.text}),
            given.text.empty() ? "^1 takes one file name, in quotes. Nothing was given."

@@ -18,6 +18,11 @@ struct GivenTokens {
     std::string_view text;
 };
 
+/// What a value should have been, to follow "It takes": "one name".
+struct ExpectedValue {
+    std::string_view text;
+};
+
 class ParserMessage {
   public:
     void SetCommandName(std::string_view name) { commandName_ = name; }
@@ -25,6 +30,8 @@ class ParserMessage {
 
     /// A value of another type than the parameter takes.
     void WrongValueType(std::string_view parameter, std::string_view subcommand);
+    /// The same, saying what the parameter takes.
+    void WrongValueType(std::string_view parameter, std::string_view subcommand, ExpectedValue expected);
     /// The same, showing what was given in the place of the subcommand.
     void WrongValueType(std::string_view parameter, GivenTokens given);
     void InvalidParam(std::string_view parameter, std::string_view subcommand);

@@ -105,7 +105,8 @@ bool UniversalParser::endsValue(const SubComDescriptor& descriptor, const ParamD
     if (isOwnWord(parameter, token.getString()) && !(isParameter && assigned)) {
         return false;
     }
-    return isParameter || beginsSubcommand(at_);
+    // No value goes on with a word and '=': that is a keyword, misspelt perhaps, and is refused as one.
+    return isParameter || assigned || beginsSubcommand(at_);
 }
 
 bool UniversalParser::isAt(int operatorCode) const {

@@ -30,6 +30,7 @@ SourcePlace placeOf(const CommandText& command, std::size_t offset) {
     const std::size_t lastEnd = before.rfind('\n');
     const std::size_t lineStart = lastEnd == std::string_view::npos ? 0 : lastEnd + 1;
     std::size_t lineEnd = std::min(text.find('\n', lineStart), text.size());
+    const std::string_view lineRest = lineEnd == text.size() ? std::string_view(command.lineRest) : "";
     if (lineEnd > lineStart && text[lineEnd - 1] == '\r') {
         --lineEnd;
     }
@@ -37,7 +38,7 @@ SourcePlace placeOf(const CommandText& command, std::size_t offset) {
     place.file = command.file;
     place.line = command.line + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
     place.column = countCharacters(text.substr(lineStart, offset - lineStart)) + 1;
-    place.sourceLine = toUtf8(text.substr(lineStart, lineEnd - lineStart));
+    place.sourceLine = toUtf8(std::string(text.substr(lineStart, lineEnd - lineStart)).append(lineRest));
     return place;
 }
 

@@ -14,6 +14,7 @@ struct CommandText {
     std::size_t arguments = 0;  ///< offset in `text` of what follows the command's name
     std::string file;           ///< as the user named it; empty for none
     int line = 1;               ///< line of the file that `text` begins on
+    std::string lineRest = {};  ///< what follows `text` in its last line: the period, comments
 };
 
 /// Where the byte `offset` of the command stands, with its source line. An offset behind the end is the end.

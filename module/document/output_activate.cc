@@ -20,7 +20,7 @@ void outputActivate() {
     }
     const auto settings = readPositionalName(command.leading().exportParamObj(), LoneEquals::isName);
     if (!settings) {
-        command.messages().WrongValueType("NAME", "");
+        command.messages().WrongValueType("NAME", "", kOneName);
         return;
     }
     command.send(OutputControllerCommand::activate, settings->name, settings->minimized);

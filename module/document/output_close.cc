@@ -13,6 +13,8 @@ namespace {
 
 constexpr CommandIdentity kIdentity{"OUTPUT CLOSE", "Output Close", "Output Close"};
 
+constexpr ExpectedValue kOneOrAll{"one name, ALL, or * for the active document, as in NAME=report"};
+
 /// NAME=value, or the value alone; nothing for any other form.
 std::optional<std::string> read(const ParamObj& list) {
     const std::span<const TokenInfoObj> tokens = list.getTokenList();
@@ -34,7 +36,7 @@ void outputClose() {
     }
     const std::optional<std::string> name = read(command.leading().exportParamObj());
     if (!name) {
-        command.messages().WrongValueType("NAME", "");
+        command.messages().WrongValueType("NAME", "", kOneOrAll);
         return;
     }
     command.sendUnanswered(OutputControllerCommand::close, *name, OutputDocumentMinimized::notGiven);

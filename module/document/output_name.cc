@@ -19,7 +19,7 @@ void outputName() {
     }
     const auto settings = readPositionalName(command.leading().exportParamObj(), LoneEquals::isSkipped);
     if (!settings) {
-        command.messages().WrongValueType("NAME", "");
+        command.messages().WrongValueType("NAME", "", kOneName);
         return;
     }
     if (!command.refusesLongName(settings->name)) {

@@ -23,6 +23,11 @@ constexpr SubcommandRow kGrammar[] = {
     {"", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters},
 };
 
+constexpr ExpectedValue kValidName{
+    "one name, which begins with a letter, @, #, $ or a character above 127, goes on with those, digits, '.' "
+    "and '_', "
+    "and does not end in '.' or '_'"};
+
 struct Settings {
     std::string name;
     OutputDocumentMinimized minimized = OutputDocumentMinimized::no;
@@ -46,7 +51,7 @@ bool check(const Settings& settings, DocumentCommand& command) {
         return false;
     }
     if (!settings.name.empty() && ValidateVexaNameCheckLastChar(settings.name.c_str()) != 0) {
-        command.messages().WrongValueType("NAME", "");
+        command.messages().WrongValueType("NAME", "", kValidName);
         return false;
     }
     return true;

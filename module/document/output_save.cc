@@ -38,6 +38,8 @@ constexpr std::string_view kEmptyPassword = "Failed to save document. Empty pass
 constexpr std::string_view kLongPassword =
     "Failed to save document. Passwords longer than 10 bytes are not allowed. '^1'";
 
+constexpr ExpectedValue kNameOrActive{"one name, or * for the active document"};
+
 constexpr std::size_t kLongestPassword = 10;
 constexpr std::size_t kLongestEncryptedPassword = 20;
 
@@ -64,7 +66,7 @@ void readName(const SubComObj& leading, ParserMessage& messages, Settings& setti
     if (given->getStringGeneric(name)) {
         settings.request.name = name;
     } else if (!given->isOperatorValue(TokenSequenceBase::asterisk)) {
-        messages.WrongValueType("NAME", "");
+        messages.WrongValueType("NAME", "", kNameOrActive);
         settings.valid = false;
     }
 }

@@ -7,6 +7,7 @@
 
 #include "backend/adapter/output_controller_messages.h"
 #include "backend/syntax/command_spec.h"
+#include "backend/syntax/parser_message.h"
 #include "module/frame/grammar.h"
 
 namespace vexa {
@@ -20,6 +21,10 @@ struct PositionalName {
     std::string name;
     OutputDocumentMinimized minimized = OutputDocumentMinimized::no;
 };
+
+/// What such a command takes, for messages.
+inline constexpr ExpectedValue kOneName{
+    "one name, as in NAME=report, and perhaps MINIMIZED=YES or MINIMIZED=NO"};
 
 /// What a positional token that is itself "=" means.
 enum class LoneEquals { isName, isSkipped };

@@ -72,7 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
         StructureCase{"FILE='x' /LINE",
                       "15: TEXT is missing: subcommand LINE needs it, with one quoted text or one word."},
         StructureCase{"FILE='x' NAMED=a",
-                      "{FILE='x' NAMED = a}"},  // free tokens: the command sees what is wrong
+                      "10: Found \"NAMED\" where a keyword of TRY belongs. Did you mean NAME?"},
+        StructureCase{"FILE=x NAMED", "{FILE=x NAMED}"},  // the command sees that this is no file
         StructureCase{"NAMED=a", "1: Found \"NAMED\" where a keyword of TRY belongs. Did you mean NAME?"},
         StructureCase{"QQQQ=a",
                       "1: Found \"QQQQ\" where a keyword of TRY belongs. It takes FILE, NAME or LOCK."},
