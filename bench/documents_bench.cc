@@ -107,55 +107,66 @@ void save(benchmark::State& state) {
         require(static_cast<bool>(saveDocument(document, file, {})));
     }
     const double perRound = (processorTime() - start) / static_cast<double>(state.iterations());
-    const std::size_t peak =
-        peakMemoryOf([] {}, [&] { require(static_cast<bool>(saveDocument(document, file, {}))); });
-    finish(state, "save", perRound, peak);
+    finish(state, "save", perRound, peakMemoryOf("save", {std::to_string(state.range(0)), file}));
+}
+
+void openOnce(const std::string& file) {
+    std::unique_ptr<ViewerDocument> document;
+    require(static_cast<bool>(openDocument(file, "", document)));
+    benchmark::DoNotOptimize(document);
 }
 
 void open(benchmark::State& state) {
     const ScratchFolder folder;
     const std::string file = folder / "bench.vxv";
     require(static_cast<bool>(saveDocument(makeDocument(state.range(0)), file, {})));
-    const auto openOnce = [&file] {
-        std::unique_ptr<ViewerDocument> document;
-        require(static_cast<bool>(openDocument(file, "", document)));
-        benchmark::DoNotOptimize(document);
-    };
     const double start = processorTime();
     for (auto _ : state) {
-        openOnce();
+        openOnce(file);
     }
     const double perRound = (processorTime() - start) / static_cast<double>(state.iterations());
-    finish(state, "open", perRound, peakMemoryOf([] {}, openOnce));
+    finish(state, "open", perRound, peakMemoryOf("open", {file}));
 }
 
 /// The parts of a saved document as files of a folder.
 void unpack(const ScratchFolder& folder, std::int64_t tables) {
     require(static_cast<bool>(saveDocument(makeDocument(tables), folder / "bench.vxv", {})));
     std::filesystem::create_directory(folder / "parts");
-    require(runProgram({"unzip", "-q", "../bench.vxv"}, folder / "parts").ok);
+    require(timeOfProgram({"unzip", "-q", "../bench.vxv"}, folder / "parts") >= 0);
 }
 
-void peer(benchmark::State& state, const std::string& name, const std::vector<std::string>& command) {
+void peer(benchmark::State& state, const std::string& name, const Arguments& command) {
     const ScratchFolder folder;
     unpack(folder, state.range(0));
     double total = 0;
-    std::size_t peak = 0;
     for (auto _ : state) {
         std::filesystem::remove(folder / "again.zip");
-        const ProgramCost cost = runProgram(command, folder / "parts");
-        require(cost.ok);
-        total += cost.nanoseconds;
-        peak = std::max(peak, cost.peakMemory);
+        const double time = timeOfProgram(command, folder / "parts");
+        require(time >= 0);
+        total += time;
     }
-    finish(state, name, total / static_cast<double>(state.iterations()), peak);
+    std::filesystem::remove(folder / "again.zip");
+    finish(state, name, total / static_cast<double>(state.iterations()),
+           peakMemoryOfProgram(command, folder / "parts"));
 }
 
 void zip(benchmark::State& state) { peer(state, "zip", {"zip", "-q", "-r", "../again.zip", "."}); }
 
 void unzip(benchmark::State& state) { peer(state, "unzip", {"unzip", "-q", "-o", "../bench.vxv"}); }
 
+/// The document of the work "save", which its preparation makes.
+ViewerDocument& loneDocument() {
+    static ViewerDocument document;
+    return document;
+}
+
 [[maybe_unused]] const bool registered = [] {
+    registerLoneWork("save",
+                     {[](const Arguments& given) { loneDocument() = makeDocument(std::stoll(given[0])); },
+                      [](const Arguments& given) {
+                          require(static_cast<bool>(saveDocument(loneDocument(), given[1], {})));
+                      }});
+    registerLoneWork("open", {[](const Arguments&) {}, [](const Arguments& given) { openOnce(given[0]); }});
     const std::pair<const char*, void (*)(benchmark::State&)> all[] = {
         {"DocumentSave", save}, {"Zip", zip}, {"DocumentOpen", open}, {"Unzip", unzip}};
     for (const auto& [name, function] : all) {

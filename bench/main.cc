@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/process_memory.h"
 #include "bench/ratios.h"
 
 namespace vexa::bench {
@@ -50,6 +51,9 @@ void printComparisons() {
 }  // namespace vexa::bench
 
 int main(int argc, char** argv) {
+    if (vexa::bench::runAlone(argc, argv)) {
+        return 0;
+    }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

@@ -1,17 +1,28 @@
 #include "bench/process_memory.h"
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 namespace vexa::bench {
 
 namespace {
 
-/// A line of the process's status, such as "VmHWM", in bytes.
+constexpr const char* kAlone = "--alone";
+constexpr const char* kProgram = "program";
+
+std::map<std::string, LoneWork>& loneWorks() {
+    static std::map<std::string, LoneWork> works;
+    return works;
+}
+
+/// A line of this process's status, such as "VmHWM", in bytes.
 std::size_t readStatus(const std::string& key) {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
@@ -24,11 +35,12 @@ std::size_t readStatus(const std::string& key) {
     return 0;
 }
 
-std::size_t measure(const std::function<void()>& prepare, const std::function<void()>& work) {
-    prepare();
-    std::ofstream("/proc/self/clear_refs") << "5";  // the peak begins anew
+std::size_t measure(const LoneWork& lone, const Arguments& arguments) {
+    lone.prepare(arguments);
+    malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << "5" << std::flush;  // the peak begins anew
     const std::size_t before = readStatus("VmRSS");
-    work();
+    lone.work(arguments);
     const std::size_t peak = readStatus("VmHWM");
     return peak > before ? peak - before : 0;
 }
@@ -37,33 +49,14 @@ double nanoseconds(const timeval& time) {
     return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_usec) * 1e3;
 }
 
-}  // namespace
-
-std::size_t peakMemoryOf(const std::function<void()>& prepare, const std::function<void()>& work) {
-    int ends[2];
-    if (pipe(ends) != 0) {
-        return 0;
-    }
+/// Runs a program to its end; false when it could not be run or failed.
+bool run(const Arguments& command, const std::string& folder, rusage& usage) {
     const pid_t child = fork();
     if (child == 0) {
-        const std::size_t peak = measure(prepare, work);
-        const bool written = write(ends[1], &peak, sizeof peak) == sizeof peak;
-        _exit(written ? 0 : 1);
-    }
-    close(ends[1]);
-    std::size_t peak = 0;
-    const bool received = read(ends[0], &peak, sizeof peak) == sizeof peak;
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-    return received ? peak : 0;
-}
-
-ProgramCost runProgram(const std::vector<std::string>& command, const std::string& folder) {
-    const pid_t child = fork();
-    if (child == 0) {
+        std::vector<std::string> texts = command;
         std::vector<char*> arguments;
-        for (const std::string& each : command) {
-            arguments.push_back(const_cast<char*>(each.c_str()));
+        for (std::string& each : texts) {
+            arguments.push_back(each.data());
         }
         arguments.push_back(nullptr);
         if (chdir(folder.c_str()) == 0) {
@@ -72,14 +65,61 @@ ProgramCost runProgram(const std::vector<std::string>& command, const std::strin
         _exit(127);
     }
     int status = 0;
-    rusage usage{};
-    ProgramCost cost;
-    if (child > 0 && wait4(child, &status, 0, &usage) == child) {
-        cost.ok = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-        cost.nanoseconds = nanoseconds(usage.ru_utime) + nanoseconds(usage.ru_stime);
-        cost.peakMemory = static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    return child > 0 && wait4(child, &status, 0, &usage) == child && WIFEXITED(status) &&
+           WEXITSTATUS(status) == 0;
+}
+
+/// What a fresh process of this program prints for these arguments.
+std::size_t askFreshProcess(const Arguments& arguments) {
+    std::string command = "exec /proc/" + std::to_string(getpid()) + "/exe " + kAlone;
+    for (const std::string& each : arguments) {
+        command += " '" + each + "'";
     }
-    return cost;
+    FILE* const answer = popen(command.c_str(), "r");
+    std::size_t bytes = 0;
+    if (answer == nullptr) {
+        return 0;
+    }
+    const bool read = std::fscanf(answer, "%zu", &bytes) == 1;
+    return pclose(answer) == 0 && read ? bytes : 0;
+}
+
+}  // namespace
+
+void registerLoneWork(const std::string& name, LoneWork work) { loneWorks()[name] = std::move(work); }
+
+std::size_t peakMemoryOf(const std::string& name, const Arguments& arguments) {
+    Arguments all{name};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return askFreshProcess(all);
+}
+
+std::size_t peakMemoryOfProgram(const Arguments& command, const std::string& folder) {
+    Arguments all{kProgram, folder};
+    all.insert(all.end(), command.begin(), command.end());
+    return askFreshProcess(all);
+}
+
+bool runAlone(int argc, char** argv) {
+    if (argc < 3 || std::string(argv[1]) != kAlone) {
+        return false;
+    }
+    const Arguments arguments(argv + 3, argv + argc);
+    std::size_t bytes = 0;
+    if (std::string(argv[2]) == kProgram) {
+        rusage usage{};
+        const bool ok = run(Arguments(arguments.begin() + 1, arguments.end()), arguments[0], usage);
+        bytes = ok ? static_cast<std::size_t>(usage.ru_maxrss) * 1024 : 0;
+    } else {
+        bytes = measure(loneWorks().at(argv[2]), arguments);
+    }
+    std::printf("%zu\n", bytes);
+    return true;
+}
+
+double timeOfProgram(const Arguments& command, const std::string& folder) {
+    rusage usage{};
+    return run(command, folder, usage) ? nanoseconds(usage.ru_utime) + nanoseconds(usage.ru_stime) : -1;
 }
 
 }  // namespace vexa::bench
