@@ -8,7 +8,7 @@ HEADER = re.compile(r"^-- ([a-z]+)((?: [^ ]+)*) --$")
 
 # Sections that may be there once, and those that may be there once for each file name.
 SINGLE = ("options", "args", "env", "stdin", "input", "answers", "status", "trace", "output", "messages")
-FOR_A_FILE = ("file", "produced", "absent")
+FOR_A_FILE = ("file", "produced", "unpacked", "absent")
 ASSERTING = ("trace", "output", "messages")
 
 

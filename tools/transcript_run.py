@@ -9,6 +9,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import zipfile
 
 import transcript_case
 
@@ -30,6 +31,7 @@ class Outcome:
         self.trace = []  # one decoded value an event
         self.trace_error = ""
         self.produced = {}  # file name -> text, or None when it is not there
+        self.unpacked = {}  # file name -> the entries of the archive as text, or None when it is no archive
 
 
 class Scratch:
@@ -75,6 +77,8 @@ def run(case, options):
         read_trace(scratch, outcome)
         for section in case.all("produced") + case.all("absent"):
             outcome.produced[section.words[0]] = read_produced(scratch, section)
+        for section in case.all("unpacked"):
+            outcome.unpacked[section.words[0]] = read_unpacked(scratch, section)
         return outcome
     finally:
         shutil.rmtree(scratch.path, ignore_errors=True)
@@ -165,6 +169,18 @@ def read_produced(scratch, section):
     return transcript_case.normalised(scratch.hide(text))
 
 
+def read_unpacked(scratch, section):
+    """Every entry of an archive, its name on a line '== name ==' above its text."""
+    try:
+        with zipfile.ZipFile(scratch.path / section.words[0]) as archive:
+            entries = [(entry.filename, archive.read(entry)) for entry in archive.infolist()]
+    except (OSError, zipfile.BadZipFile):
+        return None
+    texts = [f"== {name} ==\n" + transcript_case.normalised(content.decode("utf-8", errors="backslashreplace"))
+             for name, content in entries]
+    return transcript_case.normalised(scratch.hide("".join(texts)))
+
+
 def compact(event):
     return json.dumps(event, ensure_ascii=False, separators=(",", ":"))
 
@@ -236,6 +252,17 @@ def produced_complaints(case, outcome):
     return complaints
 
 
+def unpacked_complaints(case, outcome):
+    complaints = []
+    for section in case.all("unpacked"):
+        actual = outcome.unpacked[section.words[0]]
+        if actual is None:
+            complaints.append(f"{section.words[0]} is no archive")
+        elif section.text != actual:
+            complaints.append(difference(section.words[0], section.text, actual))
+    return complaints
+
+
 def compare(case, outcome):
     """Complaints; none when everything is as the case says."""
     complaints = hopeless(case, outcome) or status_complaint(case, outcome)
@@ -248,7 +275,7 @@ def compare(case, outcome):
         section = case.section(name)
         if section and section.text != actual:
             complaints.append(difference(name, section.text, actual))
-    return complaints + produced_complaints(case, outcome)
+    return complaints + produced_complaints(case, outcome) + unpacked_complaints(case, outcome)
 
 
 def refuse_headers(case, name, text):
@@ -276,6 +303,8 @@ def bless_section(case, section, outcome):
         section.text = refuse_headers(case, section.name, getattr(outcome, section.name))
     elif section.name == "produced" and section.text and outcome.produced[section.words[0]] is not None:
         section.text = refuse_headers(case, section.words[0], outcome.produced[section.words[0]])
+    elif section.name == "unpacked" and outcome.unpacked[section.words[0]] is not None:
+        section.text = refuse_headers(case, section.words[0], outcome.unpacked[section.words[0]])
     elif section.name == "status":
         section.text = f"{outcome.status}\n"
 

@@ -5,6 +5,7 @@ import json
 import pathlib
 import sys
 import time
+import zipfile
 
 
 def do(line, trace):
@@ -18,6 +19,10 @@ def do(line, trace):
         trace.write(json.dumps({"event": rest, "path": str(pathlib.Path.cwd()).replace("/", "\\") + "\\x"}) + "\n")
     elif word == "write":
         pathlib.Path(rest).write_text("content\n", encoding="utf-8")
+    elif word == "pack":
+        with zipfile.ZipFile(rest, "w") as archive:
+            archive.writestr("in/one.xml", "<one/>")
+            archive.writestr("two", b"\xff")
     elif word == "show":
         print(pathlib.Path(rest).read_text(encoding="utf-8"), end="")
     elif word == "arguments":

@@ -76,6 +76,13 @@ class Transcripts(unittest.TestCase):
         self.assert_fails("# One.\n-- input --\nwrite a\n-- output --\n-- produced a --\nother\n", "-other\n+content")
         self.assert_fails("# One.\n-- input --\nwrite a\n-- output --\n-- absent a --\n", "a is there")
 
+    def test_unpacked(self):
+        packed = "# One.\n-- input --\npack a\n-- output --\n-- unpacked a --\n"
+        self.assert_passes(packed + "== in/one.xml ==\n<one/>\n== two ==\n\\xff\n")
+        self.assert_fails(packed + "== in/one.xml ==\n<other/>\n", "-<other/>\n+<one/>")
+        self.assert_fails("# One.\n-- input --\nwrite a\n-- output --\n-- unpacked a --\n", "a is no archive")
+        self.assert_fails("# One.\n-- input --\n-- output --\n-- unpacked a --\n", "a is no archive")
+
     def test_only_bad_cases_may_fail(self):
         failing = "# One.\n-- input --\ncomplain no\nexit 1\n-- messages --\nno\n"
         self.assert_passes(failing, name="bad-a.transcript")
