@@ -17,23 +17,19 @@ inline constexpr char nameTaken[] =
     "An output document named ^1 is open already. Choose another name, or close that document with OUTPUT "
     "CLOSE.";
 inline constexpr char nameReserved[] =
-    "An output document cannot be named ^1, because the word stands for other documents in commands. Choose "
-    "another "
-    "name.";
+    "An output document cannot be named ^1, because ALL and * stand for documents in commands. Choose "
+    "another name.";
 inline constexpr char documentLocked[] =
-    "The output document ^1 is locked and cannot be changed. OUTPUT SAVE with LOCK=NO unlocks it, OUTPUT "
-    "OPEN with "
-    "LOCK=NO opens a file for changing.";
+    "The output document ^1 is locked and cannot be changed. OUTPUT SAVE with LOCK=NO unlocks it; OUTPUT "
+    "OPEN with LOCK=NO opens a file for changing, unless it was saved with LOCK=YES.";
 
 // Files. In an argument a file may be followed by details in parentheses.
 inline constexpr char fileMissing[] =
     "No file was given. Name the file of the output document as a quoted text.";
 inline constexpr char fileOpenAlready[] =
-    "The file ^1 belongs to an output document that is open. OUTPUT ACTIVATE makes that document the active "
-    "one, "
-    "OUTPUT CLOSE closes it.";
-inline constexpr char noSuchFile[] =
-    "There is no output document ^1. Check the folder and the name of the file.";
+    "The file ^1 belongs to an output document that is open. Work with that document (OUTPUT DISPLAY lists "
+    "the open ones), close it with OUTPUT CLOSE, or name another file.";
+inline constexpr char noSuchFile[] = "There is no file ^1. Check its folder and its name.";
 inline constexpr char fileIsFolder[] = "^1 is a folder. Name a file in it.";
 inline constexpr char cannotRead[] = "The file ^1 cannot be read. Check its rights.";
 inline constexpr char cannotWrite[] =
@@ -43,12 +39,13 @@ inline constexpr char cannotWrite[] =
 inline constexpr char noMemory[] =
     "There is not enough memory for the output document ^1. Close other documents and try again.";
 inline constexpr char fileTooLarge[] =
-    "The file ^1 holds more than an output document may hold, and was not opened. Save its document in "
-    "smaller parts.";
+    "The file ^1 asks for more memory than an output document may take, and was not opened. OUTPUT SAVE "
+    "writes no such file; use a copy from a source that you trust.";
 inline constexpr char notADocument[] =
     "The file ^1 is no output document. OUTPUT OPEN reads files that OUTPUT SAVE has written.";
 inline constexpr char damaged[] =
-    "The output document ^1 is damaged and was not opened. Use a copy of the file that is whole.";
+    "The output document ^1 is damaged and was not opened. Use a copy of the file that is whole, such as a "
+    "backup.";
 inline constexpr char newerFormat[] =
     "The output document ^1 was written by a newer version; this program reads up to format 1. Use the newer "
     "program to "
@@ -60,13 +57,13 @@ inline constexpr char unsafeName[] =
     "the file "
     "from a source that you trust.";
 inline constexpr char passwordMissing[] =
-    "The output document ^1 is protected. Give its password with PASSWORD='password'.";
+    "The output document ^1 is protected. Give its password in quotes, as in PASSWORD='password'.";
 inline constexpr char passwordWrong[] =
     "The password does not open the output document ^1. Check its spelling, also capitals.";
 inline constexpr char passwordForm[] =
     "The output document was not saved to ^1, because the password given with ENCRYPTEDPW=YES is no "
-    "encrypted password. "
-    "The command \"vexa password\" makes one of 20 characters.";
+    "encrypted password. The command \"vexa password\" makes one of 20 characters; without ENCRYPTEDPW=YES "
+    "the password itself can be given.";
 inline constexpr char beyondLimits[] =
     "The output document was not saved to ^1, because it holds more than a file may hold. Save it in smaller "
     "parts.";
