@@ -37,7 +37,7 @@ PivotDimension dimension(const std::string& label, int axis, std::size_t categor
 /// A table whose numbers depend on `seed`, so that no two tables are the same bytes.
 std::shared_ptr<const PivotTable> makeTable(std::size_t seed) {
     PivotTable table;
-    table.title = "Descriptive statistics of study " + std::to_string(seed);
+    table.title = "Measured values of study " + std::to_string(seed);
     table.dimensions = {dimension("Variable", 0, kRows), dimension("Statistic", 1, kColumns)};
     std::uint32_t random = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
     for (std::uint64_t place = 0; place < kRows * kColumns; ++place) {
@@ -52,8 +52,8 @@ ViewerDocument makeDocument(std::int64_t tables) {
     ViewerDocument document;
     for (std::int64_t i = 0; i < tables; ++i) {
         frontend::ViewerItem item;
-        item.label = "Descriptive statistics";
-        item.command = "DESCRIPTIVES";
+        item.label = "Measured values";
+        item.command = "MEASURE";
         item.content = frontend::TableContent{makeTable(static_cast<std::size_t>(i))};
         document.add(std::move(item));
     }

@@ -15,12 +15,13 @@ namespace {
 
 constexpr std::size_t kNameColumn = 18;
 
-int listCommands() {
+int listCommands(Session& session) {
     std::cout << "Commands of the language:\n";
     for (const KnownCommand& command : knownCommands()) {
         std::string line = "  " + std::string(command.name);
         line.resize(kNameColumn, ' ');
-        std::cout << line << command.summary << '\n';
+        const bool lacking = !session.describe(command) && session.moduleFailure().empty();
+        std::cout << line << command.summary << (lacking ? " (not in this module yet)" : "") << '\n';
     }
     std::cout << "\nA command ends with a period at the end of a line, or at a blank line.\n"
                  "vexa help COMMAND shows what one takes, for example: vexa help OUTPUT SAVE\n";
@@ -79,7 +80,7 @@ int showCommand(const KnownCommand& command, const std::string& part, Session& s
 
 int explain(const std::string& words, Session& session) {
     if (words.empty()) {
-        return listCommands();
+        return listCommands(session);
     }
     const std::optional<FoundCommand> found = findCommandName(words, 0);
     if (!found) {
@@ -90,9 +91,6 @@ int explain(const std::string& words, Session& session) {
 }
 
 int showHelp(const Options& options) {
-    if (options.commandWords.empty()) {
-        return listCommands();
-    }
     std::string problem;
     const std::unique_ptr<Surroundings> surroundings = Surroundings::make(options.session, problem);
     if (surroundings == nullptr) {

@@ -34,7 +34,18 @@ std::string choice(const ParamDescriptor& parameter, std::string_view otherwise)
     return values.size() == 1 ? text : '{' + text + '}';
 }
 
-std::string literal(const ParamDescriptor& parameter) { return '\'' + choice(parameter, "text") + '\''; }
+/// A quoted text, by the name of the value, and the words that may stand in its place.
+std::string literal(const ParamDescriptor& parameter) {
+    const std::string_view label = parameter.valueLabel().empty() ? "text" : parameter.valueLabel();
+    std::string text = '\'' + std::string(label) + '\'';
+    if (!parameter.hasStringValues()) {
+        return text;
+    }
+    for (const std::string_view value : parameter.stringValues()) {
+        text.append("|").append(value);
+    }
+    return '{' + text + '}';
+}
 
 std::string joinQualifiers(const ParamDescriptor& parameter, std::string_view separator);
 

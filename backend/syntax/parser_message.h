@@ -27,6 +27,8 @@ class ParserMessage {
   public:
     void SetCommandName(std::string_view name) { commandName_ = name; }
     void SetProcedureTitle(std::string_view title) { procedureTitle_ = title; }
+    [[nodiscard]] const std::string& commandName() const { return commandName_; }
+    [[nodiscard]] const std::string& procedureTitle() const { return procedureTitle_; }
 
     /// A value of another type than the parameter takes.
     void WrongValueType(std::string_view parameter, std::string_view subcommand);

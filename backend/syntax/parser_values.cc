@@ -60,8 +60,10 @@ bool UniversalParser::takeParenthesised(const ParamDescriptor& parameter, bool e
 UniversalParser::Tokens UniversalParser::takePlain(const SubComDescriptor& descriptor,
                                                    const ParamDescriptor& parameter, bool equalsGiven) {
     const std::size_t from = at_;
-    // Behind a written '=' the first word is the value, whatever it spells.
-    if (equalsGiven ? !atEnd() && !isAt(Code::slash) : beginsValue(descriptor, parameter)) {
+    // Behind a written '=' the first word is the value, whatever it spells; but a value that may be empty is
+    // empty where the next keyword stands with its own '='.
+    const bool isEmpty = parameter.spec() == Spec::tokens && !atEnd() && beginsNextParameter(descriptor);
+    if (equalsGiven ? !atEnd() && !isAt(Code::slash) && !isEmpty : beginsValue(descriptor, parameter)) {
         const bool whole = !takesOneToken(parameter) || parameter.isCheckedByCommand();
         at_ = whole ? behindItem() : at_ + 1;
         while (!takesOneToken(parameter) && !atEnd() && !endsValue(descriptor, parameter)) {
@@ -93,6 +95,11 @@ bool UniversalParser::beginsValue(const SubComDescriptor& descriptor,
     }
     return isOwnWord(parameter, token.getString()) || !beginsSubcommand(at_) ||
            (takesAnyWord(parameter) && parameter.isValueRequired());
+}
+
+bool UniversalParser::beginsNextParameter(const SubComDescriptor& descriptor) const {
+    return tokens_[at_].isWordLike() && descriptor.findParameter(tokens_[at_].getString()) != nullptr &&
+           at_ + 1 < tokens_.size() && tokens_[at_ + 1].getOperatorCode() == Code::equalsSign;
 }
 
 bool UniversalParser::endsValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter) const {

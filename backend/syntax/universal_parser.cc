@@ -150,7 +150,9 @@ bool UniversalParser::parseBody(const SubComDescriptor& descriptor, SubComObj& r
 
 void UniversalParser::takeFreeTokens(SubComObj& result) {
     const std::size_t from = at_;
-    while (!atEnd() && !isAt(Code::slash)) {
+    // The slash may be left out before the first subcommand, so its name ends the command's own tokens.
+    const bool leading = result.name().empty();
+    while (!atEnd() && !isAt(Code::slash) && !(leading && at_ > from && beginsSubcommand(at_))) {
         ++at_;
     }
     result.free_ = ParamObj({}, nullptr, tokens_.subspan(from, at_ - from));

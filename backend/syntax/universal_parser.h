@@ -61,6 +61,7 @@ class UniversalParser {
     [[nodiscard]] bool beginsValue(const SubComDescriptor& descriptor,
                                    const ParamDescriptor& parameter) const;
     /// True when the next token ends the parameter's value, which has begun.
+    [[nodiscard]] bool beginsNextParameter(const SubComDescriptor& descriptor) const;
     [[nodiscard]] bool endsValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter) const;
     [[nodiscard]] bool beginsSubcommand(std::size_t at) const;
     /// True at a slash before a subcommand's name.

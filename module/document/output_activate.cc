@@ -14,7 +14,7 @@ constexpr CommandIdentity kIdentity{"OUTPUT ACTIVATE", "Output Activate", "OUTPU
 }  // namespace
 
 void outputActivate() {
-    DocumentCommand command(kIdentity, kFreeTokensGrammar);
+    DocumentCommand command(kIdentity, kPositionalNameGrammar);
     if (!command.parse()) {
         return;
     }

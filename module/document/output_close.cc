@@ -4,7 +4,6 @@
 
 #include "backend/platform/character_set.h"
 #include "module/document/commands.h"
-#include "module/document/positional_name.h"
 #include "module/frame/document_command.h"
 
 namespace vexa {
@@ -12,6 +11,15 @@ namespace vexa {
 namespace {
 
 constexpr CommandIdentity kIdentity{"OUTPUT CLOSE", "Output Close", "Output Close"};
+
+/// What help and completion show; the command reads its tokens itself.
+constexpr ParameterRow kParameters[] = {
+    {"NAME", UPSpecTypes::ParamSpec::literalOrWord, false, true, {}, "{name|ALL|*}"},
+};
+
+constexpr SubcommandRow kGrammar[] = {
+    {"", UPSpecTypes::SubComSpec::freeTokens, true, false, kParameters},
+};
 
 constexpr ExpectedValue kOneOrAll{"one name, ALL, or * for the active document, as in NAME=report"};
 
@@ -30,7 +38,7 @@ std::optional<std::string> read(const ParamObj& list) {
 }  // namespace
 
 void outputClose() {
-    DocumentCommand command(kIdentity, kFreeTokensGrammar);
+    DocumentCommand command(kIdentity, kGrammar);
     if (!command.parse()) {
         return;
     }

@@ -52,15 +52,16 @@ void outputDisplay() {
     if (!command.parse()) {
         return;
     }
-    VexawMsgOutputControllerResponse response;
-    if (!command.send(OutputControllerCommand::display, "", OutputDocumentMinimized::notGiven, response)) {
+    const auto response =
+        command.send(OutputControllerCommand::display, "", OutputDocumentMinimized::notGiven);
+    if (!response) {
         return;
     }
-    if (response.GetOutputDocumentCount() == 0) {
+    if (response->GetOutputDocumentCount() == 0) {
         reportPlain("No output documents are open.", kWarningLevel);
         return;
     }
-    buildTable(command.procedure(), response);
+    buildTable(command.procedure(), *response);
 }
 
 }  // namespace vexa

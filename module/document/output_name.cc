@@ -13,7 +13,7 @@ constexpr CommandIdentity kIdentity{"OUTPUT NAME", "Output Name", "OUTPUT NAME"}
 }  // namespace
 
 void outputName() {
-    DocumentCommand command(kIdentity, kFreeTokensGrammar);
+    DocumentCommand command(kIdentity, kPositionalNameGrammar);
     if (!command.parse()) {
         return;
     }

@@ -15,7 +15,7 @@ constexpr ParameterRow kParameters[] = {
     {"NAME", UPSpecTypes::ParamSpec::word, false, true, {}, "name"},
     {"LOCK", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
     {"MINIMIZED", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
-    {"PASSWORD", UPSpecTypes::ParamSpec::literalOrWord, false, true, {}, "password"},
+    {"PASSWORD", UPSpecTypes::ParamSpec::literalOrWord, false, true, kNone, "password"},
 };
 
 constexpr SubcommandRow kGrammar[] = {

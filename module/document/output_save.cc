@@ -17,14 +17,14 @@ constexpr std::string_view kTypes[] = {"VXV", "VXW"};
 
 constexpr ParameterRow kParameters[] = {
     {"OUTFILE", UPSpecTypes::ParamSpec::tokens, true, true, {}, "file"},
-    {"NAME", UPSpecTypes::ParamSpec::tokens, false, true, {}, "name"},
+    {"NAME", UPSpecTypes::ParamSpec::tokens, false, true, {}, "{name|*}"},
     {"TYPE", UPSpecTypes::ParamSpec::word, false, true, kTypes},
     {"LOCK", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
     {"STOREMODEL", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
 };
 
 constexpr ParameterRow kPasswordParameters[] = {
-    {"PASSWORD", UPSpecTypes::ParamSpec::literalOrWord, false, true, {}, "password"},
+    {"PASSWORD", UPSpecTypes::ParamSpec::literalOrWord, false, true, kNone, "password"},
     {"ENCRYPTEDPW", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
 };
 

@@ -1,5 +1,6 @@
 #include "module/document/positional_name.h"
 
+#include "backend/platform/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {
@@ -35,7 +36,7 @@ std::optional<PositionalName> readPositionalName(const ParamObj& list, LoneEqual
             if (isName) {
                 result.name = value->getString();
                 nameGiven = true;
-            } else if (value->spells("YES")) {
+            } else if (equalsIgnoringCase(value->getString(), "YES")) {
                 result.minimized = OutputDocumentMinimized::yes;
             }
             continue;

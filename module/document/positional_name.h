@@ -12,9 +12,14 @@
 
 namespace vexa {
 
-/// The grammar of a command that reads its tokens itself.
-inline constexpr SubcommandRow kFreeTokensGrammar[] = {
-    {"", UPSpecTypes::SubComSpec::freeTokens, true, false},
+/// What help and completion show; the command reads its tokens itself.
+inline constexpr ParameterRow kPositionalNameParameters[] = {
+    {"NAME", UPSpecTypes::ParamSpec::literalOrWord, false, true, {}, "name"},
+    {"MINIMIZED", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
+};
+
+inline constexpr SubcommandRow kPositionalNameGrammar[] = {
+    {"", UPSpecTypes::SubComSpec::freeTokens, true, false, kPositionalNameParameters},
 };
 
 struct PositionalName {

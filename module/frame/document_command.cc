@@ -1,5 +1,7 @@
 #include "module/frame/document_command.h"
 
+#include <utility>
+
 #include "backend/pivot/output_log.h"
 #include "module/frame/report.h"
 #include "module/frame/request_sequence.h"
@@ -65,17 +67,20 @@ bool DocumentCommand::refusesLongName(std::string_view name) {
     return true;
 }
 
-bool DocumentCommand::send(OutputControllerCommand command, const std::string& name,
-                           OutputDocumentMinimized minimized) {
-    VexawMsgOutputControllerResponse response;
-    return send(command, name, minimized, response);
-}
-
-bool DocumentCommand::send(OutputControllerCommand command, const std::string& name,
-                           OutputDocumentMinimized minimized, VexawMsgOutputControllerResponse& response) {
+std::optional<VexawMsgOutputControllerResponse> DocumentCommand::send(OutputControllerCommand command,
+                                                                      const std::string& name,
+                                                                      OutputDocumentMinimized minimized) {
     const VexawMsgOutputControllerRequest request(RequestSequence::ofModule().next(), command, name.c_str(),
                                                   "", minimized);
-    return exchange(request, response);
+    return exchange(request);
+}
+
+std::optional<VexawMsgOutputControllerResponse> DocumentCommand::send(OutputControllerCommand command,
+                                                                      const FileRequest& file) {
+    const VexawMsgOutputControllerRequest request(
+        RequestSequence::ofModule().next(), command, file.name.c_str(), file.file.c_str(), file.lock,
+        file.minimized, file.type, file.password.c_str(), file.encrypted, file.yesNo);
+    return exchange(request);
 }
 
 void DocumentCommand::sendUnanswered(OutputControllerCommand command, const std::string& name,
@@ -86,23 +91,16 @@ void DocumentCommand::sendUnanswered(OutputControllerCommand command, const std:
     controller_->Send(request, response);
 }
 
-bool DocumentCommand::send(OutputControllerCommand command, const FileRequest& file) {
-    const VexawMsgOutputControllerRequest request(
-        RequestSequence::ofModule().next(), command, file.name.c_str(), file.file.c_str(), file.lock,
-        file.minimized, file.type, file.password.c_str(), file.encrypted, file.yesNo);
-    VexawMsgOutputControllerResponse response;
-    return exchange(request, response);
-}
-
-bool DocumentCommand::exchange(const VexawMsgOutputControllerRequest& request,
-                               VexawMsgOutputControllerResponse& response) {
-    if (controller_->Send(request, response)) {
-        return true;
+std::optional<VexawMsgOutputControllerResponse> DocumentCommand::exchange(
+    const VexawMsgOutputControllerRequest& request) {
+    std::optional<VexawMsgOutputControllerResponse> response(std::in_place);
+    if (controller_->Send(request, *response)) {
+        return response;
     }
-    const VUString message = response.GetMsgString();
-    const VUString argument = response.GetArgumentString();
-    reportMessage(message.str(), argument.str(), response.GetErrorSeverity());
-    return false;
+    const VUString message = response->GetMsgString();
+    const VUString argument = response->GetArgumentString();
+    reportMessage(message.str(), argument.str(), response->GetErrorSeverity());
+    return std::nullopt;
 }
 
 }  // namespace vexa

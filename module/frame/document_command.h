@@ -48,11 +48,11 @@ class DocumentCommand {
     /// Reports a name of more than 64 bytes; true when it did.
     [[nodiscard]] bool refusesLongName(std::string_view name);
 
-    /// Sends a short request and reports a refusal. The texts are sent as they are.
-    bool send(OutputControllerCommand command, const std::string& name, OutputDocumentMinimized minimized);
-    /// The same, and gives the answer.
-    bool send(OutputControllerCommand command, const std::string& name, OutputDocumentMinimized minimized,
-              VexawMsgOutputControllerResponse& response);
+    /// Sends a short request, its texts as they are. The answer, or nothing when the request was refused,
+    /// which has then been reported.
+    std::optional<VexawMsgOutputControllerResponse> send(OutputControllerCommand command,
+                                                         const std::string& name,
+                                                         OutputDocumentMinimized minimized);
     /// Sends a short request and ignores the answer.
     void sendUnanswered(OutputControllerCommand command, const std::string& name,
                         OutputDocumentMinimized minimized);
@@ -68,11 +68,12 @@ class DocumentCommand {
         OutputDocumentEncryptPW encrypted = OutputDocumentEncryptPW::notGiven;
         YesNoEnum yesNo = YesNoEnum::no;
     };
-    /// Sends a long request and reports a refusal.
-    bool send(OutputControllerCommand command, const FileRequest& request);
+    /// The same with a long request.
+    std::optional<VexawMsgOutputControllerResponse> send(OutputControllerCommand command,
+                                                         const FileRequest& request);
 
   private:
-    bool exchange(const VexawMsgOutputControllerRequest& request, VexawMsgOutputControllerResponse& response);
+    std::optional<VexawMsgOutputControllerResponse> exchange(const VexawMsgOutputControllerRequest& request);
 
     std::string_view name_;
     BpProcedure procedure_;

@@ -10,6 +10,7 @@ namespace vexa {
 
 /// Keyword values that many parameters share.
 inline constexpr std::string_view kYesNo[] = {"YES", "NO"};
+inline constexpr std::string_view kNone[] = {"NONE"};
 
 /// One parameter of a subcommand, with no brackets round its value.
 struct ParameterRow {

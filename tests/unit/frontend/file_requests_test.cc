@@ -82,7 +82,7 @@ TEST_F(FileRequests, SavesAndOpensAgain) {
 TEST_F(FileRequests, ARelativeFileStandsInTheWorkingFolder) {
     makeNew("a");
     EXPECT_TRUE(save("sub\\..\\a.vxv").ok);
-    EXPECT_TRUE(files_.isFile("/work/a.vxv"));
+    EXPECT_TRUE(files_.isFile("/docs/a.vxv"));
 }
 
 TEST_F(FileRequests, SavesTheNamedOrTheActiveDocument) {

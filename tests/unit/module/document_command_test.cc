@@ -31,6 +31,13 @@ TEST_F(DocumentCommands, ProcedureEnclosesEverythingAndTheLogIsFlushedOnce) {
     EXPECT_EQ(std::get<ProcedureEnded>(events[2]).title, "Output New");
 }
 
+TEST_F(DocumentCommands, MessagesCarryTheCommandsNames) {
+    DocumentCommand command({"OUTPUT CLOSE", "Output Close", "Output Title"}, {});
+    EXPECT_EQ(command.messages().commandName(), "OUTPUT CLOSE");
+    EXPECT_EQ(command.messages().procedureTitle(), "Output Title");
+    EXPECT_EQ(all<ProcedureBegan>()[0].title, "Output Close");
+}
+
 TEST_F(DocumentCommands, SyntaxErrorFlushesTheLogAndSendsNothing) {
     for (const auto command : kAllCommands) {
         events.clear();

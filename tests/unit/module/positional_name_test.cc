@@ -31,6 +31,7 @@ const Case kCases[] = {
     {"a MINIMIZED=YES", LoneEquals::isName, "a", true},
     {"MINIMIZED=yes NAME=a", LoneEquals::isName, "a", true},
     {"MINIMIZED=NO a", LoneEquals::isName, "a"},
+    {"a MINIMIZED='yes'", LoneEquals::isName, "a", true},
     {"MINIMIZED=MAYBE a", LoneEquals::isName, "a"},
     {"a b", LoneEquals::isName, std::nullopt},
     {"NAME=a b", LoneEquals::isName, std::nullopt},

@@ -81,7 +81,7 @@ TEST(CommandCatalog, SuggestsTheNearestName) {
     EXPECT_EQ(nearest("OUTPUT NWE"), "OUTPUT NEW");
     EXPECT_EQ(nearest("outptu save"), "OUTPUT SAVE");
     EXPECT_EQ(nearest("INSRT FILE"), "INSERT");
-    EXPECT_EQ(nearest("FREQUENCIES VARIABLES"), "");
+    EXPECT_EQ(nearest("TABULATE ITEMS"), "");
 }
 
 TEST(CommandCatalog, ShowsUnknownCommandsShortly) {
