@@ -14,7 +14,7 @@ constexpr CommandIdentity kIdentity{"OUTPUT CLOSE", "Output Close", "Output Clos
 
 /// What help and completion show; the command reads its tokens itself.
 constexpr ParameterRow kParameters[] = {
-    {"NAME", UPSpecTypes::ParamSpec::literalOrWord, false, true, {}, "{name|ALL|*}"},
+    {"NAME", UPSpecTypes::ParamSpec::tokens, false, true, {}, "{name|ALL|*}"},
 };
 
 constexpr SubcommandRow kGrammar[] = {

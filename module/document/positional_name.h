@@ -14,7 +14,7 @@ namespace vexa {
 
 /// What help and completion show; the command reads its tokens itself.
 inline constexpr ParameterRow kPositionalNameParameters[] = {
-    {"NAME", UPSpecTypes::ParamSpec::literalOrWord, false, true, {}, "name"},
+    {"NAME", UPSpecTypes::ParamSpec::tokens, false, true, {}, "name"},
     {"MINIMIZED", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
 };
 
