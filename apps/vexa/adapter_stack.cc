@@ -1,7 +1,6 @@
 #include "apps/vexa/adapter_stack.h"
 
 #include <cstdint>
-#include <limits>
 
 #include "apps/vexa/plain_adapters.h"
 #include "backend/platform/file_system.h"
@@ -12,12 +11,13 @@ namespace vexa::program {
 
 namespace {
 
-constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t kMostBytesOfAPipe = std::uint64_t{1} << 30U;
 constexpr int kWarningLevel = 2;
 
 std::unique_ptr<ClientAdapter> scriptedAdapter(const SessionChoices& choices, std::string& problem) {
     std::string content;
-    const FileResult result = FileSystem::current().read(choices.answersFile, content, kNoLimit);
+    const FileResult result =
+        FileSystem::current().readStream(choices.answersFile, content, kMostBytesOfAPipe);
     if (!result) {
         problem = "The answers file " + choices.answersFile + " cannot be read: " + result.reason + ".";
         return nullptr;
@@ -36,7 +36,10 @@ std::unique_ptr<AdapterStack> AdapterStack::make(const SessionChoices& choices, 
             auto embedded = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
             const auto reportLocked = [&terminal](const std::string& name) {
                 terminal.showMessage(kWarningLevel,
-                                     "The output document " + name + " is locked and takes no output.");
+                                     "The output document " + name +
+                                         " is locked and takes no output. OUTPUT OPEN with LOCK=NO opens a "
+                                         "file so that it takes output, unless it was saved with LOCK=YES; "
+                                         "OUTPUT SAVE with LOCK=NO unlocks the open document.");
             };
             stack->recorder_ =
                 std::make_unique<frontend::DocumentRecorder>(embedded->documents(), reportLocked);

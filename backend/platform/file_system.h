@@ -32,9 +32,15 @@ class FileSystem {
     /// The whole file; refuses files above `limit` bytes, folders, devices and pipes. Never waits for a
     /// writer.
     virtual FileResult read(const std::string& path, std::string& content, std::uint64_t limit) = 0;
+    /// The same for files, whatever their size, and for what a pipe or a device gives up to its end; waits
+    /// for a pipe's writer. `limit` bounds what tells no size of its own.
+    virtual FileResult readStream(const std::string& path, std::string& content, std::uint64_t limit) = 0;
     [[nodiscard]] virtual bool isFile(const std::string& path) = 0;
     [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
     [[nodiscard]] virtual std::string workingFolder() = 0;
+    /// What `path` means, from the root of the file system, with symbolic links and parts such as ".."
+    /// resolved, so that two paths of one file are the same text. Parts that do not exist stay as they are.
+    [[nodiscard]] virtual std::string canonicalPath(const std::string& path) = 0;
 
     /// Makes a new empty file in the folder of what `path` names (behind symbolic links, if it is one), with
     /// the rights of the file there, and gives its name. Refuses what `replace` could not or should not

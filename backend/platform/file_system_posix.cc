@@ -128,9 +128,11 @@ FileResult syncFolder(const std::string& folder) {
 class PosixFileSystem final : public FileSystem {
   public:
     FileResult read(const std::string& path, std::string& content, std::uint64_t limit) override;
+    FileResult readStream(const std::string& path, std::string& content, std::uint64_t limit) override;
     bool isFile(const std::string& path) override;
     bool isFolder(const std::string& path) override;
     std::string workingFolder() override;
+    std::string canonicalPath(const std::string& path) override;
     FileResult createTemporary(const std::string& path, std::string& temporary) override;
     FileResult append(const std::string& path, std::string_view bytes) override;
     FileResult flush(const std::string& path) override;
@@ -154,6 +156,20 @@ FileResult PosixFileSystem::read(const std::string& path, std::string& content, 
     return result;
 }
 
+FileResult PosixFileSystem::readStream(const std::string& path, std::string& content, std::uint64_t limit) {
+    content.clear();
+    const Descriptor file(toNativePath(path), O_RDONLY);
+    if (!file.isOpen()) return failed(errno);
+    struct stat status {};
+    if (fstat(file.number(), &status) != 0) return failed(errno);
+    if (S_ISDIR(status.st_mode)) return failed(EISDIR);
+    const auto size = S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0U;
+    content.reserve(size);
+    FileResult result = readAll(file.number(), content, std::max(limit, size));
+    if (!result) content.clear();
+    return result;
+}
+
 bool PosixFileSystem::isFile(const std::string& path) {
     struct stat status {};
     return stat(toNativePath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
@@ -168,6 +184,16 @@ std::string PosixFileSystem::workingFolder() {
     std::error_code code;
     const std::filesystem::path folder = std::filesystem::current_path(code);
     return code ? "/" : folder.string();
+}
+
+std::string PosixFileSystem::canonicalPath(const std::string& path) {
+    std::error_code code;
+    std::string target = std::filesystem::absolute(toNativePath(path), code).string();
+    // A link to nothing yet counts as what it names, for that is what a save through it makes.
+    std::string followed = target;
+    if (followLinks(followed)) target = std::move(followed);
+    const std::filesystem::path canonical = std::filesystem::weakly_canonical(target, code);
+    return code ? std::filesystem::path(target).lexically_normal().string() : canonical.string();
 }
 
 FileResult PosixFileSystem::createTemporary(const std::string& path, std::string& temporary) {

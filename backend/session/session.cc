@@ -17,7 +17,7 @@ namespace vexa {
 
 namespace {
 
-constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t kMostBytesOfAPipe = std::uint64_t{1} << 30U;
 constexpr std::size_t kLongestCommand = std::numeric_limits<std::int32_t>::max();
 constexpr int kDeepestInsert = 32;
 
@@ -43,7 +43,7 @@ Session::~Session() { OutputLog::current().removeListener(outcome_); }
 
 FileResult Session::runFile(const std::string& path) {
     std::string content;
-    FileResult result = FileSystem::current().read(path, content, kNoLimit);
+    FileResult result = FileSystem::current().readStream(path, content, kMostBytesOfAPipe);
     if (result) {
         runText(std::move(content), path);
     }

@@ -1,6 +1,7 @@
 // A file system in memory whose n-th operation fails.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <string>
 
@@ -16,7 +17,8 @@ class MemoryFileSystem : public FileSystem {
     MemoryFileSystem& operator=(const MemoryFileSystem&) = delete;
 
     std::map<std::string, std::string> files;
-    std::string folder;        ///< a path that is a folder; empty for none
+    std::map<std::string, std::string> links;  ///< symbolic links and what they name, from the root
+    std::string folder;                        ///< a path that is a folder; empty for none
     int failingOperation = 0;  ///< the changing operation that fails, counted from 1; 0 for none
     int operations = 0;        ///< changing operations so far
 
@@ -28,9 +30,18 @@ class MemoryFileSystem : public FileSystem {
         content = found->second;
         return {};
     }
+    FileResult readStream(const std::string& path, std::string& content, std::uint64_t limit) override {
+        return read(path, content, limit);
+    }
     bool isFile(const std::string& path) override { return files.count(path) > 0; }
     bool isFolder(const std::string& path) override { return path == folder; }
-    std::string workingFolder() override { return "/work"; }
+    std::string workingFolder() override { return "/docs"; }
+    std::string canonicalPath(const std::string& path) override {
+        const std::filesystem::path whole = std::filesystem::path(workingFolder()) / path;
+        std::string normal = whole.lexically_normal().string();
+        const auto link = links.find(normal);
+        return link == links.end() ? normal : link->second;
+    }
     FileResult createTemporary(const std::string& path, std::string& temporary) override {
         temporary = path + ".tmp";
         return step([&] { files[temporary].clear(); });

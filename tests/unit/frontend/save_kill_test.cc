@@ -25,9 +25,13 @@ class StoppingFileSystem : public FileSystem {
     FileResult read(const std::string& path, std::string& content, std::uint64_t limit) override {
         return system_.read(path, content, limit);
     }
+    FileResult readStream(const std::string& path, std::string& content, std::uint64_t limit) override {
+        return system_.readStream(path, content, limit);
+    }
     bool isFile(const std::string& path) override { return system_.isFile(path); }
     bool isFolder(const std::string& path) override { return system_.isFolder(path); }
     std::string workingFolder() override { return system_.workingFolder(); }
+    std::string canonicalPath(const std::string& path) override { return system_.canonicalPath(path); }
     FileResult createTemporary(const std::string& path, std::string& temporary) override {
         return step([&] { return system_.createTemporary(path, temporary); });
     }

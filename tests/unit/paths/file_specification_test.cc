@@ -20,9 +20,11 @@ class Folders final : public FileSystem {
     std::set<string> folders = {"\\home\\u", "\\home", "\\", "\\data", "\\home\\u\\sub"};
 
     FileResult read(const string&, string&, std::uint64_t) override { return {false, "none"}; }
+    FileResult readStream(const string&, string&, std::uint64_t) override { return {false, "none"}; }
     bool isFile(const string&) override { return false; }
     bool isFolder(const string& path) override { return folders.count(path) != 0; }
     string workingFolder() override { return "/home/u"; }
+    string canonicalPath(const string& path) override { return path; }
     FileResult createTemporary(const string&, string&) override { return {false, "none"}; }
     FileResult append(const string&, std::string_view) override { return {false, "none"}; }
     FileResult flush(const string&) override { return {false, "none"}; }

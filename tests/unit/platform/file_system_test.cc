@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 namespace vexa {
 namespace {
@@ -92,6 +93,60 @@ TEST_F(FileSystemTest, ReadHonoursTheLimitOfFilesThatReportNoSize) {
     string content;
     EXPECT_FALSE(FileSystem::current().read("/proc/self/maps", content, 10));
     EXPECT_EQ(content, "");
+}
+
+TEST_F(FileSystemTest, StreamsAreReadToTheirEndWhateverTheyAre) {
+    write("long", string(kLimit + 1, 'x'));
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+    std::thread writer([this] { write("pipe", "from the pipe"); });
+    FileSystem& files = FileSystem::current();
+    string content = "from before";
+    EXPECT_TRUE(files.readStream(path("pipe"), content, kLimit));
+    writer.join();
+    EXPECT_EQ(content, "from the pipe");
+    EXPECT_TRUE(files.readStream("/dev/null", content, kLimit));
+    EXPECT_EQ(content, "");
+    EXPECT_TRUE(files.readStream(path("long"), content, kLimit)) << "a file tells its size";
+    EXPECT_EQ(content.size(), kLimit + 1);
+}
+
+TEST_F(FileSystemTest, StreamsHaveALimitAndAreNoFolders) {
+    string content;
+    const FileResult endless = FileSystem::current().readStream("/dev/zero", content, kLimit);
+    EXPECT_FALSE(endless);
+    EXPECT_EQ(endless.reason, "The file is larger than 1000 bytes");
+    EXPECT_EQ(content, "");
+    EXPECT_EQ(FileSystem::current().readStream(folder_.string(), content, kLimit).reason, "Is a directory");
+    EXPECT_EQ(FileSystem::current().readStream(path("none"), content, kLimit).reason,
+              "No such file or directory");
+}
+
+TEST_F(FileSystemTest, AllPathsOfAFileHaveOneCanonicalForm) {
+    fs::create_directory(folder_ / "sub");
+    write("sub/file", "");
+    fs::create_symlink("sub/file", folder_ / "link");
+    fs::create_symlink("link", folder_ / "second");
+    fs::create_directory_symlink("sub", folder_ / "folder");
+    FileSystem& files = FileSystem::current();
+    const string file = (fs::canonical(folder_) / "sub" / "file").string();
+    for (const char* name : {"sub/file", "link", "second", "folder/file", "folder/../sub/./file"}) {
+        EXPECT_EQ(files.canonicalPath(path(name)), file) << name;
+        EXPECT_EQ(files.canonicalPath(toBackslashPath(path(name))), file) << name;
+    }
+    EXPECT_EQ(files.canonicalPath("."), fs::canonical(fs::current_path()).string());
+}
+
+TEST_F(FileSystemTest, CanonicalPathsOfWhatDoesNotExist) {
+    fs::create_directory(folder_ / "sub");
+    fs::create_directory_symlink("sub", folder_ / "folder");
+    fs::create_symlink("sub/new", folder_ / "dangling");
+    fs::create_symlink("loop", folder_ / "loop");
+    FileSystem& files = FileSystem::current();
+    const fs::path real = fs::canonical(folder_);
+    EXPECT_EQ(files.canonicalPath(path("folder/new")), (real / "sub/new").string());
+    EXPECT_EQ(files.canonicalPath(path("dangling")), (real / "sub/new").string());
+    EXPECT_EQ(files.canonicalPath(path("none/../new")), (real / "new").string());
+    EXPECT_EQ(files.canonicalPath(path("loop")), path("loop"));
 }
 
 TEST_F(FileSystemTest, TellsFilesFromFolders) {
@@ -198,9 +253,13 @@ class FaultyFileSystem final : public FileSystem {
     FileResult read(const string& path, string& content, std::uint64_t limit) override {
         return fails() ? failure() : files_.read(path, content, limit);
     }
+    FileResult readStream(const string& path, string& content, std::uint64_t limit) override {
+        return fails() ? failure() : files_.readStream(path, content, limit);
+    }
     bool isFile(const string& path) override { return files_.isFile(path); }
     bool isFolder(const string& path) override { return files_.isFolder(path); }
     string workingFolder() override { return files_.workingFolder(); }
+    string canonicalPath(const string& path) override { return files_.canonicalPath(path); }
     FileResult createTemporary(const string& path, string& temporary) override {
         return fails() ? failure() : files_.createTemporary(path, temporary);
     }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "backend/adapter/go_to_caller.h"
@@ -236,6 +238,18 @@ TEST_F(SessionTest, EndsInsertsThatInsertThemselves) {
     session.runText("CD '" + folder_.string() + "'.\nINSERT FILE='loop.vxs'.\n", "case.vxs");
     EXPECT_EQ(calls.size(), 32U);
     EXPECT_THAT(log_.lines.back(), HasSubstr("INSERT stands more than 32 files deep"));
+}
+
+TEST_F(SessionTest, ReadsPipesAndDevicesToTheirEnd) {
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+    std::thread writer([this] { write("pipe", "OUTPUT NEW NAME=piped.\n"); });
+    Session session(module_);
+    EXPECT_TRUE(session.runFile(path("pipe")));
+    writer.join();
+    EXPECT_TRUE(session.runFile("/dev/null"));
+    session.runText("INSERT FILE='/dev/null'.", "case.vxs");
+    EXPECT_THAT(calls, ElementsAre("NEW NAME = piped"));
+    EXPECT_FALSE(session.hadErrors());
 }
 
 TEST_F(SessionTest, SaysWhichFileCannotBeRead) {
