@@ -37,7 +37,10 @@ bool EmbeddedController::close(const Request& request, Response& response) {
         documents_.closeAll();
         return true;
     }
-    const ViewerDocument* document = documentNamed(name.empty() ? "*" : name, response);
+    if (name.empty()) {
+        return refuse(response, messages::nameToCloseMissing);
+    }
+    const ViewerDocument* document = documentNamed(name, response);
     if (document == nullptr) {
         return false;
     }

@@ -1,7 +1,6 @@
 // The requests that read and write files, one function each.
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <utility>
 
@@ -16,14 +15,14 @@
 namespace vexa::frontend {
 namespace {
 
-std::filesystem::path pathOf(std::string_view text) { return {std::u8string(text.begin(), text.end())}; }
+/// The path that a request names, in the form that the user can hand to other programs.
+std::string shownFile(const VexawMsgOutputControllerRequest& request) {
+    return toNativePath(toUtf8(request.second()));
+}
 
-/// The file that a request names, from the root of the file system, so that two spellings of it are one.
+/// The file that a request names, so that two paths of it are one.
 std::string fileOf(const VexawMsgOutputControllerRequest& request) {
-    const std::filesystem::path file =
-        pathOf(FileSystem::current().workingFolder()) / pathOf(toNativePath(toUtf8(request.second())));
-    const std::u8string text = file.lexically_normal().u8string();
-    return {text.begin(), text.end()};
+    return FileSystem::current().canonicalPath(shownFile(request));
 }
 
 DocumentFileType typeOf(OutputDocumentType type, std::string_view file) {
@@ -53,13 +52,15 @@ bool markAfterSave(OutputDocumentLock wish, const ViewerDocument& document) {
     return wish == OutputDocumentLock::notGiven ? document.lock().marked : wish == OutputDocumentLock::yes;
 }
 
-/// What a save to `file` means for the open document. Only a file that holds all of it becomes its file.
+/// What a save to `file` means for the open document. Only a file that holds all of it becomes its file; a
+/// reader's copy matters only where it is the document's file already.
 void follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
             const std::string& file) {
-    if (options.type != DocumentFileType::document) {
+    const bool isWhole = options.type == DocumentFileType::document;
+    if (!isWhole && document.file() != file) {
         return;
     }
-    if (options.dataModel) {
+    if (isWhole && options.dataModel) {
         document.setFile(file);
         document.setModified(false);
     }
@@ -81,8 +82,14 @@ bool EmbeddedController::checkFile(const Request& request, const ViewerDocument*
         return document.get() != except && document->file() == file;
     };
     const auto& all = documents_.all();
-    return std::none_of(all.begin(), all.end(), isInUse) ||
-           refuse(response, messages::fileOpenAlready, toUtf8(request.second()));
+    const auto holder = std::find_if(all.begin(), all.end(), isInUse);
+    if (holder == all.end()) {
+        return true;
+    }
+    const std::string& name = (*holder)->name();
+    return refuse(response, messages::fileOpenAlready,
+                  shownFile(request) + " (" + messages::openAs +
+                      (name.empty() ? messages::unnamedDocument : name) + ")");
 }
 
 bool EmbeddedController::open(const Request& request, Response& response) {
@@ -93,7 +100,7 @@ bool EmbeddedController::open(const Request& request, Response& response) {
     const std::string file = fileOf(request);
     std::unique_ptr<ViewerDocument> document;
     if (const StoreResult result = openDocument(file, toUtf8(request.password()), document); !result) {
-        const StoreMessage message = describe(result, toUtf8(request.second()));
+        const StoreMessage message = describe(result, shownFile(request));
         return refuse(response, message.text, message.argument);
     }
     // A name out of the file that another document has by now is given up, rather than the document.
@@ -120,7 +127,7 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     }
     const std::string file = fileOf(request);
     SaveOptions options;
-    options.type = typeOf(request.type(), file);
+    options.type = typeOf(request.type(), shownFile(request));
     options.locked = markAfterSave(request.lock(), *document);
     options.dataModel = request.yesNo() == YesNoEnum::yes;
     StoreResult result = readPasswordForm(request, options.passwordForm);
@@ -129,7 +136,7 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     }
     wipe(options.passwordForm);
     if (!result) {
-        const StoreMessage message = describe(result, toUtf8(request.second()));
+        const StoreMessage message = describe(result, shownFile(request));
         return refuse(response, message.text, message.argument);
     }
     follow(*document, options, request.lock(), file);

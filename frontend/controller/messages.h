@@ -13,6 +13,9 @@ inline constexpr char nameMissing[] =
     "No name was given. OUTPUT ACTIVATE NAME=name makes an open output document the active one; OUTPUT "
     "DISPLAY lists "
     "them.";
+inline constexpr char nameToCloseMissing[] =
+    "No name was given. OUTPUT CLOSE NAME=name closes an open output document, OUTPUT CLOSE * the active "
+    "one, OUTPUT CLOSE ALL every one.";
 inline constexpr char nameTaken[] =
     "An output document named ^1 is open already. Choose another name, or close that document with OUTPUT "
     "CLOSE.";
@@ -27,8 +30,12 @@ inline constexpr char documentLocked[] =
 inline constexpr char fileMissing[] =
     "No file was given. Name the file of the output document as a quoted text.";
 inline constexpr char fileOpenAlready[] =
-    "The file ^1 belongs to an output document that is open. Work with that document (OUTPUT DISPLAY lists "
-    "the open ones), close it with OUTPUT CLOSE, or name another file.";
+    "The file ^1 is in use. Work with that output document (OUTPUT DISPLAY lists the open ones), close it "
+    "with OUTPUT CLOSE, or name another file.";
+/// Stands before the name of the document that has the file in the argument of `fileOpenAlready`:
+/// "a.vxv (open as report)", "a.vxv (open as an unnamed document)".
+inline constexpr char openAs[] = "open as ";
+inline constexpr char unnamedDocument[] = "an unnamed document";
 inline constexpr char noSuchFile[] = "There is no file ^1. Check its folder and its name.";
 inline constexpr char fileIsFolder[] = "^1 is a folder. Name a file in it.";
 inline constexpr char cannotRead[] = "The file ^1 cannot be read. Check its rights.";
@@ -46,6 +53,9 @@ inline constexpr char notADocument[] =
 inline constexpr char damaged[] =
     "The output document ^1 is damaged and was not opened. Use a copy of the file that is whole, such as a "
     "backup.";
+inline constexpr char otherCompression[] =
+    "The file ^1 is compressed in a way that output documents are not, and was not opened. Pack it again "
+    "with the method deflate, or use the file as OUTPUT SAVE has written it.";
 inline constexpr char newerFormat[] =
     "The output document ^1 was written by a newer version; this program reads up to format 1. Use the newer "
     "program to "

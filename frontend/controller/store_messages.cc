@@ -27,6 +27,8 @@ const char* textOf(StoreProblem problem) {
             return messages::notADocument;
         case StoreProblem::damaged:
             return messages::damaged;
+        case StoreProblem::otherCompression:
+            return messages::otherCompression;
         case StoreProblem::newerFormat:
             return messages::newerFormat;
         case StoreProblem::unsafeName:

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "frontend/store/item_xml.h"
@@ -84,11 +85,29 @@ StoreResult readFormat(const pugi::xml_node& root) {
     return {};
 }
 
+/// The name of the first element, empty when there is none; the text need not be XML that can be read.
+std::string_view rootName(std::string_view xml) {
+    std::size_t at = xml.find('<');
+    while (at != std::string_view::npos && (xml.substr(at + 1, 1) == "?" || xml.substr(at + 1, 1) == "!")) {
+        at = xml.find('<', at + 1);
+    }
+    if (at == std::string_view::npos) {
+        return {};
+    }
+    xml.remove_prefix(at + 1);
+    return xml.substr(0, xml.find_first_of(" \t\r\n/>"));
+}
+
 }  // namespace
 
 StoreResult readManifest(std::string xml, ReadManifest& manifest) {
+    constexpr std::string_view root = "vexaDocument";
+    // Other programs put a manifest.xml into their archives too.
+    if (const std::string_view name = rootName(xml); !name.empty() && name != root) {
+        return StoreProblem::notADocument;
+    }
     XmlReader reader;
-    if (StoreResult result = reader.parse(std::move(xml), "vexaDocument"); !result) {
+    if (StoreResult result = reader.parse(std::move(xml), root); !result) {
         return {result.problem, "the manifest"};
     }
     if (StoreResult result = readFormat(reader.root()); !result) {

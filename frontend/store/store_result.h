@@ -15,11 +15,12 @@ enum class StoreProblem {
     cannotWrite,  ///< detail: the system's reason
     noMemory,
     // the file
-    tooLarge,      ///< the file, or what it unpacks to, is beyond the limits of limits.h; detail: which
-    notADocument,  ///< no zip archive, or one with another purpose
-    damaged,       ///< truncated or changed; detail: where
-    newerFormat,   ///< detail: its format version
-    unsafeName,    ///< an entry name that leaves the archive, or that it has twice; detail: the name
+    tooLarge,          ///< the file, or what it unpacks to, is beyond the limits of limits.h; detail: which
+    notADocument,      ///< no zip archive, or one with another purpose
+    damaged,           ///< truncated or changed; detail: where
+    otherCompression,  ///< an entry is neither stored nor deflated; detail: the method's number
+    newerFormat,       ///< detail: its format version
+    unsafeName,        ///< an entry name that leaves the archive, or that it has twice; detail: the name
     passwordMissing,
     passwordWrong,
     // the document to be saved

@@ -3,6 +3,7 @@
 #include <zip.h>
 
 #include <algorithm>
+#include <string>
 
 #include "frontend/store/limits.h"
 
@@ -20,6 +21,12 @@ bool hasTooManyEntries(std::string_view bytes) {
         ++count;
     }
     return count > limits::entries;
+}
+
+// The library reads more methods on some systems than on others; documents mean the same everywhere.
+bool isReadMethod(const zip_stat_t& stat) {
+    return (stat.valid & ZIP_STAT_COMP_METHOD) != 0 &&
+           (stat.comp_method == ZIP_CM_STORE || stat.comp_method == ZIP_CM_DEFLATE);
 }
 
 bool isSafePart(std::string_view part) { return !part.empty() && part != "." && part != ".."; }
@@ -94,6 +101,9 @@ StoreResult ZipReader::read(std::uint64_t place, std::uint64_t limit, std::strin
     if (zip_stat_index(archive_.get(), place, 0, &stat) == 0) {
         if (stat.size > limit) {
             return {StoreProblem::tooLarge, "what it unpacks to"};
+        }
+        if (!isReadMethod(stat)) {
+            return {StoreProblem::otherCompression, "method " + std::to_string(stat.comp_method)};
         }
         file = zip_fopen_index(archive_.get(), place, 0);
     }

@@ -62,6 +62,13 @@ std::string withDeclaredSize(std::string bytes, std::uint32_t size) {
     return bytes;
 }
 
+// Says of the last entry that it is compressed with another method.
+std::string withMethod(std::string bytes, char method) {
+    bytes[bytes.rfind("PK\x01\x02") + 10] = method;
+    bytes[bytes.rfind("PK\x03\x04") + 8] = method;
+    return bytes;
+}
+
 TEST(BadFiles, SmallestGoodOnesOpen) {
     EXPECT_NE(opened(fileWithManifest(emptyManifest)), nullptr);
     EXPECT_NE(opened(zipOf({{"manifest.xml", oneText}, {"items/000001.xml", "<text/>"}})), nullptr);
@@ -74,6 +81,25 @@ TEST(BadFiles, AreNoDocuments) {
     }
 }
 
+TEST(BadFiles, WhoseManifestIsAnotherPrograms) {
+    for (const char* manifest :
+         {R"(<other format="1"/>)", "<other/>", "<a>", "<vexaDocuments/>",
+          R"(<?xml version="1.0"?><!-- a comment --><o:manifest xmlns:o="o"><vexaDocument/></o:manifest>)"}) {
+        EXPECT_EQ(problemOf(fileWithManifest(manifest)).problem, StoreProblem::notADocument) << manifest;
+    }
+}
+
+TEST(BadFiles, WithAnotherCompression) {
+    const std::string text = "<text>" + std::string(1000, 'x') + "</text>";
+    const std::string bytes = zipOf({{"manifest.xml", oneText}, {"items/000001.xml", text}});
+    EXPECT_TRUE(problemOf(withMethod(bytes, '\x08')));
+    for (const int method : {1, 9, 12, 14, 93, 95}) {
+        const StoreResult result = problemOf(withMethod(bytes, static_cast<char>(method)));
+        EXPECT_EQ(result.problem, StoreProblem::otherCompression);
+        EXPECT_EQ(result.detail, "method " + std::to_string(method));
+    }
+}
+
 TEST(BadFiles, OfAnotherFormat) {
     const StoreResult newer =
         problemOf(fileWithManifest(R"(<vexaDocument format="2"><new/></vexaDocument>)"));
@@ -82,8 +108,8 @@ TEST(BadFiles, OfAnotherFormat) {
     for (
         const char* manifest :
         {R"(<vexaDocument format="0" type="VXV"/>)", R"(<vexaDocument type="VXV"/>)",
-         R"(<other format="1"/>)", R"(<vexaDocument format="1" type="DOC"/>)", "", "text",
-         R"(<vexaDocument format="1" type="VXV">)", R"(<vexaDocument format="1" type="VXV"/><x/>)",
+         R"(<vexaDocument format="1" type="DOC"/>)", "", "text", R"(<vexaDocument format="1" type="VXV">)",
+         R"(<vexaDocument format="1" type="VXV"/><x/>)",
          R"(<vexaDocument format="1" type="VXV"><other/></vexaDocument>)",
          R"(<vexaDocument format="1" type="VXV" locked="maybe"/>)",
          R"(<vexaDocument format="1" type="VXV"><item kind="chart" entry="items/000001.xml"/></vexaDocument>)",

@@ -105,7 +105,7 @@ TEST_F(DocumentRequests, ClosingTheActiveOneActivatesTheMostRecentOfTheOthers) {
     }
     send(activate, "a");
     send(activate, "c");
-    EXPECT_TRUE(send(close).ok);
+    EXPECT_TRUE(send(close, "*").ok);
     EXPECT_THAT(listed(controller_), ElementsAre("*a", "b"));
     EXPECT_TRUE(send(close, "B").ok);
     EXPECT_TRUE(send(close, "*").ok);
@@ -118,6 +118,8 @@ TEST_F(DocumentRequests, CloseAllAndCloseOfNothing) {
     send(newDocument, "a");
     send(newDocument, "b");
     expectRefused(send(close, "c"), messages::noSuchDocument, "c (open: a, b)");
+    expectRefused(send(close, ""), messages::nameToCloseMissing, "");
+    EXPECT_THAT(listed(controller_), ElementsAre("a", "*b"));
     EXPECT_TRUE(send(close, "All").ok);
     EXPECT_THAT(listed(controller_), IsEmpty());
 }

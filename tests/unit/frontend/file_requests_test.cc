@@ -100,10 +100,39 @@ TEST_F(FileRequests, SavesTheNamedOrTheActiveDocument) {
 TEST_F(FileRequests, OneFileIsOneOpenDocument) {
     makeNew("a");
     save("\\a.vxv");
-    expectRefused(open("\\x\\..\\a.vxv"), messages::fileOpenAlready, "\\x\\..\\a.vxv");
+    expectRefused(open("\\x\\..\\a.vxv"), messages::fileOpenAlready, "/x/../a.vxv (open as a)");
     makeNew("b");
-    expectRefused(save("\\a.vxv"), messages::fileOpenAlready, "\\a.vxv");
+    expectRefused(save("\\a.vxv"), messages::fileOpenAlready, "/a.vxv (open as a)");
     EXPECT_TRUE(save("\\a.vxv", "a").ok);
+    sendShort(controller_, activate, "a");
+    EXPECT_TRUE(sendShort(controller_, name, "").ok);
+    sendShort(controller_, activate, "b");
+    expectRefused(save("\\a.vxv"), messages::fileOpenAlready, "/a.vxv (open as an unnamed document)");
+}
+
+TEST_F(FileRequests, AFileBehindALinkIsOneOpenDocument) {
+    files_.links["/link.vxv"] = "/good.vxv";
+    makeNew("good");
+    EXPECT_TRUE(save("\\link.vxv").ok);
+    EXPECT_EQ(active().file(), "/good.vxv");
+    EXPECT_TRUE(save("\\good.vxv").ok);
+    const std::string before = files_.files["/good.vxv"];
+    makeNew("other");
+    active().add(makeItem("Text", TextContent{"other"}));
+    for (const char* file : {"good.vxv", "link.vxv"}) {
+        const std::string shown = std::string("/") + file;
+        expectRefused(save(toBackslashPath(shown)), messages::fileOpenAlready, shown + " (open as good)");
+        expectRefused(open(toBackslashPath(shown)), messages::fileOpenAlready, shown + " (open as good)");
+    }
+    EXPECT_EQ(files_.files["/good.vxv"], before);
+}
+
+TEST_F(FileRequests, TheTypeIsThatOfTheNameThatWasGiven) {
+    files_.links["/link.vxw"] = "/whole.vxv";
+    makeNew("a");
+    active().add(makeItem("Warning", MessageContent{2, "x"}));
+    EXPECT_TRUE(save("\\link.vxw").ok);
+    EXPECT_TRUE(opened(files_.files["/whole.vxv"])->items().empty());
 }
 
 TEST_F(FileRequests, NamesOfOpenedDocuments) {
@@ -145,6 +174,22 @@ TEST_F(FileRequests, LockOfTheSessionAndMarkOfTheFile) {
     EXPECT_FALSE(active().isLocked());
 }
 
+TEST_F(FileRequests, ALockedReadersCopyIsUnlockedByASaveToItself) {
+    makeNew("a");
+    save("\\a.vxw", "", withLock(OutputDocumentLock::yes));
+    EXPECT_FALSE(active().isLocked()) << "a copy elsewhere locks nothing";
+    closeAll();
+    open("\\a.vxw", "", withLock(OutputDocumentLock::no));
+    EXPECT_TRUE(active().isLocked());
+    EXPECT_TRUE(save("\\b.vxw", "", withLock(OutputDocumentLock::no)).ok);
+    EXPECT_TRUE(active().isLocked()) << "another copy unlocks nothing";
+    EXPECT_TRUE(save("\\a.vxw", "", withLock(OutputDocumentLock::no)).ok);
+    EXPECT_FALSE(active().isLocked());
+    EXPECT_FALSE(opened(files_.files["/a.vxw"])->isLocked());
+    EXPECT_TRUE(save("\\a.vxw", "", withLock(OutputDocumentLock::yes)).ok);
+    EXPECT_TRUE(active().isLocked());
+}
+
 TEST_F(FileRequests, ReadersCopiesByTypeAndByExtension) {
     makeNew("a");
     active().add(makeItem("Warning", MessageContent{2, "x"}));
@@ -178,10 +223,10 @@ TEST_F(FileRequests, Passwords) {
     const std::string form = encryptedPassword("secret");
     EXPECT_TRUE(save("\\b.vxv", "", withPassword(form, OutputDocumentEncryptPW::yes)).ok);
     expectRefused(save("\\c.vxv", "", withPassword("secret", OutputDocumentEncryptPW::yes)),
-                  messages::passwordForm, "\\c.vxv");
+                  messages::passwordForm, "/c.vxv");
     closeAll();
-    expectRefused(open("\\a.vxv"), messages::passwordMissing, "\\a.vxv");
-    expectRefused(open("\\a.vxv", "", withPassword("wrong")), messages::passwordWrong, "\\a.vxv");
+    expectRefused(open("\\a.vxv"), messages::passwordMissing, "/a.vxv");
+    expectRefused(open("\\a.vxv", "", withPassword("wrong")), messages::passwordWrong, "/a.vxv");
     EXPECT_TRUE(open("\\a.vxv", "x", withPassword("secret")).ok);
     EXPECT_TRUE(open("\\b.vxv", "y", withPassword(form)).ok);
     EXPECT_FALSE(files_.isFile("/c.vxv"));
@@ -192,10 +237,10 @@ TEST_F(FileRequests, FilesThatCannotBeOpened) {
     files_.files["/text"] = "no zip at all";
     makeNew("a");
     expectRefused(open(""), messages::fileMissing, "");
-    expectRefused(open("\\none"), messages::noSuchFile, "\\none (cannot be read)");
-    expectRefused(open("\\folder"), messages::fileIsFolder, "\\folder");
-    expectRefused(open("\\text"), messages::notADocument, "\\text");
-    expectRefused(save("\\folder"), messages::fileIsFolder, "\\folder");
+    expectRefused(open("\\none"), messages::noSuchFile, "/none (cannot be read)");
+    expectRefused(open("\\folder"), messages::fileIsFolder, "/folder");
+    expectRefused(open("\\text"), messages::notADocument, "/text");
+    expectRefused(save("\\folder"), messages::fileIsFolder, "/folder");
     EXPECT_THAT(listed(controller_), ElementsAre("*a"));
 }
 
@@ -214,7 +259,7 @@ TEST_F(FileRequests, ASaveThatFailsAtAnyOperationLeavesTheOldFile) {
         ASSERT_LT(failing, 20);
         ASSERT_EQ(files_.files.size(), 1U) << "no temporary file stays";
         if (!ok) {
-            expectRefused(answer, messages::cannotWrite, "\\a.vxv (disk full)");
+            expectRefused(answer, messages::cannotWrite, "/a.vxv (disk full)");
             EXPECT_EQ(files_.files["/a.vxv"], before);
             EXPECT_TRUE(active().isModified());
         }
