@@ -19,6 +19,10 @@ target_compile_options(vexa_options INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wformat=2)
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Nobody replaces single functions of our libraries at run time; without this g++ inlines none that could be.
+  target_compile_options(vexa_options INTERFACE -fno-semantic-interposition)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # g++ 12 sees overlapping copies in plain std::string operations where there are none (its bug 105651).
   target_compile_options(vexa_options INTERFACE -Wno-restrict)
