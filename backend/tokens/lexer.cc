@@ -19,7 +19,7 @@ enum ByteClass : std::uint8_t {
 constexpr std::array<std::uint8_t, 256> makeClasses() {
     std::array<std::uint8_t, 256> classes{};
     for (const char c : {' ', '\t', '\n', '\r', '\f', '\v'}) {
-        classes[static_cast<std::size_t>(c)] = blank;
+        classes[static_cast<unsigned char>(c)] = blank;
     }
     for (std::size_t c = 'a'; c <= 'z'; ++c) {
         classes[c] = wordStart;
@@ -29,7 +29,7 @@ constexpr std::array<std::uint8_t, 256> makeClasses() {
         classes[c] = digit;
     }
     for (const char c : {'_', '@', '#', '$'}) {
-        classes[static_cast<std::size_t>(c)] = wordStart;
+        classes[static_cast<unsigned char>(c)] = wordStart;
     }
     for (std::size_t c = 128; c < 256; ++c) {
         classes[c] = wordStart;
@@ -84,7 +84,7 @@ constexpr OperatorSpelling kOperators[] = {
 constexpr std::array<std::uint8_t, 128> makeOperatorCodes() {
     std::array<std::uint8_t, 128> codes{};
     for (const OperatorSpelling& each : kOperators) {
-        codes[static_cast<std::size_t>(each.text)] = static_cast<std::uint8_t>(each.code);
+        codes[static_cast<unsigned char>(each.text)] = static_cast<std::uint8_t>(each.code);
     }
     return codes;
 }

@@ -6,14 +6,17 @@
 namespace vexa::frontend {
 namespace {
 
-// From the end, because the item that is looked for is mostly the one that was added last.
-const ViewerItem* findItem(const std::vector<ViewerItem>& items, ItemId id) {
-    for (auto item = items.rbegin(); item != items.rend(); ++item) {
-        if (item->id == id) {
-            return &*item;
+/// The item of that id in `items`, which may be constant, or null.
+template <typename Items>
+auto findItem(Items& items, ItemId id) -> decltype(items.data()) {
+    // From the end, because the item that is looked for is mostly the one that was added last.
+    for (std::size_t behind = items.size(); behind > 0; --behind) {
+        auto& item = items[behind - 1];
+        if (item.id == id) {
+            return &item;
         }
-        if (const auto* heading = std::get_if<HeadingContent>(&item->content)) {
-            if (const ViewerItem* found = findItem(heading->children, id)) {
+        if (auto* const heading = std::get_if<HeadingContent>(&item.content)) {
+            if (auto* const found = findItem(heading->children, id)) {
                 return found;
             }
         }
@@ -52,9 +55,9 @@ ItemId ViewerDocument::add(ViewerItem item, ItemId under) {
 
 ViewerItem* ViewerDocument::change(ItemId id) {
     assert(!isLocked());
-    const ViewerItem* item = find(id);
+    ViewerItem* const item = id == 0 ? nullptr : findItem(items_, id);
     modified_ = modified_ || item != nullptr;
-    return const_cast<ViewerItem*>(item);
+    return item;
 }
 
 }  // namespace vexa::frontend
