@@ -3,7 +3,7 @@
 FUZZ_SECONDS ?= 30
 
 .DEFAULT_GOAL := help
-.PHONY: help packages build demo test bench format bless fuzz windows asan tidy check-format coverage
+.PHONY: help packages build demo test bench format bless fuzz windows asan tidy analyze check-format coverage
 
 help: ## Print this list
 	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' Makefile
@@ -40,6 +40,9 @@ asan: packages ## Build with the sanitizers and run unit tests, corpora and tran
 
 tidy: packages ## Run clang-tidy on what changed since its last run
 	@tools/tidy
+
+analyze: packages ## Run the static analyzer on what changed since its last run (not part of make test)
+	@tools/tidy --analyze
 
 check-format: packages ## Fail when a source file of ours is not formatted
 	@tools/format
