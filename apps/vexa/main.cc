@@ -6,6 +6,7 @@
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/options.h"
+#include "backend/platform/terminal.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ int act(const vexa::program::Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    vexa::holdStandardStreams();
     std::ios::sync_with_stdio(false);
     int exitStatus = vexa::program::exit_status::kUsage;
     const std::optional<vexa::program::Options> options = vexa::program::readOptions(argc, argv, exitStatus);

@@ -51,6 +51,10 @@ int runFiles(const Options& options) {
         }
     }
     const int status = surroundings->finish();
+    if (!std::cout.flush()) {
+        complain("Standard output could not be written to its end. Is the disk full?");
+        return exit_status::kUsage;
+    }
     return allRead ? status : exit_status::kUsage;
 }
 

@@ -84,7 +84,10 @@ int ExpandDirectoryHandle(const char* text, char* buffer, int length) {
 
 int ExpandFileSpecification(const char* text, char* buffer) {
     if (text == nullptr || *text == '\0') return kNotExpanded;
-    return store(wholePath(text, FileLocations::current().folder()), buffer);
+    const std::string folder = FileLocations::current().folder();
+    // Without a folder (the working folder was deleted) a relative name has no whole form.
+    if (folder.empty() && !isWholePath(text)) return kNotExpanded;
+    return store(wholePath(text, folder), buffer);
 }
 
 }  // namespace vexa

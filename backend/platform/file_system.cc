@@ -1,6 +1,7 @@
 #include "backend/platform/file_system.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "backend/platform/file_system_native.h"
 
@@ -25,6 +26,12 @@ FileResult fillAndReplace(FileSystem& files, const std::string& temporary, const
 FileSystem& FileSystem::current() { return installed() != nullptr ? *installed() : nativeFileSystem(); }
 
 void FileSystem::install(FileSystem* fileSystem) { installed() = fileSystem; }
+
+FileResult FileSystem::readBeginning(const std::string& path, std::string& content, std::size_t count) {
+    FileResult result = read(path, content, std::numeric_limits<std::uint64_t>::max());
+    content.resize(std::min(content.size(), count));
+    return result;
+}
 
 FileResult writeFileAtomically(const std::string& path, std::string_view content) {
     FileSystem& files = FileSystem::current();

@@ -4,6 +4,7 @@
 // UTF-8 and take both separators. They become the system's own form only where a file is opened.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -35,8 +36,11 @@ class FileSystem {
     /// The same for files, whatever their size, and for what a pipe or a device gives up to its end; waits
     /// for a pipe's writer. `limit` bounds what tells no size of its own.
     virtual FileResult readStream(const std::string& path, std::string& content, std::uint64_t limit) = 0;
+    /// The first `count` bytes of the file, or all of a shorter one.
+    virtual FileResult readBeginning(const std::string& path, std::string& content, std::size_t count);
     [[nodiscard]] virtual bool isFile(const std::string& path) = 0;
     [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
+    /// Empty when it was deleted.
     [[nodiscard]] virtual std::string workingFolder() = 0;
     /// What `path` means, from the root of the file system, with symbolic links and parts such as ".."
     /// resolved, so that two paths of one file are the same text. Parts that do not exist stay as they are.

@@ -129,6 +129,7 @@ class PosixFileSystem final : public FileSystem {
   public:
     FileResult read(const std::string& path, std::string& content, std::uint64_t limit) override;
     FileResult readStream(const std::string& path, std::string& content, std::uint64_t limit) override;
+    FileResult readBeginning(const std::string& path, std::string& content, std::size_t count) override;
     bool isFile(const std::string& path) override;
     bool isFolder(const std::string& path) override;
     std::string workingFolder() override;
@@ -170,6 +171,23 @@ FileResult PosixFileSystem::readStream(const std::string& path, std::string& con
     return result;
 }
 
+FileResult PosixFileSystem::readBeginning(const std::string& path, std::string& content, std::size_t count) {
+    content.clear();
+    const Descriptor file(toNativePath(path), O_RDONLY | O_NONBLOCK);
+    if (!file.isOpen()) return failed(errno);
+    content.resize(count);
+    std::size_t filled = 0;
+    while (filled < count) {
+        const ssize_t got = ::read(file.number(), content.data() + filled, count - filled);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return failed(errno);
+        if (got == 0) break;
+        filled += static_cast<std::size_t>(got);
+    }
+    content.resize(filled);
+    return {};
+}
+
 bool PosixFileSystem::isFile(const std::string& path) {
     struct stat status {};
     return stat(toNativePath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
@@ -183,12 +201,13 @@ bool PosixFileSystem::isFolder(const std::string& path) {
 std::string PosixFileSystem::workingFolder() {
     std::error_code code;
     const std::filesystem::path folder = std::filesystem::current_path(code);
-    return code ? "/" : folder.string();
+    return code ? "" : folder.string();
 }
 
 std::string PosixFileSystem::canonicalPath(const std::string& path) {
     std::error_code code;
     std::string target = std::filesystem::absolute(toNativePath(path), code).string();
+    if (code) return toNativePath(path);
     // A link to nothing yet counts as what it names, for that is what a save through it makes.
     std::string followed = target;
     if (followLinks(followed)) target = std::move(followed);

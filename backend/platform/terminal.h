@@ -9,6 +9,10 @@ namespace vexa {
 
 enum class StandardStream { input = 0, output = 1, error = 2 };
 
+/// Puts nothing in the place of standard streams that are closed, so that no file that is opened later takes
+/// their place and receives what was meant for them. To be called first of all.
+void holdStandardStreams();
+
 [[nodiscard]] bool isTerminal(StandardStream stream);
 /// Columns of the terminal behind `stream`; 0 when it is none or does not say.
 [[nodiscard]] std::size_t terminalColumns(StandardStream stream);

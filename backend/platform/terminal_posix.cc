@@ -1,7 +1,10 @@
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <cassert>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -52,6 +55,16 @@ std::string environment(const char* name) {
 }
 
 }  // namespace
+
+void holdStandardStreams() {
+    for (int number = 0; number <= 2; ++number) {
+        if (fcntl(number, F_GETFD) == -1 && errno == EBADF) {
+            // The lowest free number is taken, which is this one.
+            [[maybe_unused]] const int held = open("/dev/null", O_RDWR);
+            assert(held == number || held == -1);
+        }
+    }
+}
 
 bool isTerminal(StandardStream stream) { return isatty(static_cast<int>(stream)) == 1; }
 

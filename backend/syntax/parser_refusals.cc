@@ -28,6 +28,14 @@ std::string didYouMean(const TokenInfoObj& token, const std::vector<std::string_
     return meant.empty() ? "" : " Did you mean " + std::string(meant) + "?";
 }
 
+/// True when the token is the first of a line that is not the command's first: perhaps a new command was
+/// meant.
+bool beginsLaterLine(const TokenInfoObj& token, const CommandText& command) {
+    const std::string_view before = std::string_view(command.text).substr(0, token.offset());
+    const std::size_t last = before.find_last_not_of(" \t\r");
+    return last != std::string_view::npos && before[last] == '\n';
+}
+
 }  // namespace
 
 std::string UniversalParser::nameOf(const SubComDescriptor& descriptor) const {
@@ -90,6 +98,9 @@ bool UniversalParser::refuseParameter(const SubComDescriptor& descriptor, const 
         "Found " + nextAsTyped() + " where a keyword of " + nameOf(descriptor) + " belongs.";
     const std::string meant = didYouMean(token, candidates);
     message += meant.empty() && !names.empty() ? " It takes " + listKeywords(names) + "." : meant;
+    if (meant.empty() && beginsLaterLine(token, sequence_.command())) {
+        message += " Is the period missing that ends the command before?";
+    }
     return fail(std::move(message), token.offset());
 }
 

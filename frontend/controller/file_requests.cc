@@ -131,6 +131,10 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     options.locked = markAfterSave(request.lock(), *document);
     options.dataModel = request.yesNo() == YesNoEnum::yes;
     StoreResult result = readPasswordForm(request, options.passwordForm);
+    if (result && isForeignFile(file)) {
+        wipe(options.passwordForm);
+        return refuse(response, messages::foreignFile, shownFile(request));
+    }
     if (result) {
         result = saveDocument(*document, file, options);
     }

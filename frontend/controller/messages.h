@@ -32,6 +32,8 @@ inline constexpr char fileMissing[] =
 inline constexpr char fileOpenAlready[] =
     "The file ^1 is in use. Work with that output document (OUTPUT DISPLAY lists the open ones), close it "
     "with OUTPUT CLOSE, or name another file.";
+inline constexpr char foreignFile[] =
+    "The file ^1 is there already and is no output document, so it is not replaced. Name another file.";
 /// Stands before the name of the document that has the file in the argument of `fileOpenAlready`:
 /// "a.vxv (open as report)", "a.vxv (open as an unnamed document)".
 inline constexpr char openAs[] = "open as ";

@@ -32,7 +32,10 @@ StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& opt
 /// of the file, it has the name that was saved with it, no file and no modification.
 StoreResult openDocument(const std::string& path, const std::string& password,
                          std::unique_ptr<ViewerDocument>& document);
-/// The same, from the bytes of a file.
+/// True when `path` is an existing file that no save of ours can have made: not empty, and it does not begin
+/// as a document file does. A save must not replace it.
+[[nodiscard]] bool isForeignFile(const std::string& path);
+/// The same as opening, from the bytes of a file.
 StoreResult readDocument(std::string_view bytes, const std::string& password,
                          std::unique_ptr<ViewerDocument>& document);
 

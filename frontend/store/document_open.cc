@@ -177,4 +177,18 @@ StoreResult openDocument(const std::string& path, const std::string& password,
     return readDocument(bytes, password, document);
 }
 
+bool isForeignFile(const std::string& path) {
+    // The header of an archive's first entry, and the entry's name behind it.
+    constexpr std::string_view signature = "PK\x03\x04";
+    constexpr std::size_t nameOffset = 30;
+    FileSystem& files = FileSystem::current();
+    std::string beginning;
+    const std::size_t wanted = nameOffset + std::string_view(manifestEntry).size();
+    if (!files.isFile(path) || !files.readBeginning(path, beginning, wanted) || beginning.empty()) {
+        return false;
+    }
+    return !beginning.starts_with(signature) || beginning.size() < wanted ||
+           std::string_view(beginning).substr(nameOffset) != manifestEntry;
+}
+
 }  // namespace vexa::frontend

@@ -17,13 +17,14 @@ using std::string;
 /// A file system of folders and nothing else, standing in `/home/u`.
 class Folders final : public FileSystem {
   public:
+    string own = "/home/u";
     std::set<string> folders = {"\\home\\u", "\\home", "\\", "\\data", "\\home\\u\\sub"};
 
     FileResult read(const string&, string&, std::uint64_t) override { return {false, "none"}; }
     FileResult readStream(const string&, string&, std::uint64_t) override { return {false, "none"}; }
     bool isFile(const string&) override { return false; }
     bool isFolder(const string& path) override { return folders.count(path) != 0; }
-    string workingFolder() override { return "/home/u"; }
+    string workingFolder() override { return own; }
     string canonicalPath(const string& path) override { return path; }
     FileResult createTemporary(const string&, string&) override { return {false, "none"}; }
     FileResult append(const string&, std::string_view) override { return {false, "none"}; }
@@ -180,6 +181,12 @@ TEST_F(FileSpecification, ATrailByteIsNoSeparator) {
     FileLocations::current().setHandle("\x83\x5C", "/so\x83\x5C");
     EXPECT_EQ(resolved("\x83\x5C\\x"), "\\so\x83\x5C\\x");
     EXPECT_EQ(resolved("\x83/x"), "untouched");
+}
+
+TEST_F(FileSpecification, WithoutAWorkingFolderOnlyWholeNamesExpand) {
+    files_.own = "";
+    EXPECT_EQ(expanded("x.vxv"), "untouched");
+    EXPECT_EQ(expanded("/data/x.vxv"), "\\data\\x.vxv");
 }
 
 TEST_F(FileSpecification, TheFolderChanges) {

@@ -113,7 +113,8 @@ TEST(Structure, FreeTokensGoToTheNextSlash) {
     EXPECT_EQ(parsed(command, ""), "{}");
     command.addSubComDesc({"SUB", SubSpec::freeTokens, false, false});
     EXPECT_EQ(parsed(command, "a /SUB b c"), "{a}SUB{b c}");
-    EXPECT_EQ(parsed(command, "a SUB b SUB c"), "{a}SUB{b SUB c}") << "before the first one it may be left out";
+    EXPECT_EQ(parsed(command, "a SUB b SUB c"), "{a}SUB{b SUB c}")
+        << "before the first one it may be left out";
     EXPECT_EQ(parsed(command, "SUB /SUB b"), "{SUB}SUB{b}");
 }
 
