@@ -107,14 +107,19 @@ StoreResult build(const ZipReader& archive, Manifest manifest, std::unique_ptr<V
     return result;
 }
 
-StoreResult readInner(std::string_view bytes, std::unique_ptr<ViewerDocument>& document) {
-    ZipReader archive;
+/// Opens an archive and reads its manifest, whose XML stays in `xml`.
+StoreResult openArchive(std::string_view bytes, ZipReader& archive, std::string& xml, ReadManifest& manifest) {
     if (StoreResult result = archive.open(bytes); !result) {
         return result;
     }
+    return readManifestEntry(archive, xml, manifest);
+}
+
+StoreResult readInner(std::string_view bytes, std::unique_ptr<ViewerDocument>& document) {
+    ZipReader archive;
     std::string xml;
     ReadManifest manifest;
-    if (StoreResult result = readManifestEntry(archive, xml, manifest); !result) {
+    if (StoreResult result = openArchive(bytes, archive, xml, manifest); !result) {
         return result;
     }
     if (manifest.isProtected) {
@@ -145,12 +150,9 @@ StoreResult readDocument(std::string_view bytes, const std::string& password,
                          std::unique_ptr<ViewerDocument>& document) {
     document.reset();
     ZipReader archive;
-    if (StoreResult result = archive.open(bytes); !result) {
-        return result;
-    }
     std::string xml;
     ReadManifest manifest;
-    if (StoreResult result = readManifestEntry(archive, xml, manifest); !result) {
+    if (StoreResult result = openArchive(bytes, archive, xml, manifest); !result) {
         return result;
     }
     if (!manifest.isProtected) {

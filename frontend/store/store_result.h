@@ -35,7 +35,7 @@ struct [[nodiscard]] StoreResult {
 
     StoreResult() = default;
     // A problem is a whole result, so that it can be returned as one.
-    // NOLINTNEXTLINE(google-explicit-constructor)
+    // NOLINTNEXTLINE(google-explicit-constructor): the conversion is meant, for that reason
     StoreResult(StoreProblem what, std::string more = {}) : problem(what), detail(std::move(more)) {}
 
     explicit operator bool() const { return problem == StoreProblem::none; }
