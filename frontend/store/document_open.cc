@@ -108,7 +108,8 @@ StoreResult build(const ZipReader& archive, Manifest manifest, std::unique_ptr<V
 }
 
 /// Opens an archive and reads its manifest, whose XML stays in `xml`.
-StoreResult openArchive(std::string_view bytes, ZipReader& archive, std::string& xml, ReadManifest& manifest) {
+StoreResult openArchive(std::string_view bytes, ZipReader& archive, std::string& xml,
+                        ReadManifest& manifest) {
     if (StoreResult result = archive.open(bytes); !result) {
         return result;
     }
