@@ -1,0 +1,54 @@
+#include "backend/pivot/fetch_file.h"
+
+#include <array>
+
+#include "backend/paths/file_specification.h"
+#include "backend/pivot/bp_text.h"
+#include "backend/platform/character_set.h"
+#include "backend/platform/file_system.h"
+
+namespace vexa {
+
+namespace {
+
+constexpr BpErrorShow kShow = 2;
+constexpr BpErrorLevel kWarning = 2;
+
+/// The whole path of `name`; `name` itself where it has none.
+std::string resolved(std::string name) {
+    // No system has a longer name or one with a zero byte; the buffers would cut such a name to another one.
+    if (name.size() >= kFileSpecificationCapacity || name.find('\0') != std::string::npos) return name;
+    std::array<char, kFileSpecificationCapacity> buffer{};
+    if (ExpandDirectoryHandle(name.c_str(), buffer.data(), static_cast<int>(name.size())) == 0) {
+        name = buffer.data();
+    }
+    if (ExpandFileSpecification(name.c_str(), buffer.data()) == 0) name = buffer.data();
+    return name;
+}
+
+FileResult read(const std::string& name, std::string& content) {
+    if (name.empty()) return {false, "There is no name"};
+    // The system would take the part before the zero byte for the name.
+    if (name.find('\0') != std::string::npos) return {false, "The name holds a zero byte"};
+    return FileSystem::current().read(toUtf8(name), content, FetchFile::kLimit);
+}
+
+void warn(const std::string& name, const FileResult& failure) {
+    BpComposite message("The file ^1 could not be read: ^2.", 1);
+    message.Add(BpString(name, 0)).Add(BpString(fromUtf8(failure.reason), 0));
+    message.Finish();
+    BpError(message, kShow, kWarning);
+}
+
+}  // namespace
+
+std::string FetchFile::fetch(std::string_view name, bool resolve, bool quiet) {
+    const std::string path = resolve ? resolved(std::string(name)) : std::string(name);
+    std::string content;
+    const FileResult result = read(path, content);
+    if (result) return content;
+    if (!quiet) warn(path, result);
+    return {};
+}
+
+}  // namespace vexa
