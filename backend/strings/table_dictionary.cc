@@ -1,0 +1,27 @@
+#include "backend/strings/table_dictionary.h"
+
+#include "backend/platform/character_set.h"
+#include "backend/strings/string_table.h"
+#include "backend/strings/string_table_cache.h"
+
+namespace vexa {
+
+FacSTDictionary::FacSTDictionary(std::string_view location) : location_(toUtf8(location)) {
+    const bool ended = location_.empty() || location_.back() == '\\' || location_.back() == '/';
+    if (!ended) location_.push_back('\\');
+}
+
+void FacSTDictionary::SetProcedure(std::string_view procedure) {
+    table_.reset();
+    const std::string_view file = stringTableFile(procedure);
+    if (!file.empty()) table_ = loadStringTable(location_ + std::string(file));
+}
+
+std::string FacSTDictionary::LookUp(std::string_view key) const {
+    if (table_ == nullptr) return std::string(key);
+    const auto found = table_->positions.find(toUtf8(key));
+    return found == table_->positions.end() ? std::string(key)
+                                            : fromUtf8(table_->entries[found->second].value);
+}
+
+}  // namespace vexa

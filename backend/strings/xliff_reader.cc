@@ -1,0 +1,198 @@
+#include "backend/strings/xliff_reader.h"
+
+#include <cassert>
+#include <memory>
+#include <string>
+#include <utility>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax2/Attributes.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "backend/platform/character_set.h"
+
+namespace vexa {
+
+namespace {
+
+namespace xml = xercesc;
+
+constexpr std::size_t kDeepestNesting = 64;
+constexpr std::string_view kNamespace = "urn:oasis:names:tc:xliff:document:1.2";
+
+/// The parser's 16-bit text, as it hands it over: zero-terminated.
+std::string utf8Of(const XMLCh* text) {
+    static_assert(sizeof(XMLCh) == sizeof(char16_t));
+    std::u16string units;
+    for (; text != nullptr && *text != 0; ++text) units.push_back(static_cast<char16_t>(*text));
+    return VEXAMBU16ToU8(units.c_str());
+}
+
+/// What an element is to the reader.
+enum class Part {
+    container,  ///< may hold units: xliff, file, body, group
+    unit,
+    source,
+    target,
+    note,
+    inlineText,  ///< anything within source, target or note
+    ignored      ///< anything else, with all that it holds
+};
+
+bool isText(Part part) {
+    return part == Part::source || part == Part::target || part == Part::note || part == Part::inlineText;
+}
+
+Part partWithin(Part parent, std::string_view name) {
+    if (isText(parent)) return Part::inlineText;
+    if (parent == Part::container && (name == "file" || name == "body" || name == "group")) {
+        return Part::container;
+    }
+    if (parent == Part::container && name == "trans-unit") return Part::unit;
+    if (parent != Part::unit) return Part::ignored;
+    if (name == "source") return Part::source;
+    if (name == "target") return Part::target;
+    return name == "note" ? Part::note : Part::ignored;
+}
+
+/// Collects units. What it cannot accept it throws as a `SAXException`, after saying why in `refusal`.
+class UnitCollector final : public xml::DefaultHandler {
+  public:
+    explicit UnitCollector(std::vector<keyValueGloss>& entries) : entries_(&entries) {}
+
+    [[nodiscard]] const std::string& refusal() const { return refusal_; }
+
+    void startElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName,
+                      const xml::Attributes& attributes) override;
+    void endElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName) override;
+    void characters(const XMLCh* text, XMLSize_t length) override;
+    void startDTD(const XMLCh* name, const XMLCh* publicId, const XMLCh* systemId) override;
+    void fatalError(const xml::SAXParseException& error) override;
+
+  private:
+    [[nodiscard]] Part partOf(const XMLCh* uri, const XMLCh* localName);
+    void beginUnit(const xml::Attributes& attributes);
+    void endUnit();
+    void endText(Part part);
+    [[noreturn]] void refuse(std::string reason);
+
+    std::vector<keyValueGloss>* entries_;
+    std::vector<Part> open_;
+    keyValueGloss unit_;
+    std::string target_;
+    std::u16string text_;  // of the source, target or note that is open
+    std::string refusal_;
+};
+
+void UnitCollector::refuse(std::string reason) {
+    refusal_ = std::move(reason);
+    throw xml::SAXException();
+}
+
+Part UnitCollector::partOf(const XMLCh* uri, const XMLCh* localName) {
+    const std::string space = utf8Of(uri);
+    const bool own = space.empty() || space == kNamespace;
+    const std::string name = own ? utf8Of(localName) : std::string();
+    if (!open_.empty()) return partWithin(open_.back(), name);
+    if (name != "xliff") refuse("It is no XLIFF file");
+    return Part::container;
+}
+
+void UnitCollector::startElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* /*qualifiedName*/,
+                                 const xml::Attributes& attributes) {
+    if (open_.size() == kDeepestNesting) refuse("Its elements are nested too deeply");
+    const Part part = partOf(uri, localName);
+    if (part == Part::unit) beginUnit(attributes);
+    if (part != Part::inlineText) text_.clear();
+    open_.push_back(part);
+}
+
+void UnitCollector::beginUnit(const xml::Attributes& attributes) {
+    static constexpr XMLCh kId[] = {'i', 'd', 0};
+    unit_ = {utf8Of(attributes.getValue(kId)), "", ""};
+    target_.clear();
+}
+
+void UnitCollector::characters(const XMLCh* text, XMLSize_t length) {
+    if (open_.empty() || !isText(open_.back())) return;
+    for (XMLSize_t i = 0; i < length; ++i) text_.push_back(static_cast<char16_t>(text[i]));
+}
+
+void UnitCollector::endText(Part part) {
+    std::string text = VEXAMBU16ToU8(text_.c_str());
+    if (part == Part::source) unit_.value = std::move(text);
+    if (part == Part::target) target_ = std::move(text);
+    if (part != Part::note) return;
+    if (!unit_.gloss.empty()) unit_.gloss.push_back('\n');
+    unit_.gloss += text;
+}
+
+void UnitCollector::endUnit() {
+    if (unit_.key.empty()) return;
+    if (!target_.empty()) unit_.value = std::move(target_);
+    entries_->push_back(std::move(unit_));
+}
+
+void UnitCollector::endElement(const XMLCh* /*uri*/, const XMLCh* /*localName*/,
+                               const XMLCh* /*qualifiedName*/) {
+    assert(!open_.empty());
+    const Part part = open_.back();
+    open_.pop_back();
+    if (part == Part::unit) endUnit();
+    if (part == Part::source || part == Part::target || part == Part::note) endText(part);
+}
+
+void UnitCollector::startDTD(const XMLCh* /*name*/, const XMLCh* /*publicId*/, const XMLCh* /*systemId*/) {
+    refuse("It holds a document type declaration");
+}
+
+void UnitCollector::fatalError(const xml::SAXParseException& error) {
+    refuse("Line " + std::to_string(error.getLineNumber()) + ": " + utf8Of(error.getMessage()));
+}
+
+/// False when the parser library cannot work in this process.
+bool initialiseParser() {
+    try {
+        xml::XMLPlatformUtils::Initialize();
+    } catch (...) {
+        return false;
+    }
+    return true;
+}
+
+void parse(std::string_view bytes, UnitCollector& collector) {
+    const std::unique_ptr<xml::SAX2XMLReader> reader(xml::XMLReaderFactory::createXMLReader());
+    reader->setFeature(xml::XMLUni::fgSAX2CoreValidation, false);
+    reader->setFeature(xml::XMLUni::fgXercesSchema, false);
+    // A declaration of a document type is refused where it begins; these hold for what it might get read.
+    reader->setFeature(xml::XMLUni::fgXercesLoadExternalDTD, false);
+    reader->setFeature(xml::XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    reader->setContentHandler(&collector);
+    reader->setLexicalHandler(&collector);
+    reader->setErrorHandler(&collector);
+    const auto* const first = reinterpret_cast<const XMLByte*>(bytes.data());
+    reader->parse(xml::MemBufInputSource(first, bytes.size(), "string table"));
+}
+
+}  // namespace
+
+FileResult readXliff(std::string_view bytes, std::vector<keyValueGloss>& entries) {
+    static const bool usable = initialiseParser();
+    entries.clear();
+    if (!usable) return {false, "The XML parser could not be started"};
+    UnitCollector collector(entries);
+    try {
+        parse(bytes, collector);
+        return {};
+    } catch (...) {
+        // The parser library throws objects of several unrelated classes; each means that this file is
+        // broken.
+        entries.clear();
+    }
+    return {false, collector.refusal().empty() ? "It cannot be read as XML" : collector.refusal()};
+}
+
+}  // namespace vexa
