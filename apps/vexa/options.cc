@@ -90,6 +90,10 @@ void addReadingOptions(CLI::App& app, SessionChoices& choices) {
         ->option_text("NAME");
     app.add_option("--language", choices.language, "The language of messages and month names (en)")
         ->option_text("CODE");
+    app.add_option(
+           "--installation", choices.installationFolder,
+           "Where string tables (lang) and table looks (Looks) stand (the folder above the program's)")
+        ->option_text("FOLDER");
     app.add_option("--module", choices.moduleFile, "The library of the commands (the one beside the program)")
         ->option_text("FILE");
 }

@@ -20,7 +20,8 @@ struct SessionChoices {
     std::optional<LocalTime> now;
     std::string charset = "UTF-8";
     std::string language = "en";
-    std::string moduleFile;  ///< empty: the one beside the program
+    std::string installationFolder;  ///< empty: the one that the program stands in
+    std::string moduleFile;          ///< empty: the one beside the program
     bool stopOnError = false;
     bool checkOnly = false;
 };

@@ -1,11 +1,11 @@
 #include "apps/vexa/surroundings.h"
 
-#include <algorithm>
 #include <iostream>
+#include <vector>
 
 #include "apps/vexa/adapter_stack.h"
 #include "apps/vexa/exit_status.h"
-#include "backend/paths/path_factory.h"
+#include "apps/vexa/installation.h"
 #include "backend/platform/character_set.h"
 #include "backend/platform/clock.h"
 #include "backend/platform/dynamic_library.h"
@@ -15,7 +15,6 @@ namespace vexa::program {
 
 namespace {
 
-constexpr const char* kInstallation = "/..";
 constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
 
 TerminalLook terminalLook() {
@@ -35,16 +34,6 @@ bool installCharset(const std::string& name, std::string& problem) {
     }
     installCharacterSet(std::move(set));
     return true;
-}
-
-/// A code is two or three letters, and may go on with a region: "en", "pt_BR".
-bool isLanguageCode(std::string_view code) {
-    const auto isLetter = [](char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; };
-    const std::string_view language = code.substr(0, code.find_first_of("_-"));
-    const std::string_view region = code.substr(std::min(language.size() + 1, code.size()));
-    return (language.size() == 2 || language.size() == 3) &&
-           std::all_of(language.begin(), language.end(), isLetter) &&
-           (language.size() == code.size() || (region.size() >= 2 && region.size() <= 4));
 }
 
 }  // namespace
@@ -73,18 +62,16 @@ std::unique_ptr<Surroundings> Surroundings::make(const SessionChoices& choices, 
     if (!installCharset(choices.charset, problem)) {
         return nullptr;
     }
-    if (!isLanguageCode(choices.language)) {
-        problem = "There is no language '" + choices.language + "'. Use a code such as en or de.";
+    std::vector<std::string> warnings;
+    if (!openInstallation(choices, warnings, problem)) {
         return nullptr;
     }
     if (choices.now) {
         installLocalTime(choices.now);
     }
-    installPaths(programFolder() + kInstallation, choices.language);
     std::unique_ptr<Surroundings> made(new Surroundings(choices));
-    if (choices.language != "en") {
-        made->terminal_.showMessage(
-            2, "There are no texts in the language " + choices.language + "; messages are shown in English.");
+    for (const std::string& warning : warnings) {
+        made->terminal_.showMessage(2, warning);
     }
     if (!made->openTrace(choices, problem)) {
         return nullptr;

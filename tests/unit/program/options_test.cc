@@ -35,14 +35,16 @@ TEST(Options, HasTheDefaults) {
     EXPECT_FALSE(options.session.now);
     EXPECT_EQ(options.session.charset, "UTF-8");
     EXPECT_EQ(options.session.language, "en");
+    EXPECT_EQ(options.session.installationFolder, "");
     EXPECT_FALSE(options.session.stopOnError);
     EXPECT_FALSE(options.session.checkOnly);
 }
 
 TEST(Options, ReadsEveryOptionOfRun) {
-    const Options options = readGood({"run", "--adapter", "script:answers.jsonl", "--local-mode", "yes",
-                                      "--trace", "-", "--now", "2026-03-05T10:07:09", "--charset",
-                                      "Shift_JIS", "--language", "de", "--stop-on-error", "a.vxs"});
+    const Options options =
+        readGood({"run", "--adapter", "script:answers.jsonl", "--local-mode", "yes", "--trace", "-", "--now",
+                  "2026-03-05T10:07:09", "--charset", "Shift_JIS", "--language", "de", "--installation",
+                  "own/files", "--stop-on-error", "a.vxs"});
     EXPECT_EQ(options.session.adapter, AdapterKind::script);
     EXPECT_EQ(options.session.answersFile, "answers.jsonl");
     EXPECT_TRUE(options.session.localMode);
@@ -50,6 +52,7 @@ TEST(Options, ReadsEveryOptionOfRun) {
     EXPECT_EQ(options.session.now, (LocalTime{2026, 3, 5, 10, 7, 9}));
     EXPECT_EQ(options.session.charset, "Shift_JIS");
     EXPECT_EQ(options.session.language, "de");
+    EXPECT_EQ(options.session.installationFolder, "own/files");
     EXPECT_TRUE(options.session.stopOnError);
 }
 
