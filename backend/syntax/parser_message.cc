@@ -1,5 +1,7 @@
 #include "backend/syntax/parser_message.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <utility>
 #include <vector>
@@ -14,6 +16,9 @@ namespace vexa {
 namespace {
 
 using Argument = ParserMessageReported::Argument;
+
+/// Markers that a text of a command's own may have; those without an argument show nothing.
+constexpr std::size_t kMostGenericArguments = 4;
 
 std::string formatNumber(double value) {
     char text[32];
@@ -192,7 +197,9 @@ void ParserMessage::GenericWarning(std::string_view text, std::initializer_list<
 void ParserMessage::reportGeneric(std::string_view method, std::string_view text,
                                   std::initializer_list<std::string_view> texts, bool warning) {
     std::vector<Argument> arguments = utf8(texts);
-    std::string message = compose(text, arguments);
+    std::vector<Argument> shownArguments = arguments;
+    shownArguments.resize(std::max(texts.size(), kMostGenericArguments), std::string());
+    std::string message = compose(text, shownArguments);
     arguments.insert(arguments.begin(), utf8(text));
     report(method, std::move(arguments), std::move(message), warning);
 }

@@ -2,6 +2,7 @@
 // once it has recognised the command; each fetches the command's tokens itself.
 
 #include "module/document/commands.h"
+#include "module/modify/commands.h"
 
 extern "C" {
 
@@ -12,5 +13,6 @@ void OUTCLOSE() { vexa::outputClose(); }
 void OUTACTIV8() { vexa::outputActivate(); }
 void OUTDISP() { vexa::outputDisplay(); }
 void OUTNAME() { vexa::outputName(); }
+void OUTMODIFY() { vexa::outputModify(); }
 
 }  // extern "C"

@@ -6,24 +6,48 @@ namespace vexa {
 
 namespace {
 
-ParamDescriptor describe(const ParameterRow& row) {
-    ParamDescriptor parameter(row.name, row.spec, row.required, row.valueRequired);
-    parameter.setValueLabel(row.valueLabel);
-    parameter.setStringValues(row.values);
-    return parameter;
+ParamDescriptor describe(const QualifierRow& row) {
+    ParamDescriptor qualifier(row.name, row.spec, false, true);
+    if (row.lower) {
+        qualifier.setLowerBoundary(row.lower->value, row.lower->option);
+    }
+    return qualifier;
 }
 
 }  // namespace
 
+ParamDescriptor describe(const ParameterRow& row) {
+    ParamDescriptor parameter(row.name, row.spec, row.required, row.valueRequired, row.brackets);
+    parameter.setValueLabel(row.valueLabel);
+    parameter.setStringValues(row.values);
+    for (const QualifierRow& qualifier : row.qualifiers) {
+        parameter.addQualifDesc(describe(qualifier));
+    }
+    if (row.lower) {
+        parameter.setLowerBoundary(row.lower->value, row.lower->option);
+    }
+    if (row.checkedByCommand) {
+        parameter.checkedByCommand();
+    }
+    return parameter;
+}
+
+SubComDescriptor describe(const SubcommandRow& row) {
+    SubComDescriptor subcommand(row.name, row.spec, row.required, row.repeatable);
+    subcommand.reserveParams(row.parameters.size());
+    for (const ParameterRow& parameter : row.parameters) {
+        subcommand.addParamDesc(describe(parameter));
+    }
+    if (row.mayBeEmpty) {
+        subcommand.allowSubComEmpty();
+    }
+    return subcommand;
+}
+
 void describe(CommandDescriptor& descriptor, GrammarTable table) {
     descriptor.reserveSubComs(descriptor.subcommands().size() + table.size());
     for (const SubcommandRow& row : table) {
-        SubComDescriptor subcommand(row.name, row.spec, row.required, row.repeatable);
-        subcommand.reserveParams(row.parameters.size());
-        for (const ParameterRow& parameter : row.parameters) {
-            subcommand.addParamDesc(describe(parameter));
-        }
-        descriptor.addSubComDesc(std::move(subcommand));
+        descriptor.addSubComDesc(describe(row));
     }
 }
 

@@ -1,6 +1,7 @@
 // The grammar of a command as a table: what its syntax table says, row by row.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -12,7 +13,19 @@ namespace vexa {
 inline constexpr std::string_view kYesNo[] = {"YES", "NO"};
 inline constexpr std::string_view kNone[] = {"NONE"};
 
-/// One parameter of a subcommand, with no brackets round its value.
+/// A bound that the number itself may reach.
+[[nodiscard]] constexpr Boundary atLeast(double value) {
+    return {value, UPSpecTypes::BoundaryOption::inclusive};
+}
+
+/// One qualifier of a parameter's value.
+struct QualifierRow {
+    std::string_view name;
+    UPSpecTypes::ParamSpec spec;
+    std::optional<Boundary> lower = {};
+};
+
+/// One parameter of a subcommand. The operations at the end give a changed copy.
 struct ParameterRow {
     std::string_view name;
     UPSpecTypes::ParamSpec spec;
@@ -20,7 +33,44 @@ struct ParameterRow {
     bool valueRequired;
     std::span<const std::string_view> values = {};
     std::string_view valueLabel = {};  ///< what help texts call the value
+    std::span<const QualifierRow> qualifiers = {};
+    UPSpecTypes::BracketOptions brackets = UPSpecTypes::BracketOptions::none;
+    std::optional<Boundary> lower = {};
+    bool checkedByCommand = false;
+
+    [[nodiscard]] constexpr ParameterRow of(std::span<const std::string_view> stringValues) const {
+        ParameterRow row = *this;
+        row.values = stringValues;
+        return row;
+    }
+    [[nodiscard]] constexpr ParameterRow qualifiedBy(std::span<const QualifierRow> rows) const {
+        ParameterRow row = *this;
+        row.qualifiers = rows;
+        return row;
+    }
+    [[nodiscard]] constexpr ParameterRow bracketed(UPSpecTypes::BracketOptions option) const {
+        ParameterRow row = *this;
+        row.brackets = option;
+        return row;
+    }
+    [[nodiscard]] constexpr ParameterRow boundedBy(Boundary bound) const {
+        ParameterRow row = *this;
+        row.lower = bound;
+        return row;
+    }
+    /// The command has a rule of its own for values that do not fit.
+    [[nodiscard]] constexpr ParameterRow checked() const {
+        ParameterRow row = *this;
+        row.checkedByCommand = true;
+        return row;
+    }
 };
+
+/// A parameter that may be left out; where it is given it takes a value.
+[[nodiscard]] constexpr ParameterRow optionalParameter(std::string_view name, UPSpecTypes::ParamSpec spec,
+                                                       std::string_view valueLabel = {}) {
+    return {name, spec, false, true, {}, valueLabel};
+}
 
 /// One subcommand.
 struct SubcommandRow {
@@ -29,10 +79,16 @@ struct SubcommandRow {
     bool required;
     bool repeatable;
     std::span<const ParameterRow> parameters = {};
+    bool mayBeEmpty = false;  ///< it makes sense without any parameter
 };
 
 /// A whole command; the unnamed subcommand stands first.
 using GrammarTable = std::span<const SubcommandRow>;
+
+/// What a row says, for the parser. A parameter's name that stands in two rows is described twice: the later
+/// row holds, in the place of the earlier.
+[[nodiscard]] ParamDescriptor describe(const ParameterRow& row);
+[[nodiscard]] SubComDescriptor describe(const SubcommandRow& row);
 
 /// Adds the rows of `table` to `descriptor`, in their order.
 void describe(CommandDescriptor& descriptor, GrammarTable table);

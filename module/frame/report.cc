@@ -13,8 +13,12 @@ constexpr int kInsertedArgument = 0;
 void reportMessage(std::string_view text, std::string_view argument, BpErrorLevel level) {
     if (argument.empty()) {
         reportPlain(text, level);
-        return;
+    } else {
+        reportWithArgument(text, argument, level);
     }
+}
+
+void reportWithArgument(std::string_view text, std::string_view argument, BpErrorLevel level) {
     BpComposite message(text, kMessageText);
     message.Add(BpString(argument, kInsertedArgument));
     message.Finish();

@@ -15,6 +15,9 @@ inline constexpr BpErrorLevel kErrorLevel = 3;
 /// argument gives the text alone.
 void reportMessage(std::string_view text, std::string_view argument, BpErrorLevel level);
 
+/// The same also for an empty argument.
+void reportWithArgument(std::string_view text, std::string_view argument, BpErrorLevel level);
+
 /// Reports `text` alone.
 void reportPlain(std::string_view text, BpErrorLevel level);
 

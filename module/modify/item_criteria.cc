@@ -1,0 +1,255 @@
+// IF: narrows the items of a selection group by the command that made them, subtype, label and instance, and
+// to visible ones.
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "backend/tokens/token_sequence.h"
+#include "module/frame/xml_text.h"
+#include "module/modify/modify_spec.h"
+#include "module/modify/parameter_values.h"
+
+namespace vexa {
+
+namespace {
+
+using Spec = UPSpecTypes::ParamSpec;
+using Brackets = UPSpecTypes::BracketOptions;
+
+constexpr QualifierRow kLabelModes[] = {
+    {"EXACT", Spec::literals}, {"BEGINS", Spec::literals}, {"CONTAINS", Spec::literals}, {"ENDS", Spec::literals}};
+constexpr std::string_view kLast[] = {"LAST"};
+constexpr std::string_view kNoYes[] = {"NO", "YES"};
+
+constexpr auto kLabels =
+    optionalParameter("LABELS", Spec::qualifiedLists).qualifiedBy(kLabelModes).bracketed(Brackets::required);
+
+constexpr ParameterRow kParameters[] = {
+    optionalParameter("COMMANDS", Spec::tokens, "list of commands").bracketed(Brackets::optional),
+    optionalParameter("SUBTYPES", Spec::literals).bracketed(Brackets::required),
+    kLabels,
+    optionalParameter("INSTANCES", Spec::tokens, "list of numbers").of(kLast).bracketed(Brackets::required),
+    {"VISIBLEONLY", Spec::word, false, false, kNoYes},
+};
+
+constexpr SubcommandRow kGrammar{"IF", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
+
+constexpr std::string_view kUnbalanced =
+    "Unbalanced parentheses in effect, parameter ^1, subcommand ^2 ...";
+
+/// Instances of a command beside the positive ones.
+constexpr std::int32_t kEveryInstance = 0;
+constexpr std::int32_t kLastInstance = -1;
+
+struct CommandEntry {
+    std::string name;
+    std::int32_t instance = kEveryInstance;
+};
+
+struct LabelCriteria {
+    std::vector<std::string> exact, begins, ends, contains;
+};
+
+struct SelectionCriteria {
+    bool visibleOnly = false;
+    std::vector<CommandEntry> commands;
+    std::vector<std::string> subtypes;
+    LabelCriteria labels;
+    std::vector<std::int32_t> instances;
+};
+
+bool holdsOnly(std::string_view text, std::string_view characters) {
+    return text.find_first_not_of(characters) == std::string_view::npos;
+}
+
+/// The numbers of an instance list; a field of 0, without digits or of blanks alone is reported and left out.
+std::vector<std::int32_t> readNumbers(std::string_view list, std::string_view literal, ParserMessage& messages) {
+    std::vector<std::int32_t> numbers;
+    for (std::size_t comma = 0; comma != std::string_view::npos;) {
+        comma = list.find(',');
+        const std::int32_t number = leadingInteger(list.substr(0, comma));
+        if (number == 0) {
+            messages.ParamNeedInteger(literal, "IF");
+        } else {
+            numbers.push_back(number);
+        }
+        list.remove_prefix(comma == std::string_view::npos ? 0 : comma + 1);
+    }
+    return numbers;
+}
+
+/// True when every field of the list holds digits only, or blanks only.
+bool isNumberList(std::string_view list) {
+    for (std::size_t comma = 0; comma != std::string_view::npos;) {
+        comma = list.find(',');
+        const std::string_view field = list.substr(0, comma);
+        if (!holdsOnly(field, "0123456789") && !holdsOnly(field, " ")) {
+            return false;
+        }
+        list.remove_prefix(comma == std::string_view::npos ? 0 : comma + 1);
+    }
+    return true;
+}
+
+/// What stands in parentheses behind a command's name: numbers, or LAST.
+std::optional<std::vector<std::int32_t>> readInstanceList(std::string_view list, std::string_view literal,
+                                                          ParserMessage& messages) {
+    if (isNumberList(list)) {
+        return readNumbers(list, literal, messages);
+    }
+    if (AreStringsEqualCase(list, "LAST")) {
+        return std::vector{kLastInstance};
+    }
+    messages.ParamNeedIntegerList(literal, "IF");
+    return std::nullopt;
+}
+
+/// Name, Name(2), Name(1,3) or Name(LAST).
+bool readCommand(std::string_view literal, ParserMessage& messages, SelectionCriteria& criteria) {
+    const std::size_t open = literal.find('(');
+    if (open == std::string_view::npos) {
+        criteria.commands.push_back({std::string(literal)});
+        return true;
+    }
+    std::string_view list = literal.substr(open + 1);
+    if (list.size() < 2 || !list.ends_with(')')) {
+        messages.GenericError(kUnbalanced, {"COMMANDS", "IF"});
+        return false;
+    }
+    list.remove_suffix(1);
+    auto instances = readInstanceList(list, literal, messages);
+    if (!instances) {
+        return false;
+    }
+    if (instances->empty()) {
+        instances->push_back(kEveryInstance);
+    }
+    for (const std::int32_t instance : *instances) {
+        criteria.commands.push_back({std::string(literal.substr(0, open)), instance});
+    }
+    return true;
+}
+
+bool readCommands(const ParamObj& commands, ParserMessage& messages, SelectionCriteria& criteria) {
+    for (const TokenInfoObj& token : commands.getTokenList()) {
+        if (token.spells("LAST")) {
+            criteria.commands.push_back({"", kLastInstance});
+        } else if (token.isLiteral() && !readCommand(token.getString(), messages, criteria)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void appendLiterals(const ParamObj& list, std::vector<std::string>& texts) {
+    std::vector<std::string_view> literals;
+    list.getLiterals(literals);
+    texts.insert(texts.end(), literals.begin(), literals.end());
+}
+
+void readLabels(const ParamObj& given, LabelCriteria& labels) {
+    const std::pair<std::string_view, std::vector<std::string>*> lists[] = {{"EXACT", &labels.exact},
+                                                                            {"BEGINS", &labels.begins},
+                                                                            {"CONTAINS", &labels.contains},
+                                                                            {"ENDS", &labels.ends}};
+    std::vector<QualifierObj> qualifiers;
+    // The parser has refused every other shape.
+    static_cast<void>(given.getQualifiers(describe(kLabels), qualifiers));
+    for (const QualifierObj& qualifier : qualifiers) {
+        for (const auto& [name, texts] : lists) {
+            if (AreStringsEqualCase(qualifier.name(), name)) {
+                appendLiterals(qualifier, *texts);
+            }
+        }
+    }
+}
+
+void readInstances(const ParamObj& given, ParserMessage& messages, std::vector<std::int32_t>& instances) {
+    for (const TokenInfoObj& token : given.getTokenList()) {
+        if (const auto number = token.getIntegerValue()) {
+            instances.push_back(*number);
+        } else if (AreStringsEqualCase(token.getString(), "LAST")) {
+            instances.push_back(kLastInstance);
+        } else {
+            // Names INSTANCE and not IF; this is meant.
+            messages.InvalidParamValue(token.getString(), "INSTANCES", "INSTANCE");
+        }
+    }
+}
+
+bool read(const SubComObj& given, ParserMessage& messages, SelectionCriteria& criteria) {
+    const ParamObj* const commands = given.getParamObj("COMMANDS");
+    if (commands != nullptr && !readCommands(*commands, messages, criteria)) {
+        return false;
+    }
+    if (const ParamObj* const subtypes = given.getParamObj("SUBTYPES")) {
+        appendLiterals(*subtypes, criteria.subtypes);
+    }
+    if (const ParamObj* const labels = given.getParamObj("LABELS")) {
+        readLabels(*labels, criteria.labels);
+    }
+    if (const ParamObj* const instances = given.getParamObj("INSTANCES")) {
+        readInstances(*instances, messages, criteria.instances);
+    }
+    const ParamObj* const visibleOnly = given.getParamObj("VISIBLEONLY");
+    criteria.visibleOnly = visibleOnly != nullptr && visibleOnly->isStringValueCase("YES");
+    return true;
+}
+
+void writeCommand(const CommandEntry& command, std::string& request) {
+    request += "<command ";  // the blank stands there also before another one; this is meant
+    if (!command.name.empty()) {
+        request += "commandName=\"" + toXmlUtf8(command.name) + '"';
+    }
+    if (command.instance == kLastInstance) {
+        appendFlag(request, "last", true);
+    } else if (command.instance != kEveryInstance) {
+        appendInteger(request, "instance", command.instance);
+    }
+    request += "/>";
+}
+
+void writeLabels(const std::vector<std::string>& labels, std::string_view mode, std::string& request) {
+    for (const std::string& label : labels) {
+        request += "<label";
+        appendText(request, "expression", label);
+        appendFlag(request, mode, true);
+        request += "/>";
+    }
+}
+
+/// Names, subtypes and labels are not escaped; this is meant.
+void write(const SelectionCriteria& criteria, std::string& request) {
+    for (const CommandEntry& command : criteria.commands) {
+        writeCommand(command, request);
+    }
+    for (const std::string& subtype : criteria.subtypes) {
+        request += "<subtype";
+        appendText(request, "subtype", subtype);
+        request += "/>";
+    }
+    writeLabels(criteria.labels.exact, "exact", request);
+    writeLabels(criteria.labels.begins, "begins", request);
+    writeLabels(criteria.labels.ends, "ends", request);
+    writeLabels(criteria.labels.contains, "contains", request);
+    for (const std::int32_t instance : criteria.instances) {
+        request += "<instance";
+        // 0 and every negative number mean the last instance too.
+        instance >= 1 ? appendInteger(request, "instance", instance) : appendFlag(request, "last", true);
+        request += "/>";
+    }
+}
+
+class CriteriaHandler : public SingleHandler<SelectionCriteria, SelectionHandler> {
+  public:
+    CriteriaHandler() : SingleHandler(kGrammar, vexa::read, vexa::write) {}
+
+    [[nodiscard]] bool visibleOnly() const override { return settings() && settings()->visibleOnly; }
+};
+
+}  // namespace
+
+std::unique_ptr<SelectionHandler> makeSelectionHandler() { return std::make_unique<CriteriaHandler>(); }
+
+}  // namespace vexa

@@ -1,0 +1,180 @@
+// OUTPUT MODIFY: selects items of an open document and changes them. The whole command becomes one XML request;
+// the module itself touches no document.
+
+#include <exception>
+
+#include "backend/adapter/client_adapter.h"
+#include "backend/adapter/go_to_caller.h"
+#include "backend/pivot/bp_procedure.h"
+#include "backend/pivot/output_log.h"
+#include "backend/platform/standard_output.h"
+#include "backend/syntax/universal_parser.h"
+#include "backend/tokens/token_sequence.h"
+#include "module/frame/report.h"
+#include "module/frame/xml_text.h"
+#include "module/modify/commands.h"
+#include "module/modify/modify_reply.h"
+#include "module/modify/modify_request_builder.h"
+#include "module/modify/modify_spec.h"
+
+namespace vexa {
+
+namespace {
+
+constexpr std::string_view kName = "OUTPUT MODIFY";
+constexpr std::string_view kTitle = "Output Modify";
+constexpr int kProcedureValue = 2;
+
+constexpr std::string_view kNoYes[] = {"NO", "YES"};
+
+constexpr ParameterRow kParameters[] = {
+    optionalParameter("NAME", UPSpecTypes::ParamSpec::tokens, "name"),
+    optionalParameter("DEBUG", UPSpecTypes::ParamSpec::tokens),
+};
+
+constexpr ParameterRow kReportParameters[] = {
+    optionalParameter("PRINTREPORT", UPSpecTypes::ParamSpec::word).of(kNoYes),
+};
+
+/// The selection group follows.
+constexpr SubcommandRow kGrammar[] = {
+    {"", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters},
+    {"REPORT", UPSpecTypes::SubComSpec::keywordParameters, false, false, kReportParameters},
+};
+
+constexpr std::string_view kFailed = "Failed to modify output...";
+constexpr std::string_view kFailedBecause = "Failed to modify output ^1...";
+constexpr std::string_view kNotImplemented = "^1 currently not implemented.";
+constexpr std::string_view kInvalidFormat = "Value for FORMAT (^1) is not a valid display format.";
+constexpr std::string_view kInvalidFont = "Specified FONT (^1) is not installed.";
+
+constexpr int kTranslatable = 1;
+constexpr int kNotTranslatable = 0;
+
+/// One run of the command. Its parts are destroyed in reverse order; nothing is kept between two runs.
+class ModifyCommand {
+  public:
+    ModifyCommand() : procedure_(kTitle, kProcedureValue), descriptor_(kName, kTitle) {
+        messages_.SetCommandName(kName);
+        messages_.SetProcedureTitle(kName);
+        describe(descriptor_, kGrammar);
+        descriptor_.addGroupComDesc(describeSelectionGroup(handlers_));
+    }
+
+    /// False on a syntax error, which the parser has reported.
+    [[nodiscard]] bool parse() {
+        const int result = UniversalParser(tokens_, spec_, descriptor_).getCommandSpecifications();
+        BP_FLUSHLOG();
+        return result == 0;
+    }
+
+    void run();
+
+  private:
+    void readEnvelope();
+    [[nodiscard]] bool printsReport() const;
+    void printRequest() const;
+    [[nodiscard]] std::string exchange() const;
+    void buildSummary(const ModifyCounts& counts);
+
+    BpProcedure procedure_;
+    ModifySpec handlers_ = makeModifySpec();
+    CommandDescriptor descriptor_;
+    VEXA_TokenSequence tokens_{true};
+    CommandSpec spec_;
+    ParserMessage messages_;
+    ModifyEnvelope envelope_;
+    std::string request_;
+};
+
+void ModifyCommand::readEnvelope() {
+    const SubComObj* const leading = spec_.getSubComObj("");
+    const ParamObj* const name = leading->getParamObj("NAME");
+    if (name != nullptr) {
+        const bool all = name->isOperatorValue(TokenSequenceBase::all);
+        envelope_.documentName = all ? std::string() : escapeXml(name->getStringToken());
+    }
+    envelope_.debug = leading->getParamObj("DEBUG") != nullptr;
+}
+
+bool ModifyCommand::printsReport() const {
+    const SubComObj* const report = spec_.getSubComObj("REPORT");
+    const ParamObj* const print = report != nullptr ? report->getParamObj("PRINTREPORT") : nullptr;
+    return print != nullptr && print->isStringValue("YES");
+}
+
+void ModifyCommand::printRequest() const {
+    if (envelope_.debug) {
+        writeStandardOutput(request_ + '\n');
+    }
+}
+
+/// Hands the request over. The reply, empty when the exchange failed, which has been reported.
+std::string ModifyCommand::exchange() const {
+    try {
+        ClientAdapter* const adapter = GetAdapter();
+        if (adapter == nullptr) {
+            reportMessage(kNotImplemented, kName, kErrorLevel);
+            return {};
+        }
+        std::string reply = adapter->exchangeModify(request_);
+        if (envelope_.debug) {
+            writeStandardOutput("\n\nReturned Value is : " + reply + '\n');
+        }
+        return reply;
+    } catch (const VexaGoToCaller&) {
+        throw;
+    } catch (const std::exception& failure) {
+        reportWithArgument(kFailedBecause, failure.what(), kErrorLevel);
+    } catch (const char* failure) {
+        reportWithArgument(kFailedBecause, failure, kErrorLevel);
+    } catch (...) {
+        reportPlain(kFailed, kErrorLevel);
+    }
+    return {};
+}
+
+void ModifyCommand::buildSummary(const ModifyCounts& counts) {
+    BpPivotTable table = procedure_.PivotTable(BpString("Output Modify Summary", kTranslatable),
+                                               BpString("Output Modify Summary Table", kNotTranslatable), true);
+    constexpr int kDimensionKind = 2;
+    BpDimension dimension = table.Dimension(BpString("E60801", kTranslatable), kDimensionKind);
+    dimension.Position(0, 1, 1, 0);
+    const std::pair<std::string_view, std::int32_t> cells[] = {{"Objects Selected", counts.selected},
+                                                               {"Objects Modified", counts.modified},
+                                                               {"Objects Deleted", counts.deleted}};
+    for (const auto& [label, count] : cells) {
+        dimension.Category(BpString(label, kTranslatable)).Cell(BpNumber(count, BpProcedure::Count));
+    }
+}
+
+void ModifyCommand::run() {
+    readEnvelope();
+    const bool valid = ModifyRequestBuilder(request_, envelope_, handlers_, spec_, messages_).close();
+    printRequest();
+    if (!valid) {
+        return;
+    }
+    const std::string text = exchange();
+    const ModifyReply reply = readModifyReply(text);
+    for (const std::string_view format : reply.rejectedFormats) {
+        reportWithArgument(kInvalidFormat, format, kWarningLevel);
+    }
+    for (const std::string_view font : reply.missingFonts) {
+        reportWithArgument(kInvalidFont, font, kWarningLevel);
+    }
+    if (reply.counts && printsReport()) {
+        buildSummary(*reply.counts);
+    }
+}
+
+}  // namespace
+
+void outputModify() {
+    ModifyCommand command;
+    if (command.parse()) {
+        command.run();
+    }
+}
+
+}  // namespace vexa

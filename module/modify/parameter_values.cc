@@ -1,0 +1,54 @@
+#include "module/modify/parameter_values.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "backend/tokens/token_sequence.h"
+#include "module/frame/date_time_symbols.h"
+#include "module/frame/xml_text.h"
+
+namespace vexa {
+
+std::optional<TextValue> textValue(const ParamObj& parameter) {
+    TextValue value;
+    if (parameter.getStringOrLiteral(value.text, value.isLiteral)) {
+        return value;
+    }
+    if (parameter.isOperatorValue(TokenSequenceBase::all)) {
+        return TextValue{parameter.getStringToken()};
+    }
+    return std::nullopt;
+}
+
+std::string textOf(const SubComObj& subcommand, std::string_view name) {
+    const ParamObj* const parameter = subcommand.getParamObj(name);
+    const std::optional<TextValue> value = parameter != nullptr ? textValue(*parameter) : std::nullopt;
+    return value ? std::string(value->text) : std::string();
+}
+
+std::string expandedTextOf(const SubComObj& subcommand, std::string_view name) {
+    return escapeXml(ExpandDateTimeSymbols(textOf(subcommand, name)));
+}
+
+std::string upperTextOf(const SubComObj& subcommand, std::string_view name) {
+    const ParamObj* const parameter = subcommand.getParamObj(name);
+    return parameter != nullptr ? parameter->getUpStringToken() : std::string();
+}
+
+std::int32_t leadingInteger(std::string_view text) {
+    constexpr std::int64_t kGreatest = std::numeric_limits<std::int32_t>::max();
+    const auto begin = std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size());
+    text.remove_prefix(begin);
+    const bool negative = text.starts_with('-');
+    text.remove_prefix(negative || text.starts_with('+') ? 1 : 0);
+    std::int64_t number = 0;
+    for (const char digit : text) {
+        if (digit < '0' || digit > '9') {
+            break;
+        }
+        number = std::min<std::int64_t>(number * 10 + (digit - '0'), kGreatest + (negative ? 1 : 0));
+    }
+    return static_cast<std::int32_t>(negative ? -number : number);
+}
+
+}  // namespace vexa

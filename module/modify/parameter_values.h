@@ -1,0 +1,35 @@
+// Values as the subcommands of a modification read them.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "backend/syntax/command_spec.h"
+
+namespace vexa {
+
+/// A value that is one quoted text or one word, ALL among them.
+struct TextValue {
+    std::string_view text;  ///< lives as long as the command's tokens
+    bool isLiteral = false;
+};
+
+/// Nothing when the value is anything else.
+[[nodiscard]] std::optional<TextValue> textValue(const ParamObj& parameter);
+
+/// The text of the parameter `name`; empty when it was not given or is no text.
+[[nodiscard]] std::string textOf(const SubComObj& subcommand, std::string_view name);
+
+/// The text with its date and time symbols replaced, escaped for the request.
+[[nodiscard]] std::string expandedTextOf(const SubComObj& subcommand, std::string_view name);
+
+/// The text in capitals, a value that is one operator included.
+[[nodiscard]] std::string upperTextOf(const SubComObj& subcommand, std::string_view name);
+
+/// The number that `text` begins with: blanks, a sign, digits; 0 when it begins otherwise. Numbers beyond 32
+/// bits give the nearest that fits.
+[[nodiscard]] std::int32_t leadingInteger(std::string_view text);
+
+}  // namespace vexa
