@@ -19,11 +19,11 @@ void throwIfTold(const ScriptedExchange& answer) {
         case ScriptedExchange::Throw::nothing:
             return;
         case ScriptedExchange::Throw::standard:
-            throw std::runtime_error(answer.what);
+            throw std::runtime_error(fromUtf8(answer.what));
         case ScriptedExchange::Throw::text: {
             // Whoever catches a bare text cannot own it, so it lives on until the next one.
             static std::string text;
-            text = answer.what;
+            text = fromUtf8(answer.what);
             throw text.c_str();  // NOLINT(misc-throw-by-value-catch-by-reference): as it was told
         }
         case ScriptedExchange::Throw::other:

@@ -52,7 +52,7 @@ std::string currentExceptionText() {
     } catch (const VexaGoToCaller&) {
         return "goToCaller";
     } catch (const std::exception& error) {
-        return error.what();
+        return toUtf8(error.what());
     } catch (const char* text) {
         return toUtf8(text);
     } catch (...) {

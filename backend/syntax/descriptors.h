@@ -54,6 +54,9 @@ struct UPSpecTypes {
 /// True when `word` spells `keyword`, which is ASCII, without regard to the case of ASCII letters.
 [[nodiscard]] bool spellsKeyword(std::string_view word, std::string_view keyword);
 
+/// The label of a value that means nothing, so that help texts show the keyword alone.
+inline constexpr std::string_view kNoValueLabel = "nothing";
+
 /// A bound of a number.
 struct Boundary {
     double value = 0;

@@ -47,6 +47,18 @@ std::string literal(const ParamDescriptor& parameter) {
     return '{' + text + '}';
 }
 
+/// String values do not bound free tokens, so a label says more.
+std::string freeTokens(const ParamDescriptor& parameter) {
+    const std::string_view label = parameter.valueLabel();
+    if (label == kNoValueLabel) {
+        return {};
+    }
+    // A file is hardly ever one word, so it is shown as it is written.
+    return label == "file" ? literal(parameter)
+           : label.empty() ? choice(parameter, "value")
+                           : std::string(label);
+}
+
 std::string joinQualifiers(const ParamDescriptor& parameter, std::string_view separator);
 
 /// What stands for the value alone.
@@ -55,8 +67,7 @@ std::string valueText(const ParamDescriptor& parameter) {
         case Spec::keyword:
             return {};
         case Spec::tokens:
-            // A file is hardly ever one word, so it is shown as it is written.
-            return parameter.valueLabel() == "file" ? literal(parameter) : choice(parameter, "value");
+            return freeTokens(parameter);
         case Spec::word:
             return choice(parameter, "word");
         case Spec::literalOrWord:

@@ -25,7 +25,8 @@ std::string monthName(int month) {
 
 std::string twoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
-std::string joined(const std::string& first, const std::string& second, const std::string& third, char between) {
+std::string joined(const std::string& first, const std::string& second, const std::string& third,
+                   char between) {
     return first + between + second + between + third;
 }
 

@@ -6,8 +6,8 @@
 
 namespace vexa {
 
-/// `text` with its symbols replaced by the current local date and time; the month's name is in the language of
-/// the user. Symbols are written in capitals; nothing else is replaced. Both texts are in the back end's
+/// `text` with its symbols replaced by the current local date and time; the month's name is in the language
+/// of the user. Symbols are written in capitals; nothing else is replaced. Both texts are in the back end's
 /// character set.
 [[nodiscard]] std::string ExpandDateTimeSymbols(std::string_view text);
 

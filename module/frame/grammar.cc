@@ -8,6 +8,7 @@ namespace {
 
 ParamDescriptor describe(const QualifierRow& row) {
     ParamDescriptor qualifier(row.name, row.spec, false, true);
+    qualifier.setValueLabel(row.valueLabel);
     if (row.lower) {
         qualifier.setLowerBoundary(row.lower->value, row.lower->option);
     }

@@ -22,6 +22,7 @@ inline constexpr std::string_view kNone[] = {"NONE"};
 struct QualifierRow {
     std::string_view name;
     UPSpecTypes::ParamSpec spec;
+    std::string_view valueLabel = {};
     std::optional<Boundary> lower = {};
 };
 

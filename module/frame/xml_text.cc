@@ -32,8 +32,8 @@ constexpr std::string_view entityOf(char character) {
 /// Bytes that are looked at together; most texts have no special character in any of them.
 constexpr std::size_t kBlock = 64;
 
-/// True when one of the next `kBlock` bytes is special. Without a branch in the loop, so that the compiler can
-/// look at many bytes at a time: & and ' differ in one bit, < and > in another.
+/// True when one of the next `kBlock` bytes is special. Without a branch in the loop, so that the compiler
+/// can look at many bytes at a time: & and ' differ in one bit, < and > in another.
 bool blockHasSpecial(const char* block) {
     unsigned char found = 0;
     for (std::size_t i = 0; i < kBlock; ++i) {
@@ -44,8 +44,8 @@ bool blockHasSpecial(const char* block) {
     return found != 0;
 }
 
-/// The first byte at or behind `from` that is special, or the end. Only for texts in which no such byte can be
-/// part of a longer character.
+/// The first byte at or behind `from` that is special, or the end. Only for texts in which no such byte can
+/// be part of a longer character.
 std::size_t findSpecial(std::string_view text, std::size_t from) {
     while (text.size() - from >= kBlock && !blockHasSpecial(text.data() + from)) {
         from += kBlock;
@@ -115,7 +115,8 @@ void appendInteger(std::string& xml, std::string_view name, std::int32_t value) 
 void appendNumber(std::string& xml, std::string_view name, double value) {
     constexpr int kSignificantDigits = 6;
     std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, kSignificantDigits);
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general,
+                                   kSignificantDigits);
     appendAsIs(xml, name, {text.data(), static_cast<std::size_t>(end.ptr - text.data())});
 }
 

@@ -35,16 +35,17 @@ constexpr CellKeyword kKeywords[] = {
 };
 
 /// One for each `CellKind`, in its order.
-constexpr std::string_view kAttributes[] = {"correlation", "count",        "mean",    "median",
-                                            "percent",     "residual",     "body",    "significance",
-                                            "headers",     "footnotes",    "title",   "caption"};
+constexpr std::string_view kAttributes[] = {"correlation", "count",     "mean",  "median",
+                                            "percent",     "residual",  "body",  "significance",
+                                            "headers",     "footnotes", "title", "caption"};
 
 constexpr std::uint32_t bitOf(CellKind kind) { return 1U << static_cast<unsigned>(kind); }
 
 /// Walks the tokens behind the opening bracket. An error does not end the walk, but for an unknown word.
 class CellSelectionReader {
   public:
-    CellSelectionReader(std::span<const TokenInfoObj> tokens, ParserMessage& messages, CellSelection& selection)
+    CellSelectionReader(std::span<const TokenInfoObj> tokens, ParserMessage& messages,
+                        CellSelection& selection)
         : tokens_(tokens), messages_(messages), selection_(selection) {}
 
     bool read() {
@@ -69,8 +70,9 @@ class CellSelectionReader {
     }
 
     bool readKeyword(const TokenInfoObj& token) {
-        const auto* const found = std::find_if(std::begin(kKeywords), std::end(kKeywords),
-                                               [&](const CellKeyword& each) { return token.spells(each.keyword); });
+        const auto* const found =
+            std::find_if(std::begin(kKeywords), std::end(kKeywords),
+                         [&](const CellKeyword& each) { return token.spells(each.keyword); });
         if (found == std::end(kKeywords)) {
             messages_.InvalidParam(token.getString(), "TABLECELLS");
             valid_ = false;
@@ -89,7 +91,8 @@ class CellSelectionReader {
         const std::size_t before = selection_.positions.size();
         bool allIntegers = true;
         for (++at_; at_ < tokens_.size() && !isAt(TokenSequenceBase::closeParenthesis); ++at_) {
-            allIntegers = isAt(TokenSequenceBase::separator) || readPosition(tokens_[at_]) ? allIntegers : false;
+            allIntegers =
+                isAt(TokenSequenceBase::separator) || readPosition(tokens_[at_]) ? allIntegers : false;
         }
         if (at_ == tokens_.size() || selection_.positions.size() == before) {
             refuseList();

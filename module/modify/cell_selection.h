@@ -13,14 +13,19 @@
 namespace vexa {
 
 inline constexpr std::string_view kCellWords[] = {
-    "CORRELATION", "CORRELATIONS", "COUNT",        "MEAN", "MEDIAN",  "PERCENT",   "RESIDUAL",
-    "RESIDUALS",   "SIGNIFICANCE", "BODY", "HEADERS", "FOOTNOTES", "TITLE", "CAPTION"};
+    "CORRELATION", "CORRELATIONS", "COUNT", "MEAN",    "MEDIAN",    "PERCENT", "RESIDUAL",
+    "RESIDUALS",   "SIGNIFICANCE", "BODY",  "HEADERS", "FOOTNOTES", "TITLE",   "CAPTION"};
 
 inline constexpr QualifierRow kCellQualifiers[] = {{"POSITION", UPSpecTypes::ParamSpec::qualifiedLists}};
 
+/// What help texts call them.
+inline constexpr std::string_view kCellsLabel =
+    "[{CORRELATION|COUNT|MEAN|MEDIAN|PERCENT|RESIDUAL|SIGNIFICANCE|BODY|HEADERS|FOOTNOTES|TITLE|CAPTION|"
+    "'label'|POSITION(index ...)} ...]";
+
 /// Not required as far as the parser knows: a missing one is refused with a message of its own.
 inline constexpr auto kCellSelection =
-    optionalParameter("SELECT", UPSpecTypes::ParamSpec::tokens, "list of cells")
+    optionalParameter("SELECT", UPSpecTypes::ParamSpec::tokens, kCellsLabel)
         .of(kCellWords)
         .qualifiedBy(kCellQualifiers);
 
@@ -47,7 +52,8 @@ struct CellSelection {
 };
 
 /// Reads SELECT of `cells`. False when it is missing or was refused, which has been reported.
-[[nodiscard]] bool readCellSelection(const SubComObj& cells, ParserMessage& messages, CellSelection& selection);
+[[nodiscard]] bool readCellSelection(const SubComObj& cells, ParserMessage& messages,
+                                     CellSelection& selection);
 
 /// Appends the attributes of the selection.
 void writeCellSelection(const CellSelection& selection, std::string& request);

@@ -17,10 +17,10 @@ struct NamedColor {
 };
 
 constexpr NamedColor kNamedColors[] = {
-    {"BLACK", {0, 0, 0}},         {"BLUE", {0, 0, 255}},       {"CYAN", {0, 255, 255}},
-    {"DARKGRAY", {64, 64, 64}},   {"GRAY", {128, 128, 128}},   {"GREEN", {0, 255, 0}},
+    {"BLACK", {0, 0, 0}},           {"BLUE", {0, 0, 255}},      {"CYAN", {0, 255, 255}},
+    {"DARKGRAY", {64, 64, 64}},     {"GRAY", {128, 128, 128}},  {"GREEN", {0, 255, 0}},
     {"LIGHTGRAY", {192, 192, 192}}, {"MAGENTA", {255, 0, 255}}, {"ORANGE", {255, 200, 0}},
-    {"PINK", {255, 175, 175}},    {"RED", {255, 0, 0}},        {"WHITE", {255, 255, 255}},
+    {"PINK", {255, 175, 175}},      {"RED", {255, 0, 0}},       {"WHITE", {255, 255, 255}},
     {"YELLOW", {255, 255, 0}},
 };
 
@@ -37,8 +37,9 @@ std::uint32_t component(const TokenInfoObj& token) {
 bool readTriple(const ParamObj& parameter, Color& color) {
     const auto tokens = parameter.getTokenList();
     // Blue is not tested: what is no integer there counts as the number it begins with, or 0; this is meant.
-    if (tokens.size() != kTripleTokens || !tokens[0].spells("RGB") || !tokens[1].getString().starts_with('(') ||
-        !tokens[2].isInteger() || !tokens[3].isInteger() || !tokens[5].getString().starts_with(')')) {
+    if (tokens.size() != kTripleTokens || !tokens[0].spells("RGB") ||
+        !tokens[1].getString().starts_with('(') || !tokens[2].isInteger() || !tokens[3].isInteger() ||
+        !tokens[5].getString().starts_with(')')) {
         return false;
     }
     color = {component(tokens[2]), component(tokens[3]), component(tokens[4])};
@@ -48,9 +49,9 @@ bool readTriple(const ParamObj& parameter, Color& color) {
 }  // namespace
 
 bool ParseColorValue(const ParamObj& parameter, Color& color) {
-    const auto* const named =
-        std::find_if(std::begin(kNamedColors), std::end(kNamedColors),
-                     [&parameter](const NamedColor& each) { return parameter.isStringValueCase(each.keyword); });
+    const auto* const named = std::find_if(
+        std::begin(kNamedColors), std::end(kNamedColors),
+        [&parameter](const NamedColor& each) { return parameter.isStringValueCase(each.keyword); });
     if (named != std::end(kNamedColors)) {
         color = named->color;
         return true;

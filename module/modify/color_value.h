@@ -9,11 +9,16 @@
 
 namespace vexa {
 
-/// The words that the description of a colour knows. GREY, DARKGREY and LIGHTGREY are among them and are yet no
-/// colour that `ParseColorValue` knows; this is meant.
+/// The words that the description of a colour knows. GREY, DARKGREY and LIGHTGREY are among them and are yet
+/// no colour that `ParseColorValue` knows; this is meant.
 inline constexpr std::string_view kColorWords[] = {
     "BLACK",     "BLUE",    "CYAN",   "DARKGRAY", "DARKGREY", "GRAY",  "GREY",   "GREEN", "LIGHTGRAY",
     "LIGHTGREY", "MAGENTA", "ORANGE", "PINK",     "RED",      "WHITE", "YELLOW", "RGB"};
+
+/// What help texts call a color.
+inline constexpr std::string_view kColorLabel =
+    "{BLACK|BLUE|CYAN|DARKGRAY|GRAY|GREEN|LIGHTGRAY|MAGENTA|ORANGE|PINK|RED|WHITE|YELLOW|RGB(red green "
+    "blue)}";
 
 /// What a command says of a value that is no colour.
 inline constexpr std::string_view kNoColor = "Subcommand ^1: Not a recognized RGB color";

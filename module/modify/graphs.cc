@@ -1,5 +1,5 @@
-// GRAPHS: chart templates and a visualisation style sheet for the selected charts. The templates travel in the
-// request, so the front end needs none of their files.
+// GRAPHS: chart templates and a visualisation style sheet for the selected charts. The templates travel in
+// the request, so the front end needs none of their files.
 
 #include <vector>
 
@@ -19,7 +19,8 @@ constexpr ParameterRow kParameters[] = {
     optionalParameter("VIZSTYLESHEET", Spec::literalOrWord),
 };
 
-constexpr SubcommandRow kGrammar{"GRAPHS", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
+constexpr SubcommandRow kGrammar{"GRAPHS", UPSpecTypes::SubComSpec::keywordParameters, false, false,
+                                 kParameters};
 
 struct GraphSettings {
     std::vector<std::string> templateFiles;  ///< as found

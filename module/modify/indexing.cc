@@ -18,7 +18,7 @@ constexpr std::string_view kTypes[] = {"NUMBER", "LETTERLOW", "LETTERCAP", "ROMA
 
 constexpr ParameterRow kParameters[] = {
     optionalParameter("INDEXTYPE", UPSpecTypes::ParamSpec::word).of(kTypes),
-    optionalParameter("INDEXSTART", UPSpecTypes::ParamSpec::tokens, "start"),
+    optionalParameter("INDEXSTART", UPSpecTypes::ParamSpec::tokens, "{number|letters|numeral}"),
 };
 
 constexpr SubcommandRow kGrammar{
@@ -97,9 +97,9 @@ class RomanReader {
     static constexpr int kCountAfterPair = 3;
 
     RomanPair* findPair(std::string_view numeral) {
-        auto* const found = std::find_if(std::begin(pairs_), std::end(pairs_), [numeral](const RomanPair& pair) {
-            return numeral.starts_with(pair.letters);
-        });
+        auto* const found =
+            std::find_if(std::begin(pairs_), std::end(pairs_),
+                         [numeral](const RomanPair& pair) { return numeral.starts_with(pair.letters); });
         return found == std::end(pairs_) ? nullptr : found;
     }
 
@@ -118,7 +118,8 @@ class RomanReader {
     RomanPair pairs_[6] = {{"CM", 900, 'M'}, {"CD", 400, 'C'}, {"XC", 90, 'X'},
                            {"XL", 40, 'X'},  {"IX", 9, 'I'},   {"IV", 4, 'I'}};
     // L is worth 500, as D is; this is meant.
-    RomanLetter letters_[7] = {{'M', 1000}, {'D', 500}, {'C', 100}, {'L', 500}, {'X', 10}, {'V', 5}, {'I', 1}};
+    RomanLetter letters_[7] = {{'M', 1000}, {'D', 500}, {'C', 100}, {'L', 500},
+                               {'X', 10},   {'V', 5},   {'I', 1}};
 };
 
 /// The value as the user wrote it.

@@ -17,8 +17,10 @@ namespace {
 using Spec = UPSpecTypes::ParamSpec;
 using Brackets = UPSpecTypes::BracketOptions;
 
-constexpr QualifierRow kLabelModes[] = {
-    {"EXACT", Spec::literals}, {"BEGINS", Spec::literals}, {"CONTAINS", Spec::literals}, {"ENDS", Spec::literals}};
+constexpr QualifierRow kLabelModes[] = {{"EXACT", Spec::literals},
+                                        {"BEGINS", Spec::literals},
+                                        {"CONTAINS", Spec::literals},
+                                        {"ENDS", Spec::literals}};
 constexpr std::string_view kLast[] = {"LAST"};
 constexpr std::string_view kNoYes[] = {"NO", "YES"};
 
@@ -26,17 +28,17 @@ constexpr auto kLabels =
     optionalParameter("LABELS", Spec::qualifiedLists).qualifiedBy(kLabelModes).bracketed(Brackets::required);
 
 constexpr ParameterRow kParameters[] = {
-    optionalParameter("COMMANDS", Spec::tokens, "list of commands").bracketed(Brackets::optional),
+    optionalParameter("COMMANDS", Spec::tokens, "['name' 'name(1,3)' 'name(LAST)' LAST ...]")
+        .bracketed(Brackets::optional),
     optionalParameter("SUBTYPES", Spec::literals).bracketed(Brackets::required),
     kLabels,
-    optionalParameter("INSTANCES", Spec::tokens, "list of numbers").of(kLast).bracketed(Brackets::required),
+    optionalParameter("INSTANCES", Spec::tokens, "{number|LAST} ...").of(kLast).bracketed(Brackets::required),
     {"VISIBLEONLY", Spec::word, false, false, kNoYes},
 };
 
 constexpr SubcommandRow kGrammar{"IF", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
 
-constexpr std::string_view kUnbalanced =
-    "Unbalanced parentheses in effect, parameter ^1, subcommand ^2 ...";
+constexpr std::string_view kUnbalanced = "Unbalanced parentheses in effect, parameter ^1, subcommand ^2 ...";
 
 /// Instances of a command beside the positive ones.
 constexpr std::int32_t kEveryInstance = 0;
@@ -64,7 +66,8 @@ bool holdsOnly(std::string_view text, std::string_view characters) {
 }
 
 /// The numbers of an instance list; a field of 0, without digits or of blanks alone is reported and left out.
-std::vector<std::int32_t> readNumbers(std::string_view list, std::string_view literal, ParserMessage& messages) {
+std::vector<std::int32_t> readNumbers(std::string_view list, std::string_view literal,
+                                      ParserMessage& messages) {
     std::vector<std::int32_t> numbers;
     for (std::size_t comma = 0; comma != std::string_view::npos;) {
         comma = list.find(',');

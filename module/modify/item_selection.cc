@@ -13,9 +13,9 @@ namespace vexa {
 namespace {
 
 /// The item types but ALL, as SELECT takes them.
-constexpr std::string_view kItemTypes[] = {
-    "CHARTS", "HEADINGS", "LOGS",           "MODELS", "TABLES",  "TEXTS", "TREES",
-    "WARNINGS", "OUTLINEHEADERS", "NOTES",  "UNKNOWN", "OTHER", "PAGETITLES"};
+constexpr std::string_view kItemTypes[] = {"CHARTS",  "HEADINGS", "LOGS",      "MODELS",         "TABLES",
+                                           "TEXTS",   "TREES",    "WARNINGS",  "OUTLINEHEADERS", "NOTES",
+                                           "UNKNOWN", "OTHER",    "PAGETITLES"};
 
 struct ItemTypeAttribute {
     std::string_view keyword;
@@ -23,12 +23,19 @@ struct ItemTypeAttribute {
 };
 
 /// In the order of the request: NOTES stands elsewhere than among the keywords; both orders are meant.
-constexpr ItemTypeAttribute kAttributes[] = {
-    {"CHARTS", "charts"}, {"HEADINGS", "headings"},     {"LOGS", "logs"},
-    {"NOTES", "notes"},   {"MODELS", "models"},         {"TABLES", "tables"},
-    {"TEXTS", "texts"},   {"TREES", "trees"},           {"WARNINGS", "warnings"},
-    {"OUTLINEHEADERS", "outlineheaders"},               {"UNKNOWN", "unknown"},
-    {"OTHER", "other"},   {"PAGETITLES", "pagetitles"}};
+constexpr ItemTypeAttribute kAttributes[] = {{"CHARTS", "charts"},
+                                             {"HEADINGS", "headings"},
+                                             {"LOGS", "logs"},
+                                             {"NOTES", "notes"},
+                                             {"MODELS", "models"},
+                                             {"TABLES", "tables"},
+                                             {"TEXTS", "texts"},
+                                             {"TREES", "trees"},
+                                             {"WARNINGS", "warnings"},
+                                             {"OUTLINEHEADERS", "outlineheaders"},
+                                             {"UNKNOWN", "unknown"},
+                                             {"OTHER", "other"},
+                                             {"PAGETITLES", "pagetitles"}};
 
 constexpr auto kExcept = optionalParameter("EXCEPT", UPSpecTypes::ParamSpec::words)
                              .of(kItemTypes)
@@ -38,10 +45,9 @@ constexpr auto kExcept = optionalParameter("EXCEPT", UPSpecTypes::ParamSpec::wor
 constexpr std::string_view kExceptWithoutAll = "Subcommand ^1 invalid keyword ^2 unless ^3...";
 
 const ItemTypeAttribute* findItemType(std::string_view keyword) {
-    const auto* const found =
-        std::find_if(std::begin(kAttributes), std::end(kAttributes), [keyword](const ItemTypeAttribute& each) {
-            return equalsIgnoringCase(each.keyword, keyword);
-        });
+    const auto* const found = std::find_if(
+        std::begin(kAttributes), std::end(kAttributes),
+        [keyword](const ItemTypeAttribute& each) { return equalsIgnoringCase(each.keyword, keyword); });
     return found == std::end(kAttributes) ? nullptr : found;
 }
 

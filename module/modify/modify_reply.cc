@@ -56,8 +56,8 @@ std::string_view takeField(std::string_view& text) {
     return field;
 }
 
-/// Complaints are not passed over: the counts of a reply that begins with one are looked for in its value. This
-/// is meant.
+/// Complaints are not passed over: the counts of a reply that begins with one are looked for in its value.
+/// This is meant.
 std::optional<ModifyCounts> readCounts(std::string_view reply) {
     const std::size_t open = reply.find('(');
     const std::size_t close = reply.find(')');
@@ -75,7 +75,8 @@ std::optional<ModifyCounts> readCounts(std::string_view reply) {
 }  // namespace
 
 ModifyReply readModifyReply(std::string_view reply) {
-    return {readComplaints(reply, "Invalid format"), readComplaints(reply, "Invalid font"), readCounts(reply)};
+    return {readComplaints(reply, "Invalid format"), readComplaints(reply, "Invalid font"),
+            readCounts(reply)};
 }
 
 }  // namespace vexa

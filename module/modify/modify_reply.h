@@ -24,8 +24,8 @@ struct ModifyReply {
     std::optional<ModifyCounts> counts;  ///< nothing when the reply has none
 };
 
-/// Reads a reply: the text in parentheses behind each "Invalid format" and "Invalid font", and the counts in the
-/// first parentheses of all, whoever they belong to. A count that is missing or no number is 0.
+/// Reads a reply: the text in parentheses behind each "Invalid format" and "Invalid font", and the counts in
+/// the first parentheses of all, whoever they belong to. A count that is missing or no number is 0.
 [[nodiscard]] ModifyReply readModifyReply(std::string_view reply);
 
 }  // namespace vexa

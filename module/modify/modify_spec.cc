@@ -5,19 +5,19 @@
 namespace vexa {
 
 ModifySpec makeModifySpec() {
-    return {makeSelectionHandler(), makeIndexingHandler(),         makeDeleteObjectHandler(),
-            makeGraphsHandler(),    makeObjectPropertiesHandler(), makeTableHandler(),
-            makeTableCellsHandler(), makeTextsHandler()};
+    return {
+        makeSelectionHandler(),        makeIndexingHandler(), makeDeleteObjectHandler(), makeGraphsHandler(),
+        makeObjectPropertiesHandler(), makeTableHandler(),    makeTableCellsHandler(),   makeTextsHandler()};
 }
 
 GroupComDescriptor describeSelectionGroup(const ModifySpec& handlers) {
     GroupComDescriptor group(UPSpecTypes::GroupSpec::selection, true, "Select command ^1...");
     group.addSubComDesc(describeSelect(), true);
     // The order of help texts, which is not the order of the request.
-    const ModifyHandler* const described[] = {
-        handlers.selection.get(),    handlers.indexing.get(), handlers.deleteObject.get(),
-        handlers.graphs.get(),       handlers.texts.get(),    handlers.objectProperties.get(),
-        handlers.table.get(),        handlers.tableCells.get()};
+    const ModifyHandler* const described[] = {handlers.selection.get(),    handlers.indexing.get(),
+                                              handlers.deleteObject.get(), handlers.graphs.get(),
+                                              handlers.texts.get(),        handlers.objectProperties.get(),
+                                              handlers.table.get(),        handlers.tableCells.get()};
     for (const ModifyHandler* const handler : described) {
         if (handler != nullptr) {
             handler->describe(group);

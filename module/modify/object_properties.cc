@@ -14,8 +14,11 @@ namespace {
 using Spec = UPSpecTypes::ParamSpec;
 
 constexpr std::string_view kVisibilities[] = {"ASIS", "YES", "NO"};
-constexpr QualifierRow kSizeUnits[] = {
-    {"PERCENT", Spec::tokens}, {"CENTIMETERS", Spec::tokens}, {"INCHES", Spec::tokens}, {"POINTS", Spec::tokens}};
+constexpr std::string_view kSides = "width height";
+constexpr QualifierRow kSizeUnits[] = {{"PERCENT", Spec::tokens, kSides},
+                                       {"CENTIMETERS", Spec::tokens, kSides},
+                                       {"INCHES", Spec::tokens, kSides},
+                                       {"POINTS", Spec::tokens, kSides}};
 
 constexpr ParameterRow kParameters[] = {
     optionalParameter("VISIBLE", Spec::word).of(kVisibilities),
@@ -23,8 +26,8 @@ constexpr ParameterRow kParameters[] = {
     optionalParameter("SIZE", Spec::qualifiedValue).qualifiedBy(kSizeUnits),
 };
 
-constexpr SubcommandRow kGrammar{
-    "OBJECTPROPERTIES", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
+constexpr SubcommandRow kGrammar{"OBJECTPROPERTIES", UPSpecTypes::SubComSpec::keywordParameters, false, false,
+                                 kParameters};
 
 constexpr double kNotSet = -1.0;
 constexpr double kProportional = 0.0;

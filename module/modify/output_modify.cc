@@ -1,5 +1,5 @@
-// OUTPUT MODIFY: selects items of an open document and changes them. The whole command becomes one XML request;
-// the module itself touches no document.
+// OUTPUT MODIFY: selects items of an open document and changes them. The whole command becomes one XML
+// request; the module itself touches no document.
 
 #include <exception>
 
@@ -7,6 +7,7 @@
 #include "backend/adapter/go_to_caller.h"
 #include "backend/pivot/bp_procedure.h"
 #include "backend/pivot/output_log.h"
+#include "backend/platform/character_set.h"
 #include "backend/platform/standard_output.h"
 #include "backend/syntax/universal_parser.h"
 #include "backend/tokens/token_sequence.h"
@@ -29,7 +30,7 @@ constexpr std::string_view kNoYes[] = {"NO", "YES"};
 
 constexpr ParameterRow kParameters[] = {
     optionalParameter("NAME", UPSpecTypes::ParamSpec::tokens, "name"),
-    optionalParameter("DEBUG", UPSpecTypes::ParamSpec::tokens),
+    optionalParameter("DEBUG", UPSpecTypes::ParamSpec::tokens, kNoValueLabel),
 };
 
 constexpr ParameterRow kReportParameters[] = {
@@ -119,7 +120,7 @@ std::string ModifyCommand::exchange() const {
         }
         std::string reply = adapter->exchangeModify(request_);
         if (envelope_.debug) {
-            writeStandardOutput("\n\nReturned Value is : " + reply + '\n');
+            writeStandardOutput("\n\nReturned Value is : " + toUtf8(reply) + '\n');
         }
         return reply;
     } catch (const VexaGoToCaller&) {
@@ -135,8 +136,9 @@ std::string ModifyCommand::exchange() const {
 }
 
 void ModifyCommand::buildSummary(const ModifyCounts& counts) {
-    BpPivotTable table = procedure_.PivotTable(BpString("Output Modify Summary", kTranslatable),
-                                               BpString("Output Modify Summary Table", kNotTranslatable), true);
+    BpPivotTable table =
+        procedure_.PivotTable(BpString("Output Modify Summary", kTranslatable),
+                              BpString("Output Modify Summary Table", kNotTranslatable), true);
     constexpr int kDimensionKind = 2;
     BpDimension dimension = table.Dimension(BpString("E60801", kTranslatable), kDimensionKind);
     dimension.Position(0, 1, 1, 0);

@@ -6,7 +6,8 @@
 
 namespace vexa {
 
-/// How many points the unit CENTIMETERS, INCHES or POINTS is, without regard to case; nothing for another one.
+/// How many points the unit CENTIMETERS, INCHES or POINTS is, without regard to case; nothing for another
+/// one.
 [[nodiscard]] std::optional<double> pointsOfUnit(std::string_view unit);
 
 }  // namespace vexa

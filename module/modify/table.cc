@@ -25,13 +25,14 @@ constexpr ParameterRow kParameters[] = {
     optionalParameter("TABLESUMMARY", Spec::literalOrWord),
     optionalParameter("TRANSPOSE", Spec::word).of(kYesNo),
     optionalParameter("FORMAT", Spec::literalOrWord, "format"),
-    optionalParameter("TLOOK", Spec::tokens, "file"),
-    optionalParameter("SELECTEDLAYER", Spec::tokens, "list of pairs"),
+    optionalParameter("TLOOK", Spec::tokens, "{'file'|NONE}"),
+    optionalParameter("SELECTEDLAYER", Spec::tokens, "[{'layer'|index|ALL} {'category'|index|LAST} ...]"),
     kSort,
     optionalParameter("SORTDIRECTION", Spec::word).of(kDirections).checked(),
 };
 
-constexpr SubcommandRow kGrammar{"TABLE", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
+constexpr SubcommandRow kGrammar{"TABLE", UPSpecTypes::SubComSpec::keywordParameters, false, false,
+                                 kParameters};
 
 /// A layer or a category of it. The index is 0 for the keyword, -1 for a name.
 struct Designator {
@@ -175,7 +176,8 @@ bool arePairs(std::span<const TokenInfoObj> tokens, ParserMessage& messages) {
 }
 
 /// `valid`: nothing has failed so far. Pairs are read, and their errors reported, in any case.
-bool readSelectedLayers(const ParamObj& given, bool valid, ParserMessage& messages, TableModifySettings& table) {
+bool readSelectedLayers(const ParamObj& given, bool valid, ParserMessage& messages,
+                        TableModifySettings& table) {
     const std::span<const TokenInfoObj> tokens = given.getTokenList();
     if (!arePairs(tokens, messages)) {
         return false;

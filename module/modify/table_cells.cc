@@ -27,17 +27,19 @@ constexpr std::string_view kReaches[] = {"CELL",    "COLUMN",       "ROW",      
 constexpr std::string_view kNoYes[] = {"NO", "YES"};
 constexpr QualifierRow kConditions[] = {{"ALL", Spec::keyword},
                                         {"SYSMIS", Spec::keyword},
-                                        {"TOP", Spec::number, atLeast(1.0)},
-                                        {"BOTTOM", Spec::integer, atLeast(1.0)}};
-constexpr QualifierRow kWidthUnits[] = {
-    {"CENTIMETERS", Spec::tokens}, {"INCHES", Spec::tokens}, {"POINTS", Spec::tokens}};
+                                        {"TOP", Spec::number, {}, atLeast(1.0)},
+                                        {"BOTTOM", Spec::integer, {}, atLeast(1.0)}};
+constexpr QualifierRow kWidthUnits[] = {{"CENTIMETERS", Spec::tokens, "width"},
+                                        {"INCHES", Spec::tokens, "width"},
+                                        {"POINTS", Spec::tokens, "width"}};
 
 constexpr auto kColumnWidth = optionalParameter("COLUMNWIDTH", Spec::qualifiedValue).qualifiedBy(kWidthUnits);
 
 constexpr ParameterRow kParameters[] = {
     kCellSelection,
     optionalParameter("SELECTDIMENSION", Spec::word).of(kDimensions),
-    optionalParameter("SELECTCONDITION", Spec::tokens, "condition").qualifiedBy(kConditions),
+    optionalParameter("SELECTCONDITION", Spec::tokens, "{ALL|SYSMIS|TOP(count)|BOTTOM(count)|[>= number]}")
+        .qualifiedBy(kConditions),
     kColumnWidth,
     kColumnWidth.boundedBy(atLeast(1.0)),  // described twice; this is meant
     optionalParameter("APPLYTO", Spec::word).of(kReaches),
@@ -46,13 +48,13 @@ constexpr ParameterRow kParameters[] = {
     optionalParameter("FONT", Spec::literalOrWord, "font family"),
     optionalParameter("FONTSIZE", Spec::number).boundedBy(atLeast(1.0)),
     optionalParameter("STYLE", Spec::words).of(kStyles),
-    optionalParameter("TEXTCOLOR", Spec::tokens, "color").of(kColorWords),
-    optionalParameter("BACKGROUNDCOLOR", Spec::tokens, "color").of(kColorWords),
-    optionalParameter("REPLACE", Spec::tokens, "text or number"),
+    optionalParameter("TEXTCOLOR", Spec::tokens, kColorLabel).of(kColorWords),
+    optionalParameter("BACKGROUNDCOLOR", Spec::tokens, kColorLabel).of(kColorWords),
+    optionalParameter("REPLACE", Spec::tokens, "{'text'|number}"),
 };
 
-constexpr SubcommandRow kGrammar{
-    "TABLECELLS", UPSpecTypes::SubComSpec::keywordParameters, false, true, kParameters};
+constexpr SubcommandRow kGrammar{"TABLECELLS", UPSpecTypes::SubComSpec::keywordParameters, false, true,
+                                 kParameters};
 
 /// The cells that the values choose.
 struct Condition {
@@ -88,7 +90,8 @@ void readDimension(const ParamObj& given, TableCellsSettings& cells) {
     cells.both = given.isStringValue("BOTH");
 }
 
-/// The texts of the tokens between square brackets, joined; without brackets the value's one text, in capitals.
+/// The texts of the tokens between square brackets, joined; without brackets the value's one text, in
+/// capitals.
 std::string expressionOf(const ParamObj& given) {
     const std::span<const TokenInfoObj> tokens = given.getTokenList();
     if (tokens.size() <= 2 || tokens.front().getOperatorCode() != TokenSequenceBase::openBracket ||
@@ -137,8 +140,7 @@ void readCondition(const ParamObj& given, ParserMessage& messages, Condition& co
 /// Whole points, towards 0, the greatest or least that fit where there are more.
 std::int32_t wholePoints(double points) {
     using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(
-        std::clamp<double>(std::trunc(points), Limits::min(), Limits::max()));
+    return static_cast<std::int32_t>(std::clamp<double>(std::trunc(points), Limits::min(), Limits::max()));
 }
 
 /// Nothing that is refused here stops the command.

@@ -17,10 +17,11 @@ constexpr ParameterRow kParameters[] = {
     optionalParameter("FONT", Spec::literalOrWord, "font family"),
     optionalParameter("FONTSIZE", Spec::number).checked(),
     optionalParameter("STYLE", Spec::words).of(kStyles),
-    optionalParameter("TEXTCOLOR", Spec::tokens, "color").of(kColorWords),
+    optionalParameter("TEXTCOLOR", Spec::tokens, kColorLabel).of(kColorWords),
 };
 
-constexpr SubcommandRow kGrammar{"TEXTS", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
+constexpr SubcommandRow kGrammar{"TEXTS", UPSpecTypes::SubComSpec::keywordParameters, false, false,
+                                 kParameters};
 
 struct TextModifySettings {
     std::string expression;  ///< expanded and escaped
