@@ -45,7 +45,7 @@ std::string chooseLanguage(const std::string& installation, const std::string& w
         return wanted;
     }
     if (!hasTables(installation, kEnglish)) {
-        warnings.push_back(
+        warnings.emplace_back(
             "The installation has no English texts (no folder lang/en); a date shows the key of its month.");
     }
     return kEnglish;

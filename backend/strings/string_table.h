@@ -4,6 +4,7 @@
 // later does not show. Keys, texts and paths are in the back end's character set.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -122,9 +122,9 @@ void UnitCollector::characters(const XMLCh* text, XMLSize_t length) {
 }
 
 void UnitCollector::endText(Part part) {
-    std::string text = VEXAMBU16ToU8(text_.c_str());
-    if (part == Part::source) unit_.value = std::move(text);
-    if (part == Part::target) target_ = std::move(text);
+    const std::string text = VEXAMBU16ToU8(text_.c_str());
+    if (part == Part::source) unit_.value = text;
+    if (part == Part::target) target_ = text;
     if (part != Part::note) return;
     if (!unit_.gloss.empty()) unit_.gloss.push_back('\n');
     unit_.gloss += text;

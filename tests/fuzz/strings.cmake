@@ -1,0 +1,1 @@
+vexa_fuzz_target(string_table LINKS vexa_backend)
