@@ -1,5 +1,7 @@
 #include "backend/paths/file_specification.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "backend/paths/path_text.h"
@@ -88,6 +90,29 @@ int ExpandFileSpecification(const char* text, char* buffer) {
     // Without a folder (the working folder was deleted) a relative name has no whole form.
     if (folder.empty() && !isWholePath(text)) return kNotExpanded;
     return store(wholePath(text, folder), buffer);
+}
+
+std::string withoutFinalSeparators(std::string path) {
+    // From the beginning, because only so a trail byte can be told from a separator.
+    std::size_t end = 1;
+    for (std::size_t at = 0; at < path.size(); ++at) {
+        const std::size_t length = segmentLength(std::string_view(path).substr(at));
+        at += length;
+        end = length > 0 ? at : end;
+    }
+    path.resize(std::min(end, path.size()));
+    return path;
+}
+
+std::string wholeFileName(std::string name) {
+    // No system has a longer name or one with a zero byte; the buffers would cut such a name to another one.
+    if (name.size() >= kFileSpecificationCapacity || name.find('\0') != std::string::npos) return name;
+    std::array<char, kFileSpecificationCapacity> buffer{};
+    if (ExpandDirectoryHandle(name.c_str(), buffer.data(), static_cast<int>(name.size())) == kExpanded) {
+        name = buffer.data();
+    }
+    if (ExpandFileSpecification(name.c_str(), buffer.data()) == kExpanded) name = buffer.data();
+    return name;
 }
 
 }  // namespace vexa

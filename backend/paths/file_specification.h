@@ -44,4 +44,10 @@ int ExpandDirectoryHandle(const char* text, char* buffer, int length);
 /// otherwise it cannot be expanded (empty, or too long) and the buffer is untouched.
 int ExpandFileSpecification(const char* text, char* buffer);
 
+/// Both one after the other: the whole path of `name`; `name` itself where it has none.
+[[nodiscard]] std::string wholeFileName(std::string name);
+
+/// `path` without backslashes at its end, but for one that is all of it.
+[[nodiscard]] std::string withoutFinalSeparators(std::string path);
+
 }  // namespace vexa

@@ -1,7 +1,5 @@
 #include "backend/pivot/fetch_file.h"
 
-#include <array>
-
 #include "backend/paths/file_specification.h"
 #include "backend/pivot/bp_text.h"
 #include "backend/platform/character_set.h"
@@ -13,18 +11,6 @@ namespace {
 
 constexpr BpErrorShow kShow = 2;
 constexpr BpErrorLevel kWarning = 2;
-
-/// The whole path of `name`; `name` itself where it has none.
-std::string resolved(std::string name) {
-    // No system has a longer name or one with a zero byte; the buffers would cut such a name to another one.
-    if (name.size() >= kFileSpecificationCapacity || name.find('\0') != std::string::npos) return name;
-    std::array<char, kFileSpecificationCapacity> buffer{};
-    if (ExpandDirectoryHandle(name.c_str(), buffer.data(), static_cast<int>(name.size())) == 0) {
-        name = buffer.data();
-    }
-    if (ExpandFileSpecification(name.c_str(), buffer.data()) == 0) name = buffer.data();
-    return name;
-}
 
 FileResult read(const std::string& name, std::string& content) {
     if (name.empty()) return {false, "There is no name"};
@@ -43,7 +29,7 @@ void warn(const std::string& name, const FileResult& failure) {
 }  // namespace
 
 std::string FetchFile::fetch(std::string_view name, bool resolve, bool quiet) {
-    const std::string path = resolve ? resolved(std::string(name)) : std::string(name);
+    const std::string path = resolve ? wholeFileName(std::string(name)) : std::string(name);
     std::string content;
     const FileResult result = read(path, content);
     if (result) return content;

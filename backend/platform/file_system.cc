@@ -27,6 +27,8 @@ FileSystem& FileSystem::current() { return installed() != nullptr ? *installed()
 
 void FileSystem::install(FileSystem* fileSystem) { installed() = fileSystem; }
 
+bool FileSystem::isWritable(const std::string& path) { return !isFolder(path); }
+
 FileResult FileSystem::readBeginning(const std::string& path, std::string& content, std::size_t count) {
     FileResult result = read(path, content, std::numeric_limits<std::uint64_t>::max());
     content.resize(std::min(content.size(), count));

@@ -40,6 +40,8 @@ class FileSystem {
     virtual FileResult readBeginning(const std::string& path, std::string& content, std::size_t count);
     [[nodiscard]] virtual bool isFile(const std::string& path) = 0;
     [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
+    /// True for a file that may be written, and for a name at which one may be made.
+    [[nodiscard]] virtual bool isWritable(const std::string& path);
     /// Empty when it was deleted.
     [[nodiscard]] virtual std::string workingFolder() = 0;
     /// What `path` means, from the root of the file system, with symbolic links and parts such as ".."

@@ -132,6 +132,7 @@ class PosixFileSystem final : public FileSystem {
     FileResult readBeginning(const std::string& path, std::string& content, std::size_t count) override;
     bool isFile(const std::string& path) override;
     bool isFolder(const std::string& path) override;
+    bool isWritable(const std::string& path) override;
     std::string workingFolder() override;
     std::string canonicalPath(const std::string& path) override;
     FileResult createTemporary(const std::string& path, std::string& temporary) override;
@@ -202,6 +203,13 @@ std::string PosixFileSystem::workingFolder() {
     std::error_code code;
     const std::filesystem::path folder = std::filesystem::current_path(code);
     return code ? "" : folder.string();
+}
+
+bool PosixFileSystem::isWritable(const std::string& path) {
+    std::string target = toNativePath(path);
+    std::optional<mode_t> rights;
+    if (!followLinks(target) || !rightsOfTarget(target, rights)) return false;
+    return rights || faccessat(AT_FDCWD, folderOf(target).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 std::string PosixFileSystem::canonicalPath(const std::string& path) {
