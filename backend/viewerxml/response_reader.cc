@@ -1,0 +1,259 @@
+#include "backend/viewerxml/response_reader.h"
+
+#include <array>
+#include <charconv>
+#include <memory>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax/Locator.hpp>
+#include <xercesc/sax2/Attributes.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "backend/platform/character_set.h"
+#include "backend/viewerxml/xml_library.h"
+
+namespace vexa {
+
+namespace {
+
+namespace xml = xercesc;
+
+constexpr std::size_t kLongestAnswer = std::size_t{16} << 20;
+/// Characters of the answer that a message repeats.
+constexpr std::size_t kLongestQuotation = 60;
+
+/// The parser's 16-bit text, zero-terminated, as UTF-8.
+std::string utf8Of(const XMLCh* text) {
+    static_assert(sizeof(XMLCh) == sizeof(char16_t));
+    return text == nullptr ? std::string() : VEXAMBU16ToU8(reinterpret_cast<const char16_t*>(text));
+}
+
+/// A text of the answer for a message: between quotes, its end left out when it is long.
+std::string quoted(const std::string& text) {
+    std::size_t end = 0;
+    for (std::size_t count = 0; count < kLongestQuotation && end < text.size(); ++count) {
+        ++end;
+        while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) ++end;
+    }
+    return '"' + text.substr(0, end) + (end < text.size() ? "..." : "") + '"';
+}
+
+std::string withPlace(XMLFileLoc line, XMLFileLoc column, const std::string& text) {
+    return "Line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + text;
+}
+
+bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t' || unit == '\n' || unit == '\r'; }
+
+/// A whole number in decimal digits, blanks around it.
+std::optional<int> wholeNumber(std::string_view text) {
+    while (!text.empty() && isBlank(static_cast<unsigned char>(text.front()))) text.remove_prefix(1);
+    while (!text.empty() && isBlank(static_cast<unsigned char>(text.back()))) text.remove_suffix(1);
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+/// Collects what the answer says. What it cannot accept it throws as a `SAXException`, after saying why in
+/// `refusal`.
+class ResponseCollector final : public xml::DefaultHandler {
+  public:
+    explicit ResponseCollector(ExportResponse& response) : response_(&response) {}
+
+    /// UTF-8.
+    [[nodiscard]] const std::string& refusal() const { return refusal_; }
+
+    void setDocumentLocator(const xml::Locator* locator) override { locator_ = locator; }
+    void startElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName,
+                      const xml::Attributes& attributes) override;
+    void endElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName) override;
+    void characters(const XMLCh* text, XMLSize_t length) override;
+    void startDTD(const XMLCh* name, const XMLCh* publicId, const XMLCh* systemId) override;
+    void fatalError(const xml::SAXParseException& error) override;
+
+  private:
+    /// One attribute of the element that begins; `value` is UTF-8. False when the element has no such
+    /// attribute.
+    using Setter = bool (ResponseCollector::*)(std::string_view name, const std::string& value);
+
+    /// An element of the answer, by its depth.
+    struct Element {
+        const char* name;
+        Setter set;
+        const char* required;  ///< an attribute, or null
+    };
+    static const std::array<Element, 3> kElements;
+
+    bool setOfResponse(std::string_view name, const std::string& value);
+    bool setOfWarnings(std::string_view name, const std::string& value);
+    bool setOfWarning(std::string_view name, const std::string& value);
+    void setAttributes(const Element& element, const xml::Attributes& attributes);
+    bool truthOf(std::string_view name, const std::string& value);
+    int numberOf(std::string_view name, const std::string& value);
+    [[noreturn]] void refuse(const std::string& reason);
+
+    ExportResponse* response_;
+    const xml::Locator* locator_ = nullptr;
+    std::size_t depth_ = 0;
+    std::vector<ExportResponse::Warning>* list_ = nullptr;  // that the open element `warnings` stands for
+    std::string refusal_;
+};
+
+const std::array<ResponseCollector::Element, 3> ResponseCollector::kElements = {
+    {{"exportResponse", &ResponseCollector::setOfResponse, "success"},
+     {"warnings", &ResponseCollector::setOfWarnings, "code"},
+     {"warning", &ResponseCollector::setOfWarning, nullptr}}};
+
+void ResponseCollector::refuse(const std::string& reason) {
+    refusal_ = locator_ == nullptr
+                   ? reason
+                   : withPlace(locator_->getLineNumber(), locator_->getColumnNumber(), reason);
+    throw xml::SAXException();
+}
+
+void ResponseCollector::startElement(const XMLCh* /*uri*/, const XMLCh* /*localName*/,
+                                     const XMLCh* qualifiedName, const xml::Attributes& attributes) {
+    const std::string name = utf8Of(qualifiedName);
+    if (depth_ == 0 && name != kElements[0].name) {
+        refuse("The answer is no exportResponse but " + quoted(name));
+    }
+    if (depth_ == kElements.size() || name != kElements.at(depth_).name) {
+        refuse("The element " + quoted(name) + " may not stand in " + kElements.at(depth_ - 1).name);
+    }
+    if (depth_ == 2) list_->emplace_back();
+    setAttributes(kElements.at(depth_), attributes);
+    ++depth_;
+}
+
+void ResponseCollector::setAttributes(const Element& element, const xml::Attributes& attributes) {
+    bool complete = element.required == nullptr;
+    for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+        const std::string name = utf8Of(attributes.getQName(i));
+        if (!(this->*element.set)(name, utf8Of(attributes.getValue(i)))) {
+            refuse("The element " + std::string(element.name) + " has no attribute " + quoted(name));
+        }
+        complete = complete || name == element.required;
+    }
+    if (!complete) {
+        refuse("The element " + std::string(element.name) + " lacks the attribute " +
+               quoted(element.required));
+    }
+}
+
+bool ResponseCollector::setOfResponse(std::string_view name, const std::string& value) {
+    if (name == "success") {
+        response_->success = truthOf(name, value);
+    } else if (name == "errorCode") {
+        response_->errorCode = numberOf(name, value);
+    } else if (name == "imageCount") {
+        response_->imageCount = numberOf(name, value);
+        response_->imageCountPresent = true;
+        if (response_->imageCount < 0) refuse("The attribute \"imageCount\" is below 0");
+    } else if (name == "name") {
+        response_->name = fromUtf8(value);
+    } else if (name == "documentFile") {
+        response_->documentFile = fromUtf8(value);
+    } else if (name == "imageRoot") {
+        response_->imageRoot = fromUtf8(value);
+    } else if (name == "imageFormat") {
+        response_->imageFormat = fromUtf8(value);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool ResponseCollector::setOfWarnings(std::string_view name, const std::string& value) {
+    if (name != "code") return false;
+    const int code = numberOf(name, value);
+    if (code < 0 || static_cast<std::size_t>(code) >= ExportResponse::kWarningCodes) {
+        refuse("There are no warnings with the code " + quoted(value));
+    }
+    list_ = &response_->warnings.at(static_cast<std::size_t>(code));
+    return true;
+}
+
+bool ResponseCollector::setOfWarning(std::string_view name, const std::string& value) {
+    if (name != "first" && name != "second") return false;
+    (name == "first" ? list_->back().first : list_->back().second) = fromUtf8(value);
+    return true;
+}
+
+bool ResponseCollector::truthOf(std::string_view name, const std::string& value) {
+    if (value != "true" && value != "false") {
+        refuse("The attribute \"" + std::string(name) + "\" is neither true nor false but " + quoted(value));
+    }
+    return value == "true";
+}
+
+int ResponseCollector::numberOf(std::string_view name, const std::string& value) {
+    const std::optional<int> number = wholeNumber(value);
+    if (!number) {
+        refuse("The attribute \"" + std::string(name) + "\" is no whole number but " + quoted(value));
+    }
+    return *number;
+}
+
+void ResponseCollector::endElement(const XMLCh* /*uri*/, const XMLCh* /*localName*/,
+                                   const XMLCh* /*qualifiedName*/) {
+    --depth_;
+}
+
+void ResponseCollector::characters(const XMLCh* text, XMLSize_t length) {
+    for (XMLSize_t i = 0; i < length; ++i) {
+        if (!isBlank(text[i])) refuse("There is text between the elements");
+    }
+}
+
+void ResponseCollector::startDTD(const XMLCh* /*name*/, const XMLCh* /*publicId*/,
+                                 const XMLCh* /*systemId*/) {
+    refuse("There is a document type declaration");
+}
+
+void ResponseCollector::fatalError(const xml::SAXParseException& error) {
+    refusal_ = withPlace(error.getLineNumber(), error.getColumnNumber(), utf8Of(error.getMessage()));
+    throw xml::SAXException();
+}
+
+void parse(std::string_view answer, ResponseCollector& collector) {
+    const std::unique_ptr<xml::SAX2XMLReader> reader(xml::XMLReaderFactory::createXMLReader());
+    reader->setFeature(xml::XMLUni::fgSAX2CoreValidation, false);
+    reader->setFeature(xml::XMLUni::fgXercesSchema, false);
+    // No name of an answer has a colon; without namespaces one that has is refused as any other.
+    reader->setFeature(xml::XMLUni::fgSAX2CoreNameSpaces, false);
+    // A declaration of a document type is refused where it begins; these hold for what it might get read.
+    reader->setFeature(xml::XMLUni::fgXercesLoadExternalDTD, false);
+    reader->setFeature(xml::XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    reader->setContentHandler(&collector);
+    reader->setLexicalHandler(&collector);
+    reader->setErrorHandler(&collector);
+    const auto* const first = reinterpret_cast<const XMLByte*>(answer.data());
+    xml::MemBufInputSource source(first, answer.size(), "answer");
+    source.setEncoding(xml::XMLUni::fgUTF8EncodingString);
+    reader->parse(source);
+}
+
+}  // namespace
+
+std::string readExportResponse(std::string_view answer, ExportResponse& response) {
+    if (!xmlLibraryWorks()) return "The XML parser could not be started";
+    if (answer.size() > kLongestAnswer) return "The answer is longer than 16 MiB";
+    ResponseCollector collector(response);
+    try {
+        parse(answer, collector);
+        return {};
+    } catch (...) {
+        // The XML library throws objects of several unrelated classes; each means that this is no answer.
+        response = {};
+    }
+    return collector.refusal().empty() ? "The answer cannot be read as XML" : fromUtf8(collector.refusal());
+}
+
+}  // namespace vexa
