@@ -30,6 +30,22 @@ std::string formatBound(double value) {
 
 bool hasCode(const TokenInfoObj& token, int code) { return token.getOperatorCode() == code; }
 
+/// True when the token at `place` is an opening parenthesis without a closing one.
+bool opensUnclosed(Tokens value, std::size_t place) {
+    std::size_t depth = 0;
+    for (std::size_t i = place; i < value.size(); ++i) {
+        if (hasCode(value[i], TokenSequenceBase::openParenthesis)) {
+            ++depth;
+        } else if (depth > 0 && hasCode(value[i], TokenSequenceBase::closeParenthesis)) {
+            --depth;
+        }
+        if (depth == 0) {
+            return false;
+        }
+    }
+    return depth > 0;
+}
+
 std::vector<std::string_view> qualifierNames(const ParamDescriptor& parameter) {
     std::vector<std::string_view> names = parameter.stringValues();
     for (const ParamDescriptor& each : parameter.qualifiers()) {
@@ -152,8 +168,7 @@ class ValueCheck {
     [[nodiscard]] Result checkQualifiers(Tokens value) const {
         std::vector<QualifierObj> qualifiers;
         const auto stopped = readQualifiers(parameter_.spec(), value, qualifiers);
-        if (stopped && *stopped < value.size() &&
-            hasCode(value[*stopped], TokenSequenceBase::openParenthesis)) {
+        if (stopped && opensUnclosed(value, *stopped)) {
             return ValueError{
                 "The list of " + std::string(parameter_.name()) + " is not closed: \")\" is missing.",
                 value[*stopped].offset()};

@@ -197,6 +197,10 @@ INSTANTIATE_TEST_SUITE_P(
             qualified(Spec::qualifierList, Spec::integer).checkedByCommand(), "P(5)",
             "3: P takes a list in parentheses, such as (FIRST=...), of LAST, FIRST, SECOND or BARE. Found "
             "\"5\"."},
+        ValueCase{
+            qualified(Spec::qualifierList, Spec::integer), "P((FIRST=2))",
+            "3: P takes a list in parentheses, such as (FIRST=...), of LAST, FIRST, SECOND or BARE. Found "
+            "\"(\"."},
         ValueCase{qualified(Spec::qualifierList, Spec::integer), "P(FIRST=2",
                   "2: The list of P is not closed: \")\" is missing."},
         ValueCase{
@@ -236,6 +240,15 @@ INSTANTIATE_TEST_SUITE_P(
                   "8: P takes LAST, FIRST, SECOND or BARE with its value, such as FIRST(...). Found \"=\"."},
         ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=FIRST(1) 2",
                   "12: P takes LAST, FIRST, SECOND or BARE with its value, such as FIRST(...). Found \"2\"."},
+        ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=(5)",
+                  "3: P takes LAST, FIRST, SECOND or BARE with its value, such as FIRST(...). Found \"(\"."},
+        ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=(5",
+                  "3: The list of P is not closed: \")\" is missing."},
+        ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=((5) 6",
+                  "3: The list of P is not closed: \")\" is missing."},
+        ValueCase{qualified(Spec::qualifiedValue, Spec::number).checkedByCommand(), "P=(5)", "{P=( 5 )}"},
+        ValueCase{qualified(Spec::qualifiedValue, Spec::number).checkedByCommand(), "P=(5",
+                  "3: The list of P is not closed: \")\" is missing."},
         ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=FIRST(1",
                   "8: The list of P is not closed: \")\" is missing."},
         ValueCase{
@@ -257,6 +270,10 @@ INSTANTIATE_TEST_SUITE_P(
                               std::string("8: ") + kLists},
                     ValueCase{qualified(Spec::qualifiedLists, Spec::literals), "P=THIRD('a')",
                               std::string("3: ") + kLists + " Found \"THIRD\"."},
+                    ValueCase{qualified(Spec::qualifiedLists, Spec::literals), "P=(FIRST('a'))",
+                              std::string("3: ") + kLists + " Found \"(\"."},
+                    ValueCase{qualified(Spec::qualifiedLists, Spec::literals), "P=FIRST('a') ('b')",
+                              std::string("14: ") + kLists + " Found \"(\"."},
                     ValueCase{qualified(Spec::qualifiedLists, Spec::literals), "P=FIRST('a' 'b'",
                               "8: The list of P is not closed: \")\" is missing."},
                     ValueCase{qualified(Spec::qualifiedLists, Spec::literals).checkedByCommand(),
