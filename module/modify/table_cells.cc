@@ -33,7 +33,8 @@ constexpr QualifierRow kWidthUnits[] = {{"CENTIMETERS", Spec::tokens, "width"},
                                         {"INCHES", Spec::tokens, "width"},
                                         {"POINTS", Spec::tokens, "width"}};
 
-constexpr auto kColumnWidth = optionalParameter("COLUMNWIDTH", Spec::qualifiedValue).qualifiedBy(kWidthUnits);
+constexpr auto kColumnWidth =
+    optionalParameter("COLUMNWIDTH", Spec::qualifiedValue).qualifiedBy(kWidthUnits).checked();
 
 constexpr ParameterRow kParameters[] = {
     kCellSelection,
