@@ -32,10 +32,15 @@ class FixedAdapter : public ClientAdapter {
     bool isLocalMode() override { return localMode; }
     OutputController* outputController() override { return controller; }
     std::string exchangeExport(const std::string& /*specification*/) override { return {}; }
-    std::string exchangeModify(const std::string& /*request*/) override { return {}; }
+    std::string exchangeModify(const std::string& request) override {
+        modifications.push_back(request);
+        return reply;
+    }
 
     OutputController* controller = nullptr;
     bool localMode = true;
+    std::vector<std::string> modifications;  ///< requests of modifications
+    std::string reply;                       ///< to each of them
 };
 
 class CommandFixture : public testing::Test, public LogListener {
