@@ -1,0 +1,2 @@
+vexa_fuzz_target(modify LINKS vexa_modify vexa_frame vexa_backend)
+vexa_fuzz_target(modify_reply LINKS vexa_modify vexa_frame vexa_backend)
