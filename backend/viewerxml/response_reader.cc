@@ -2,18 +2,16 @@
 
 #include <array>
 #include <charconv>
-#include <memory>
 #include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 #include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include "backend/platform/character_set.h"
@@ -49,6 +47,21 @@ std::string withPlace(XMLFileLoc line, XMLFileLoc column, const std::string& tex
     return "Line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + text;
 }
 
+/// The place of the byte behind `before`, as the parser counts: characters, from 1.
+std::string withPlaceBehind(std::string_view before, const std::string& text) {
+    XMLFileLoc line = 1;
+    XMLFileLoc column = 1;
+    for (const char byte : before) {
+        if (byte == '\n') {
+            ++line;
+            column = 1;
+        } else if ((static_cast<unsigned char>(byte) & 0xC0U) != 0x80U) {
+            ++column;
+        }
+    }
+    return withPlace(line, column, text);
+}
+
 bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t' || unit == '\n' || unit == '\r'; }
 
 /// A whole number in decimal digits, blanks around it.
@@ -75,8 +88,8 @@ class ResponseCollector final : public xml::DefaultHandler {
                       const xml::Attributes& attributes) override;
     void endElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName) override;
     void characters(const XMLCh* text, XMLSize_t length) override;
-    void startDTD(const XMLCh* name, const XMLCh* publicId, const XMLCh* systemId) override;
     void fatalError(const xml::SAXParseException& error) override;
+    [[noreturn]] void refuse(const std::string& reason);
 
   private:
     /// One attribute of the element that begins; `value` is UTF-8. False when the element has no such
@@ -97,7 +110,6 @@ class ResponseCollector final : public xml::DefaultHandler {
     void setAttributes(const Element& element, const xml::Attributes& attributes);
     bool truthOf(std::string_view name, const std::string& value);
     int numberOf(std::string_view name, const std::string& value);
-    [[noreturn]] void refuse(const std::string& reason);
 
     ExportResponse* response_;
     const xml::Locator* locator_ = nullptr;
@@ -212,32 +224,42 @@ void ResponseCollector::characters(const XMLCh* text, XMLSize_t length) {
     }
 }
 
-void ResponseCollector::startDTD(const XMLCh* /*name*/, const XMLCh* /*publicId*/,
-                                 const XMLCh* /*systemId*/) {
-    refuse("There is a document type declaration");
-}
-
 void ResponseCollector::fatalError(const xml::SAXParseException& error) {
     refusal_ = withPlace(error.getLineNumber(), error.getColumnNumber(), utf8Of(error.getMessage()));
     throw xml::SAXException();
 }
 
+/// Refuses every document type declaration where it begins; a lexical handler hears of none that is only a
+/// name.
+class AnswerParser final : public xml::SAX2XMLReaderImpl {
+  public:
+    explicit AnswerParser(ResponseCollector& collector) : collector_(&collector) {
+        setContentHandler(&collector);
+        setLexicalHandler(&collector);
+        setErrorHandler(&collector);
+        setFeature(xml::XMLUni::fgSAX2CoreValidation, false);
+        setFeature(xml::XMLUni::fgXercesSchema, false);
+        // No name of an answer has a colon; without namespaces one that has is refused as any other.
+        setFeature(xml::XMLUni::fgSAX2CoreNameSpaces, false);
+        setFeature(xml::XMLUni::fgXercesLoadExternalDTD, false);
+        setFeature(xml::XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    }
+
+    void doctypeDecl(const xml::DTDElementDecl& /*element*/, const XMLCh* /*publicId*/,
+                     const XMLCh* /*systemId*/, bool /*internal*/, bool /*external*/) override {
+        collector_->refuse("There is a document type declaration");
+    }
+
+  private:
+    ResponseCollector* collector_;
+};
+
 void parse(std::string_view answer, ResponseCollector& collector) {
-    const std::unique_ptr<xml::SAX2XMLReader> reader(xml::XMLReaderFactory::createXMLReader());
-    reader->setFeature(xml::XMLUni::fgSAX2CoreValidation, false);
-    reader->setFeature(xml::XMLUni::fgXercesSchema, false);
-    // No name of an answer has a colon; without namespaces one that has is refused as any other.
-    reader->setFeature(xml::XMLUni::fgSAX2CoreNameSpaces, false);
-    // A declaration of a document type is refused where it begins; these hold for what it might get read.
-    reader->setFeature(xml::XMLUni::fgXercesLoadExternalDTD, false);
-    reader->setFeature(xml::XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    reader->setContentHandler(&collector);
-    reader->setLexicalHandler(&collector);
-    reader->setErrorHandler(&collector);
+    AnswerParser parser(collector);
     const auto* const first = reinterpret_cast<const XMLByte*>(answer.data());
     xml::MemBufInputSource source(first, answer.size(), "answer");
     source.setEncoding(xml::XMLUni::fgUTF8EncodingString);
-    reader->parse(source);
+    parser.parse(source);
 }
 
 }  // namespace
@@ -245,6 +267,10 @@ void parse(std::string_view answer, ResponseCollector& collector) {
 std::string readExportResponse(std::string_view answer, ExportResponse& response) {
     if (!xmlLibraryWorks()) return "The XML parser could not be started";
     if (answer.size() > kLongestAnswer) return "The answer is longer than 16 MiB";
+    // The parser takes a zero behind the document for its end, whatever follows.
+    const std::size_t zero = answer.find('\0');
+    if (zero != std::string_view::npos)
+        return withPlaceBehind(answer.substr(0, zero), "There is a zero byte");
     ResponseCollector collector(response);
     try {
         parse(answer, collector);

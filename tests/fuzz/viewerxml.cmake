@@ -1,0 +1,1 @@
+vexa_fuzz_target(export_response LINKS vexa_backend)
