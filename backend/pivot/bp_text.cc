@@ -18,6 +18,20 @@ std::string translated(const std::string& text) {
     return std::string(dictionary.lookUp(dictionary.procedure(), text));
 }
 
+bool hasMarker(std::string_view text) {
+    for (std::size_t at = text.find('^'); at != std::string_view::npos; at = text.find('^', at + 1)) {
+        if (at + 1 < text.size() && text[at + 1] >= '1' && text[at + 1] <= '9') return true;
+    }
+    return false;
+}
+
+std::string withList(std::string text, const std::vector<std::string>& items) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        text.append(i == 0 ? " " : ", ").append(items[i]);
+    }
+    return text;
+}
+
 std::string countText(double value) {
     if (!std::isfinite(value)) return ".";
     // Adding zero turns -0 into 0; the largest double has 309 digits.
@@ -46,7 +60,8 @@ BpComposite& BpComposite::Add(const BpString& argument) {
 void BpComposite::Finish() { finished_ = true; }
 
 std::string BpComposite::shown() const {
-    return replaceMarkers(translatable_ ? translated(text_) : text_, arguments_);
+    const std::string text = translatable_ ? translated(text_) : text_;
+    return hasMarker(text) ? replaceMarkers(text, arguments_) : withList(text, arguments_);
 }
 
 BpNumber::BpNumber(double value, BpNumberFormat format) : value_(value), format_(format) {}

@@ -42,7 +42,8 @@ class BpString : public BpCellText {
 };
 
 /// A text with markers, and the texts that replace them: the first added replaces ^1, the second ^2, and so
-/// on. A marker without an argument stays as it is; an argument without a marker is listed but not shown.
+/// on. A marker without an argument stays as it is; arguments of a text without any marker are shown as a
+/// list behind it.
 class BpComposite : public BpCellText {
   public:
     BpComposite(std::string_view text, int flag);

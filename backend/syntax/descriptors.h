@@ -77,8 +77,9 @@ class ParamDescriptor {
     ParamDescriptor& addQualifDesc(ParamDescriptor qualifier);
     ParamDescriptor& setBracketOption(UPSpecTypes::BracketOptions brackets);
     /// The command has a rule of its own for values that do not fit: the parser lets them through, whatever
-    /// they are, as long as their brackets are closed. Values and bounds stay declared, for help and
-    /// completion. A qualifier may be marked by itself; the mark of its parameter counts for all of them.
+    /// they are, as long as their brackets are closed (and lists of words hold words or quoted texts). Values
+    /// and bounds stay declared, for help and completion. A qualifier may be marked by itself; the mark of
+    /// its parameter counts for all of them.
     ParamDescriptor& checkedByCommand();
     /// What the value is called in help texts, such as "file" or "name".
     ParamDescriptor& setValueLabel(std::string_view label);

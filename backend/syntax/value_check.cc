@@ -100,15 +100,18 @@ class ValueCheck {
     }
 
     [[nodiscard]] Result checkList(Tokens value) const {
-        if (parameter_.isCheckedByCommand()) {
-            return std::nullopt;
-        }
         for (const TokenInfoObj& token : value) {
-            if (Result error = checkItem(token)) {
+            if (Result error = parameter_.isCheckedByCommand() ? checkKind(token) : checkItem(token)) {
                 return error;
             }
         }
         return std::nullopt;
+    }
+
+    /// Which word it is is the command's to judge; what is no word at all stays the parser's.
+    [[nodiscard]] Result checkKind(const TokenInfoObj& token) const {
+        const bool wrong = parameter_.spec() == Spec::words && !token.isWordLike() && !token.isLiteral();
+        return wrong ? Result(refusal(token, parameter_.stringValues())) : std::nullopt;
     }
 
     [[nodiscard]] Result checkItem(const TokenInfoObj& token) const {

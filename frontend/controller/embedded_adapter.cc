@@ -5,13 +5,25 @@
 
 namespace vexa::frontend {
 
-std::string EmbeddedAdapter::exchangeExport(const std::string& /*specification*/) { return {}; }
+namespace {
 
-std::string EmbeddedAdapter::exchangeModify(const std::string& /*request*/) {
+void warn(const char* message) {
     constexpr BpErrorShow kShow = 2;
     constexpr BpErrorLevel kWarning = 2;
+    constexpr int kTranslatable = 1;
+    BpError(BpString(message, kTranslatable), kShow, kWarning);
+}
+
+}  // namespace
+
+std::string EmbeddedAdapter::exchangeExport(const std::string& /*specification*/) {
+    warn(messages::nothingExported);
+    return {};
+}
+
+std::string EmbeddedAdapter::exchangeModify(const std::string& /*request*/) {
     // The command reads the counts of the reply and nothing else, so whoever waits for a change is told here.
-    BpError(BpString(messages::nothingModified, 1), kShow, kWarning);
+    warn(messages::nothingModified);
     return messages::modificationMissing;
 }
 

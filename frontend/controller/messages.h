@@ -93,6 +93,7 @@ inline constexpr char unknownRequest[] =
 /// A reply to a modification, whose counts (selected, modified, deleted) stand in parentheses.
 inline constexpr char modificationMissing[] =
     "Output not modified (0,0,0). The embedded output controller cannot modify documents yet.";
+inline constexpr char nothingExported[] = "Nothing was exported: this front end cannot export documents yet.";
 inline constexpr char nothingModified[] = "Nothing was modified: this front end cannot modify documents yet.";
 
 /// Outline labels.

@@ -2,6 +2,7 @@
 // once it has recognised the command; each fetches the command's tokens itself.
 
 #include "module/document/commands.h"
+#include "module/export/commands.h"
 #include "module/modify/commands.h"
 
 extern "C" {
@@ -14,5 +15,6 @@ void OUTACTIV8() { vexa::outputActivate(); }
 void OUTDISP() { vexa::outputDisplay(); }
 void OUTNAME() { vexa::outputName(); }
 void OUTMODIFY() { vexa::outputModify(); }
+void OUTEXPORT() { vexa::outputExport(); }
 
 }  // extern "C"

@@ -6,12 +6,24 @@ namespace vexa {
 
 namespace {
 
+/// What qualifiers and parameters have in common.
+template <typename Row>
+void setRules(ParamDescriptor& descriptor, const Row& row) {
+    if (row.lower) {
+        descriptor.setLowerBoundary(row.lower->value, row.lower->option);
+    }
+    if (row.upper) {
+        descriptor.setUpperBoundary(row.upper->value, row.upper->option);
+    }
+    if (row.checkedByCommand) {
+        descriptor.checkedByCommand();
+    }
+}
+
 ParamDescriptor describe(const QualifierRow& row) {
     ParamDescriptor qualifier(row.name, row.spec, false, true);
     qualifier.setValueLabel(row.valueLabel);
-    if (row.lower) {
-        qualifier.setLowerBoundary(row.lower->value, row.lower->option);
-    }
+    setRules(qualifier, row);
     return qualifier;
 }
 
@@ -24,12 +36,7 @@ ParamDescriptor describe(const ParameterRow& row) {
     for (const QualifierRow& qualifier : row.qualifiers) {
         parameter.addQualifDesc(describe(qualifier));
     }
-    if (row.lower) {
-        parameter.setLowerBoundary(row.lower->value, row.lower->option);
-    }
-    if (row.checkedByCommand) {
-        parameter.checkedByCommand();
-    }
+    setRules(parameter, row);
     return parameter;
 }
 

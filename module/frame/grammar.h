@@ -18,12 +18,20 @@ inline constexpr std::string_view kNone[] = {"NONE"};
     return {value, UPSpecTypes::BoundaryOption::inclusive};
 }
 
+/// A bound that the number itself must not reach.
+[[nodiscard]] constexpr Boundary above(double value) {
+    return {value, UPSpecTypes::BoundaryOption::exclusive};
+}
+[[nodiscard]] constexpr Boundary atMost(double value) { return atLeast(value); }
+
 /// One qualifier of a parameter's value.
 struct QualifierRow {
     std::string_view name;
     UPSpecTypes::ParamSpec spec;
     std::string_view valueLabel = {};
     std::optional<Boundary> lower = {};
+    std::optional<Boundary> upper = {};
+    bool checkedByCommand = false;
 };
 
 /// One parameter of a subcommand. The operations at the end give a changed copy.
@@ -37,6 +45,7 @@ struct ParameterRow {
     std::span<const QualifierRow> qualifiers = {};
     UPSpecTypes::BracketOptions brackets = UPSpecTypes::BracketOptions::none;
     std::optional<Boundary> lower = {};
+    std::optional<Boundary> upper = {};
     bool checkedByCommand = false;
 
     [[nodiscard]] constexpr ParameterRow of(std::span<const std::string_view> stringValues) const {
@@ -54,9 +63,11 @@ struct ParameterRow {
         row.brackets = option;
         return row;
     }
-    [[nodiscard]] constexpr ParameterRow boundedBy(Boundary bound) const {
+    [[nodiscard]] constexpr ParameterRow boundedBy(Boundary lowest,
+                                                   std::optional<Boundary> greatest = {}) const {
         ParameterRow row = *this;
-        row.lower = bound;
+        row.lower = lowest;
+        row.upper = greatest;
         return row;
     }
     /// The command has a rule of its own for values that do not fit.

@@ -19,8 +19,14 @@ void reportMessage(std::string_view text, std::string_view argument, BpErrorLeve
 }
 
 void reportWithArgument(std::string_view text, std::string_view argument, BpErrorLevel level) {
+    reportList(text, {argument}, level);
+}
+
+void reportList(std::string_view text, const std::vector<std::string_view>& arguments, BpErrorLevel level) {
     BpComposite message(text, kMessageText);
-    message.Add(BpString(argument, kInsertedArgument));
+    for (const std::string_view argument : arguments) {
+        message.Add(BpString(argument, kInsertedArgument));
+    }
     message.Finish();
     BpError(message, kShow, level);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "backend/pivot/bp_text.h"
 
@@ -17,6 +18,9 @@ void reportMessage(std::string_view text, std::string_view argument, BpErrorLeve
 
 /// The same also for an empty argument.
 void reportWithArgument(std::string_view text, std::string_view argument, BpErrorLevel level);
+
+/// Reports `text` with a list of arguments, not translatable, that is shown behind it.
+void reportList(std::string_view text, const std::vector<std::string_view>& arguments, BpErrorLevel level);
 
 /// Reports `text` alone.
 void reportPlain(std::string_view text, BpErrorLevel level);

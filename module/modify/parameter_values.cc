@@ -3,22 +3,10 @@
 #include <algorithm>
 #include <limits>
 
-#include "backend/tokens/token_sequence.h"
 #include "module/frame/date_time_symbols.h"
 #include "module/frame/xml_text.h"
 
 namespace vexa {
-
-std::optional<TextValue> textValue(const ParamObj& parameter) {
-    TextValue value;
-    if (parameter.getStringOrLiteral(value.text, value.isLiteral)) {
-        return value;
-    }
-    if (parameter.isOperatorValue(TokenSequenceBase::all)) {
-        return TextValue{parameter.getStringToken()};
-    }
-    return std::nullopt;
-}
 
 std::string textOf(const SubComObj& subcommand, std::string_view name) {
     const ParamObj* const parameter = subcommand.getParamObj(name);

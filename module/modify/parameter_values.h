@@ -2,22 +2,13 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "backend/syntax/command_spec.h"
+#include "module/frame/text_value.h"
 
 namespace vexa {
-
-/// A value that is one quoted text or one word, ALL among them.
-struct TextValue {
-    std::string_view text;  ///< lives as long as the command's tokens
-    bool isLiteral = false;
-};
-
-/// Nothing when the value is anything else.
-[[nodiscard]] std::optional<TextValue> textValue(const ParamObj& parameter);
 
 /// The text of the parameter `name`; empty when it was not given or is no text.
 [[nodiscard]] std::string textOf(const SubComObj& subcommand, std::string_view name);

@@ -1,0 +1,213 @@
+// OUTPUT EXPORT: exports a document to one document format, to images, or both. The command becomes one
+// export specification; the front end writes the files.
+
+#include <iterator>
+#include <utility>
+
+#include "backend/pivot/bp_procedure.h"
+#include "backend/pivot/output_log.h"
+#include "backend/syntax/universal_parser.h"
+#include "backend/tokens/token_sequence.h"
+#include "module/export/commands.h"
+#include "module/export/export_response.h"
+#include "module/export/format_values.h"
+#include "module/export/formats.h"
+#include "module/frame/report.h"
+#include "module/frame/text_value.h"
+#include "module/frame/xml_text.h"
+
+namespace vexa {
+
+namespace {
+
+using Spec = UPSpecTypes::ParamSpec;
+
+constexpr std::string_view kName = "OUTPUT EXPORT";
+constexpr std::string_view kTitle = "Output Export";
+constexpr int kProcedureValue = 2;
+
+constexpr Choice kPrintOptions[] = {{"ALWAYS", 0}, {"NEVER", 1}, {"ERRORS", 2}};
+constexpr Choice kExportTypes[] = {{"ALL", 0}, {"VISIBLE", 1}};
+constexpr Choice kLayers[] = {{"PRINTSETTING", 0}, {"ALL", 1}, {"VISIBLE", 2}};
+constexpr auto kPrintWords = wordsOf(kPrintOptions);
+constexpr auto kExportWords = wordsOf(kExportTypes);
+constexpr auto kLayerWords = wordsOf(kLayers);
+
+constexpr ParameterRow kParameters[] = {
+    optionalParameter("NAME", Spec::tokens, "name"),
+    optionalParameter("PRINT", Spec::word).of(kPrintWords),
+};
+
+constexpr ParameterRow kContentsParameters[] = {
+    optionalParameter("EXPORT", Spec::word).of(kExportWords),
+    optionalParameter("LAYERS", Spec::word).of(kLayerWords),
+    optionalParameter("MODELVIEWS", Spec::word).of(kLayerWords),
+};
+
+constexpr SubcommandRow kLeading{"", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
+constexpr SubcommandRow kContents{"CONTENTS", UPSpecTypes::SubComSpec::keywordParameters, false, false,
+                                  kContentsParameters};
+
+const SubcommandRow* const kSubcommands[] = {
+    &kLeading,    &kContents,    &kDocGrammar, &kHtmlGrammar, &kReportGrammar, &kPdfGrammar,
+    &kPptGrammar, &kTextGrammar, &kXlsGrammar, &kXlsxGrammar, &kXlsmGrammar,   &kBmpGrammar,
+    &kEmfGrammar, &kEpsGrammar,  &kJpgGrammar, &kPngGrammar,  &kTifGrammar};
+
+constexpr std::string_view kTwoImages =
+    "Exporting to more than one image type in a single OUTPUT EXPORT command is not allowed...";
+// Names HTML and TEXT alone, though REPORT may have images too; this is meant.
+constexpr std::string_view kImagesBesideDocument =
+    "Image file formats cannot be specified for document types other than HTML and TEXT...";
+constexpr std::string_view kTwoDocuments =
+    "Exporting to more than one document type in a single OUTPUT EXPORT command is not allowed.";
+
+/// One run of the command. Its parts are destroyed in reverse order; nothing is kept between two runs.
+class ExportCommand {
+  public:
+    ExportCommand() : procedure_(kTitle, kProcedureValue), descriptor_(kName, kTitle) {
+        messages_.SetCommandName(kName);
+        messages_.SetProcedureTitle(kName);
+        descriptor_.reserveSubComs(std::size(kSubcommands));
+        for (const SubcommandRow* const row : kSubcommands) {
+            descriptor_.addSubComDesc(describe(*row));
+        }
+    }
+
+    /// False on a syntax error, which the parser has reported.
+    [[nodiscard]] bool parse() {
+        const int result = UniversalParser(tokens_, command_, descriptor_).getCommandSpecifications();
+        BP_FLUSHLOG();
+        return result == 0;
+    }
+
+    void run();
+
+  private:
+    void readGlobal();
+    void readContents();
+    /// 1 when the format was read, 0 otherwise; the file of one that was read is what reports name.
+    template <typename Format>
+    [[nodiscard]] int readDocument(ReadDocument<Format> read, Format& format) {
+        std::string path;
+        if (!read(command_, messages_, format, path)) {
+            return 0;
+        }
+        documentFile_ = std::move(path);
+        return 1;
+    }
+    [[nodiscard]] int readTextDocuments();
+    [[nodiscard]] int readImages(bool rootRequired);
+    [[nodiscard]] int readOtherDocuments();
+    void dropImages();
+    void send();
+
+    BpProcedure procedure_;
+    CommandDescriptor descriptor_;
+    VEXA_TokenSequence tokens_{true};
+    CommandSpec command_;
+    ParserMessage messages_;
+    ExportSpec spec_;
+    std::string documentFile_;
+};
+
+void ExportCommand::readGlobal() {
+    const SubComObj& leading = *command_.getSubComObj("");
+    const ParamObj* const name = leading.getParamObj("NAME");
+    if (const std::optional<TextValue> value = name != nullptr ? textValue(*name) : std::nullopt) {
+        spec_.global().setName(escapeXml(value->text));
+    }
+    const KeywordOption<ExportGlobalSpec> options[] = {
+        {"PRINT", kPrintOptions, setNumber<ExportGlobalSpec, &ExportGlobalSpec::setPrintOption>}};
+    readKeywords<ExportGlobalSpec>(leading, options, spec_.global());
+}
+
+void ExportCommand::readContents() {
+    const SubComObj* const given = command_.getSubComObj("CONTENTS");
+    if (given == nullptr) {
+        return;
+    }
+    const KeywordOption<ExportContentsSpec> options[] = {
+        {"EXPORT", kExportTypes, setNumber<ExportContentsSpec, &ExportContentsSpec::setExport>},
+        {"LAYERS", kLayers, setNumber<ExportContentsSpec, &ExportContentsSpec::setLayers>},
+        {"MODELVIEWS", kLayers, setNumber<ExportContentsSpec, &ExportContentsSpec::setModelViews>}};
+    spec_.contents().setModelViews(ExportContentsSpec::MODELVIEWS_TYPE::PRINTSETTING);
+    readKeywords<ExportContentsSpec>(*given, options, spec_.contents());
+}
+
+/// The formats that images can go with. How many were read.
+int ExportCommand::readTextDocuments() {
+    int count = 0;
+    count += readDocument(readHtml, spec_.html());
+    count += readDocument(readReport, spec_.report());
+    count += readDocument(readText, spec_.text());
+    return count;
+}
+
+int ExportCommand::readImages(bool rootRequired) {
+    int count = 0;
+    count += readBmp(command_, messages_, spec_.bmp(), rootRequired) ? 1 : 0;
+    count += readEmf(command_, messages_, spec_.emf(), rootRequired) ? 1 : 0;
+    count += readEps(command_, messages_, spec_.eps(), rootRequired) ? 1 : 0;
+    count += readJpg(command_, messages_, spec_.jpg(), rootRequired) ? 1 : 0;
+    count += readPng(command_, messages_, spec_.png(), rootRequired) ? 1 : 0;
+    count += readTif(command_, messages_, spec_.tif(), rootRequired) ? 1 : 0;
+    return count;
+}
+
+int ExportCommand::readOtherDocuments() {
+    int count = 0;
+    count += readDocument(readDoc, spec_.doc());
+    count += readDocument(readPdf, spec_.pdf());
+    count += readDocument(readPpt, spec_.ppt());
+    count += readDocument(readXls, spec_.xls());
+    count += readDocument(readXlsx, spec_.xlsx());
+    count += readDocument(readXlsm, spec_.xlsm());
+    return count;
+}
+
+void ExportCommand::dropImages() {
+    for (ExportFormat* const images : std::initializer_list<ExportFormat*>{
+             &spec_.bmp(), &spec_.emf(), &spec_.eps(), &spec_.jpg(), &spec_.png(), &spec_.tif()}) {
+        images->setOptionPresent(false);
+    }
+}
+
+void ExportCommand::send() {
+    const ExportReporting reporting(procedure_, spec_.global().getPrintOption(), documentFile_);
+    reporting.send(spec_);
+}
+
+void ExportCommand::run() {
+    readGlobal();
+    readContents();
+    const int textDocuments = readTextDocuments();
+    int images = readImages(textDocuments == 0);
+    if (images > 1) {
+        reportPlain(kTwoImages, kWarningLevel);  // and all of them are exported; this is meant
+    }
+    const int otherDocuments = readOtherDocuments();
+    if (otherDocuments > 0 && images > 0) {
+        reportPlain(kImagesBesideDocument, kWarningLevel);
+        dropImages();
+        images = 0;
+    }
+    if (textDocuments + otherDocuments > 1) {
+        reportPlain(kTwoDocuments, kErrorLevel);
+    } else if (textDocuments + otherDocuments + images > 0) {
+        send();
+    } else {
+        messages_.SubComRequired({"DOC", "HTML", "REPORT", "PDF", "PPT", "TEXT", "XLS", "XLSX", "XLSM", "BMP",
+                                  "EMF", "EPS", "JPG", "PNG", "TIF"});
+    }
+}
+
+}  // namespace
+
+void outputExport() {
+    ExportCommand command;
+    if (command.parse()) {
+        command.run();
+    }
+}
+
+}  // namespace vexa

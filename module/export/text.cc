@@ -1,0 +1,95 @@
+// TEXT: plain text, with images beside it.
+
+#include "backend/platform/character_set.h"
+#include "module/export/format_values.h"
+#include "module/export/formats.h"
+#include "module/export/targets.h"
+#include "module/frame/text_value.h"
+
+namespace vexa {
+
+namespace {
+
+using Spec = UPSpecTypes::ParamSpec;
+
+constexpr Choice kEncodings[] = {{"LOCALE", 0}, {"UTF8", 1}, {"UTF16", 2}};
+constexpr Choice kSeparators[] = {{"SPACE", 0}, {"TAB", 1}};
+constexpr auto kEncodingWords = wordsOf(kEncodings);
+constexpr auto kSeparatorWords = wordsOf(kSeparators);
+constexpr std::string_view kAutofit[] = {"AUTOFIT"};
+
+constexpr ParameterRow kParameters[] = {
+    kDocumentFile,
+    optionalParameter("ENCODING", Spec::word).of(kEncodingWords),
+    kNotesCaptions,
+    ParameterRow{"COLUMNWIDTH", Spec::integer, false, false, kAutofit}.boundedBy(atLeast(0)).checked(),
+    optionalParameter("SEPARATOR", Spec::word).of(kSeparatorWords),
+    optionalParameter("ROWBORDER", Spec::literalOrWord, "character"),
+    optionalParameter("COLUMNBORDER", Spec::literalOrWord, "character"),
+    kImageFormatRow,
+};
+
+constexpr KeywordOption<ExportTextSpec> kKeywords[] = {
+    {"ENCODING", kEncodings, setNumber<ExportTextSpec, &ExportTextSpec::setEncoding>},
+    {"NOTESCAPTIONS", kYesNoChoices, setNumber<ExportTextSpec, &ExportTextSpec::setNotesAndCaptions>},
+    {"SEPARATOR", kSeparators, setNumber<ExportTextSpec, &ExportTextSpec::setSeparator>},
+    {"IMAGEFORMAT", kImageFormats, setNumber<ExportTextSpec, &ExportTextSpec::setImageFormat>},
+};
+
+bool readColumnWidth(const SubComObj& given, ParserMessage& messages, ExportTextSpec& text) {
+    const ParamObj* const width = given.getParamObj("COLUMNWIDTH");
+    if (width == nullptr) {
+        return true;
+    }
+    if (width->isStringValue("AUTOFIT")) {
+        text.setColumnWidth(0, "0", true);
+        return true;
+    }
+    const std::optional<std::int32_t> number = width->getIntegerValue();
+    const std::string typed = width->joinedTokens();
+    if (!number || *number <= 0) {
+        reportNotAboveZero(typed, "COLUMNWIDTH", messages);
+        return false;
+    }
+    text.setColumnWidth(*number, typed, false);
+    return true;
+}
+
+/// The first character of the value; empty when the value is, or was not given.
+std::string_view readBorder(const SubComObj& given, std::string_view name) {
+    const ParamObj* const border = given.getParamObj(name);
+    const std::optional<TextValue> value = border != nullptr ? textValue(*border) : std::nullopt;
+    if (!value || value->text.empty()) {
+        return {};
+    }
+    return value->text.substr(0,
+                              currentCharacterSet().characterLength(value->text.data(), value->text.size()));
+}
+
+void readBorders(const SubComObj& given, ExportTextSpec& text) {
+    if (const std::string_view border = readBorder(given, "ROWBORDER"); !border.empty()) {
+        text.setRowBorder(border);
+    }
+    if (const std::string_view border = readBorder(given, "COLUMNBORDER"); !border.empty()) {
+        text.setColumnBorder(border);
+    }
+}
+
+}  // namespace
+
+constexpr SubcommandRow kTextGrammar{"TEXT", UPSpecTypes::SubComSpec::keywordParameters, false, false,
+                                     kParameters};
+
+bool readText(const CommandSpec& command, ParserMessage& messages, ExportTextSpec& text, std::string& path) {
+    const SubComObj* const given = command.getSubComObj("TEXT");
+    if (given == nullptr) {
+        return false;
+    }
+    bool valid = readFileInto(path, *given, messages, text);
+    readKeywords<ExportTextSpec>(*given, kKeywords, text);
+    valid = readColumnWidth(*given, messages, text) && valid;
+    readBorders(*given, text);
+    return finish(text, valid);
+}
+
+}  // namespace vexa
