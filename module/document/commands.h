@@ -1,6 +1,6 @@
 // The commands that manage output documents. Each runs the current command of the back end to its end: it
-// parses, checks, sends one request to the output controller and reports into the output log. No exception of
-// the module's own leaves it.
+// parses, checks, sends one request to the output controller and reports into the output log. (A comment
+// sends nothing and goes into the log.) No exception of the module's own leaves it.
 #pragma once
 
 namespace vexa {
@@ -12,5 +12,6 @@ void outputClose();
 void outputDisplay();
 void outputOpen();
 void outputSave();
+void outputComment();
 
 }  // namespace vexa

@@ -39,13 +39,12 @@ constexpr SubcommandRow grammar(std::string_view name) {
 }
 
 /// A sheet can be added to or changed only in a file that is there; else the file is made.
-Operation readOperation(const SubComObj& given, const std::optional<DocumentFile>& file,
-                        ParserMessage& messages) {
+Operation readOperation(const SubComObj& given, const DocumentFile& file, ParserMessage& messages) {
     const auto operation = static_cast<Operation>(std::max(chosenNumber(given, "OPERATION", kOperations), 0));
-    if (operation == Operation::CREATEFILE || !file || file->exists) {
+    if (operation == Operation::CREATEFILE || file.exists) {
         return operation;
     }
-    messages.GenericWarning(kNoFile, {kOperations[static_cast<int>(operation)].word, file->path});
+    messages.GenericWarning(kNoFile, {kOperations[static_cast<int>(operation)].word, file.path});
     return Operation::CREATEFILE;
 }
 
@@ -90,11 +89,11 @@ bool readSpreadsheet(std::string_view name, const CommandSpec& command, ParserMe
     if (given == nullptr) {
         return false;
     }
-    const std::optional<DocumentFile> file = readDocumentFile(*given, messages, sheet);
-    path = file ? file->path : path;
+    const DocumentFile file = readDocumentFile(*given, messages, sheet);
+    path = file.path;
     const Operation operation = readOperation(*given, file, messages);
     sheet.setOperation(operation);
-    const bool valid = readSheet(*given, operation, messages, sheet) && file.has_value();
+    const bool valid = readSheet(*given, operation, messages, sheet) && file.valid;
     readLocation(*given, sheet);
     readKeywords<ExportXLSSpec>(*given, kKeywords, sheet);
     return finish(sheet, valid);

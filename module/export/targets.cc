@@ -42,50 +42,49 @@ void completeExtension(std::string_view format, std::string& path) {
     }
 }
 
-/// Reports a path that cannot be written.
-std::optional<DocumentFile> lookUp(std::string path, ParserMessage& messages) {
+/// Looks a path up; one that cannot be written is reported.
+DocumentFile lookUp(std::string path, ParserMessage& messages) {
     int length = 0;
     int valid = 0;
     int exists = 0;
     int writable = 0;
     VALIDATECLIENTFILESPEC(path.c_str(), &length, &valid, &exists, &writable);
-    if (valid == 0 || writable == 0) {
+    const bool accepted = valid != 0 && writable != 0;
+    if (!accepted) {
         messages.GenericError(kNoAccess, {path});
-        return std::nullopt;
     }
-    return DocumentFile{std::move(path), exists != 0};
+    return {std::move(path), exists != 0, accepted};
 }
 
 }  // namespace
 
-std::optional<DocumentFile> readDocumentFile(const SubComObj& given, ParserMessage& messages,
-                                             DocumentFileSetting& format) {
+DocumentFile readDocumentFile(const SubComObj& given, ParserMessage& messages, DocumentFileSetting& format) {
     const ParamObj* const parameter = given.getParamObj("DOCUMENTFILE");
     if (parameter == nullptr) {
         messages.GenericError(kFileRequired);
-        return std::nullopt;
+        return {};
     }
     const std::optional<TextValue> value = textValue(*parameter);
     if (!value) {
         messages.WrongValueType("DOCUMENTFILE", given.name());
-        return std::nullopt;
+        return {};
     }
     std::string path = CheckFileRef(value->text, true, true);
     completeExtension(given.name(), path);
-    std::optional<DocumentFile> file = lookUp(std::move(path), messages);
-    if (file) {
-        format.setDocumentFile(escapeXml(file->path));
+    DocumentFile file = lookUp(std::move(path), messages);
+    if (file.valid) {
+        format.setDocumentFile(escapeXml(file.path));
     }
     return file;
 }
 
 bool readFileInto(std::string& path, const SubComObj& given, ParserMessage& messages,
                   DocumentFileSetting& format) {
-    std::optional<DocumentFile> file = readDocumentFile(given, messages, format);
-    if (file) {
-        path = std::move(file->path);
+    DocumentFile file = readDocumentFile(given, messages, format);
+    if (file.valid) {
+        path = std::move(file.path);
     }
-    return file.has_value();
+    return file.valid;
 }
 
 void readImageRoot(const SubComObj& given, bool required, ParserMessage& messages, ImageRootSetting& format) {

@@ -14,13 +14,14 @@ namespace vexa {
 struct DocumentFile {
     std::string path;     ///< whole, with backslashes, in the back end's character set, not escaped
     bool exists = false;  ///< it is there already
+    bool valid = false;   ///< it may be written
 };
 
 /// Reads DOCUMENTFILE, which must be there and name a file that may be written; the path, escaped, goes to
-/// `format`. Nothing when it was refused, which has been reported. The spreadsheet formats complete their
-/// extension.
-[[nodiscard]] std::optional<DocumentFile> readDocumentFile(const SubComObj& given, ParserMessage& messages,
-                                                           DocumentFileSetting& format);
+/// `format`. A file that was refused, which has been reported, is not valid; its path is there as far as it
+/// could be read. The spreadsheet formats complete their extension.
+[[nodiscard]] DocumentFile readDocumentFile(const SubComObj& given, ParserMessage& messages,
+                                            DocumentFileSetting& format);
 
 /// The same for a format that needs no more than the path, which is left as it is when the file was refused.
 [[nodiscard]] bool readFileInto(std::string& path, const SubComObj& given, ParserMessage& messages,

@@ -14,6 +14,7 @@ void OUTCLOSE() { vexa::outputClose(); }
 void OUTACTIV8() { vexa::outputActivate(); }
 void OUTDISP() { vexa::outputDisplay(); }
 void OUTNAME() { vexa::outputName(); }
+void OUTCOMNT() { vexa::outputComment(); }
 void OUTMODIFY() { vexa::outputModify(); }
 void OUTEXPORT() { vexa::outputExport(); }
 
