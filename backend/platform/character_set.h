@@ -4,6 +4,7 @@
 // character of the same value.
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -28,6 +29,11 @@ class CharacterSet {
     [[nodiscard]] bool isUtf8() const { return utf8_; }
     /// True when no byte above 127 begins a character of several bytes.
     [[nodiscard]] bool isSingleByte() const { return singleByte_; }
+    /// True when a byte that equals `character`, which is ASCII, never is a part of a longer character, so
+    /// that it can be searched for byte by byte. (A set may say false where that is only not known.)
+    [[nodiscard]] bool standsAlone(char character) const {
+        return !asciiTrails_.test(static_cast<unsigned char>(character));
+    }
 
     /// Bytes of the character that begins at `text`, of which `available` bytes may be read: at least 1 and
     /// at most `available` when `available` is not 0; 0 for an empty text. A broken character counts as one
@@ -49,13 +55,17 @@ class CharacterSet {
     virtual void appendCapital(std::string& text, std::string_view character) const = 0;
 
   protected:
-    CharacterSet(std::string name, bool utf8, bool singleByte)
-        : name_(std::move(name)), utf8_(utf8), singleByte_(singleByte) {}
+    using AsciiTrails = std::bitset<128>;
+
+    /// `asciiTrails`: the ASCII bytes that may be a part of a longer character.
+    CharacterSet(std::string name, bool utf8, bool singleByte, const AsciiTrails& asciiTrails)
+        : name_(std::move(name)), utf8_(utf8), singleByte_(singleByte), asciiTrails_(asciiTrails) {}
 
   private:
     std::string name_;
     bool utf8_;
     bool singleByte_;
+    AsciiTrails asciiTrails_;
 };
 
 /// The back end's current character set; UTF-8 until the program installs another.

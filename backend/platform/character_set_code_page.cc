@@ -49,7 +49,7 @@ std::unique_ptr<CharacterSet> CodePage::make(std::string name, std::unique_ptr<C
 }
 
 CodePage::CodePage(std::string name, std::unique_ptr<CodePageConverter> converter, Lengths lengths)
-    : CharacterSet(std::move(name), false, lengths.pairs.empty()),
+    : CharacterSet(std::move(name), false, lengths.pairs.empty(), lengths.asciiTrails()),
       converter_(std::move(converter)),
       lengths_(std::move(lengths)) {}
 
@@ -65,6 +65,20 @@ CodePage::Lengths CodePage::measure(const CodePageConverter& converter) {
             lengths.pairs.push_back(classifyPair(converter, lead, trail));
     }
     return lengths;
+}
+
+CodePage::AsciiTrails CodePage::Lengths::asciiTrails() const {
+    AsciiTrails trails;
+    for (std::size_t place = 0; place < pairs.size(); ++place) {
+        const std::size_t trail = place % 256;
+        if (pairs[place] == kLonger) {
+            return AsciiTrails().set();  // the third and fourth bytes are not measured
+        }
+        if (trail < trails.size() && pairs[place] == kPair) {
+            trails.set(trail);
+        }
+    }
+    return trails;
 }
 
 std::size_t CodePage::characterLength(const char* text, std::size_t available) const {

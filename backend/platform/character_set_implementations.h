@@ -16,7 +16,7 @@ namespace vexa {
 /// UTF-8, without any converter.
 class Utf8CharacterSet final : public CharacterSet {
   public:
-    Utf8CharacterSet() : CharacterSet("UTF-8", true, false) {}
+    Utf8CharacterSet() : CharacterSet("UTF-8", true, false, {}) {}
 
     [[nodiscard]] std::size_t characterLength(const char* text, std::size_t available) const override;
     [[nodiscard]] std::string toUtf8(std::string_view text) const override;
@@ -68,6 +68,8 @@ class CodePage final : public CharacterSet {
         std::array<std::uint8_t, 256> rowOfLead{};
         /// Rows of 256 trail bytes: 1 not a character, 2 a whole one, 3 the beginning of a longer one.
         std::vector<std::uint8_t> pairs;
+
+        [[nodiscard]] AsciiTrails asciiTrails() const;
     };
 
     CodePage(std::string name, std::unique_ptr<CodePageConverter> converter, Lengths lengths);

@@ -4,8 +4,10 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
+#include <cstring>
 
 #include "backend/platform/character_set.h"
+#include "module/frame/special_bytes.h"
 
 namespace vexa {
 
@@ -29,43 +31,87 @@ constexpr std::string_view entityOf(char character) {
     }
 }
 
-/// Bytes that are looked at together; most texts have no special character in any of them.
-constexpr std::size_t kBlock = 64;
+constexpr std::string_view kSpecials = "\"&'<>";
 
-/// True when one of the next `kBlock` bytes is special. Without a branch in the loop, so that the compiler
-/// can look at many bytes at a time: & and ' differ in one bit, < and > in another.
-bool blockHasSpecial(const char* block) {
-    unsigned char found = 0;
-    for (std::size_t i = 0; i < kBlock; ++i) {
-        const auto byte = static_cast<unsigned char>(block[i]);
-        const bool special = byte == '"' || (byte | 1U) == '\'' || (byte | 2U) == '>';
-        found = static_cast<unsigned char>(found | static_cast<unsigned char>(special));
+/// An entity in a form that is copied without asking for its length.
+struct StoredEntity {
+    std::array<char, 8> text{};
+    std::size_t length = 0;
+};
+
+constexpr StoredEntity stored(char character) {
+    StoredEntity entity;
+    for (const char each : entityOf(character)) {
+        entity.text[entity.length++] = each;
     }
-    return found != 0;
+    return entity;
 }
 
-/// The first byte at or behind `from` that is special, or the end. Only for texts in which no such byte can
-/// be part of a longer character.
-std::size_t findSpecial(std::string_view text, std::size_t from) {
-    while (text.size() - from >= kBlock && !blockHasSpecial(text.data() + from)) {
-        from += kBlock;
+/// By the low four bits of their characters, which differ.
+constexpr std::size_t kEntityKeys = 16;
+constexpr std::array<StoredEntity, kEntityKeys> kEntities = [] {
+    std::array<StoredEntity, kEntityKeys> entities{};
+    for (const char character : kSpecials) {
+        entities[static_cast<std::size_t>(character) % kEntityKeys] = stored(character);
     }
-    const auto found = std::find_if(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(),
-                                    [](char each) { return !entityOf(each).empty(); });
-    return static_cast<std::size_t>(found - text.begin());
-}
+    return entities;
+}();
 
-std::string escapeByBytes(std::string_view text) {
-    std::string escaped;
-    escaped.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t special = findSpecial(text, at);
-        escaped += text.substr(at, special - at);
-        if (special < text.size()) {
-            escaped += entityOf(text[special]);
+/// Collects short pieces before they are appended to a text: most pieces are too short to be worth an append.
+class PieceWriter {
+  public:
+    // `pieces_` is written before it is read; most texts would pay for clearing it.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+    explicit PieceWriter(std::string& text) : text_(text) {}
+
+    /// `piece` without its special character at the end, and the entity of that character.
+    void addEscaped(const char* piece, std::size_t length) {
+        if (length > kLongest) {
+            flush();
+            text_.append(piece, length);
+        } else {
+            std::memcpy(end_, piece, length);
+            end_ += length;
         }
-        at = special + 1;
+        const StoredEntity& entity = kEntities[static_cast<std::size_t>(piece[length]) % kEntityKeys];
+        std::memcpy(end_, entity.text.data(), entity.text.size());
+        end_ += entity.length;
+        if (end_ > pieces_.data() + kEnough) {
+            flush();
+        }
     }
+
+    void flush() {
+        text_.append(pieces_.data(), end_);
+        end_ = pieces_.data();
+    }
+
+  private:
+    static constexpr std::size_t kLongest = 1024;
+    static constexpr std::size_t kEnough = 3072;
+
+    std::string& text_;
+    std::array<char, kEnough + kLongest + sizeof(StoredEntity)> pieces_;
+    char* end_ = pieces_.data();
+};
+
+/// Replaces every special byte. Only for texts in which no such byte can be part of a longer character.
+std::string escapeByBytes(std::string_view text) {
+    SpecialBytes places(text);
+    std::size_t at = places.next();
+    if (at == text.size()) {
+        return std::string(text);
+    }
+    std::string escaped;
+    escaped.reserve(text.size() + text.size() / 8);
+    PieceWriter pieces(escaped);
+    std::size_t copied = 0;
+    for (; at < text.size(); at = places.next()) {
+        pieces.addEscaped(text.data() + copied, at - copied);
+        copied = at + 1;
+    }
+    pieces.flush();
+    escaped.append(text, copied);
     return escaped;
 }
 
@@ -87,8 +133,9 @@ std::string escapeByCharacters(const std::string& text) {
 
 std::string escapeXml(std::string_view text) {
     const CharacterSet& set = currentCharacterSet();
-    // The bytes of a longer UTF-8 character are all above 127.
-    return set.isUtf8() || set.isSingleByte() ? escapeByBytes(text) : escapeByCharacters(std::string(text));
+    const bool byBytes = std::all_of(kSpecials.begin(), kSpecials.end(),
+                                     [&set](char special) { return set.standsAlone(special); });
+    return byBytes ? escapeByBytes(text) : escapeByCharacters(std::string(text));
 }
 
 std::string toXmlUtf8(const std::string& text) {

@@ -45,6 +45,21 @@ TEST(CharacterSetFind, KnowsTheNamesThatUsersType) {
     }
 }
 
+TEST(CharacterSetStandsAlone, KnowsWhichAsciiBytesMayBePartOfALongerCharacter) {
+    const struct {
+        const char *set, *alone, *trails;
+    } cases[] = {
+        {"UTF-8", "'<A\\|0", ""},     {"windows-1252", "'<A\\|0", ""}, {"Shift_JIS", "'<>&\"0", "A\\|@"},
+        {"Big5", "'<>&\"0", "A\\|@"}, {"EUC-KR", "'<>&\"A\\", ""},     {"GB18030", "", "0A\\|@"},
+    };
+    for (const auto& one : cases) {
+        const auto set = CharacterSet::find(one.set);
+        ASSERT_NE(set, nullptr) << one.set;
+        for (const char each : string(one.alone)) EXPECT_TRUE(set->standsAlone(each)) << one.set << each;
+        for (const char each : string(one.trails)) EXPECT_FALSE(set->standsAlone(each)) << one.set << each;
+    }
+}
+
 TEST(CharacterSetFind, RefusesWhatItDoesNotKnowOrCannotUse) {
     for (const string name : {"", "no-such-set", "UTF-16", "UTF-16LE", "UTF-32", "UTF-7", "ISO-2022-JP", "HZ",
                               "ibm-37", "ebcdic-cp-us", "UTF-8,version=1", "SCSU", "CESU-8"}) {
