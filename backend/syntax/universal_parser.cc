@@ -107,14 +107,27 @@ bool UniversalParser::parseGroupSubcommand(const GroupComDescriptor& group,
     const SubComDescriptor* const leading = group.leading();
     const std::string_view opener = leading == nullptr ? std::string_view() : leading->name();
     if (&descriptor == leading) {
-        spec_.groups_.emplace_back();
+        startGroup();
     } else if (spec_.groups_.empty() || spec_.groups_.back().subcommands_.front().name() != opener) {
         return fail("Subcommand " + std::string(descriptor.name()) + " stands before the first " +
                         std::string(opener) + ". Write the " + std::string(opener) +
                         " that it belongs to before it.",
                     keyword.offset());
     }
-    return parseSubcommand(descriptor, spec_.groups_.back(), keyword);
+    SubComList& current = spec_.groups_.back();
+    if (!parseSubcommand(descriptor, current, keyword)) {
+        return false;
+    }
+    current.subcommands_.back().parameters_.shrink_to_fit();
+    return true;
+}
+
+/// A command may have very many groups, so none keeps more memory than it needs.
+void UniversalParser::startGroup() {
+    if (!spec_.groups_.empty()) {
+        spec_.groups_.back().subcommands_.shrink_to_fit();
+    }
+    spec_.groups_.emplace_back();
 }
 
 bool UniversalParser::parseBody(const SubComDescriptor& descriptor, SubComObj& result) {

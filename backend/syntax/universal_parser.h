@@ -40,6 +40,7 @@ class UniversalParser {
     bool parseSubcommand(const SubComDescriptor& descriptor, SubComList& list, const TokenInfoObj& keyword);
     bool parseGroupSubcommand(const GroupComDescriptor& group, const SubComDescriptor& descriptor,
                               const TokenInfoObj& keyword);
+    void startGroup();
     bool parseBody(const SubComDescriptor& descriptor, SubComObj& result);
     void takeFreeTokens(SubComObj& result);
     bool parseParameter(const SubComDescriptor& descriptor, SubComObj& result,

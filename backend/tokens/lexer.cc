@@ -297,7 +297,21 @@ bool Lexer::readOperator() {
     return true;
 }
 
+/// Makes room for the tokens that the rest of the text will have if it goes on like what has been read. Not
+/// for more than eight times as many as there are: the rest may be one long literal.
+void Lexer::makeRoom() {
+    const std::size_t count = sequence_.tokens_.size();
+    const std::size_t read = at_ - std::min(sequence_.command_->arguments, at_);
+    const double perByte = static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(read, 1));
+    const auto expected = static_cast<std::size_t>(perByte * static_cast<double>(text_.size() - at_));
+    const std::size_t more = expected + expected / 16;
+    sequence_.tokens_.reserve(count + std::clamp(more, count / 2 + 8, count * 7 + 8));
+}
+
 void Lexer::add(TokenKind kind, int operatorCode, std::string_view text, std::size_t from) {
+    if (sequence_.tokens_.size() == sequence_.tokens_.capacity()) {
+        makeRoom();
+    }
     sequence_.tokens_.emplace_back(kind, operatorCode, text, from, at_ - from);
 }
 

@@ -38,6 +38,7 @@ class Lexer {
     /// The content of the literal that begins here, quotes undoubled; advances behind it. False when it is
     /// not closed.
     bool readLiteralContent(std::string_view& content);
+    void makeRoom();
     void add(TokenKind kind, int operatorCode, std::string_view text, std::size_t from);
     bool fail(std::size_t offset, std::string message);
 

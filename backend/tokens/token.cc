@@ -28,18 +28,18 @@ std::optional<Number> parseWhole(std::string_view text) {
 
 static_assert(kAllOperatorCode == TokenSequenceBase::all);
 
-std::string TokenInfoObj::getUpperString() const { return toUpperCase(text_); }
+std::string TokenInfoObj::getUpperString() const { return toUpperCase(getString()); }
 
 std::optional<std::int32_t> TokenInfoObj::getIntegerValue() const {
-    return isNumber() ? parseWhole<std::int32_t>(text_) : std::nullopt;
+    return isNumber() ? parseWhole<std::int32_t>(getString()) : std::nullopt;
 }
 
 std::optional<double> TokenInfoObj::getDoubleValue() const {
-    return isNumber() ? parseWhole<double>(text_) : std::nullopt;
+    return isNumber() ? parseWhole<double>(getString()) : std::nullopt;
 }
 
 bool TokenInfoObj::spells(std::string_view text) const {
-    return isWordLike() && equalsIgnoringCase(text_, text);
+    return isWordLike() && equalsIgnoringCase(getString(), text);
 }
 
 }  // namespace vexa

@@ -23,7 +23,8 @@ class TokenInfoObj {
     /// command.
     TokenInfoObj(TokenKind kind, int operatorCode, std::string_view text, std::size_t offset,
                  std::size_t length)
-        : text_(text),
+        : text_(text.data()),
+          textLength_(static_cast<std::uint32_t>(text.size())),
           offset_(static_cast<std::uint32_t>(offset)),
           length_(static_cast<std::uint32_t>(length)),
           operatorCode_(static_cast<std::uint8_t>(operatorCode)),
@@ -40,7 +41,7 @@ class TokenInfoObj {
     [[nodiscard]] bool isInteger() const { return getIntegerValue().has_value(); }
 
     /// The value: the text of a word, number or operator as typed, the content of a literal.
-    [[nodiscard]] std::string_view getString() const { return text_; }
+    [[nodiscard]] std::string_view getString() const { return {text_, textLength_}; }
     [[nodiscard]] std::string getUpperString() const;
     /// The operator's code, 0 for a token that is no operator.
     [[nodiscard]] int getOperatorCode() const { return operatorCode_; }
@@ -55,7 +56,10 @@ class TokenInfoObj {
     [[nodiscard]] std::size_t length() const { return length_; }
 
   private:
-    std::string_view text_;
+    // A command may have millions of tokens; no text of one is longer than its command, which has 2 GiB at
+    // most.
+    const char* text_ = nullptr;
+    std::uint32_t textLength_ = 0;
     std::uint32_t offset_ = 0;
     std::uint32_t length_ = 0;
     std::uint8_t operatorCode_ = 0;

@@ -1,11 +1,19 @@
 #include "module/modify/modify_request_builder.h"
 
+#include <cstddef>
 #include <vector>
 
 #include "module/frame/xml_text.h"
 #include "module/modify/item_selection.h"
 
 namespace vexa {
+
+namespace {
+
+/// Groups after which the length of the whole request is estimated.
+constexpr std::size_t kGroupsForEstimate = 64;
+
+}  // namespace
 
 ModifyRequestBuilder::ModifyRequestBuilder(std::string& request, const ModifyEnvelope& envelope,
                                            const ModifySpec& handlers, const CommandSpec& command,
@@ -22,8 +30,14 @@ ModifyRequestBuilder::ModifyRequestBuilder(std::string& request, const ModifyEnv
 bool ModifyRequestBuilder::close() {
     std::vector<const GroupComObj*> groups;
     command_.getGroupComObj(groups, "SELECT");
-    for (const GroupComObj* const group : groups) {
-        addGroup(*group);
+    const std::size_t before = request_.size();
+    for (std::size_t done = 0; done < groups.size(); ++done) {
+        if (done == kGroupsForEstimate) {
+            // A request that grew by doubling would be in memory twice while it is moved.
+            const std::size_t perGroup = (request_.size() - before) / done + 1;
+            request_.reserve(request_.size() + perGroup * (groups.size() - done) * 9 / 8);
+        }
+        addGroup(*groups[done]);
     }
     request_ += "</modifyOutputObject>";
     return !failed_;
