@@ -57,8 +57,10 @@ class CharacterSet {
   protected:
     using AsciiTrails = std::bitset<128>;
 
-    /// `asciiTrails`: the ASCII bytes that may be a part of a longer character.
-    CharacterSet(std::string name, bool utf8, bool singleByte, const AsciiTrails& asciiTrails)
+    /// `asciiTrails`: the ASCII bytes that may be a part of a longer character; all of them where that is not
+    /// known.
+    CharacterSet(std::string name, bool utf8, bool singleByte,
+                 const AsciiTrails& asciiTrails = AsciiTrails().set())
         : name_(std::move(name)), utf8_(utf8), singleByte_(singleByte), asciiTrails_(asciiTrails) {}
 
   private:
