@@ -127,6 +127,27 @@ TEST(EscapeXml, IsTheSameForEveryLengthAsByteByByte) {
     }
 }
 
+TEST(EscapeXml, PiecesOfEveryLengthBetweenSpecialCharacters) {
+    for (const std::size_t round : {64U, 1024U, 2048U, 3072U, 4096U}) {
+        for (std::size_t length = round - 10; length <= round + 10; ++length) {
+            const std::string piece(length, 'x');
+            const std::string text = '<' + piece + '&' + piece + "\"'" + piece;
+            ASSERT_EQ(escapeXml(text), escapedByteByByte(text)) << length;
+        }
+    }
+}
+
+TEST(EscapeXml, LongTextsWithFewOrManyOrOnlySpecialCharacters) {
+    constexpr std::string_view kAlphabets[] = {"\"&'<>", "x<", "xxxxxxxxxxxxxxxxxxxxxxxxxxxxx'",
+                                               "\x01\x7F\x82\xA2\xA6\xA7\xBC\xBE\xFF&"};
+    for (const std::string_view alphabet : kAlphabets) {
+        for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+            const std::string text = noise(20000 + seed * 7, alphabet, seed);
+            ASSERT_EQ(escapeXml(text), escapedByteByByte(text)) << alphabet << seed;
+        }
+    }
+}
+
 TEST(EscapeXml, PassesZeroBytesBrokenTextAndLongCharacters) {
     EXPECT_EQ(escapeXml("a\0<\0b"s), "a\0&lt;\0b"s);
     EXPECT_EQ(escapeXml("\xC3<\xE3\x81>\xFF&\x80"), "\xC3&lt;\xE3\x81&gt;\xFF&amp;\x80");
