@@ -5,8 +5,20 @@
 
 namespace vexa {
 
-XmlPlatform::XmlPlatform() { xercesc::XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale); }
+namespace {
+
+void initialiseLibrary() { xercesc::XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale); }
+
+void (*currentInitialisation)() = initialiseLibrary;
+
+}  // namespace
+
+XmlPlatform::XmlPlatform() { currentInitialisation(); }
 
 XmlPlatform::~XmlPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
+
+void installXmlInitialisation(void (*initialise)()) {
+    currentInitialisation = initialise != nullptr ? initialise : initialiseLibrary;
+}
 
 }  // namespace vexa

@@ -14,4 +14,8 @@ class XmlPlatform {
     XmlPlatform& operator=(const XmlPlatform&) = delete;
 };
 
+/// Makes `initialise` what the constructor of `XmlPlatform` calls, so that tests can make it fail; null
+/// brings back the library's own initialisation. It must initialise the library once more, or throw.
+void installXmlInitialisation(void (*initialise)());
+
 }  // namespace vexa

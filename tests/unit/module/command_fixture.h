@@ -31,7 +31,10 @@ class FixedAdapter : public ClientAdapter {
   public:
     bool isLocalMode() override { return localMode; }
     OutputController* outputController() override { return controller; }
-    std::string exchangeExport(const std::string& /*specification*/) override { return {}; }
+    std::string exchangeExport(const std::string& specification) override {
+        exports.push_back(specification);
+        return answer;
+    }
     std::string exchangeModify(const std::string& request) override {
         modifications.push_back(request);
         return reply;
@@ -41,6 +44,8 @@ class FixedAdapter : public ClientAdapter {
     bool localMode = true;
     std::vector<std::string> modifications;  ///< requests of modifications
     std::string reply;                       ///< to each of them
+    std::vector<std::string> exports;        ///< specifications of exports
+    std::string answer;                      ///< to each of them
 };
 
 class CommandFixture : public testing::Test, public LogListener {
