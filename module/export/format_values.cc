@@ -9,8 +9,9 @@ namespace {
 constexpr std::string_view kNotAbove = "Value ^1 should be greater than ^2 for parameter ^3...";
 constexpr std::string_view kOutOfBounds =
     "Value ^1 breaks lower boundary ^2 or upper boundary ^3 for parameter ^4...";
-// Names ^2, which no argument fills; this is meant.
-constexpr std::string_view kTwoDimensions = "Parameter ^2 requires two dimensions, width and height.";
+// The misspelling belongs to the text, which is the key of its translations; ^2, which no argument fills, is
+// meant too.
+constexpr std::string_view kTwoDimensions = "Parameter ^2 requrires two dimensions, width and height.";
 
 constexpr double kGreatestPercentage = 200.0;
 
