@@ -7,6 +7,7 @@
 
 #include "backend/pivot/bp_procedure.h"
 #include "backend/pivot/output_log.h"
+#include "backend/platform/character_set.h"
 #include "backend/syntax/parser_message.h"
 #include "backend/syntax/universal_parser.h"
 #include "backend/tokens/token_sequence.h"
@@ -77,12 +78,23 @@ bool isHexadecimal(char each) {
     return (each >= '0' && each <= '9') || (each >= 'a' && each <= 'f') || (each >= 'A' && each <= 'F');
 }
 
+/// A number sign and six characters more. One hexadecimal digit among them is enough; this is meant.
+bool isTriple(const std::string& text) {
+    constexpr int kLengthOfTriple = 7;
+    int characters = 0;
+    bool hexadecimal = false;
+    const char* at = text.c_str();
+    for (int length = 0; (length = VEXAMBmbclen_A(at)) > 0; at += length) {
+        characters++;
+        hexadecimal = hexadecimal || (length == 1 && isHexadecimal(*at));
+    }
+    const bool whole = at == text.c_str() + text.size();
+    return whole && characters == kLengthOfTriple && text.front() == '#' && hexadecimal;
+}
+
 bool isColor(std::string_view text) {
-    constexpr std::size_t kLengthOfTriple = 7;
-    // One hexadecimal digit is enough; this is meant.
-    const bool triple = text.size() == kLengthOfTriple && text.front() == '#' &&
-                        std::any_of(text.begin() + 1, text.end(), isHexadecimal);
-    return triple || std::find(std::begin(kColorNames), std::end(kColorNames), text) != std::end(kColorNames);
+    return isTriple(std::string(text)) ||
+           std::find(std::begin(kColorNames), std::end(kColorNames), text) != std::end(kColorNames);
 }
 
 std::string readText(const SubComObj& given) {
@@ -123,14 +135,18 @@ std::int32_t readWidth(const SubComObj& leading, ParserMessage& messages) {
     if (given == nullptr) {
         return -1;
     }
-    const std::optional<std::int32_t> width = given->getIntegerValue();
-    if (!width) {
-        messages.IgnoredParamValue("WIDTH", "", given->joinedTokens());
-    } else if (*width < kNarrowest || *width > kWidest) {
+    const std::string text = given->joinedTokens();
+    const std::optional<double> width = given->getDoubleValue();
+    // An integer that 32 bits do not hold is out of bounds as any other.
+    if (!width || text.find_first_of(".eE") != std::string::npos) {
+        messages.IgnoredParamValue("WIDTH", "", text);
+        return -1;
+    }
+    if (*width < kNarrowest || *width > kWidest) {
         messages.ParamValueBreakBdry(*width, kNarrowest, kInclusive, kWidest, kInclusive, "WIDTH", "");
         return -1;
     }
-    return width.value_or(-1);
+    return static_cast<std::int32_t>(*width);
 }
 
 Comment readComment(const CommandSpec& command, ParserMessage& messages) {
