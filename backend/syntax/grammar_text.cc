@@ -59,6 +59,18 @@ std::string freeTokens(const ParamDescriptor& parameter) {
                            : std::string(label);
 }
 
+/// A number, and the keywords that may stand in its place.
+std::string numberOrKeyword(const ParamDescriptor& parameter, std::string_view number) {
+    std::string text(parameter.valueLabel().empty() ? number : parameter.valueLabel());
+    if (!parameter.hasStringValues()) {
+        return text;
+    }
+    for (const std::string_view value : parameter.stringValues()) {
+        text.append("|").append(value);
+    }
+    return '{' + text + '}';
+}
+
 std::string joinQualifiers(const ParamDescriptor& parameter, std::string_view separator);
 
 /// What stands for the value alone.
@@ -77,11 +89,12 @@ std::string valueText(const ParamDescriptor& parameter) {
         case Spec::literals:
             return literal(parameter) + " ...";
         case Spec::number:
-            return choice(parameter, "number");
+            return numberOrKeyword(parameter, "number");
         case Spec::numbers:
-            return choice(parameter, "number") + " ...";
+            return parameter.valueLabel().empty() ? numberOrKeyword(parameter, "number") + " ..."
+                                                  : std::string(parameter.valueLabel());
         case Spec::integer:
-            return choice(parameter, "integer");
+            return numberOrKeyword(parameter, "integer");
         case Spec::qualifierList:
             return '(' + joinQualifiers(parameter, " ") + ')';
         case Spec::qualifiedValue:

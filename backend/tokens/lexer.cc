@@ -175,8 +175,13 @@ void Lexer::readWord() {
     }
 }
 
+/// A word with a blank behind it is taken for a keyword that its value follows without '='.
 bool Lexer::precededByValue() const {
-    return !sequence_.tokens_.empty() && !sequence_.tokens_.back().isOperator();
+    if (sequence_.tokens_.empty() || sequence_.tokens_.back().isOperator()) {
+        return false;
+    }
+    const TokenInfoObj& before = sequence_.tokens_.back();
+    return !before.isWord() || before.offset() + before.length() == at_;
 }
 
 bool Lexer::atNumber() const {

@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
         RealCase{"/SELECT ALL /TABLE SORT SORTDIRECTION=DESCENDING SELECTEDLAYER=[ALL LAST 'a' -1]",
                  "{}<SELECT{ALL}TABLE{SORT; SORTDIRECTION=DESCENDING; SELECTEDLAYER=[ ALL LAST 'a' - 1 ]}>"},
         RealCase{"/SELECT ALL /IF INSTANCES=[1, LAST -2] SUBTYPES=['a','b']",
-                 "{}<SELECT{ALL}IF{INSTANCES=1 , LAST - 2; SUBTYPES='a' 'b'}>"},
+                 "{}<SELECT{ALL}IF{INSTANCES=1 , LAST -2; SUBTYPES='a' 'b'}>"},
         RealCase{"/SELECT ALL /IF INSTANCES=LAST",
                  "27: The value of INSTANCES stands in square brackets: INSTANCES=[...]. Found \"LAST\"."},
         RealCase{"/SELECT ALL /OBJECTPROPERTIES SIZE=POINTS(10, -5) VISIBLE NO",

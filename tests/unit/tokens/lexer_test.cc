@@ -77,7 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         LexCase{"12 2.5 .5 5. 1e3 1E-3 2e+4", {"n:12", "n:2.5", "n:.5", "n:5.", "n:1e3", "n:1E-3", "n:2e+4"}},
         LexCase{"-3", {"n:-3"}}, LexCase{"+3", {"n:+3"}}, LexCase{"-.5", {"n:-.5"}},
-        LexCase{"X=-3", {"w:X", "3:=", "n:-3"}}, LexCase{"a -3", {"w:a", "41:-", "n:3"}},
+        LexCase{"X=-3", {"w:X", "3:=", "n:-3"}}, LexCase{"a -3", {"w:a", "n:-3"}},
+        LexCase{"a-3", {"w:a", "41:-", "n:3"}}, LexCase{"a - 3", {"w:a", "41:-", "n:3"}},
         LexCase{"1 -3", {"n:1", "41:-", "n:3"}}, LexCase{"'a' -3", {"l:a", "41:-", "n:3"}},
         LexCase{"(-3)", {"13:(", "n:-3", "14:)"}},
         LexCase{"(10, -5)", {"13:(", "n:10", "17:,", "n:-5", "14:)"}}, LexCase{"ALL -3", {"35:ALL", "n:-3"}},
