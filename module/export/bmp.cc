@@ -1,8 +1,6 @@
-// BMP: bitmaps.
+// BMP: bitmaps, compressed or not.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -20,13 +18,7 @@ constexpr SubcommandRow kBmpGrammar{"BMP", UPSpecTypes::SubComSpec::keywordParam
                                     kParameters};
 
 bool readBmp(const CommandSpec& command, ParserMessage& messages, ExportBMPSpec& bmp, bool rootRequired) {
-    const SubComObj* const given = command.getSubComObj("BMP");
-    if (given == nullptr) {
-        return false;
-    }
-    readImageRoot(*given, rootRequired, messages, bmp);
-    readKeywords<ExportBMPSpec>(*given, kKeywords, bmp);
-    return finish(bmp, readPercentSize(*given, messages, bmp));
+    return readSizedImages<ExportBMPSpec>(kBmpGrammar, command, messages, bmp, rootRequired, kKeywords);
 }
 
 }  // namespace vexa

@@ -1,8 +1,6 @@
 // DOC: a word processor's document.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -29,21 +27,19 @@ bool readPageSize(const SubComObj& given, ParserMessage& messages, ExportDocSpec
     return size.valid;
 }
 
+bool readPageAndMargins(const SubComObj& given, ParserMessage& messages, ExportDocSpec& doc) {
+    const bool valid = readPageSize(given, messages, doc);
+    return readMargins(given, messages, doc) && valid;
+}
+
 }  // namespace
 
 constexpr SubcommandRow kDocGrammar{"DOC", UPSpecTypes::SubComSpec::keywordParameters, false, false,
                                     kParameters};
 
 bool readDoc(const CommandSpec& command, ParserMessage& messages, ExportDocSpec& doc, std::string& path) {
-    const SubComObj* const given = command.getSubComObj("DOC");
-    if (given == nullptr) {
-        return false;
-    }
-    bool valid = readFileInto(path, *given, messages, doc);
-    readKeywords<ExportDocSpec>(*given, kKeywords, doc);
-    valid = readPageSize(*given, messages, doc) && valid;
-    valid = readMargins(*given, messages, doc) && valid;
-    return finish(doc, valid);
+    return readDocument<ExportDocSpec>(kDocGrammar, command, messages, doc, path, kKeywords,
+                                       readPageAndMargins);
 }
 
 }  // namespace vexa

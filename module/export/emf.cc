@@ -1,8 +1,6 @@
-// EMF: enhanced metafiles.
+// EMF: images of lines and text that scale.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -16,12 +14,7 @@ constexpr SubcommandRow kEmfGrammar{"EMF", UPSpecTypes::SubComSpec::keywordParam
                                     kParameters};
 
 bool readEmf(const CommandSpec& command, ParserMessage& messages, ExportEMFSpec& emf, bool rootRequired) {
-    const SubComObj* const given = command.getSubComObj("EMF");
-    if (given == nullptr) {
-        return false;
-    }
-    readImageRoot(*given, rootRequired, messages, emf);
-    return finish(emf, readPercentSize(*given, messages, emf));
+    return readSizedImages<ExportEMFSpec>(kEmfGrammar, command, messages, emf, rootRequired);
 }
 
 }  // namespace vexa

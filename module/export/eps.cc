@@ -1,11 +1,11 @@
-// EPS: images for print.
+// EPS: images for print, with a width of their own.
 
 #include <algorithm>
+#include <cassert>
+#include <cstddef>
 #include <iterator>
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -14,6 +14,7 @@ namespace {
 using Spec = UPSpecTypes::ParamSpec;
 using Units = ExportEPSSpec::UNITS;
 
+/// In the order of their numbers.
 constexpr QualifierRow kWidthUnits[] = {{"PERCENT", Spec::number, {}, above(0), atMost(200), true},
                                         {"CENTIMETERS", Spec::number, {}, above(0), {}, true},
                                         {"INCHES", Spec::number, {}, above(0), {}, true},
@@ -33,14 +34,13 @@ constexpr KeywordOption<ExportEPSSpec> kKeywords[] = {
     {"FONTHANDLING", kFontHandlings, setNumber<ExportEPSSpec, &ExportEPSSpec::setFontHandling>},
 };
 
-/// In the order of `ExportEPSSpec::UNITS`.
-constexpr std::string_view kUnitNames[] = {"PERCENT", "CENTIMETERS", "INCHES", "POINTS"};
-
-Units unitOf(const QualifierObj& width) {
-    const auto* const found =
-        std::find_if(std::begin(kUnitNames), std::end(kUnitNames),
-                     [&width](std::string_view each) { return AreStringsEqualCase(width.name(), each); });
-    return static_cast<Units>(found - std::begin(kUnitNames));
+/// The place of the unit among the qualifiers, which is its number.
+std::size_t unitOf(const QualifierObj& width) {
+    const auto* const found = std::find_if(
+        std::begin(kWidthUnits), std::end(kWidthUnits),
+        [&width](const QualifierRow& each) { return AreStringsEqualCase(width.name(), each.name); });
+    assert(found != std::end(kWidthUnits));  // the parser lets no other unit through
+    return static_cast<std::size_t>(found - std::begin(kWidthUnits));
 }
 
 bool readWidth(const SubComObj& given, ParserMessage& messages, ExportEPSSpec& eps) {
@@ -49,10 +49,11 @@ bool readWidth(const SubComObj& given, ParserMessage& messages, ExportEPSSpec& e
     if (!width) {
         return true;  // the parser lets no other shape through
     }
-    const Units unit = unitOf(*width);
+    const std::size_t place = unitOf(*width);
+    const auto unit = static_cast<Units>(place);
     const std::optional<TypedNumber> number =
         unit == Units::PERCENT ? percentage(*width, "PERCENT", messages)
-                               : numberAboveZero(*width, kUnitNames[static_cast<int>(unit)], messages);
+                               : numberAboveZero(*width, kWidthUnits[place].name, messages);
     if (number) {
         eps.setWidth(unit, number->number, number->text);
     }
@@ -65,14 +66,7 @@ constexpr SubcommandRow kEpsGrammar{"EPS", UPSpecTypes::SubComSpec::keywordParam
                                     kParameters};
 
 bool readEps(const CommandSpec& command, ParserMessage& messages, ExportEPSSpec& eps, bool rootRequired) {
-    const SubComObj* const given = command.getSubComObj("EPS");
-    if (given == nullptr) {
-        return false;
-    }
-    readImageRoot(*given, rootRequired, messages, eps);
-    const bool valid = readWidth(*given, messages, eps);
-    readKeywords<ExportEPSSpec>(*given, kKeywords, eps);
-    return finish(eps, valid);
+    return readImages<ExportEPSSpec>(kEpsGrammar, command, messages, eps, rootRequired, kKeywords, readWidth);
 }
 
 }  // namespace vexa

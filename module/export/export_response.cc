@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "backend/adapter/client_adapter.h"
-#include "backend/viewerxml/export_xml.h"
 #include "module/frame/report.h"
 
 namespace vexa {
@@ -15,7 +14,6 @@ namespace {
 
 constexpr std::string_view kFailed = "Failed to export output...";
 constexpr std::string_view kFailedBecause = "Failed to export output ^1...";
-constexpr std::string_view kNotImplemented = "^1 currently not implemented.";
 
 constexpr int kTranslatable = 1;
 constexpr int kNotTranslatable = 0;
@@ -92,16 +90,20 @@ ExportReporting::ExportReporting(BpProcedure& procedure, ExportGlobalSpec::PRINT
     }
 }
 
-void ExportReporting::send(const ExportSpec& specification) const {
+void ExportReporting::send(const std::string& specification) const {
     if (!xml_) {
         return;
     }
     ClientAdapter* const adapter = GetAdapter();
     if (adapter == nullptr) {
-        reportMessage(kNotImplemented, "OUTPUT EXPORT", kErrorLevel);
+        reportNotImplemented("OUTPUT EXPORT");
         return;
     }
-    const std::string answer = adapter->exchangeExport(ExportXML::convertToXML(specification));
+    if (specification.empty()) {
+        reportPlain(kFailed, kErrorLevel);
+        return;
+    }
+    const std::string answer = adapter->exchangeExport(specification);
     if (answer.empty()) {
         reportFailure("Response not received from Client");
         return;
@@ -174,13 +176,14 @@ void ExportReporting::addNotes(const ResponseSpec& response) const {
 
 void ExportReporting::buildSummary(const ResponseSpec& response) const {
     constexpr int kWidestColumn = 200;
+    constexpr int kDimensionKind = 2;
     constexpr int kSort = 2;
     const auto label = [](std::string_view text) { return BpString(text, kTranslatable); };
     const auto value = [](std::string_view text) { return BpString(text, kNotTranslatable); };
     BpPivotTable table =
         procedure_.PivotTable(label("Export Summary"), BpString("ExportSummary", kNotTranslatable), true);
     table.MaxDataColumnWidth(kWidestColumn);
-    BpDimension contents = table.Dimension(label("Contents"), kSort);
+    BpDimension contents = table.Dimension(label("Contents"), kDimensionKind);
     contents.Position(0, 1, 1, 0);
     contents.Category(label("Viewer")).Cell(value(response.getName()));
     if (!response.getDocumentFile().empty()) {

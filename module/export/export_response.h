@@ -18,9 +18,9 @@ class ExportReporting {
     /// `documentFile`: the file as it was checked.
     ExportReporting(BpProcedure& procedure, ExportGlobalSpec::PRINT_OPTION print, std::string documentFile);
 
-    /// Hands `specification` to the front end and reports what came of it. Does nothing when the XML library
-    /// cannot work.
-    void send(const ExportSpec& specification) const;
+    /// Hands the XML of a specification to the front end and reports what came of it. Does nothing when the
+    /// XML library cannot work. `specification` is empty when it could not be written.
+    void send(const std::string& specification) const;
 
   private:
     void report(const ResponseSpec& response) const;

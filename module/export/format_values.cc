@@ -1,16 +1,18 @@
 #include "module/export/format_values.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace vexa {
 
 namespace {
 
-constexpr std::string_view kNotAbove = "Value ^1 should be greater than ^2 for parameter ^3...";
+constexpr std::string_view kNotAboveZero = "Value ^1 should be greater than ^2 for parameter ^3...";
 constexpr std::string_view kOutOfBounds =
     "Value ^1 breaks lower boundary ^2 or upper boundary ^3 for parameter ^4...";
-// The misspelling belongs to the text, which is the key of its translations; ^2, which no argument fills, is
-// meant too.
+// Is spelt like this and names ^2, which no argument fills; both are meant.
 constexpr std::string_view kTwoDimensions = "Parameter ^2 requrires two dimensions, width and height.";
 
 constexpr double kGreatestPercentage = 200.0;
@@ -66,7 +68,7 @@ int chosenNumber(const SubComObj& given, std::string_view parameter, std::span<c
 }
 
 void reportNotAboveZero(std::string_view text, std::string_view name, ParserMessage& messages) {
-    messages.GenericError(kNotAbove, {text, "0", name});
+    messages.GenericError(kNotAboveZero, {text, "0", name});
 }
 
 std::optional<TypedNumber> numberAboveZero(const ParamObj& value, std::string_view name,

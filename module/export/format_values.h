@@ -56,7 +56,7 @@ inline constexpr auto kImageFormatRow =
     optionalParameter("IMAGEFORMAT", UPSpecTypes::ParamSpec::word).of(kImageFormatWords);
 
 inline constexpr auto kImageRoot =
-    optionalParameter("IMAGEROOT", UPSpecTypes::ParamSpec::literalOrWord, "root");
+    optionalParameter("IMAGEROOT", UPSpecTypes::ParamSpec::literalOrWord, "root").checked();
 inline constexpr auto kPercentSize = ParameterRow{"PERCENTSIZE", UPSpecTypes::ParamSpec::number, false, false}
                                          .boundedBy(atLeast(0), atMost(200))
                                          .checked();

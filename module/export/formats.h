@@ -38,7 +38,8 @@ extern const SubcommandRow kPngGrammar;
 extern const SubcommandRow kTifGrammar;
 /// @}
 
-/// Document formats. `path` becomes the file as soon as it is known to be writable.
+/// Document formats. `path` becomes the file of a format that was read; what it is after a failure means
+/// nothing.
 /// @{
 [[nodiscard]] bool readDoc(const CommandSpec& command, ParserMessage& messages, ExportDocSpec& doc,
                            std::string& path);

@@ -1,8 +1,6 @@
 // HTML: a web page, with images beside it.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -25,13 +23,7 @@ constexpr SubcommandRow kHtmlGrammar{"HTML", UPSpecTypes::SubComSpec::keywordPar
                                      kParameters};
 
 bool readHtml(const CommandSpec& command, ParserMessage& messages, ExportHTMLSpec& html, std::string& path) {
-    const SubComObj* const given = command.getSubComObj("HTML");
-    if (given == nullptr) {
-        return false;
-    }
-    const bool valid = readFileInto(path, *given, messages, html);
-    readKeywords<ExportHTMLSpec>(*given, kKeywords, html);
-    return finish(html, valid);
+    return readDocument<ExportHTMLSpec>(kHtmlGrammar, command, messages, html, path, kKeywords);
 }
 
 }  // namespace vexa

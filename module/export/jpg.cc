@@ -1,8 +1,6 @@
-// JPG: photographs.
+// JPG: images that give up detail for size; in shades of gray on demand.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -20,14 +18,7 @@ constexpr SubcommandRow kJpgGrammar{"JPG", UPSpecTypes::SubComSpec::keywordParam
                                     kParameters};
 
 bool readJpg(const CommandSpec& command, ParserMessage& messages, ExportJPGSpec& jpg, bool rootRequired) {
-    const SubComObj* const given = command.getSubComObj("JPG");
-    if (given == nullptr) {
-        return false;
-    }
-    readImageRoot(*given, rootRequired, messages, jpg);
-    const bool valid = readPercentSize(*given, messages, jpg);
-    readKeywords<ExportJPGSpec>(*given, kKeywords, jpg);
-    return finish(jpg, valid);
+    return readSizedImages<ExportJPGSpec>(kJpgGrammar, command, messages, jpg, rootRequired, kKeywords);
 }
 
 }  // namespace vexa

@@ -1,13 +1,17 @@
 // OUTPUT EXPORT: exports a document to one document format, to images, or both. The command becomes one
 // export specification; the front end writes the files.
 
+#include <initializer_list>
 #include <iterator>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "backend/pivot/bp_procedure.h"
 #include "backend/pivot/output_log.h"
 #include "backend/syntax/universal_parser.h"
 #include "backend/tokens/token_sequence.h"
+#include "backend/viewerxml/export_xml.h"
 #include "module/export/commands.h"
 #include "module/export/export_response.h"
 #include "module/export/format_values.h"
@@ -48,10 +52,17 @@ constexpr SubcommandRow kLeading{"", UPSpecTypes::SubComSpec::keywordParameters,
 constexpr SubcommandRow kContents{"CONTENTS", UPSpecTypes::SubComSpec::keywordParameters, false, false,
                                   kContentsParameters};
 
-const SubcommandRow* const kSubcommands[] = {
-    &kLeading,    &kContents,    &kDocGrammar, &kHtmlGrammar, &kReportGrammar, &kPdfGrammar,
-    &kPptGrammar, &kTextGrammar, &kXlsGrammar, &kXlsxGrammar, &kXlsmGrammar,   &kBmpGrammar,
-    &kEmfGrammar, &kEpsGrammar,  &kJpgGrammar, &kPngGrammar,  &kTifGrammar};
+/// The subcommands in the order of the syntax table.
+void describe(CommandDescriptor& descriptor) {
+    const SubcommandRow* const rows[] = {
+        &kLeading,    &kContents,    &kDocGrammar, &kHtmlGrammar, &kReportGrammar, &kPdfGrammar,
+        &kPptGrammar, &kTextGrammar, &kXlsGrammar, &kXlsxGrammar, &kXlsmGrammar,   &kBmpGrammar,
+        &kEmfGrammar, &kEpsGrammar,  &kJpgGrammar, &kPngGrammar,  &kTifGrammar};
+    descriptor.reserveSubComs(std::size(rows));
+    for (const SubcommandRow* const row : rows) {
+        descriptor.addSubComDesc(vexa::describe(*row));
+    }
+}
 
 constexpr std::string_view kTwoImages =
     "Exporting to more than one image type in a single OUTPUT EXPORT command is not allowed...";
@@ -67,10 +78,7 @@ class ExportCommand {
     ExportCommand() : procedure_(kTitle, kProcedureValue), descriptor_(kName, kTitle) {
         messages_.SetCommandName(kName);
         messages_.SetProcedureTitle(kName);
-        descriptor_.reserveSubComs(std::size(kSubcommands));
-        for (const SubcommandRow* const row : kSubcommands) {
-            descriptor_.addSubComDesc(describe(*row));
-        }
+        describe(descriptor_);
     }
 
     /// False on a syntax error, which the parser has reported.
@@ -173,8 +181,9 @@ void ExportCommand::dropImages() {
 }
 
 void ExportCommand::send() {
+    const std::string specification = ExportXML::convertToXML(spec_);
     const ExportReporting reporting(procedure_, spec_.global().getPrintOption(), documentFile_);
-    reporting.send(spec_);
+    reporting.send(specification);
 }
 
 void ExportCommand::run() {

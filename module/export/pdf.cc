@@ -1,8 +1,6 @@
 // PDF: pages that look the same everywhere.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -21,13 +19,7 @@ constexpr SubcommandRow kPdfGrammar{"PDF", UPSpecTypes::SubComSpec::keywordParam
                                     kParameters};
 
 bool readPdf(const CommandSpec& command, ParserMessage& messages, ExportPDFSpec& pdf, std::string& path) {
-    const SubComObj* const given = command.getSubComObj("PDF");
-    if (given == nullptr) {
-        return false;
-    }
-    const bool valid = readFileInto(path, *given, messages, pdf);
-    readKeywords<ExportPDFSpec>(*given, kKeywords, pdf);
-    return finish(pdf, valid);
+    return readDocument<ExportPDFSpec>(kPdfGrammar, command, messages, pdf, path, kKeywords);
 }
 
 }  // namespace vexa

@@ -1,8 +1,6 @@
-// PNG: images without loss.
+// PNG: images that keep every detail, in a chosen depth of color.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -25,14 +23,7 @@ constexpr SubcommandRow kPngGrammar{"PNG", UPSpecTypes::SubComSpec::keywordParam
                                     kParameters};
 
 bool readPng(const CommandSpec& command, ParserMessage& messages, ExportPNGSpec& png, bool rootRequired) {
-    const SubComObj* const given = command.getSubComObj("PNG");
-    if (given == nullptr) {
-        return false;
-    }
-    readImageRoot(*given, rootRequired, messages, png);
-    const bool valid = readPercentSize(*given, messages, png);
-    readKeywords<ExportPNGSpec>(*given, kKeywords, png);
-    return finish(png, valid);
+    return readSizedImages<ExportPNGSpec>(kPngGrammar, command, messages, png, rootRequired, kKeywords);
 }
 
 }  // namespace vexa

@@ -1,8 +1,6 @@
 // PPT: a presentation.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -35,21 +33,19 @@ bool readSlideSize(const SubComObj& given, ParserMessage& messages, ExportPPTSpe
     return size.valid;
 }
 
+bool readSlideAndMargins(const SubComObj& given, ParserMessage& messages, ExportPPTSpec& ppt) {
+    const bool valid = readSlideSize(given, messages, ppt);
+    return readMargins(given, messages, ppt) && valid;
+}
+
 }  // namespace
 
 constexpr SubcommandRow kPptGrammar{"PPT", UPSpecTypes::SubComSpec::keywordParameters, false, false,
                                     kParameters};
 
 bool readPpt(const CommandSpec& command, ParserMessage& messages, ExportPPTSpec& ppt, std::string& path) {
-    const SubComObj* const given = command.getSubComObj("PPT");
-    if (given == nullptr) {
-        return false;
-    }
-    bool valid = readFileInto(path, *given, messages, ppt);
-    readKeywords<ExportPPTSpec>(*given, kKeywords, ppt);
-    valid = readSlideSize(*given, messages, ppt) && valid;
-    valid = readMargins(*given, messages, ppt) && valid;
-    return finish(ppt, valid);
+    return readDocument<ExportPPTSpec>(kPptGrammar, command, messages, ppt, path, kKeywords,
+                                       readSlideAndMargins);
 }
 
 }  // namespace vexa

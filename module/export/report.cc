@@ -15,8 +15,8 @@ namespace {
 
 using Spec = UPSpecTypes::ParamSpec;
 
-constexpr Choice kForms[] = {{"HTML", 0}, {"MHT", 1}};
-constexpr auto kFormWords = wordsOf(kForms);
+constexpr Choice kReportFormats[] = {{"HTML", 0}, {"MHT", 1}};
+constexpr auto kReportFormatWords = wordsOf(kReportFormats);
 
 struct Exclusion {
     std::string_view keyword;
@@ -32,14 +32,14 @@ constexpr std::string_view kExcluded[] = {"TEXTS", "LOGS", "NOTES", "WARNINGS"};
 constexpr ParameterRow kParameters[] = {
     kDocumentFile,
     optionalParameter("TITLE", Spec::tokens, "{'text'|FILENAME}"),
-    optionalParameter("FORMAT", Spec::word).of(kFormWords),
+    optionalParameter("FORMAT", Spec::word).of(kReportFormatWords),
     optionalParameter("EXCLUDE", Spec::words).of(kExcluded),
     optionalParameter("URL", Spec::tokens, "('url' 'label', ...)"),
     yesOrNo("RESTYLE"),
 };
 
 constexpr KeywordOption<ExportReportSpec> kKeywords[] = {
-    {"FORMAT", kForms, setNumber<ExportReportSpec, &ExportReportSpec::setMHT>},
+    {"FORMAT", kReportFormats, setNumber<ExportReportSpec, &ExportReportSpec::setMHT>},
 };
 
 constexpr std::string_view kInvalidUrl = "URL must specify a valid URL";

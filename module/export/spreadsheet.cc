@@ -1,7 +1,5 @@
 // XLS, XLSX and XLSM: sheets of a workbook, in three formats that take the same.
 
-#include <algorithm>
-
 #include "module/export/format_values.h"
 #include "module/export/formats.h"
 #include "module/export/targets.h"
@@ -40,7 +38,8 @@ constexpr SubcommandRow grammar(std::string_view name) {
 
 /// A sheet can be added to or changed only in a file that is there; else the file is made.
 Operation readOperation(const SubComObj& given, const DocumentFile& file, ParserMessage& messages) {
-    const auto operation = static_cast<Operation>(std::max(chosenNumber(given, "OPERATION", kOperations), 0));
+    const int chosen = chosenNumber(given, "OPERATION", kOperations);
+    const auto operation = chosen < 0 ? Operation::CREATEFILE : static_cast<Operation>(chosen);
     if (operation == Operation::CREATEFILE || file.exists) {
         return operation;
     }

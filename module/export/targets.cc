@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 #include "backend/paths/client_file.h"
 #include "backend/pivot/check_file_ref.h"

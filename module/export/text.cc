@@ -1,9 +1,10 @@
 // TEXT: plain text, with images beside it.
 
+#include <cstdint>
+#include <optional>
+
 #include "backend/platform/character_set.h"
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 #include "module/frame/text_value.h"
 
 namespace vexa {
@@ -41,7 +42,7 @@ bool readColumnWidth(const SubComObj& given, ParserMessage& messages, ExportText
     if (width == nullptr) {
         return true;
     }
-    if (width->isStringValue("AUTOFIT")) {
+    if (width->getTokenListSize() == 1 && width->getTokenObj(0).spells("AUTOFIT")) {
         text.setColumnWidth(0, "0", true);
         return true;
     }
@@ -75,21 +76,19 @@ void readBorders(const SubComObj& given, ExportTextSpec& text) {
     }
 }
 
+bool readWidthAndBorders(const SubComObj& given, ParserMessage& messages, ExportTextSpec& text) {
+    readBorders(given, text);
+    return readColumnWidth(given, messages, text);
+}
+
 }  // namespace
 
 constexpr SubcommandRow kTextGrammar{"TEXT", UPSpecTypes::SubComSpec::keywordParameters, false, false,
                                      kParameters};
 
 bool readText(const CommandSpec& command, ParserMessage& messages, ExportTextSpec& text, std::string& path) {
-    const SubComObj* const given = command.getSubComObj("TEXT");
-    if (given == nullptr) {
-        return false;
-    }
-    bool valid = readFileInto(path, *given, messages, text);
-    readKeywords<ExportTextSpec>(*given, kKeywords, text);
-    valid = readColumnWidth(*given, messages, text) && valid;
-    readBorders(*given, text);
-    return finish(text, valid);
+    return readDocument<ExportTextSpec>(kTextGrammar, command, messages, text, path, kKeywords,
+                                        readWidthAndBorders);
 }
 
 }  // namespace vexa

@@ -1,8 +1,6 @@
-// TIF: tagged images.
+// TIF: images for print shops.
 
-#include "module/export/format_values.h"
-#include "module/export/formats.h"
-#include "module/export/targets.h"
+#include "module/export/read_format.h"
 
 namespace vexa {
 
@@ -16,12 +14,7 @@ constexpr SubcommandRow kTifGrammar{"TIF", UPSpecTypes::SubComSpec::keywordParam
                                     kParameters};
 
 bool readTif(const CommandSpec& command, ParserMessage& messages, ExportTIFSpec& tif, bool rootRequired) {
-    const SubComObj* const given = command.getSubComObj("TIF");
-    if (given == nullptr) {
-        return false;
-    }
-    readImageRoot(*given, rootRequired, messages, tif);
-    return finish(tif, readPercentSize(*given, messages, tif));
+    return readSizedImages<ExportTIFSpec>(kTifGrammar, command, messages, tif, rootRequired);
 }
 
 }  // namespace vexa

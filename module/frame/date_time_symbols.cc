@@ -1,6 +1,5 @@
 #include "module/frame/date_time_symbols.h"
 
-#include <cassert>
 #include <cstddef>
 
 #include "backend/paths/path_factory.h"
@@ -44,7 +43,7 @@ std::string timeOfDay(const LocalTime& now) {
     return (now.hour < kHoursOfHalfDay ? "0" : "") + std::to_string(now.hour) + minutesAndSeconds(now);
 }
 
-/// A replacement holds no symbol, so the search goes on behind it.
+/// The search goes on behind each replacement.
 void replaceAll(std::string& text, std::string_view symbol, const std::string& replacement) {
     std::size_t found = text.find(symbol);
     if (found == std::string::npos) {

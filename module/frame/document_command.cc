@@ -11,7 +11,6 @@ namespace vexa {
 namespace {
 
 constexpr int kProcedureValue = 2;
-constexpr std::string_view kNotImplemented = "^1 currently not implemented.";
 constexpr std::string_view kNameTooLong = "Output name ^1 is too long.";
 
 OutputController* findController() {
@@ -53,7 +52,7 @@ bool DocumentCommand::parse() {
         return false;
     }
     if (controller_ == nullptr) {
-        reportMessage(kNotImplemented, name_, kErrorLevel);
+        reportNotImplemented(name_);
         return false;
     }
     return true;

@@ -11,6 +11,7 @@ namespace vexa {
 
 /// Keyword values that many parameters share.
 inline constexpr std::string_view kYesNo[] = {"YES", "NO"};
+inline constexpr std::string_view kNoYes[] = {"NO", "YES"};
 inline constexpr std::string_view kNone[] = {"NONE"};
 
 /// A bound that the number itself may reach.

@@ -31,6 +31,10 @@ void reportList(std::string_view text, const std::vector<std::string_view>& argu
     BpError(message, kShow, level);
 }
 
+void reportNotImplemented(std::string_view command) {
+    reportMessage("^1 currently not implemented.", command, kErrorLevel);
+}
+
 void reportPlain(std::string_view text, BpErrorLevel level) {
     BpError(BpString(text, kMessageText), kShow, level);
 }

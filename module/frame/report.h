@@ -19,8 +19,12 @@ void reportMessage(std::string_view text, std::string_view argument, BpErrorLeve
 /// The same also for an empty argument.
 void reportWithArgument(std::string_view text, std::string_view argument, BpErrorLevel level);
 
-/// Reports `text` with a list of arguments, not translatable, that is shown behind it.
+/// Reports `text` with arguments, not translatable, in the places of its markers; those of a text without
+/// markers are shown as a list behind it.
 void reportList(std::string_view text, const std::vector<std::string_view>& arguments, BpErrorLevel level);
+
+/// Reports that the back end has no front end that could carry the command out.
+void reportNotImplemented(std::string_view command);
 
 /// Reports `text` alone.
 void reportPlain(std::string_view text, BpErrorLevel level);

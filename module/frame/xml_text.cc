@@ -151,6 +151,12 @@ void appendText(std::string& xml, std::string_view name, const std::string& valu
     appendAsIs(xml, name, toXmlUtf8(value));
 }
 
+void appendTextIfAny(std::string& xml, std::string_view name, const std::string& value) {
+    if (!value.empty()) {
+        appendText(xml, name, value);
+    }
+}
+
 void appendFlag(std::string& xml, std::string_view name, bool value) {
     appendAsIs(xml, name, value ? "true" : "false");
 }

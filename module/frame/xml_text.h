@@ -23,6 +23,8 @@ namespace vexa {
 void appendAsIs(std::string& xml, std::string_view name, std::string_view value);
 /// The text in UTF-8, not escaped.
 void appendText(std::string& xml, std::string_view name, const std::string& value);
+/// The same; nothing at all for an empty text.
+void appendTextIfAny(std::string& xml, std::string_view name, const std::string& value);
 /// true or false.
 void appendFlag(std::string& xml, std::string_view name, bool value);
 void appendInteger(std::string& xml, std::string_view name, std::int32_t value);

@@ -91,8 +91,9 @@ class CellSelectionReader {
         const std::size_t before = selection_.positions.size();
         bool allIntegers = true;
         for (++at_; at_ < tokens_.size() && !isAt(TokenSequenceBase::closeParenthesis); ++at_) {
-            allIntegers =
-                isAt(TokenSequenceBase::separator) || readPosition(tokens_[at_]) ? allIntegers : false;
+            if (!isAt(TokenSequenceBase::separator)) {
+                allIntegers = readPosition(tokens_[at_]) && allIntegers;
+            }
         }
         if (at_ == tokens_.size() || selection_.positions.size() == before) {
             refuseList();

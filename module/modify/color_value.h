@@ -1,4 +1,4 @@
-// Colours as a modification takes them: a keyword, or RGB(red green blue).
+// Colors as a modification takes them: a keyword, or RGB(red green blue).
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,8 @@
 
 namespace vexa {
 
-/// The words that the description of a colour knows. GREY, DARKGREY and LIGHTGREY are among them and are yet
-/// no colour that `ParseColorValue` knows; this is meant.
+/// The words that the description of a color knows. GREY, DARKGREY and LIGHTGREY are among them and are yet
+/// no color that `ParseColorValue` knows; this is meant.
 inline constexpr std::string_view kColorWords[] = {
     "BLACK",     "BLUE",    "CYAN",   "DARKGRAY", "DARKGREY", "GRAY",  "GREY",   "GREEN", "LIGHTGRAY",
     "LIGHTGREY", "MAGENTA", "ORANGE", "PINK",     "RED",      "WHITE", "YELLOW", "RGB"};
@@ -20,7 +20,7 @@ inline constexpr std::string_view kColorLabel =
     "{BLACK|BLUE|CYAN|DARKGRAY|GRAY|GREEN|LIGHTGRAY|MAGENTA|ORANGE|PINK|RED|WHITE|YELLOW|RGB(red green "
     "blue)}";
 
-/// What a command says of a value that is no colour.
+/// What a command says of a value that is no color.
 inline constexpr std::string_view kNoColor = "Subcommand ^1: Not a recognized RGB color";
 
 /// Components 0 to 255.
@@ -30,7 +30,7 @@ struct Color {
     std::uint32_t blue = 0;
 };
 
-/// Reads the colour of `parameter`. False when the value is none; `color` may then hold what was read.
+/// Reads the color of `parameter`. False when the value is none; `color` may then hold what was read.
 [[nodiscard]] bool ParseColorValue(const ParamObj& parameter, Color& color);
 
 /// Appends the attributes `prefix`Red, `prefix`Green and `prefix`Blue.

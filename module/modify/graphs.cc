@@ -46,9 +46,7 @@ bool read(const SubComObj& given, ParserMessage& messages, GraphSettings& settin
 
 void write(const GraphSettings& settings, std::string& request) {
     request += "<modifyGraph";
-    if (!settings.styleSheet.empty()) {
-        appendText(request, "styleSheet", settings.styleSheet);
-    }
+    appendTextIfAny(request, "styleSheet", settings.styleSheet);
     if (settings.templateFiles.empty()) {
         // Without any value the element is left open; this is meant.
         request += settings.styleSheet.empty() ? "" : "/>";

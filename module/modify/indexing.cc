@@ -122,13 +122,10 @@ class RomanReader {
                                {'X', 10},   {'V', 5},   {'I', 1}};
 };
 
-/// The value as the user wrote it.
-std::string asWritten(const ParamObj& value) { return value.joinedTokens(); }
-
 bool readLetterStart(const SubComObj& given, const ParamObj& value, ParserMessage& messages,
                      IndexSettings& settings) {
     const std::optional<TextValue> text = textValue(value);
-    const std::string letters = text ? std::string(text->text) : asWritten(value);
+    const std::string letters = text ? std::string(text->text) : value.joinedTokens();
     std::optional<std::int32_t> start;
     if (letters.find_first_not_of(settings.type->characters) == std::string::npos) {
         const bool roman = settings.type->notation == Notation::roman;
@@ -140,7 +137,7 @@ bool readLetterStart(const SubComObj& given, const ParamObj& value, ParserMessag
         }
     }
     if (!start) {
-        messages.GenericError(kMismatch, {letters, asWritten(*given.getParamObj("INDEXTYPE"))});
+        messages.GenericError(kMismatch, {letters, given.getParamObj("INDEXTYPE")->joinedTokens()});
         return false;
     }
     settings.start = *start;

@@ -1,11 +1,11 @@
 // IF: narrows the items of a selection group by the command that made them, subtype, label and instance, and
 // to visible ones.
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
 
-#include "backend/tokens/token_sequence.h"
 #include "module/frame/xml_text.h"
 #include "module/modify/modify_spec.h"
 #include "module/modify/parameter_values.h"
@@ -22,7 +22,6 @@ constexpr QualifierRow kLabelModes[] = {{"EXACT", Spec::literals},
                                         {"CONTAINS", Spec::literals},
                                         {"ENDS", Spec::literals}};
 constexpr std::string_view kLast[] = {"LAST"};
-constexpr std::string_view kNoYes[] = {"NO", "YES"};
 
 constexpr auto kLabels =
     optionalParameter("LABELS", Spec::qualifiedLists).qualifiedBy(kLabelModes).bracketed(Brackets::required);
@@ -65,41 +64,40 @@ bool holdsOnly(std::string_view text, std::string_view characters) {
     return text.find_first_not_of(characters) == std::string_view::npos;
 }
 
+/// The fields between the commas: one more than there are commas.
+std::vector<std::string_view> fieldsOf(std::string_view list) {
+    std::vector<std::string_view> fields;
+    const auto commas = std::count(list.begin(), list.end(), ',');
+    for (auto i = commas; i >= 0; --i) {
+        fields.push_back(takeField(list));
+    }
+    return fields;
+}
+
+/// Digits only, or blanks only.
+bool isNumberField(std::string_view field) { return holdsOnly(field, "0123456789") || holdsOnly(field, " "); }
+
 /// The numbers of an instance list; a field of 0, without digits or of blanks alone is reported and left out.
-std::vector<std::int32_t> readNumbers(std::string_view list, std::string_view literal,
+std::vector<std::int32_t> readNumbers(const std::vector<std::string_view>& fields, std::string_view literal,
                                       ParserMessage& messages) {
     std::vector<std::int32_t> numbers;
-    for (std::size_t comma = 0; comma != std::string_view::npos;) {
-        comma = list.find(',');
-        const std::int32_t number = leadingInteger(list.substr(0, comma));
+    for (const std::string_view field : fields) {
+        const std::int32_t number = leadingInteger(field);
         if (number == 0) {
             messages.ParamNeedInteger(literal, "IF");
         } else {
             numbers.push_back(number);
         }
-        list.remove_prefix(comma == std::string_view::npos ? 0 : comma + 1);
     }
     return numbers;
-}
-
-/// True when every field of the list holds digits only, or blanks only.
-bool isNumberList(std::string_view list) {
-    for (std::size_t comma = 0; comma != std::string_view::npos;) {
-        comma = list.find(',');
-        const std::string_view field = list.substr(0, comma);
-        if (!holdsOnly(field, "0123456789") && !holdsOnly(field, " ")) {
-            return false;
-        }
-        list.remove_prefix(comma == std::string_view::npos ? 0 : comma + 1);
-    }
-    return true;
 }
 
 /// What stands in parentheses behind a command's name: numbers, or LAST.
 std::optional<std::vector<std::int32_t>> readInstanceList(std::string_view list, std::string_view literal,
                                                           ParserMessage& messages) {
-    if (isNumberList(list)) {
-        return readNumbers(list, literal, messages);
+    const std::vector<std::string_view> fields = fieldsOf(list);
+    if (std::all_of(fields.begin(), fields.end(), isNumberField)) {
+        return readNumbers(fields, literal, messages);
     }
     if (AreStringsEqualCase(list, "LAST")) {
         return std::vector{kLastInstance};
@@ -201,7 +199,9 @@ bool read(const SubComObj& given, ParserMessage& messages, SelectionCriteria& cr
 }
 
 void writeCommand(const CommandEntry& command, std::string& request) {
-    request += "<command ";  // the blank stands there also before another one; this is meant
+    // The blank belongs to the tag: the name has none before it, and what follows has one more. This is
+    // meant.
+    request += "<command ";
     if (!command.name.empty()) {
         request += "commandName=\"" + toXmlUtf8(command.name) + '"';
     }
@@ -239,7 +239,11 @@ void write(const SelectionCriteria& criteria, std::string& request) {
     for (const std::int32_t instance : criteria.instances) {
         request += "<instance";
         // 0 and every negative number mean the last instance too.
-        instance >= 1 ? appendInteger(request, "instance", instance) : appendFlag(request, "last", true);
+        if (instance >= 1) {
+            appendInteger(request, "instance", instance);
+        } else {
+            appendFlag(request, "last", true);
+        }
         request += "/>";
     }
 }

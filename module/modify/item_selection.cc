@@ -85,6 +85,7 @@ bool writeExceptions(const SubComObj& select, bool failed, ParserMessage& messag
         return false;
     }
     std::vector<std::string_view> types;
+    // Words and quoted texts alone get through the parser, so a list can always be read.
     if (failed || !except->getStringList(types)) {
         return false;
     }

@@ -12,7 +12,6 @@ class ModifyEventWriter {
     /// Appends the beginning of the start tag to `request`, which must outlive the writer.
     explicit ModifyEventWriter(std::string& request);
 
-    [[nodiscard]] std::string& request() { return request_; }
     /// Closes the start tag unless that has been done.
     void closeStartTag();
     /// Appends the end tag, behind the closed start tag.

@@ -3,7 +3,6 @@
 // Handlers know nothing of each other; `ModifyRequestBuilder` walks them in the order of the request.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 

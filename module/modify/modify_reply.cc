@@ -48,14 +48,6 @@ std::vector<std::string_view> readComplaints(std::string_view reply, std::string
     return values;
 }
 
-/// Cuts `text` at its first comma; what is behind it stays in `text`.
-std::string_view takeField(std::string_view& text) {
-    const std::size_t comma = std::min(text.find(','), text.size());
-    const std::string_view field = text.substr(0, comma);
-    text.remove_prefix(std::min(comma + 1, text.size()));
-    return field;
-}
-
 /// Complaints are not passed over: the counts of a reply that begins with one are looked for in its value.
 /// This is meant.
 std::optional<ModifyCounts> readCounts(std::string_view reply) {

@@ -1,6 +1,7 @@
 // The output controller's reply to a modification: complaints, and how many items were touched.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>

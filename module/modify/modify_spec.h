@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
 #include "backend/syntax/descriptors.h"
 #include "module/modify/modify_handler.h"

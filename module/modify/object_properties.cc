@@ -131,9 +131,7 @@ void write(const ObjectProperties& properties, std::string& request) {
     writeSide("sizeHeight", properties.points.height, request);
     writeSide("sizeWidthPCT", properties.percent.width, request);
     writeSide("sizeHeightPCT", properties.percent.height, request);
-    if (!properties.label.empty()) {
-        appendText(request, "label", properties.label);
-    }
+    appendTextIfAny(request, "label", properties.label);
     request += "/>";
 }
 

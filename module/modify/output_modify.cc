@@ -26,8 +26,6 @@ constexpr std::string_view kName = "OUTPUT MODIFY";
 constexpr std::string_view kTitle = "Output Modify";
 constexpr int kProcedureValue = 2;
 
-constexpr std::string_view kNoYes[] = {"NO", "YES"};
-
 constexpr ParameterRow kParameters[] = {
     optionalParameter("NAME", UPSpecTypes::ParamSpec::tokens, "name"),
     optionalParameter("DEBUG", UPSpecTypes::ParamSpec::tokens, kNoValueLabel),
@@ -37,7 +35,6 @@ constexpr ParameterRow kReportParameters[] = {
     optionalParameter("PRINTREPORT", UPSpecTypes::ParamSpec::word).of(kNoYes),
 };
 
-/// The selection group follows.
 constexpr SubcommandRow kGrammar[] = {
     {"", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters},
     {"REPORT", UPSpecTypes::SubComSpec::keywordParameters, false, false, kReportParameters},
@@ -45,7 +42,6 @@ constexpr SubcommandRow kGrammar[] = {
 
 constexpr std::string_view kFailed = "Failed to modify output...";
 constexpr std::string_view kFailedBecause = "Failed to modify output ^1...";
-constexpr std::string_view kNotImplemented = "^1 currently not implemented.";
 constexpr std::string_view kInvalidFormat = "Value for FORMAT (^1) is not a valid display format.";
 constexpr std::string_view kInvalidFont = "Specified FONT (^1) is not installed.";
 
@@ -115,7 +111,7 @@ std::string ModifyCommand::exchange() const {
     try {
         ClientAdapter* const adapter = GetAdapter();
         if (adapter == nullptr) {
-            reportMessage(kNotImplemented, kName, kErrorLevel);
+            reportNotImplemented(kName);
             return {};
         }
         std::string reply = adapter->exchangeModify(request_);
@@ -130,7 +126,7 @@ std::string ModifyCommand::exchange() const {
     } catch (const char* failure) {
         reportWithArgument(kFailedBecause, failure, kErrorLevel);
     } catch (...) {
-        reportPlain(kFailed, kErrorLevel);
+        reportList(kFailed, {}, kErrorLevel);
     }
     return {};
 }

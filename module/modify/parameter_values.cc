@@ -39,4 +39,11 @@ std::int32_t leadingInteger(std::string_view text) {
     return static_cast<std::int32_t>(negative ? -number : number);
 }
 
+std::string_view takeField(std::string_view& list) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    const std::string_view field = list.substr(0, comma);
+    list.remove_prefix(std::min(comma + 1, list.size()));
+    return field;
+}
+
 }  // namespace vexa

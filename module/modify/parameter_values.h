@@ -23,4 +23,8 @@ namespace vexa {
 /// bits give the nearest that fits.
 [[nodiscard]] std::int32_t leadingInteger(std::string_view text);
 
+/// Cuts `list` at its first comma and gives what stood before it; what is behind the comma stays in `list`,
+/// all of an empty text when there is none.
+std::string_view takeField(std::string_view& list);
+
 }  // namespace vexa

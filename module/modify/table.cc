@@ -3,7 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "backend/tokens/token_sequence.h"
 #include "module/frame/xml_text.h"
 #include "module/modify/looks.h"
 #include "module/modify/modify_spec.h"
@@ -222,21 +221,15 @@ void writeSort(const TableModifySettings& table, std::string& request) {
 }
 
 void writeAttributes(const TableModifySettings& table, std::string& request) {
-    if (!table.title.empty()) {
-        appendText(request, "title", table.title);
-    }
-    if (!table.summary.empty()) {
-        appendText(request, "summary", table.summary);
-    }
+    appendTextIfAny(request, "title", table.title);
+    appendTextIfAny(request, "summary", table.summary);
     if (table.transpose) {
         appendFlag(request, "transpose", true);
     }
     if (table.sort) {
         writeSort(table, request);
     }
-    if (!table.format.empty()) {
-        appendText(request, "format", table.format);
-    }
+    appendTextIfAny(request, "format", table.format);
     if (table.defaultTableLook) {
         appendFlag(request, "defaultTableLook", true);
     }

@@ -24,7 +24,6 @@ using Spec = UPSpecTypes::ParamSpec;
 constexpr std::string_view kDimensions[] = {"COLUMNS", "ROWS", "BOTH"};
 constexpr std::string_view kReaches[] = {"CELL",    "COLUMN",       "ROW",      "COLUMNDATA",
                                          "ROWDATA", "COLUMNHEADER", "ROWHEADER"};
-constexpr std::string_view kNoYes[] = {"NO", "YES"};
 constexpr QualifierRow kConditions[] = {{"ALL", Spec::keyword},
                                         {"SYSMIS", Spec::keyword},
                                         {"TOP", Spec::number, {}, atLeast(1.0)},
@@ -240,12 +239,6 @@ void writeCondition(const Condition& condition, std::string& request) {
     }
 }
 
-void writeText(const std::string& text, std::string_view name, std::string& request) {
-    if (!text.empty()) {
-        appendText(request, name, text);
-    }
-}
-
 void writeLook(const TableCellsSettings& cells, std::string& request) {
     if (cells.revertToDefault) {
         appendFlag(request, "revertToDefault", true);
@@ -273,9 +266,9 @@ void write(const TableCellsSettings& cells, std::string& request) {
     appendAsIs(request, "selectColumns", cells.both ? "both" : cells.columns ? "true" : "false");
     writeCondition(cells.condition, request);
     writeLook(cells, request);
-    writeText(cells.applyTo, "applyTo", request);
-    writeText(cells.format, "format", request);
-    writeText(cells.font, "font", request);
+    appendTextIfAny(request, "applyTo", cells.applyTo);
+    appendTextIfAny(request, "format", cells.format);
+    appendTextIfAny(request, "font", cells.font);
     // An empty text is sent as the number that no REPLACE gave; this is meant.
     if (cells.replacement && cells.replacement->text.empty()) {
         appendNumber(request, "replaceValue", cells.replacement->number);

@@ -51,12 +51,8 @@ bool read(const SubComObj& given, ParserMessage& messages, TextModifySettings& t
 
 void write(const TextModifySettings& texts, std::string& request) {
     request += "<modifyText";
-    if (!texts.expression.empty()) {
-        appendText(request, "expression", texts.expression);
-    }
-    if (!texts.fontFamily.empty()) {
-        appendText(request, "fontFamily", texts.fontFamily);
-    }
+    appendTextIfAny(request, "expression", texts.expression);
+    appendTextIfAny(request, "fontFamily", texts.fontFamily);
     if (texts.color) {
         appendColor(*texts.color, "text", request);
     }

@@ -204,7 +204,9 @@ TEST_F(ExportPage, IsRightThatTheCommandItselfRefusesNumbersOutOfBounds) {
             const bool unitsLeft = std::any_of(units.begin(), units.end(), [](const ParamDescriptor& unit) {
                 return unit.isCheckedByCommand();
             });
-            EXPECT_EQ(each.isCheckedByCommand() || unitsLeft, !bounds(each).empty()) << each.name();
+            if (!bounds(each).empty()) {
+                EXPECT_TRUE(each.isCheckedByCommand() || unitsLeft) << each.name();
+            }
         }
     }
 }

@@ -243,6 +243,28 @@ TEST_F(FileSystemTest, LeavesAProtectedFileAlone) {
     EXPECT_EQ(filesInFolder(), 1U);
 }
 
+TEST_F(FileSystemTest, TellsWhatMayBeWritten) {
+    write("a", "old");
+    FileSystem& files = FileSystem::current();
+    EXPECT_TRUE(files.isWritable(path("a")));
+    EXPECT_TRUE(files.isWritable(path("new")));
+    EXPECT_FALSE(files.isWritable(path("nowhere/new")));
+    EXPECT_FALSE(files.isWritable(path("a/new")));
+    EXPECT_FALSE(files.isWritable(path("")));
+    EXPECT_FALSE(files.isWritable("/dev/null"));
+}
+
+TEST_F(FileSystemTest, TellsThatProtectedFilesAndFoldersMayNotBeWritten) {
+    write("a", "old");
+    ASSERT_EQ(chmod(folder_.c_str(), 0777), 0);
+    ASSERT_EQ(chmod(path("a").c_str(), 0444), 0);
+    ASSERT_EQ(mkdir(path("closed").c_str(), 0555), 0);
+    const OrdinaryUser user;
+    EXPECT_FALSE(FileSystem::current().isWritable(path("a")));
+    EXPECT_FALSE(FileSystem::current().isWritable(path("closed/new")));
+    EXPECT_TRUE(FileSystem::current().isWritable(path("new")));
+}
+
 /// The system's file system, whose `failing`-th operation fails.
 class FaultyFileSystem final : public FileSystem {
   public:
