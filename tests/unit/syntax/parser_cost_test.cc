@@ -12,7 +12,7 @@
 namespace vexa {
 namespace {
 
-constexpr double kFarTooLong = 5;  // seconds; a cost that grows with the square takes minutes
+constexpr double kFarTooLong = 30;  // seconds; a cost that grows with the square takes many minutes
 
 std::string repeat(std::string_view piece, std::size_t count) {
     std::string text;
