@@ -12,7 +12,7 @@ packages: ## Install the Debian packages that are missing (nothing happens when 
 	@tools/install-packages
 
 build: packages ## Build the program: build/release/bin/vexa, the module in build/release/lib
-	@tools/build release
+	@tools/build release vexa vexa_output
 
 demo: build ## Build, then run examples/demo.vxs and show what it made and traced (build/demo)
 	@tools/demo
