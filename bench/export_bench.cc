@@ -1,9 +1,9 @@
 // OUTPUT EXPORT with a full DOC subcommand over the whole road, and what of it is spent where Xerces-C works:
-// in making the specification's XML and in reading the answer.
+// in making the export specification's XML and in reading the answer.
 //
 // The road: a syntax file is cut into commands, each is cut into tokens, parsed and read, its file is looked
-// up, the specification is written as XML, which an adapter answers at once; the answer is read and becomes
-// notes and a table. No file is written.
+// up, the export specification is written as XML, which an adapter answers at once; the answer is read and
+// becomes notes and a table. No file is written.
 
 #include <benchmark/benchmark.h>
 
@@ -113,7 +113,7 @@ void exportCommands(benchmark::State& state) {
     if (session.hadErrors() || adapter.exports != state.iterations() * kCommands) {
         state.SkipWithError("not every command exported");
     } else if (adapter.specification != writtenByHand()) {
-        state.SkipWithError("the specification that is measured apart is not the command's");
+        state.SkipWithError("the export specification that is measured apart is not the command's");
     }
     installAdapter(nullptr);
 }

@@ -2,7 +2,7 @@
 // specification.
 //
 // A reader gives true when its subcommand was given and read without a failure; the format is then marked as
-// present in the specification. Failures have been reported.
+// present in the export specification. Failures have been reported.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// Runs any text as what follows OUTPUT EXPORT, against an adapter that keeps the specification. The first
-// byte chooses the character set and the answer.
+// Runs any text as what follows OUTPUT EXPORT, against an adapter that keeps the export specification. The
+// first byte chooses the character set and the answer.
 
 #include <algorithm>
 #include <cstddef>
@@ -150,7 +150,7 @@ void requireSpecification(const std::string& specification) {
     require(images == 0 || documents == countOf(kWithImages, specification));
 }
 
-/// Runs the command once; the specification that it sent, empty when it sent none.
+/// Runs the command once; the export specification that it sent, empty when it sent none.
 std::string runOnce(const vexa::CommandText& command, SpecificationKeeper& adapter, bool failed) {
     Watcher watcher;
     adapter.specifications.clear();

@@ -59,7 +59,7 @@ class Export : public CommandFixture {
         FileLocations::current().reset();
     }
 
-    /// Runs the command alone; the specification that it sent, empty when it sent none.
+    /// Runs the command alone; the export specification that it sent, empty when it sent none.
     std::string exported(const std::string& command) {
         events.clear();
         adapter.exports.clear();
