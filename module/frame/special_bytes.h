@@ -20,8 +20,8 @@ void markSpecialBytesAnywhere(const char* text, std::size_t blocks, std::uint64_
 /// The places of the special bytes of a text, from left to right. The text must outlive the object.
 class SpecialBytes {
   public:
-    // `masks_` is written before it is read; short texts would pay for clearing it.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+    // Short texts would pay for clearing it.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): `masks_` is written before it is read
     explicit SpecialBytes(std::string_view text) : text_(text) {}
 
     /// The next place, or the text's size when there is none left.

@@ -60,8 +60,8 @@ constexpr std::array<StoredEntity, kEntityKeys> kEntities = [] {
 /// Collects short pieces before they are appended to a text: most pieces are too short to be worth an append.
 class PieceWriter {
   public:
-    // `pieces_` is written before it is read; most texts would pay for clearing it.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+    // Most texts would pay for clearing it.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): `pieces_` is written before it is read
     explicit PieceWriter(std::string& text) : text_(text) {}
 
     /// `piece` without its special character at the end, and the entity of that character.
