@@ -1,11 +1,15 @@
 #include "apps/vexa/installation.h"
 
-#include <algorithm>
+#include <optional>
 #include <string_view>
+#include <utility>
 
+#include "apps/vexa/language_choice.h"
 #include "backend/paths/path_factory.h"
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/file_system.h"
+#include "backend/platform/user_languages.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa::program {
 
@@ -14,39 +18,50 @@ namespace {
 constexpr const char* kAboveTheProgram = "/..";
 constexpr const char* kEnglish = "en";
 
-bool isLetter(char character) { return (character | 0x20) >= 'a' && (character | 0x20) <= 'z'; }
-bool isLetterOrDigit(char character) { return isLetter(character) || (character >= '0' && character <= '9'); }
-
-/// A code is two or three letters, and may go on with a region: "en", "pt_BR".
-bool isLanguageCode(std::string_view code) {
-    const std::string_view language = code.substr(0, code.find_first_of("_-"));
-    const std::string_view region = code.substr(std::min(language.size() + 1, code.size()));
-    return (language.size() == 2 || language.size() == 3) &&
-           std::all_of(language.begin(), language.end(), isLetter) &&
-           std::all_of(region.begin(), region.end(), isLetterOrDigit) &&
-           (language.size() == code.size() || (region.size() >= 2 && region.size() <= 4));
+bool hasTables(const std::string& installation, const std::string& folder) {
+    return FileSystem::current().isFolder(installation + "/lang/" + folder);
 }
 
-bool hasTables(const std::string& installation, const std::string& language) {
-    return FileSystem::current().isFolder(installation + "/lang/" + language);
-}
-
-/// The language to take, of those that have tables.
-std::string chooseLanguage(const std::string& installation, const std::string& wanted,
-                           std::vector<std::string>& warnings) {
-    const bool there = hasTables(installation, wanted);
-    if (wanted != kEnglish) {
-        warnings.push_back(there ? "Messages are not translated; of the language " + wanted +
-                                       " only month names are used."
-                                 : "The installation has no texts in the language " + wanted +
-                                       " (no folder lang/" + wanted + "); English is used.");
+/// The folder of the language `code`; nothing where the installation lacks it.
+std::optional<std::string> findLanguage(const std::string& installation, std::string_view code) {
+    for (std::string& folder : languageFolders(code)) {
+        if (hasTables(installation, folder)) {
+            return std::move(folder);
+        }
     }
-    if (there) {
-        return wanted;
+    return std::nullopt;
+}
+
+/// The first of the user's languages that the installation has; nothing where it has none of them.
+std::optional<std::string> languageOfUser(const std::string& installation) {
+    for (const std::string& code : userLanguages()) {
+        std::optional<std::string> found =
+            isLanguageCode(code) ? findLanguage(installation, code) : std::nullopt;
+        if (found) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The folder of the language to take; English where the wanted one is not there.
+std::string chooseLanguage(const std::string& installation, const std::optional<std::string>& wanted,
+                           std::vector<std::string>& warnings) {
+    const std::optional<std::string> found =
+        wanted ? findLanguage(installation, *wanted) : languageOfUser(installation);
+    if (found) {
+        return *found;
+    }
+    if (wanted && *wanted != kEnglish) {
+        warnings.push_back(
+            composed("The installation has no texts in the language ^1 (no folder lang/^1); "
+                     "English is used."_text,
+                     {*wanted}));
     }
     if (!hasTables(installation, kEnglish)) {
-        warnings.emplace_back(
-            "The installation has no English texts (no folder lang/en); a date shows the key of its month.");
+        warnings.push_back(
+            translated("The installation has no English texts (no folder lang/en); messages and "
+                       "dates may show keys in the place of texts."_text));
     }
     return kEnglish;
 }
@@ -55,20 +70,25 @@ std::string chooseLanguage(const std::string& installation, const std::string& w
 
 bool openInstallation(const SessionChoices& choices, std::vector<std::string>& warnings,
                       std::string& problem) {
-    if (!isLanguageCode(choices.language)) {
-        problem = "There is no language '" + choices.language + "'. Use a code such as en or de.";
+    if (choices.language && !isLanguageCode(*choices.language)) {
+        problem =
+            composed("There is no language '^1'. Use a code such as en or de."_text, {*choices.language});
         return false;
     }
     FileSystem& files = FileSystem::current();
     const std::string& own = choices.installationFolder;
     if (!own.empty() && !files.isFolder(own)) {
-        problem = "The installation " + own +
-                  " is no folder. Name the folder that holds lang and Looks, or leave --installation out.";
+        problem = composed(
+            "The installation ^1 is no folder. Name the folder that holds lang and Looks, or leave "
+            "--installation out."_text,
+            {own});
         return false;
     }
     // A whole path: CD changes what a relative one means.
     const std::string folder = files.canonicalPath(own.empty() ? programFolder() + kAboveTheProgram : own);
-    installPaths(folder, chooseLanguage(folder, choices.language, warnings));
+    const std::string language = chooseLanguage(folder, choices.language, warnings);
+    installPaths(folder, language);
+    StringDictionary::current().open(folder + "/lang/" + language);
     return true;
 }
 

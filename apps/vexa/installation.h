@@ -8,7 +8,8 @@
 
 namespace vexa::program {
 
-/// Says to the path service which folder and language `choices` name. A language that has no folder there
+/// Says to the path service and to the dictionary of shown texts which folder and language `choices` name;
+/// without a language there, the one that the system's settings name. A language that has no folder there
 /// gives way to English. False when the choices cannot be followed; `problem` then says what and what to do,
 /// and nothing has changed. `warnings` gets what the user does not get of what was asked for.
 [[nodiscard]] bool openInstallation(const SessionChoices& choices, std::vector<std::string>& warnings,

@@ -88,7 +88,8 @@ void addReadingOptions(CLI::App& app, SessionChoices& choices) {
     app.add_option("--charset", choices.charset,
                    "The character set of syntax files and of the back end (UTF-8)")
         ->option_text("NAME");
-    app.add_option("--language", choices.language, "The language of messages and month names (en)")
+    app.add_option("--language", choices.language,
+                   "The language of messages, titles and month names (that of the locale, or en)")
         ->option_text("CODE");
     app.add_option(
            "--installation", choices.installationFolder,

@@ -19,9 +19,9 @@ struct SessionChoices {
     std::optional<std::string> traceFile;
     std::optional<LocalTime> now;
     std::string charset = "UTF-8";
-    std::string language = "en";
-    std::string installationFolder;  ///< empty: the one that the program stands in
-    std::string moduleFile;          ///< empty: the one beside the program
+    std::optional<std::string> language;  ///< without one: that of the system's settings
+    std::string installationFolder;       ///< empty: the one that the program stands in
+    std::string moduleFile;               ///< empty: the one beside the program
     bool stopOnError = false;
     bool checkOnly = false;
 };

@@ -2,6 +2,7 @@
 
 #include "backend/pivot/output_log.h"
 #include "backend/pivot/pivot_table_draft.h"
+#include "backend/pivot/string_table_notes.h"
 #include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
 
@@ -28,6 +29,7 @@ BpProcedure::BpProcedure(std::string_view title, int value)
 }
 
 BpProcedure::~BpProcedure() {
+    publishStringTableNotes();
     OutputLog& log = OutputLog::current();
     if (log.hasListeners()) log.publish(ProcedureEnded{title_});
     StringDictionary::current().setProcedure(outerProcedure_);

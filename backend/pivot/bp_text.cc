@@ -13,11 +13,6 @@ namespace vexa {
 
 namespace {
 
-std::string translated(const std::string& text) {
-    const StringDictionary& dictionary = StringDictionary::current();
-    return std::string(dictionary.lookUp(dictionary.procedure(), text));
-}
-
 bool hasMarker(std::string_view text) {
     for (std::size_t at = text.find('^'); at != std::string_view::npos; at = text.find('^', at + 1)) {
         if (at + 1 < text.size() && text[at + 1] >= '1' && text[at + 1] <= '9') return true;
@@ -79,22 +74,6 @@ void BpError(const BpCellText& message, BpErrorShow show, BpErrorLevel level) {
     OutputLog& log = OutputLog::current();
     if (!log.hasListeners()) return;
     log.publish(ErrorReported{show, level, message.text(), message.arguments(), message.shown()});
-}
-
-std::string replaceMarkers(std::string_view text, const std::vector<std::string>& arguments) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool marker = text[i] == '^' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9';
-        const std::size_t number = marker ? static_cast<std::size_t>(text[i + 1] - '1') : 0;
-        if (marker && number < arguments.size()) {
-            result += arguments[number];
-            ++i;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
 }
 
 }  // namespace vexa

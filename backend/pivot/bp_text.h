@@ -1,7 +1,8 @@
 // Texts for the output log: plain, or composed of a text with the markers ^1, ^2, ... and what replaces them.
 //
 // Texts come in the back end's character set and are kept as UTF-8. A translatable text is looked up in the
-// string tables of the current procedure when it is shown; a text that they lack is shown as it stands.
+// string tables (`backend/strings/dictionary.h`) when it is shown; a text that they lack is shown as it
+// stands.
 #pragma once
 
 #include <optional>
@@ -89,9 +90,5 @@ using BpErrorLevel = int;
 
 /// Puts a message into the output log.
 void BpError(const BpCellText& message, BpErrorShow show, BpErrorLevel level);
-
-/// `text` with every marker ^1, ^2, ... ^9 replaced by the argument of its number; markers without an
-/// argument stay, and so do markers that an argument's own text holds.
-[[nodiscard]] std::string replaceMarkers(std::string_view text, const std::vector<std::string>& arguments);
 
 }  // namespace vexa

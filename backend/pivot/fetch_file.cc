@@ -4,6 +4,7 @@
 #include "backend/pivot/bp_text.h"
 #include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
+#include "backend/platform/system_text.h"
 
 namespace vexa {
 
@@ -20,7 +21,7 @@ FileResult read(const std::string& name, std::string& content) {
 }
 
 void warn(const std::string& name, const FileResult& failure) {
-    BpComposite message("The file ^1 could not be read: ^2.", 1);
+    BpComposite message("The file ^1 could not be read: ^2."_text, 1);
     message.Add(BpString(name, 0)).Add(BpString(fromUtf8(failure.reason), 0));
     message.Finish();
     BpError(message, kShow, kWarning);

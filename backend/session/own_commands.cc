@@ -6,6 +6,7 @@
 #include "backend/names/valid_name.h"
 #include "backend/paths/file_specification.h"
 #include "backend/session/session_messages.h"
+#include "backend/strings/dictionary.h"
 #include "backend/syntax/command_spec.h"
 #include "backend/syntax/universal_parser.h"
 
@@ -38,13 +39,13 @@ std::span<const TokenInfoObj> freeTokens(const CommandSpec& spec, std::string_vi
 
 /// The text of a value that must be one literal; otherwise `complaint` is reported where the value stands.
 std::optional<std::string> oneLiteral(const TokenSequenceBase& tokens, std::span<const TokenInfoObj> value,
-                                      std::string_view complaint) {
+                                      SystemText complaint) {
     if (value.size() == 1 && value.front().isLiteral()) {
         return std::string(value.front().getString());
     }
     const std::span<const TokenInfoObj> wrong =
         value.size() > 1 && value.front().isLiteral() ? value.subspan(1) : value;
-    reportSyntaxError(tokens.command(), offsetOf(tokens, wrong), std::string(complaint));
+    reportSyntaxError(tokens.command(), offsetOf(tokens, wrong), translated(complaint));
     return std::nullopt;
 }
 
@@ -102,17 +103,18 @@ void runFileHandle(const TokenSequenceBase& tokens) {
         ValidateVexaNameCheckLastChar(std::string(name.front().getString()).c_str()) != 0) {
         reportSyntaxError(
             tokens.command(), offsetOf(tokens, name),
-            "FILE HANDLE needs one name here, as in: FILE HANDLE data /NAME='c:\\project\\data'.");
+            translated(
+                "FILE HANDLE needs one name here, as in: FILE HANDLE data /NAME='c:\\project\\data'."_text));
         return;
     }
     const std::optional<std::string> target = oneLiteral(
         tokens, withoutEqualsSign(freeTokens(spec, "NAME")),
-        "NAME needs one quoted folder or file, as in: FILE HANDLE data /NAME='c:\\project\\data'.");
+        "NAME needs one quoted folder or file, as in: FILE HANDLE data /NAME='c:\\project\\data'."_text);
     if (target && !target->empty()) {
         FileLocations::current().setHandle(name.front().getString(), *target);
     } else if (target) {
         reportSyntaxError(tokens.command(), freeTokens(spec, "NAME").back().offset(),
-                          "NAME must not be empty.");
+                          translated("NAME must not be empty."_text));
     }
 }
 
@@ -123,9 +125,9 @@ void runChangeFolder(const TokenSequenceBase& tokens) {
         return;
     }
     const std::optional<std::string> folder =
-        oneLiteral(tokens, freeTokens(spec, ""), "CD needs one quoted folder, as in: CD 'c:\\project'.");
+        oneLiteral(tokens, freeTokens(spec, ""), "CD needs one quoted folder, as in: CD 'c:\\project'."_text);
     if (folder && !FileLocations::current().changeFolder(resolve(*folder))) {
-        reportError("There is no folder ^1. CD changes nothing.", *folder);
+        reportError("There is no folder ^1. CD changes nothing."_text, *folder);
     }
 }
 
@@ -137,7 +139,7 @@ std::optional<std::string> readInsert(const TokenSequenceBase& tokens) {
     }
     const std::optional<std::string> name =
         oneLiteral(tokens, spec.getSubComObj("")->getParamObj("FILE")->getTokenList(),
-                   "FILE needs one quoted file, as in: INSERT FILE='more.vxs'.");
+                   "FILE needs one quoted file, as in: INSERT FILE='more.vxs'."_text);
     return name ? std::optional(resolve(*name)) : std::nullopt;
 }
 
@@ -148,7 +150,7 @@ std::optional<std::string> readEcho(const TokenSequenceBase& tokens) {
         return std::nullopt;
     }
     return oneLiteral(tokens, freeTokens(spec, ""),
-                      "ECHO needs one quoted text, as in: ECHO 'Saving the report'.");
+                      "ECHO needs one quoted text, as in: ECHO 'Saving the report'."_text);
 }
 
 }  // namespace vexa

@@ -11,6 +11,7 @@
 #include "backend/session/command_cutter.h"
 #include "backend/session/own_commands.h"
 #include "backend/session/session_messages.h"
+#include "backend/strings/dictionary.h"
 #include "backend/syntax/parse_mode.h"
 
 namespace vexa {
@@ -63,7 +64,7 @@ void Session::runText(std::string text, std::string_view file, int firstLine) {
 void Session::runCommand(CommandText& command) {
     if (command.text.size() > kLongestCommand) {
         reportSyntaxError(command, command.arguments,
-                          "This command is longer than 2 GiB. Is a period missing?");
+                          translated("This command is longer than 2 GiB. Is a period missing?"_text));
         return;
     }
     const std::optional<FoundCommand> found = findCommandName(command.text, command.arguments);
@@ -85,17 +86,18 @@ void Session::runCommand(CommandText& command) {
 
 void Session::reportUnknown(const CommandText& command) {
     if (std::string_view(command.text).substr(command.arguments).starts_with("/*")) {
-        reportSyntaxError(command, command.arguments, "This comment is not closed: \"*/\" is missing.");
+        reportSyntaxError(command, command.arguments,
+                          translated("This comment is not closed: \"*/\" is missing."_text));
         return;
     }
     const std::string name = unknownCommandName(command.text, command.arguments);
-    std::string message = "There is no command \"" + toUtf8(name) + "\".";
+    std::string message = composed("There is no command \"^1\"."_text, {toUtf8(name)});
     const KnownCommand* const nearest = nearestCommand(name);
-    if (nearest != nullptr) {
-        message += " Did you mean " + std::string(nearest->name) + "?";
-    } else {
-        message += " A command begins with its name, for example: OUTPUT NEW NAME=report.";
-    }
+    appendSentence(
+        message,
+        nearest != nullptr
+            ? composed("Did you mean ^1?"_text, {std::string(nearest->name)})
+            : translated("A command begins with its name, for example: OUTPUT NEW NAME=report."_text));
     reportSyntaxError(command, command.arguments, std::move(message));
 }
 
@@ -106,7 +108,7 @@ bool Session::moduleUsable() {
     if (module_.load(moduleFailure_)) {
         return true;
     }
-    reportError("The library of the commands cannot be loaded: ^1", fromUtf8(moduleFailure_));
+    reportError("The library of the commands cannot be loaded: ^1"_text, fromUtf8(moduleFailure_));
     stopped_ = true;
     return false;
 }
@@ -115,7 +117,7 @@ void Session::runModuleCommand(const KnownCommand& known, const CommandText& com
                                std::size_t nameOffset) {
     const CommandModule::Entry entry = module_.find(known.entry);
     if (entry == nullptr) {
-        reportError("This module has no command ^1.", known.name);
+        reportError("This module has no command ^1."_text, known.name);
         return;
     }
     OutputLog& log = OutputLog::current();
@@ -136,9 +138,10 @@ void Session::callEntry(CommandModule::Entry entry) {
     } catch (const VexaGoToCaller&) {
         // The command was left on purpose, and whoever left it has said why.
     } catch (const std::exception& error) {
-        reportError("The command broke off: ^1", error.what());
+        reportError("The command broke off: ^1"_text, error.what());
     } catch (...) {
-        reportError("The command broke off: ^1", "it failed in a way that it does not describe.");
+        reportError("The command broke off: ^1"_text,
+                    fromUtf8(translated("it failed in a way that it does not describe."_text)));
     }
 }
 
@@ -171,14 +174,14 @@ void Session::insertFile(const std::string& path) {
     // system's form.
     const std::string file = toNativePath(toUtf8(path));
     if (insertDepth_ >= kDeepestInsert) {
-        reportError("INSERT stands more than 32 files deep at ^1. Does a file insert itself?",
+        reportError("INSERT stands more than 32 files deep at ^1. Does a file insert itself?"_text,
                     fromUtf8(file));
         return;
     }
     const DepthScope depth(insertDepth_);
     const FileResult result = runFile(file);
     if (!result) {
-        reportError("The file cannot be read: ^1", fromUtf8(file + " (" + result.reason + ")"));
+        reportError("The file cannot be read: ^1"_text, fromUtf8(file + " (" + result.reason + ")"));
     }
 }
 

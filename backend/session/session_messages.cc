@@ -16,7 +16,7 @@ void reportSyntaxError(const CommandText& command, std::size_t offset, std::stri
     OutputLog::current().publish(SyntaxErrorReported{std::move(message), placeOf(command, offset)});
 }
 
-void reportError(std::string_view text, std::string_view argument) {
+void reportError(SystemText text, std::string_view argument) {
     BpComposite message(text, 1);
     message.Add(BpString(argument, 0));
     message.Finish();

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "backend/platform/system_text.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa {
@@ -13,6 +14,6 @@ namespace vexa {
 void reportSyntaxError(const CommandText& command, std::size_t offset, std::string message);
 
 /// A message of level 3 whose marker ^1 is replaced by `argument`, which is in the back end's character set.
-void reportError(std::string_view text, std::string_view argument);
+void reportError(SystemText text, std::string_view argument);
 
 }  // namespace vexa

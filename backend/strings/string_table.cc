@@ -1,5 +1,9 @@
 #include "backend/strings/string_table.h"
 
+#include <functional>
+#include <set>
+#include <utility>
+
 #include "backend/platform/character_set.h"
 #include "backend/strings/string_table_cache.h"
 
@@ -21,18 +25,38 @@ constexpr ProcedureFile kFiles[] = {
     {"Stb Print", "stbprint.xlf"},
 };
 
+/// What was complained about since the complaints were last taken.
+struct Complaints {
+    std::vector<StringTableComplaint> list;
+    std::set<std::string, std::less<>> paths;
+};
+
+Complaints& complaints() {
+    static Complaints pending;
+    return pending;
+}
+
+void complain(const std::string& path, const FileResult& result) {
+    if (!complaints().paths.insert(path).second) return;
+    complaints().list.push_back({path, FileSystem::current().isFile(path) ? result.reason : std::string()});
+}
+
 }  // namespace
 
 FileResult FacSTStringTable::GetKeysAndValues(std::string_view path,
                                               std::vector<keyValueGloss>& entries) const {
     entries.clear();
-    const auto table = loadStringTable(toUtf8(path));
+    const std::string file = toUtf8(path);
+    const auto table = loadStringTable(file);
+    if (!table->result) complain(file, table->result);
     entries.reserve(table->entries.size());
     for (const keyValueGloss& entry : table->entries) {
         entries.push_back({fromUtf8(entry.key), fromUtf8(entry.value), fromUtf8(entry.gloss)});
     }
     return table->result;
 }
+
+std::vector<StringTableComplaint> takeStringTableComplaints() { return std::exchange(complaints(), {}).list; }
 
 std::string_view stringTableFile(std::string_view procedure) {
     for (const ProcedureFile& entry : kFiles) {

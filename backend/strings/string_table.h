@@ -30,9 +30,19 @@ class FacSTStringTable {
 
     /// Fills `entries` with the table in the file `path` (either separator), in the order of the file; what
     /// they held before is gone. A file that is missing, too large or broken anywhere gives no entries, and
-    /// the result says why.
+    /// the result says why, and so does `takeStringTableComplaints`.
     FileResult GetKeysAndValues(std::string_view path, std::vector<keyValueGloss>& entries) const;
 };
+
+/// A table that was asked for by its path, and is missing or cannot be read. UTF-8.
+struct StringTableComplaint {
+    std::string path;
+    std::string reason;  ///< why it cannot be read; empty for a file that is missing
+};
+
+/// The complaints about `FacSTStringTable::GetKeysAndValues` since they were last taken, in the order of the
+/// questions, each path once.
+[[nodiscard]] std::vector<StringTableComplaint> takeStringTableComplaints();
 
 /// The string-table file of a procedure, without its folder: "outmodify.xlf" for "Output Modify". Empty for a
 /// procedure that has none; procedures are compared letter by letter.

@@ -4,6 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <numeric>
+#include <utility>
+
+#include "backend/strings/dictionary.h"
 
 namespace vexa {
 
@@ -56,14 +59,16 @@ std::string_view nearestKeyword(std::string_view word, std::span<const std::stri
 }
 
 std::string listKeywords(std::span<const std::string_view> keywords) {
-    std::string list;
-    for (std::size_t i = 0; i < keywords.size(); ++i) {
-        if (i > 0) {
-            list += i + 1 == keywords.size() ? " or " : ", ";
-        }
-        list += keywords[i];
+    if (keywords.empty()) {
+        return {};
     }
-    return list;
+    std::string list(keywords.front());
+    for (const std::string_view keyword :
+         keywords.subspan(1, keywords.size() - std::min<std::size_t>(keywords.size(), 2))) {
+        list.append(", ").append(keyword);
+    }
+    return keywords.size() == 1 ? list
+                                : composed("^1 or ^2"_text, {std::move(list), std::string(keywords.back())});
 }
 
 }  // namespace vexa

@@ -31,15 +31,14 @@ std::string shown(const Argument& argument) {
     return text != nullptr ? *text : formatNumber(std::get<double>(argument));
 }
 
-/// The library's text in the language of the user, its markers ^1, ^2, ... replaced.
+/// The text in the language of the user, its markers ^1, ^2, ... replaced.
 std::string compose(std::string_view text, const std::vector<Argument>& arguments) {
-    const StringDictionary& dictionary = StringDictionary::current();
     std::vector<std::string> texts;
     texts.reserve(arguments.size());
     for (const Argument& each : arguments) {
         texts.push_back(shown(each));
     }
-    return replaceMarkers(dictionary.lookUp(dictionary.procedure(), text), texts);
+    return replaceMarkers(translated(text), texts);
 }
 
 Argument utf8(std::string_view text) { return toUtf8(text); }
@@ -54,7 +53,7 @@ std::vector<Argument> utf8(std::initializer_list<std::string_view> texts) {
 }
 
 /// A text for a value of a parameter: one wording when a subcommand is named and one when not.
-std::string_view choose(std::string_view subcommand, std::string_view with, std::string_view without) {
+SystemText choose(std::string_view subcommand, SystemText with, SystemText without) {
     return subcommand.empty() ? without : with;
 }
 
@@ -76,97 +75,99 @@ void ParserMessage::report(std::string_view method, std::vector<Argument> argume
 
 void ParserMessage::WrongValueType(std::string_view parameter, std::string_view subcommand) {
     report("WrongValueType", utf8({parameter, subcommand}),
-           choose(subcommand, "The value of ^1 in subcommand ^2 is not of the kind that it takes.",
-                  "The value of ^1 is not of the kind that it takes."));
+           choose(subcommand, "The value of ^1 in subcommand ^2 is not of the kind that it takes."_text,
+                  "The value of ^1 is not of the kind that it takes."_text));
 }
 
 void ParserMessage::WrongValueType(std::string_view parameter, std::string_view subcommand,
                                    ExpectedValue expected) {
     std::vector<Argument> arguments = utf8({parameter, subcommand});
-    std::string message =
-        compose(choose(subcommand, "The value of ^1 in subcommand ^2 is not of the kind that it takes: ^3.",
-                       "The value of ^1 is not of the kind that it takes: ^3."),
-                {arguments[0], arguments[1], utf8(expected.text)});
+    std::string message = compose(
+        choose(subcommand, "The value of ^1 in subcommand ^2 is not of the kind that it takes: ^3."_text,
+               "The value of ^1 is not of the kind that it takes: ^3."_text),
+        {arguments[0], arguments[1], translated(expected.text)});
     report("WrongValueType", std::move(arguments), std::move(message), false);
 }
 
 void ParserMessage::WrongValueType(std::string_view parameter, GivenTokens given) {
     report("WrongValueType", utf8({parameter, given.text}),
-           given.text.empty() ? "^1 takes one file name, in quotes. Nothing was given."
-                              : "^1 takes one file name, in quotes. Found: ^2");
+           given.text.empty() ? "^1 takes one file name, in quotes. Nothing was given."_text
+                              : "^1 takes one file name, in quotes. Found: ^2"_text);
 }
 
 void ParserMessage::InvalidParam(std::string_view parameter, std::string_view subcommand) {
     report("InvalidParam", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: ^1 is not valid here.", "^1 is not valid here."));
+           choose(subcommand, "Subcommand ^2: ^1 is not valid here."_text, "^1 is not valid here."_text));
 }
 
 void ParserMessage::InvalidParamValue(std::string_view value, std::string_view parameter,
                                       std::string_view subcommand) {
     report("InvalidParamValue", utf8({value, parameter, subcommand}),
-           choose(subcommand, "\"^1\" is not a valid value of ^2 in subcommand ^3.",
-                  "\"^1\" is not a valid value of ^2."));
+           choose(subcommand, "\"^1\" is not a valid value of ^2 in subcommand ^3."_text,
+                  "\"^1\" is not a valid value of ^2."_text));
 }
 
 void ParserMessage::InvalidParamValue(double value, std::string_view parameter, std::string_view subcommand) {
     report("InvalidParamValue", {value, utf8(parameter), utf8(subcommand)},
-           choose(subcommand, "^1 is not a valid value of ^2 in subcommand ^3.",
-                  "^1 is not a valid value of ^2."));
+           choose(subcommand, "^1 is not a valid value of ^2 in subcommand ^3."_text,
+                  "^1 is not a valid value of ^2."_text));
 }
 
 void ParserMessage::ParamExclusive(std::string_view parameter, std::string_view other,
                                    std::string_view subcommand) {
     report("ParamExclusive", utf8({parameter, other, subcommand}),
-           choose(subcommand, "^1 and ^2 cannot both be given in ^3.", "^1 and ^2 cannot both be given."));
+           choose(subcommand, "^1 and ^2 cannot both be given in ^3."_text,
+                  "^1 and ^2 cannot both be given."_text));
 }
 
 void ParserMessage::ParamNeedParam(std::string_view needed, std::string_view parameter,
                                    std::string_view value) {
-    report("ParamNeedParam", utf8({needed, parameter, value}), "^1 is needed where ^2 is ^3.");
+    report("ParamNeedParam", utf8({needed, parameter, value}), "^1 is needed where ^2 is ^3."_text);
 }
 
 void ParserMessage::ParamNeedInteger(std::string_view parameter, std::string_view subcommand) {
     report("ParamNeedInteger", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: ^1 needs a whole number. Positions and instances count from 1.",
-                  "^1 needs a whole number. Positions and instances count from 1."));
+           choose(subcommand,
+                  "Subcommand ^2: ^1 needs a whole number. Positions and instances count from 1."_text,
+                  "^1 needs a whole number. Positions and instances count from 1."_text));
 }
 
 void ParserMessage::ParamNeedIntegerList(std::string_view parameter, std::string_view subcommand) {
     report("ParamNeedIntegerList", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: ^1 needs a list of whole numbers, each 1 or above.",
-                  "^1 needs a list of whole numbers, each 1 or above."));
+           choose(subcommand, "Subcommand ^2: ^1 needs a list of whole numbers, each 1 or above."_text,
+                  "^1 needs a list of whole numbers, each 1 or above."_text));
 }
 
 void ParserMessage::ParamRequiredForSubCom(std::string_view parameter, std::string_view subcommand) {
-    report("ParamRequiredForSubCom", utf8({parameter, subcommand}), "Subcommand ^2 needs ^1.");
+    report("ParamRequiredForSubCom", utf8({parameter, subcommand}), "Subcommand ^2 needs ^1."_text);
 }
 
 void ParserMessage::ParamNoSubCom(std::string_view parameter) {
-    report("ParamNoSubCom", utf8({parameter}), "^1 is not known here.");
+    report("ParamNoSubCom", utf8({parameter}), "^1 is not known here."_text);
 }
 
 void ParserMessage::ParenRequired(std::string_view name) {
-    report("ParenRequired", utf8({name}), "^1: a list in parentheses is needed, such as (1 2).");
+    report("ParenRequired", utf8({name}), "^1: a list in parentheses is needed, such as (1 2)."_text);
 }
 
 void ParserMessage::SquareBracketRequired(std::string_view parameter, std::string_view subcommand) {
     report("SquareBracketRequired", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: the value of ^1 stands in square brackets, ^1=[...].",
-                  "The value of ^1 stands in square brackets, ^1=[...]."));
+           choose(subcommand, "Subcommand ^2: the value of ^1 stands in square brackets, ^1=[...]."_text,
+                  "The value of ^1 stands in square brackets, ^1=[...]."_text));
 }
 
 void ParserMessage::SubComRequired(std::initializer_list<std::string_view> subcommands) {
     const std::vector<std::string_view> names(subcommands);
     report("SubComRequired", utf8(subcommands),
-           compose("At least one of these subcommands is needed: ^1.", {listKeywords(names)}), false);
+           compose("At least one of these subcommands is needed: ^1."_text, {listKeywords(names)}), false);
 }
 
 void ParserMessage::IgnoredParamValue(std::string_view parameter, std::string_view subcommand,
                                       std::string_view value) {
     std::vector<Argument> arguments = utf8({parameter, subcommand, value});
     std::string message =
-        compose(choose(subcommand, "Subcommand ^2: \"^3\" is not a valid value of ^1 and is ignored.",
-                       "\"^3\" is not a valid value of ^1 and is ignored."),
+        compose(choose(subcommand, "Subcommand ^2: \"^3\" is not a valid value of ^1 and is ignored."_text,
+                       "\"^3\" is not a valid value of ^1 and is ignored."_text),
                 arguments);
     report("IgnoredParamValue", std::move(arguments), std::move(message), true);
 }
@@ -178,12 +179,12 @@ void ParserMessage::ParamValueBreakBdry(double value, double lower, int lowerOpt
     const double upperCode = upperOption;
     report("ParamValueBreakBdry",
            {value, lower, lowerCode, upper, upperCode, utf8(parameter), utf8(subcommand)},
-           choose(subcommand, "Subcommand ^7: ^6 takes a number from ^2 to ^4. Found ^1.",
-                  "^6 takes a number from ^2 to ^4. Found ^1."));
+           choose(subcommand, "Subcommand ^7: ^6 takes a number from ^2 to ^4. Found ^1."_text,
+                  "^6 takes a number from ^2 to ^4. Found ^1."_text));
 }
 
 void ParserMessage::FileNameInvalid(std::string_view name) {
-    report("FileNameInvalid", utf8({name}), "There is no readable file \"^1\".");
+    report("FileNameInvalid", utf8({name}), "There is no readable file \"^1\"."_text);
 }
 
 void ParserMessage::GenericError(std::string_view text, std::initializer_list<std::string_view> arguments) {

@@ -4,6 +4,7 @@
 
 #include "backend/platform/character_set.h"
 #include "backend/syntax/nearest_keyword.h"
+#include "backend/syntax/refusal_texts.h"
 #include "backend/syntax/universal_parser.h"
 #include "backend/syntax/value_check.h"
 
@@ -13,6 +14,14 @@ namespace {
 
 using Code = TokenSequenceBase::OperatorCode;
 
+constexpr SystemText kItTakes = "It takes ^1."_text;
+constexpr SystemText kReadAsKeyword =
+    "Without \"=\" ^1 is read as the next keyword; if it is the value, write ^2=^3."_text;
+constexpr SystemText kCommandEnds = "Found ^1 where the command ends. ^2 takes nothing more."_text;
+constexpr SystemText kNoSubcommands =
+    "Found ^1 where a subcommand would stand, but ^2 has none. Is \"/\" part of a file name? Then put it in "
+    "quotes."_text;
+
 std::vector<std::string_view> parameterNames(const SubComDescriptor& descriptor) {
     std::vector<std::string_view> names;
     names.reserve(descriptor.parameters().size());
@@ -20,12 +29,6 @@ std::vector<std::string_view> parameterNames(const SubComDescriptor& descriptor)
         names.push_back(each.name());
     }
     return names;
-}
-
-std::string didYouMean(const TokenInfoObj& token, const std::vector<std::string_view>& candidates) {
-    const std::string_view meant =
-        token.isWordLike() ? nearestKeyword(token.getString(), candidates) : std::string_view();
-    return meant.empty() ? "" : " Did you mean " + std::string(meant) + "?";
 }
 
 /// True when the token is the first of a line that is not the command's first: perhaps a new command was
@@ -39,8 +42,7 @@ bool beginsLaterLine(const TokenInfoObj& token, const CommandText& command) {
 }  // namespace
 
 std::string UniversalParser::nameOf(const SubComDescriptor& descriptor) const {
-    return descriptor.name().empty() ? std::string(descriptor_.name())
-                                     : "subcommand " + std::string(descriptor.name());
+    return descriptor.name().empty() ? std::string(descriptor_.name()) : std::string(descriptor.name());
 }
 
 std::vector<std::string_view> UniversalParser::subcommandNames() const {
@@ -62,28 +64,25 @@ std::vector<std::string_view> UniversalParser::subcommandNames() const {
 bool UniversalParser::refuseMissingValue(const SubComDescriptor& descriptor, const ParamDescriptor& parameter,
                                          bool equalsGiven, std::size_t offset) {
     const std::string name(parameter.name());
-    std::string message = name + " needs a value: " + describeValue(parameter) + ".";
+    std::string message = composed(texts::kNeedsValue, {name, describeValue(parameter)});
     const bool ownKeyword = !equalsGiven && !atEnd() && tokens_[at_].isWordLike() &&
                             descriptor.findParameter(tokens_[at_].getString()) != nullptr;
     if (ownKeyword) {
-        message += " Without \"=\" " + nextAsTyped() +
-                   " is read as the next keyword; if it is the value, write " + name + "=" +
-                   toUtf8(tokens_[at_].getString()) + ".";
+        appendSentence(message,
+                       composed(kReadAsKeyword, {nextAsTyped(), name, toUtf8(tokens_[at_].getString())}));
     }
     return fail(std::move(message), offset);
 }
 
 bool UniversalParser::refuseUnbracketed(const ParamDescriptor& parameter) {
-    const std::string name(parameter.name());
-    return fail("The value of " + name + " stands in square brackets: " + name + "=[...]." +
-                    (atEnd() ? "" : " Found " + nextAsTyped() + "."),
+    return fail(sentences({composed("The value of ^1 stands in square brackets: ^1=[...]."_text,
+                                    {std::string(parameter.name())}),
+                           foundNext()}),
                 nextOffset());
 }
 
 bool UniversalParser::refuseUnparenthesised(const ParamDescriptor& parameter) {
-    return fail(std::string(parameter.name()) + " takes " + describeValue(parameter) + "." +
-                    (atEnd() ? "" : " Found " + nextAsTyped() + "."),
-                nextOffset());
+    return fail(sentences({whatItTakes(parameter), foundNext()}), nextOffset());
 }
 
 bool UniversalParser::refuseParameter(const SubComDescriptor& descriptor, const SubComObj& result) {
@@ -95,11 +94,14 @@ bool UniversalParser::refuseParameter(const SubComDescriptor& descriptor, const 
     std::vector<std::string_view> candidates = subcommandNames();
     candidates.insert(candidates.begin(), names.begin(), names.end());
     std::string message =
-        "Found " + nextAsTyped() + " where a keyword of " + nameOf(descriptor) + " belongs.";
+        composed(descriptor.name().empty() ? "Found ^1 where a keyword of ^2 belongs."_text
+                                           : "Found ^1 where a keyword of subcommand ^2 belongs."_text,
+                 {nextAsTyped(), nameOf(descriptor)});
     const std::string meant = didYouMean(token, candidates);
-    message += meant.empty() && !names.empty() ? " It takes " + listKeywords(names) + "." : meant;
+    appendSentence(message,
+                   meant.empty() && !names.empty() ? composed(kItTakes, {listKeywords(names)}) : meant);
     if (meant.empty() && beginsLaterLine(token, sequence_.command())) {
-        message += " Is the period missing that ends the command before?";
+        appendSentence(message, translated("Is the period missing that ends the command before?"_text));
     }
     return fail(std::move(message), token.offset());
 }
@@ -115,24 +117,23 @@ bool UniversalParser::refuseBehindValue(const SubComDescriptor& descriptor, cons
     const bool swallowed = last.getTokenListSize() == 1 && last.getTokenObj(0).isWordLike() &&
                            descriptor.findParameter(last.getTokenObj(0).getString()) != nullptr;
     if (token.getOperatorCode() == Code::equalsSign && swallowed) {
-        fail("The value of " + name + " is missing: " + toUtf8(last.getStringToken()) +
-                 " was read as its value, and then came \"=\".",
+        fail(composed("The value of ^1 is missing: ^2 was read as its value, and then came \"=\"."_text,
+                      {name, toUtf8(last.getStringToken())}),
              last.getTokenObj(0).offset());
         return true;
     }
     if (token.isOperator() || parameter == nullptr || !takesOneToken(*parameter) || !last.isTokenList()) {
         return false;
     }
-    fail(name + " takes " + describeValue(*parameter) + ". Only one can be given; found " + nextAsTyped() +
-             " behind the first.",
-         token.offset());
+    fail(sentences({whatItTakes(*parameter), onlyOne(token, sequence_.command())}), token.offset());
     return true;
 }
 
 bool UniversalParser::refuseSlash(std::size_t offset) {
-    return atEnd() ? fail("The name of a subcommand must follow \"/\".", offset)
-                   : fail("The name of a subcommand must follow \"/\". Found " + nextAsTyped() +
-                              ". Is this a file name? Then put it in quotes.",
+    const std::string rule = translated("The name of a subcommand must follow \"/\"."_text);
+    return atEnd() ? fail(rule, offset)
+                   : fail(sentences({rule, foundNext(),
+                                     translated("Is this a file name? Then put it in quotes."_text)}),
                           nextOffset());
 }
 
@@ -141,23 +142,20 @@ bool UniversalParser::refuseSubcommand(const TokenInfoObj& word) {
     const ParamDescriptor* const own =
         leading == nullptr ? nullptr : leading->findParameter(word.getString());
     if (own != nullptr && word.isWordLike()) {
-        return fail(std::string(own->name()) + " belongs to " + std::string(descriptor_.name()) +
-                        " itself: write it before the first subcommand, without \"/\".",
-                    word.offset());
+        return fail(
+            composed("^1 belongs to ^2 itself: write it before the first subcommand, without \"/\"."_text,
+                     {std::string(own->name()), std::string(descriptor_.name())}),
+            word.offset());
     }
+    const std::vector<std::string> arguments = {nextAsTyped(), std::string(descriptor_.name())};
     const std::vector<std::string_view> names = subcommandNames();
-    const std::string command(descriptor_.name());
-    std::string message = "Found " + nextAsTyped() + " where ";
     if (names.empty()) {
-        message += leading == nullptr ? "the command ends. " + command + " takes nothing more."
-                                      : "a subcommand would stand, but " + command +
-                                            " has none. Is \"/\" part of a file name? Then put it in quotes.";
-    } else {
-        message += "a subcommand of " + command + " belongs.";
-        const std::string meant = didYouMean(word, names);
-        message += meant.empty() ? " It has " + listKeywords(names) + "." : meant;
+        return fail(composed(leading == nullptr ? kCommandEnds : kNoSubcommands, arguments), word.offset());
     }
-    return fail(std::move(message), word.offset());
+    const std::string meant = didYouMean(word, names);
+    return fail(sentences({composed("Found ^1 where a subcommand of ^2 belongs."_text, arguments),
+                           meant.empty() ? composed("It has ^1."_text, {listKeywords(names)}) : meant}),
+                word.offset());
 }
 
 bool UniversalParser::checkRequired(const SubComDescriptor& descriptor, const SubComObj& result,
@@ -171,22 +169,24 @@ bool UniversalParser::checkRequired(const SubComDescriptor& descriptor, const Su
         if (behindSlash) {
             return refuseSubcommand(tokens_[++at_]);
         }
-        return fail(std::string(parameter.name()) + " is missing: " + nameOf(descriptor) +
-                        " needs it, with " + describeValue(parameter) + ".",
-                    offset);
+        return fail(
+            composed(descriptor.name().empty() ? "^1 is missing: ^2 needs it, with ^3."_text
+                                               : "^1 is missing: subcommand ^2 needs it, with ^3."_text,
+                     {std::string(parameter.name()), nameOf(descriptor), describeValue(parameter)}),
+            offset);
     }
     return true;
 }
 
 bool UniversalParser::checkRequiredSubcommands() {
-    const auto missing = [this](const SubComDescriptor& subcommand, const std::string& where,
+    const auto missing = [this](const SubComDescriptor& subcommand, SystemText text, std::string_view owner,
                                 std::size_t offset) {
-        return fail("Subcommand " + std::string(subcommand.name()) + " is missing: " + where, offset);
+        return fail(composed(text, {std::string(subcommand.name()), std::string(owner)}), offset);
     };
-    const std::string command(descriptor_.name());
     for (const SubComDescriptor& each : descriptor_.subcommands()) {
         if (each.isRequired() && !each.name().empty() && !spec_.hasSubCom(each.name())) {
-            return missing(each, command + " needs it.", nextOffset());
+            return missing(each, "Subcommand ^1 is missing: ^2 needs it."_text, descriptor_.name(),
+                           nextOffset());
         }
     }
     for (const GroupComDescriptor& group : descriptor_.groups()) {
@@ -197,12 +197,13 @@ bool UniversalParser::checkRequiredSubcommands() {
         std::vector<const GroupComObj*> given;
         spec_.getGroupComObj(given, leading->name());
         if (group.isRequired() && given.empty()) {
-            return missing(*leading, command + " needs at least one.", nextOffset());
+            return missing(*leading, "Subcommand ^1 is missing: ^2 needs at least one."_text,
+                           descriptor_.name(), nextOffset());
         }
         for (const SubComDescriptor& each : group.subcommands()) {
             for (const GroupComObj* const one : given) {
                 if (each.isRequired() && !one->hasSubCom(each.name())) {
-                    return missing(each, "every " + std::string(leading->name()) + " needs it.",
+                    return missing(each, "Subcommand ^1 is missing: every ^2 needs it."_text, leading->name(),
                                    one->getSubComObj(leading->name())->keyword()->offset());
                 }
             }
@@ -212,6 +213,10 @@ bool UniversalParser::checkRequiredSubcommands() {
 }
 
 std::string UniversalParser::nextAsTyped() const { return asTyped(tokens_[at_], sequence_.command()); }
+
+std::string UniversalParser::foundNext() const {
+    return atEnd() ? std::string() : composed(texts::kFound, {nextAsTyped()});
+}
 
 bool UniversalParser::fail(std::string message, std::size_t offset) {
     error_ = ParseError{std::move(message), offset};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "backend/syntax/refusal_texts.h"
 #include "backend/syntax/universal_parser.h"
 
 namespace vexa {
@@ -35,8 +36,7 @@ bool UniversalParser::takesOneToken(const ParamDescriptor& parameter) {
 bool UniversalParser::takeBracketed(const ParamDescriptor& parameter, Tokens& value) {
     const std::size_t closing = closingOf(at_);
     if (closing == tokens_.size()) {
-        return fail("The list of " + std::string(parameter.name()) + " is not closed: \"]\" is missing.",
-                    nextOffset());
+        return fail(composed(texts::kListNotClosed, {std::string(parameter.name()), "]"}), nextOffset());
     }
     value = tokens_.subspan(at_ + 1, closing - at_ - 1);
     at_ = closing + 1;
@@ -49,8 +49,7 @@ bool UniversalParser::takeParenthesised(const ParamDescriptor& parameter, bool e
     }
     const std::size_t closing = closingOf(at_);
     if (closing == tokens_.size()) {
-        return fail("The list of " + std::string(parameter.name()) + " is not closed: \")\" is missing.",
-                    nextOffset());
+        return fail(composed(texts::kListNotClosed, {std::string(parameter.name()), ")"}), nextOffset());
     }
     value = tokens_.subspan(at_, closing + 1 - at_);
     at_ = closing + 1;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "backend/pivot/output_log.h"
+#include "backend/strings/dictionary.h"
 #include "backend/syntax/parse_mode.h"
 #include "backend/syntax/value_check.h"
 
@@ -96,7 +97,8 @@ bool UniversalParser::parseNext() {
 bool UniversalParser::parseSubcommand(const SubComDescriptor& descriptor, SubComList& list,
                                       const TokenInfoObj& keyword) {
     if (!descriptor.isRepeatable() && list.hasSubCom(descriptor.name())) {
-        return fail("Subcommand " + std::string(descriptor.name()) + " is given twice; it can be given once.",
+        return fail(composed("Subcommand ^1 is given twice; it can be given once."_text,
+                             {std::string(descriptor.name())}),
                     keyword.offset());
     }
     return parseBody(descriptor, list.subcommands_.emplace_back(descriptor.name(), &keyword));
@@ -109,10 +111,11 @@ bool UniversalParser::parseGroupSubcommand(const GroupComDescriptor& group,
     if (&descriptor == leading) {
         startGroup();
     } else if (spec_.groups_.empty() || spec_.groups_.back().subcommands_.front().name() != opener) {
-        return fail("Subcommand " + std::string(descriptor.name()) + " stands before the first " +
-                        std::string(opener) + ". Write the " + std::string(opener) +
-                        " that it belongs to before it.",
-                    keyword.offset());
+        return fail(
+            composed("Subcommand ^1 stands before the first ^2. Write the ^2 that it belongs to before "
+                     "it."_text,
+                     {std::string(descriptor.name()), std::string(opener)}),
+            keyword.offset());
     }
     SubComList& current = spec_.groups_.back();
     if (!parseSubcommand(descriptor, current, keyword)) {
@@ -150,8 +153,10 @@ bool UniversalParser::parseBody(const SubComDescriptor& descriptor, SubComObj& r
             return refuseParameter(descriptor, result);
         }
         if (given) {
-            return fail(std::string(parameter->name()) + " is given twice; it can be given once in " +
-                            nameOf(descriptor) + ".",
+            return fail(composed(descriptor.name().empty()
+                                     ? "^1 is given twice; it can be given once in ^2."_text
+                                     : "^1 is given twice; it can be given once in subcommand ^2."_text,
+                                 {std::string(parameter->name()), nameOf(descriptor)}),
                         token.offset());
         }
         if (!parseParameter(descriptor, result, *parameter)) {
@@ -177,9 +182,9 @@ bool UniversalParser::parseParameter(const SubComDescriptor& descriptor, SubComO
     const bool equalsGiven = isAt(Code::equalsSign);
     if (parameter.spec() == Spec::keyword) {
         if (equalsGiven) {
-            return fail(
-                std::string(parameter.name()) + " takes no value. Leave out \"=\" and what follows it.",
-                nextOffset());
+            return fail(composed("^1 takes no value. Leave out \"=\" and what follows it."_text,
+                                 {std::string(parameter.name())}),
+                        nextOffset());
         }
         result.parameters_.emplace_back(parameter.name(), &keyword, Tokens());
         return true;

@@ -92,6 +92,8 @@ class UniversalParser {
     [[nodiscard]] std::string nameOf(const SubComDescriptor& descriptor) const;
     [[nodiscard]] std::vector<std::string_view> subcommandNames() const;
     [[nodiscard]] std::string nextAsTyped() const;
+    /// The sentence that says what stands next; empty at the end.
+    [[nodiscard]] std::string foundNext() const;
     bool fail(std::string message, std::size_t offset);
 
     const TokenSequenceBase& sequence_;

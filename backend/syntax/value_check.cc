@@ -7,9 +7,11 @@
 
 #include "backend/platform/character_set.h"
 #include "backend/platform/text_width.h"
+#include "backend/strings/dictionary.h"
 #include "backend/syntax/command_spec.h"
 #include "backend/syntax/nearest_keyword.h"
 #include "backend/syntax/qualifiers.h"
+#include "backend/syntax/refusal_texts.h"
 
 namespace vexa {
 
@@ -21,6 +23,8 @@ using Result = std::optional<ValueError>;
 
 /// Longest piece of a command that a message shows, in bytes.
 constexpr std::size_t kShownLength = 48;
+
+constexpr SystemText kTakesNoValue = "^1 takes no value."_text;
 
 std::string formatBound(double value) {
     char text[32];
@@ -52,12 +56,6 @@ std::vector<std::string_view> qualifierNames(const ParamDescriptor& parameter) {
         names.push_back(each.name());
     }
     return names;
-}
-
-std::string didYouMean(const TokenInfoObj& token, std::span<const std::string_view> candidates) {
-    const std::string_view meant =
-        token.isWordLike() ? nearestKeyword(token.getString(), candidates) : std::string_view();
-    return meant.empty() ? "" : " Did you mean " + std::string(meant) + "?";
 }
 
 /// Checks of one parameter's value.
@@ -92,9 +90,7 @@ class ValueCheck {
   private:
     [[nodiscard]] Result checkSingle(Tokens value) const {
         if (value.size() > 1 && !parameter_.isCheckedByCommand()) {
-            return ValueError{takes() + " Only one can be given; found " + asTyped(value[1], command_) +
-                                  " behind the first.",
-                              value[1].offset()};
+            return ValueError{sentences({takes(), onlyOne(value[1], command_)}), value[1].offset()};
         }
         return checkList(value);
     }
@@ -172,9 +168,8 @@ class ValueCheck {
         std::vector<QualifierObj> qualifiers;
         const auto stopped = readQualifiers(parameter_.spec(), value, qualifiers);
         if (stopped && opensUnclosed(value, *stopped)) {
-            return ValueError{
-                "The list of " + std::string(parameter_.name()) + " is not closed: \")\" is missing.",
-                value[*stopped].offset()};
+            return ValueError{composed(texts::kListNotClosed, {std::string(parameter_.name()), ")"}),
+                              value[*stopped].offset()};
         }
         for (const QualifierObj& qualifier : qualifiers) {
             if (Result error = checkQualifier(qualifier)) {
@@ -212,12 +207,14 @@ class ValueCheck {
             return refusal(name, qualifierNames(parameter_));
         }
         if (bareKeyword) {
-            return hasValue ? Result(ValueError{nameInCapitals(name) + " takes no value.", name.offset()})
-                            : std::nullopt;
+            return hasValue
+                       ? Result(ValueError{composed(kTakesNoValue, {nameInCapitals(name)}), name.offset()})
+                       : std::nullopt;
         }
         if (!hasValue && known->isValueRequired() && known->spec() != Spec::tokens) {
-            return ValueError{std::string(known->name()) + " needs a value: " + describeValue(*known) + ".",
-                              name.offset()};
+            return ValueError{
+                composed(texts::kNeedsValue, {std::string(known->name()), describeValue(*known)}),
+                name.offset()};
         }
         return ValueCheck(*known, command_).check(qualifier.getTokenList());
     }
@@ -228,37 +225,40 @@ class ValueCheck {
 
     [[nodiscard]] ValueError refusal(const TokenInfoObj& token,
                                      std::span<const std::string_view> candidates) const {
-        return ValueError{
-            takes() + " Found " + asTyped(token, command_) + "." + didYouMean(token, candidates),
-            token.offset()};
+        return ValueError{sentences({takes(), composed(texts::kFound, {asTyped(token, command_)}),
+                                     didYouMean(token, candidates)}),
+                          token.offset()};
     }
 
-    [[nodiscard]] std::string takes() const {
-        return std::string(parameter_.name()) + " takes " + describeValue(parameter_) + ".";
-    }
+    [[nodiscard]] std::string takes() const { return whatItTakes(parameter_); }
 
     const ParamDescriptor& parameter_;
     const CommandText& command_;
 };
 
-std::string describeBounds(const ParamDescriptor& parameter) {
-    std::string words;
-    if (const auto& lower = parameter.lowerBoundary()) {
-        const bool inclusive = lower->option == UPSpecTypes::BoundaryOption::inclusive;
-        words += (inclusive ? " of at least " : " above ") + formatBound(lower->value);
-    }
-    if (const auto& upper = parameter.upperBoundary()) {
-        const bool inclusive = upper->option == UPSpecTypes::BoundaryOption::inclusive;
-        const std::string joint = words.empty() ? (inclusive ? " of" : "") : " and";
-        words += joint + (inclusive ? " at most " : " below ") + formatBound(upper->value);
-    }
-    return words;
+/// What a number must be, by which bounds it has.
+SystemText boundsText(const ParamDescriptor& parameter) {
+    const auto kind = [](const std::optional<Boundary>& bound) {
+        if (!bound) return 0;
+        return bound->option == UPSpecTypes::BoundaryOption::inclusive ? 1 : 2;
+    };
+    static constexpr SystemText kTexts[3][3] = {
+        {"^1"_text, "^1 of at most ^3"_text, "^1 below ^3"_text},
+        {"^1 of at least ^2"_text, "^1 of at least ^2 and at most ^3"_text,
+         "^1 of at least ^2 and below ^3"_text},
+        {"^1 above ^2"_text, "^1 above ^2 and at most ^3"_text, "^1 above ^2 and below ^3"_text},
+    };
+    return kTexts[kind(parameter.lowerBoundary())][kind(parameter.upperBoundary())];
 }
 
-std::string describeNumber(const ParamDescriptor& parameter, const char* number) {
-    const std::string words = number + describeBounds(parameter);
+std::string describeNumber(const ParamDescriptor& parameter, SystemText number) {
+    const auto bound = [](const std::optional<Boundary>& given) {
+        return given ? formatBound(given->value) : std::string();
+    };
+    std::string words = composed(boundsText(parameter), {translated(number), bound(parameter.lowerBoundary()),
+                                                         bound(parameter.upperBoundary())});
     const std::string keywords = listKeywords(parameter.stringValues());
-    return keywords.empty() ? words : words + ", or " + keywords;
+    return keywords.empty() ? words : composed("^1, or ^2"_text, {std::move(words), keywords});
 }
 
 std::string listQualifiers(const ParamDescriptor& parameter) {
@@ -269,10 +269,20 @@ std::string firstQualifier(const ParamDescriptor& parameter) {
     return parameter.qualifiers().empty() ? "KEYWORD" : std::string(parameter.qualifiers().front().name());
 }
 
-/// "a file", "an encoding".
-std::string withArticle(std::string_view label) {
-    constexpr std::string_view kVowels = "aeio";
-    return (kVowels.find(label.front()) == std::string_view::npos ? "a " : "an ") + std::string(label);
+/// What a value that is any tokens is called.
+std::string describeTokens(std::string_view label) {
+    static constexpr struct {
+        std::string_view label;
+        SystemText text;
+    } kKinds[] = {
+        {"file", "a file"_text},     {"folder", "a folder"_text}, {"name", "a name"_text},
+        {"text", "a text"_text},     {"title", "a title"_text},   {"width", "a width"_text},
+        {"format", "a format"_text}, {"color", "a colour"_text},  {"font family", "a font family"_text},
+    };
+    for (const auto& kind : kKinds) {
+        if (kind.label == label) return translated(kind.text);
+    }
+    return translated("a value"_text);
 }
 
 }  // namespace
@@ -286,36 +296,51 @@ std::string describeValue(const ParamDescriptor& parameter) {
     const std::string keywords = listKeywords(parameter.stringValues());
     switch (parameter.spec()) {
         case Spec::keyword:
-            return "nothing";
+            return translated("nothing"_text);
         case Spec::tokens:
-            return parameter.valueLabel().empty() ? "a value" : withArticle(parameter.valueLabel());
+            return describeTokens(parameter.valueLabel());
         case Spec::word:
-            return keywords.empty() ? "one word or one quoted text" : keywords;
+            return keywords.empty() ? translated("one word or one quoted text"_text) : keywords;
         case Spec::literalOrWord:
-            return keywords.empty() ? "one quoted text or one word" : "one quoted text, or " + keywords;
+            return keywords.empty() ? translated("one quoted text or one word"_text)
+                                    : composed("one quoted text, or ^1"_text, {keywords});
         case Spec::words:
-            return "one or more of " + keywords;
+            return composed("one or more of ^1"_text, {keywords});
         case Spec::literals:
-            return "one or more quoted texts";
+            return translated("one or more quoted texts"_text);
         case Spec::number:
-            return describeNumber(parameter, "a number");
+            return describeNumber(parameter, "a number"_text);
         case Spec::numbers:
             return describeNumber(parameter, parameter.lowerBoundary() || parameter.upperBoundary()
-                                                 ? "one or more numbers, each"
-                                                 : "one or more numbers");
+                                                 ? "one or more numbers, each"_text
+                                                 : "one or more numbers"_text);
         case Spec::integer:
-            return describeNumber(parameter, "a whole number");
+            return describeNumber(parameter, "a whole number"_text);
         case Spec::qualifierList:
-            return "a list in parentheses, such as (" + firstQualifier(parameter) + "=...), of " +
-                   listQualifiers(parameter);
+            return composed("a list in parentheses, such as (^1=...), of ^2"_text,
+                            {firstQualifier(parameter), listQualifiers(parameter)});
         case Spec::qualifiedValue:
-            return listQualifiers(parameter) + " with its value, such as " + firstQualifier(parameter) +
-                   "(...)";
+            return composed("^2 with its value, such as ^1(...)"_text,
+                            {firstQualifier(parameter), listQualifiers(parameter)});
         case Spec::qualifiedLists:
-            return listQualifiers(parameter) + ", each with a list in parentheses, such as " +
-                   firstQualifier(parameter) + "('...')";
+            return composed("^2, each with a list in parentheses, such as ^1('...')"_text,
+                            {firstQualifier(parameter), listQualifiers(parameter)});
     }
-    return "a value";
+    return translated("a value"_text);
+}
+
+std::string whatItTakes(const ParamDescriptor& parameter) {
+    return composed("^1 takes ^2."_text, {std::string(parameter.name()), describeValue(parameter)});
+}
+
+std::string onlyOne(const TokenInfoObj& second, const CommandText& command) {
+    return composed("Only one can be given; found ^1 behind the first."_text, {asTyped(second, command)});
+}
+
+std::string didYouMean(const TokenInfoObj& token, std::span<const std::string_view> candidates) {
+    const std::string_view meant =
+        token.isWordLike() ? nearestKeyword(token.getString(), candidates) : std::string_view();
+    return meant.empty() ? std::string() : composed(texts::kDidYouMean, {std::string(meant)});
 }
 
 std::string asTyped(const TokenInfoObj& token, const CommandText& command) {

@@ -26,6 +26,12 @@ struct ValueError {
 /// What a parameter takes, in words: "a whole number", "YES or NO".
 [[nodiscard]] std::string describeValue(const ParamDescriptor& parameter);
 
+/// The sentences "NAME takes ...", "Only one can be given; ..." and "Did you mean ...?", the last one empty
+/// where no candidate is near enough; all UTF-8, in the language of the user.
+[[nodiscard]] std::string whatItTakes(const ParamDescriptor& parameter);
+[[nodiscard]] std::string onlyOne(const TokenInfoObj& second, const CommandText& command);
+[[nodiscard]] std::string didYouMean(const TokenInfoObj& token, std::span<const std::string_view> candidates);
+
 /// A token as the user typed it, in double quotes, shortened when it is long; UTF-8.
 [[nodiscard]] std::string asTyped(const TokenInfoObj& token, const CommandText& command);
 

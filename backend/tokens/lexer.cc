@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "backend/strings/dictionary.h"
+
 namespace vexa {
 
 namespace {
@@ -140,7 +142,7 @@ bool Lexer::skipBlanks() {
         } else if (text_[at_] == '/' && peek(1) == '*') {
             const std::size_t end = text_.find("*/", at_ + 2);
             if (end == std::string_view::npos) {
-                return fail(at_, "This comment is not closed: \"*/\" is missing.");
+                return fail(at_, translated("This comment is not closed: \"*/\" is missing."_text));
             }
             at_ = end + 2;
         } else {
@@ -217,7 +219,8 @@ bool Lexer::readNumber() {
     }
     if (!atEnd() && is(text_[at_], wordStart)) {
         return fail(from,
-                    "A number goes over into a word here. Put a blank between them, or quote the text.");
+                    translated("A number goes over into a word here. Put a blank between them, or quote the "
+                               "text."_text));
     }
     add(TokenKind::number, 0, text_.substr(from, at_ - from), from);
     return true;
@@ -256,8 +259,10 @@ bool Lexer::readLiteral() {
     const std::size_t from = at_;
     std::string_view content;
     if (!readLiteralContent(content)) {
-        return fail(from, std::string("This text is not closed before the end of its line: ") + text_[from] +
-                              " is missing. A longer text is written in pieces: 'one ' + 'two'.");
+        return fail(from,
+                    composed("This text is not closed before the end of its line: ^1 is missing. A longer "
+                             "text is written in pieces: 'one ' + 'two'."_text,
+                             {std::string(1, text_[from])}));
     }
     add(TokenKind::literal, 0, content, from);
     joinLiterals();
@@ -294,8 +299,10 @@ bool Lexer::readOperator() {
     const int pair = pairCode(c, peek(1));
     const int code = pair != 0 ? pair : kOperatorCodes[static_cast<unsigned char>(c) & 0x7FU];
     if (code == 0) {
-        return fail(at_, "A control character (code " + std::to_string(static_cast<unsigned char>(c)) +
-                             ") stands here. It has no meaning in a command; delete it.");
+        return fail(at_,
+                    composed("A control character (code ^1) stands here. It has no meaning in a command; "
+                             "delete it."_text,
+                             {std::to_string(static_cast<unsigned char>(c))}));
     }
     at_ += pair != 0 ? 2 : 1;
     add(TokenKind::operatorToken, code, text_.substr(from, at_ - from), from);

@@ -4,6 +4,7 @@
 #include "module/document/commands.h"
 #include "module/export/commands.h"
 #include "module/modify/commands.h"
+#include "module/stbprint/commands.h"
 
 extern "C" {
 
@@ -17,5 +18,6 @@ void OUTNAME() { vexa::outputName(); }
 void OUTCOMNT() { vexa::outputComment(); }
 void OUTMODIFY() { vexa::outputModify(); }
 void OUTEXPORT() { vexa::outputExport(); }
+void STBPRINT() { vexa::stbPrint(); }
 
 }  // extern "C"

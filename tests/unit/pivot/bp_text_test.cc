@@ -9,6 +9,7 @@
 #include "backend/pivot/bp_procedure.h"
 #include "backend/strings/dictionary.h"
 #include "tests/unit/pivot/collected_log.h"
+#include "tests/unit/strings/installed_texts.h"
 
 namespace vexa {
 namespace {
@@ -68,11 +69,8 @@ TEST(BpNumber, WritesACountWithoutLocaleOrSeparators) {
 
 class TranslatedText : public testing::Test {
   protected:
-    TranslatedText() {
-        StringDictionary::current().add("Output New", "Name ^1", "Bezeichnung ^1");
-        StringDictionary::current().add("Output New", "inner", "innen");
-    }
-    ~TranslatedText() override { StringDictionary::current().clear(); }
+    const InstalledTexts installed_{{"outnew.xlf", "Name ^1", "Bezeichnung ^1"},
+                                    {"outnew.xlf", "inner", "innen"}};
 };
 
 TEST_F(TranslatedText, IsLookedUpUnderTheCurrentProcedureWhenItIsShown) {

@@ -5,6 +5,7 @@
 #include "backend/pivot/bp_procedure.h"
 #include "backend/strings/dictionary.h"
 #include "tests/unit/pivot/collected_log.h"
+#include "tests/unit/strings/installed_texts.h"
 
 namespace vexa {
 namespace {
@@ -192,15 +193,13 @@ TEST_F(TableBuilder, GivesACellToTheFirstCategoryOfADimensionThatHadNone) {
 }
 
 TEST_F(TableBuilder, KeepsTextsApartThatAreTranslatedAlike) {
-    StringDictionary::current().add("Output Display", "List", "Liste");
-    StringDictionary::current().add("Output Display", "Listing", "Liste");
+    const InstalledTexts installed{{"outdisp.xlf", "List", "Liste"}, {"outdisp.xlf", "Listing", "Liste"}};
     {
         BpPivotTable table = this->table();
         BpDimension dimension = table.Dimension(plain("D"), 2);
         dimension.Category(BpString("List", 1)).Cell(plain("1"));
         dimension.Category(BpString("Listing", 1)).Cell(plain("2"));
     }
-    StringDictionary::current().clear();
     EXPECT_THAT(described(only()), ElementsAre("Liste=1", "Liste=2"));
 }
 

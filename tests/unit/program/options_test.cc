@@ -34,7 +34,7 @@ TEST(Options, HasTheDefaults) {
     EXPECT_FALSE(options.session.traceFile);
     EXPECT_FALSE(options.session.now);
     EXPECT_EQ(options.session.charset, "UTF-8");
-    EXPECT_EQ(options.session.language, "en");
+    EXPECT_FALSE(options.session.language);
     EXPECT_EQ(options.session.installationFolder, "");
     EXPECT_FALSE(options.session.stopOnError);
     EXPECT_FALSE(options.session.checkOnly);

@@ -1,0 +1,168 @@
+// STB PRINT: prints the keys, texts and help texts of the string tables, a pair of tables for each file.
+// Sends nothing to the output controller.
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "backend/paths/path_factory.h"
+#include "backend/pivot/bp_procedure.h"
+#include "backend/pivot/output_log.h"
+#include "backend/platform/character_set.h"
+#include "backend/platform/system_text.h"
+#include "backend/strings/string_table.h"
+#include "backend/syntax/universal_parser.h"
+#include "backend/tokens/token_sequence.h"
+#include "module/frame/grammar.h"
+#include "module/frame/text_value.h"
+#include "module/stbprint/commands.h"
+#include "module/stbprint/table_files.h"
+
+namespace vexa {
+
+namespace {
+
+using Spec = UPSpecTypes::ParamSpec;
+
+constexpr std::string_view kName = "STB PRINT";
+constexpr std::string_view kTitle = "Stb Print";
+constexpr int kProcedureValue = 2;
+
+constexpr ParameterRow kParameters[] = {
+    optionalParameter("PROCEDURE", Spec::tokens, "'file'"),
+    optionalParameter("LANGUAGE", Spec::tokens, "'language'"),
+};
+
+constexpr SubcommandRow kGrammar[] = {
+    {"", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters},
+};
+
+constexpr int kTranslatable = 1;
+constexpr int kNotTranslatable = 0;
+
+/// What to print.
+struct Selection {
+    std::span<const std::string_view> files;
+    std::span<const std::string_view> languages;
+};
+
+/// Two tables under construction: texts, and help texts.
+struct TablePair {
+    BpPivotTable texts;
+    BpPivotTable help;
+};
+
+BpString asItStands(std::string_view text) { return {text, kNotTranslatable}; }
+
+/// The value of a parameter; nothing also for one that is no text.
+std::optional<std::string_view> readText(const SubComObj& given, std::string_view keyword) {
+    const ParamObj* const parameter = given.getParamObj(keyword);
+    const std::optional<TextValue> value = parameter != nullptr ? textValue(*parameter) : std::nullopt;
+    return value ? std::optional(value->text) : std::nullopt;
+}
+
+/// Drops the last separator and all after it; a path without one stays as it is. Slashes separate only where
+/// `slashes` is true.
+void cutAtLastSeparator(std::string& path, bool slashes) {
+    const char* last = nullptr;
+    for (const char* at = path.c_str(); *at != '\0';) {
+        const int length = VEXAMBmbclen_A(at);
+        if (length == 1 && (*at == '\\' || (slashes && *at == '/'))) {
+            last = at;
+        }
+        at += length > 0 ? length : 1;
+    }
+    if (last != nullptr) {
+        path.resize(static_cast<std::size_t>(last - path.c_str()));
+    }
+}
+
+/// The folder that holds a folder for each language. The path of the current language's folder ends in a
+/// separator, so it is cut twice; this is meant.
+std::string baseFolder() {
+    std::string path = PathFactory::getPathInstance(PathFactory::kLanguage)->getPath();
+    cutAtLastSeparator(path, true);
+    cutAtLastSeparator(path, false);
+    return path;
+}
+
+TablePair beginTables(std::string_view file, BpProcedure& procedure) {
+    constexpr int kNarrowestColumn = 150;
+    const auto begin = [&procedure](const std::string& title) {
+        BpPivotTable table = procedure.PivotTable(asItStands(title), asItStands(""), true);
+        table.Caption(asItStands(title));
+        return table;
+    };
+    const std::string title(file);
+    TablePair tables{begin(title), begin(title + " Help")};
+    tables.texts.MinDataColumnWidth(kNarrowestColumn);
+    return tables;
+}
+
+/// Adds the texts of one language: a column of each table.
+void addLanguage(const std::vector<keyValueGloss>& entries, std::string_view language, TablePair& tables) {
+    constexpr int kDimensionKind = 2;
+    const auto begin = [language](BpPivotTable& table) {
+        BpDimension dimension = table.Dimension(BpString("Language"_text, kTranslatable), kDimensionKind);
+        dimension.Position(1, 1, 0, 0).Category(asItStands(language));
+        return table.Dimension(BpString("Key"_text, kTranslatable), kDimensionKind);
+    };
+    BpDimension texts = begin(tables.texts);
+    BpDimension help = begin(tables.help);
+    for (const keyValueGloss& entry : entries) {
+        const BpString key = asItStands(entry.key);
+        texts.Category(key).Cell(entry.value.empty() ? key : asItStands(entry.value));
+        if (!entry.gloss.empty()) {
+            help.Category(key).Cell(asItStands(entry.gloss));
+        }
+    }
+}
+
+void printFile(std::string_view file, std::span<const std::string_view> languages, const std::string& base,
+               BpProcedure& procedure) {
+    constexpr int kDimensionKind = 2;
+    TablePair tables = beginTables(file, procedure);
+    for (BpPivotTable* const table : {&tables.texts, &tables.help}) {
+        table->Dimension(BpString("Key"_text, kTranslatable), kDimensionKind).Position(0, 1, 0, 0);
+    }
+    std::vector<keyValueGloss> entries;
+    for (const std::string_view language : languages) {
+        const std::string path = std::string(base).append("\\").append(language).append("\\").append(file);
+        // A table that cannot be read has no entries; the library adds a note to the log.
+        static_cast<void>(FacSTStringTable().GetKeysAndValues(path, entries));
+        addLanguage(entries, language, tables);
+    }
+    tables.texts.Finish();
+    tables.help.Finish();
+}
+
+void print(const Selection& selection, BpProcedure& procedure) {
+    const std::string base = baseFolder();
+    for (const std::string_view file : selection.files) {
+        printFile(file, selection.languages, base, procedure);
+    }
+}
+
+}  // namespace
+
+void stbPrint() {
+    BpProcedure procedure(kTitle, kProcedureValue);
+    CommandSpec command;
+    CommandDescriptor descriptor(kName, kTitle);
+    describe(descriptor, kGrammar);
+    VEXA_TokenSequence tokens(true);
+    const int result = UniversalParser(tokens, command, descriptor).getCommandSpecifications();
+    BP_FLUSHLOG();
+    if (result != 0) {
+        return;
+    }
+    const SubComObj& leading = *command.getSubComObj("");
+    const std::optional<std::string_view> file = readText(leading, "PROCEDURE");
+    const std::optional<std::string_view> language = readText(leading, "LANGUAGE");
+    print({file ? std::span(&*file, 1) : std::span<const std::string_view>(kStringTableFiles),
+           language ? std::span(&*language, 1) : std::span<const std::string_view>(kLanguages)},
+          procedure);
+}
+
+}  // namespace vexa

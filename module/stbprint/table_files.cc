@@ -1,0 +1,24 @@
+#include "module/stbprint/table_files.h"
+
+namespace vexa {
+
+const std::array<std::string_view, 94> kStringTableFiles = {
+    "agrcoef.xlf",  "avgtabs.xlf",  "barmaps.xlf",  "bartabs.xlf",   "binomtst.xlf",  "boxplots.xlf",
+    "calibr.xlf",   "cellmean.xlf", "chisqtst.xlf", "clustctr.xlf",  "clusthrc.xlf",  "codelist.xlf",
+    "compmean.xlf", "corrmat.xlf",  "corrpart.xlf", "covmodel.xlf",  "crosscnt.xlf",  "curvefit.xlf",
+    "dataview.xlf", "dictlist.xlf", "discrim.xlf",  "distfit.xlf",   "distmat.xlf",   "effsize.xlf",
+    "exportdt.xlf", "expsmth.xlf",  "extremes.xlf", "facanal.xlf",   "filelist.xlf",  "forecast.xlf",
+    "gammareg.xlf", "groupavg.xlf", "histogrm.xlf", "homogen.xlf",   "imputem.xlf",   "intercor.xlf",
+    "itemanal.xlf", "lagplots.xlf", "lifetabs.xlf", "linreg.xlf",    "listrows.xlf",  "logitreg.xlf",
+    "loglinr.xlf",  "meancomp.xlf", "medians.xlf",  "mergefil.xlf",  "missanal.xlf",  "mixedmod.xlf",
+    "multresp.xlf", "nearnbr.xlf",  "nonlinrg.xlf", "ordreg.xlf",    "outactiv8.xlf", "outclose.xlf",
+    "outcomnt.xlf", "outctrl.xlf",  "outdisp.xlf",  "outexport.xlf", "outframe.xlf",  "outmodify.xlf",
+    "outname.xlf",  "outnew.xlf",   "outopen.xlf",  "outsave.xlf",   "paircomp.xlf",  "pathmod.xlf",
+    "pcaload.xlf",  "pivotlog.xlf", "platform.xlf", "poisreg.xlf",   "powersmp.xlf",  "probitrg.xlf",
+    "quantreg.xlf", "ranktest.xlf", "ratiotab.xlf", "regtree.xlf",   "relicoef.xlf",  "repmeas.xlf",
+    "rowstats.xlf", "scatplot.xlf", "seasonal.xlf", "session.xlf",   "sortrows.xlf",  "spectral.xlf",
+    "stbprint.xlf", "survhaz.xlf",  "synparse.xlf", "timeplot.xlf",  "twostage.xlf",  "unicount.xlf",
+    "varcomps.xlf", "vexaprog.xlf", "viewxml.xlf",  "weightls.xlf",
+};
+
+}  // namespace vexa
