@@ -4,6 +4,7 @@
 
 #include "apps/vexa/plain_adapters.h"
 #include "backend/platform/file_system.h"
+#include "backend/strings/dictionary.h"
 #include "frontend/controller/document_recorder.h"
 #include "frontend/controller/embedded_adapter.h"
 
@@ -19,7 +20,7 @@ std::unique_ptr<ClientAdapter> scriptedAdapter(const SessionChoices& choices, st
     const FileResult result =
         FileSystem::current().readStream(choices.answersFile, content, kMostBytesOfAPipe);
     if (!result) {
-        problem = "The answers file " + choices.answersFile + " cannot be read: " + result.reason + ".";
+        problem = "The answers file " + choices.answersFile + " cannot be read: " + shownReason(result) + ".";
         return nullptr;
     }
     std::optional<ScriptedAnswers> answers = readScriptedAnswers(content, choices.answersFile, problem);

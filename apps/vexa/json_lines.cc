@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <iostream>
 
+#include "backend/platform/system_text.h"
+
 namespace vexa::program {
 
 namespace {
@@ -11,7 +13,8 @@ constexpr std::size_t kPieceSize = std::size_t{64} * 1024;
 
 FileResult writeToStandardOutput(const std::string& bytes) {
     std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
-    return std::cout ? FileResult() : FileResult{false, "standard output cannot be written"};
+    return std::cout ? FileResult()
+                     : FileResult{false, std::string("standard output cannot be written"_text)};
 }
 
 }  // namespace

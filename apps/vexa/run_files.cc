@@ -6,6 +6,7 @@
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
 #include "backend/platform/text_width.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa::program {
 
@@ -17,7 +18,7 @@ constexpr const char* kStandardInput = "<stdin>";
 FileResult runStandardInput(Session& session) {
     std::string text((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
     if (std::cin.bad()) {
-        return {false, "reading broke off"};
+        return {false, std::string("reading broke off"_text)};
     }
     session.runText(std::move(text), kStandardInput);
     return {};
@@ -45,7 +46,7 @@ int runFiles(const Options& options) {
         }
         const FileResult result = file == "-" ? runStandardInput(session) : session.runFile(file);
         if (!result) {
-            complain("The syntax file " + file + " cannot be read: " + result.reason +
+            complain("The syntax file " + file + " cannot be read: " + shownReason(result) +
                      ". Check its name and the folder that you are in.");
             allRead = false;
         }

@@ -10,6 +10,7 @@
 #include "backend/platform/clock.h"
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/terminal.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa::program {
 
@@ -50,7 +51,7 @@ bool Surroundings::openTrace(const SessionChoices& choices, std::string& problem
     }
     traceFile_ = *choices.traceFile;
     if (const FileResult result = trace_.open(traceFile_); !result) {
-        problem = "The trace " + traceFile_ + " cannot be written: " + result.reason + ".";
+        problem = "The trace " + traceFile_ + " cannot be written: " + shownReason(result) + ".";
         return false;
     }
     traceListener_.emplace(trace_);
@@ -102,7 +103,7 @@ int Surroundings::finish() {
     std::cout.flush();
     if (!trace_.result()) {
         terminal_.showMessage(
-            3, "The trace " + traceFile_ + " could not be written: " + trace_.result().reason + ".");
+            3, "The trace " + traceFile_ + " could not be written: " + shownReason(trace_.result()) + ".");
         return exit_status::kUsage;
     }
     if (!session_->moduleFailure().empty()) {

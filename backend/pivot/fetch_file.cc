@@ -5,6 +5,7 @@
 #include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
 #include "backend/platform/system_text.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa {
 
@@ -14,15 +15,15 @@ constexpr BpErrorShow kShow = 2;
 constexpr BpErrorLevel kWarning = 2;
 
 FileResult read(const std::string& name, std::string& content) {
-    if (name.empty()) return {false, "There is no name"};
+    if (name.empty()) return {false, std::string("There is no name"_text)};
     // The system would take the part before the zero byte for the name.
-    if (name.find('\0') != std::string::npos) return {false, "The name holds a zero byte"};
+    if (name.find('\0') != std::string::npos) return {false, std::string("The name holds a zero byte"_text)};
     return FileSystem::current().read(toUtf8(name), content, FetchFile::kLimit);
 }
 
 void warn(const std::string& name, const FileResult& failure) {
     BpComposite message("The file ^1 could not be read: ^2."_text, 1);
-    message.Add(BpString(name, 0)).Add(BpString(fromUtf8(failure.reason), 0));
+    message.Add(BpString(name, 0)).Add(BpString(fromUtf8(shownReason(failure)), 0));
     message.Finish();
     BpError(message, kShow, kWarning);
 }

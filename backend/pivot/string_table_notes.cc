@@ -63,7 +63,7 @@ void publishStringTableNotes() {
             note.reason.empty()
                 ? composed("There is no ^1 for ^2."_text, {note.place.file, note.place.language})
                 : composed("^1 for ^2 cannot be read: ^3."_text,
-                           {note.place.file, note.place.language, translated(note.reason)});
+                           {note.place.file, note.place.language, note.reason});
         log.publish(NotesAdded{kLevel, translated("String tables"_text), std::move(text)});
     }
 }

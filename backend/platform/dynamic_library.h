@@ -4,14 +4,16 @@
 #include <memory>
 #include <string>
 
+#include "backend/platform/file_system.h"
+
 namespace vexa {
 
 class DynamicLibrary {
   public:
     virtual ~DynamicLibrary() = default;
 
-    /// Loads the library at `path` (UTF-8), or gives null and the system's reason.
-    [[nodiscard]] static std::unique_ptr<DynamicLibrary> load(const std::string& path, std::string& reason);
+    /// Loads the library at `path` (UTF-8), or gives null; `result` says how it went.
+    [[nodiscard]] static std::unique_ptr<DynamicLibrary> load(const std::string& path, FileResult& result);
 
     /// The address of an exported function without arguments and result, or null.
     using Entry = void (*)();

@@ -5,6 +5,7 @@
 
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/file_system.h"
+#include "backend/platform/system_text.h"
 
 namespace vexa {
 
@@ -27,21 +28,22 @@ class PosixLibrary final : public DynamicLibrary {
 
 }  // namespace
 
-std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, std::string& reason) {
+std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, FileResult& result) {
     // An empty path would give the program itself, and one without a separator a search of the system's
     // folders.
     const std::string native = toNativePath(path);
     if (native.find('/') == std::string::npos) {
-        reason = "a library is named by its whole path, not by '" + path + "'";
+        constexpr SystemText kReason = "a library is named by its whole path, not by '^1'"_text;
+        result = {false, std::string(kReason), {path}};
         return nullptr;
     }
     void* handle = dlopen(native.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (handle == nullptr) {
         const char* words = dlerror();
-        reason = words != nullptr ? words : "the library cannot be loaded";
+        result = {false, words != nullptr ? words : std::string("the library cannot be loaded"_text)};
         return nullptr;
     }
-    reason.clear();
+    result = {};
     return std::make_unique<PosixLibrary>(handle);
 }
 

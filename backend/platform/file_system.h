@@ -9,13 +9,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vexa {
 
-/// How a file operation ended. `reason` is the system's own words, empty on success.
+/// How a file operation ended, and why it failed: a text that the string tables may have, with the markers
+/// ^1, ^2, ... for `arguments`, or words of the system's own. `shownReason` (backend/strings/dictionary.h) is
+/// what the user sees.
 struct [[nodiscard]] FileResult {
     bool ok = true;
-    std::string reason;
+    std::string reason{};  ///< empty on success
+    std::vector<std::string> arguments{};
 
     explicit operator bool() const { return ok; }
 };

@@ -10,12 +10,14 @@
 #include <system_error>
 
 #include "backend/platform/file_system_native.h"
+#include "backend/platform/system_reason.h"
+#include "backend/platform/system_text.h"
 
 namespace vexa {
 
 namespace {
 
-FileResult failed(int code) { return {false, std::generic_category().message(code)}; }
+FileResult failed(int code) { return {false, systemReason(code)}; }
 FileResult failed(std::string reason) { return {false, std::move(reason)}; }
 
 /// An open file, closed with it.
@@ -43,14 +45,15 @@ class Descriptor {
     int number_;
 };
 
-std::string tooLarge(std::uint64_t limit) {
-    return "The file is larger than " + std::to_string(limit) + " bytes";
+FileResult tooLarge(std::uint64_t limit) {
+    constexpr SystemText kReason = "The file is larger than ^1 bytes"_text;
+    return {false, std::string(kReason), {std::to_string(limit)}};
 }
 
 /// What keeps a path from being read or replaced as a file; empty when nothing does.
 std::string refusal(const struct stat& status) {
-    if (S_ISDIR(status.st_mode)) return std::generic_category().message(EISDIR);
-    if (!S_ISREG(status.st_mode)) return "Not a file but a device or a pipe";
+    if (S_ISDIR(status.st_mode)) return systemReason(EISDIR);
+    if (!S_ISREG(status.st_mode)) return std::string("Not a file but a device or a pipe"_text);
     return {};
 }
 
@@ -112,7 +115,7 @@ FileResult readAll(int number, std::string& content, std::uint64_t limit) {
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return failed(errno);
         if (count == 0) return {};
-        if (static_cast<std::uint64_t>(count) > limit - content.size()) return failed(tooLarge(limit));
+        if (static_cast<std::uint64_t>(count) > limit - content.size()) return tooLarge(limit);
         content.append(block.data(), static_cast<std::size_t>(count));
     }
 }
@@ -151,7 +154,7 @@ FileResult PosixFileSystem::read(const std::string& path, std::string& content, 
     if (fstat(file.number(), &status) != 0) return failed(errno);
     if (std::string reason = refusal(status); !reason.empty()) return failed(std::move(reason));
     const auto size = static_cast<std::uint64_t>(status.st_size);
-    if (size > limit) return failed(tooLarge(limit));
+    if (size > limit) return tooLarge(limit);
     content.reserve(size);
     FileResult result = readAll(file.number(), content, limit);
     if (!result) content.clear();

@@ -3,7 +3,9 @@
 #include <cerrno>
 #include <filesystem>
 #include <ios>
-#include <system_error>
+
+#include "backend/platform/system_reason.h"
+#include "backend/platform/system_text.h"
 
 namespace vexa {
 
@@ -13,7 +15,7 @@ FileResult outcome(const std::ofstream& stream) {
     if (stream) {
         return {};
     }
-    return {false, errno != 0 ? std::generic_category().message(errno) : "it cannot be written"};
+    return {false, errno != 0 ? systemReason(errno) : std::string("it cannot be written"_text)};
 }
 
 }  // namespace

@@ -1,10 +1,14 @@
 #include "backend/session/command_module.h"
 
+#include "backend/strings/dictionary.h"
+
 namespace vexa {
 
 bool LibraryModule::load(std::string& reason) {
     if (library_ == nullptr && failure_.empty()) {
-        library_ = DynamicLibrary::load(path_, failure_);
+        FileResult result;
+        library_ = DynamicLibrary::load(path_, result);
+        failure_ = shownReason(result);
     }
     reason = failure_;
     return library_ != nullptr;

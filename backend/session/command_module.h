@@ -15,8 +15,8 @@ class CommandModule {
 
     virtual ~CommandModule() = default;
 
-    /// Makes the module ready; false, with the reason (UTF-8), when it cannot be used. Asking again costs
-    /// nothing.
+    /// Makes the module ready; false, with the reason as it is shown (UTF-8), when it cannot be used. Asking
+    /// again costs nothing.
     [[nodiscard]] virtual bool load(std::string& reason) = 0;
     /// The entry function of that name, or null when the module lacks it. Needs a successful `load`.
     [[nodiscard]] virtual Entry find(const char* entry) const = 0;

@@ -181,7 +181,7 @@ void Session::insertFile(const std::string& path) {
     const DepthScope depth(insertDepth_);
     const FileResult result = runFile(file);
     if (!result) {
-        reportError("The file cannot be read: ^1"_text, fromUtf8(file + " (" + result.reason + ")"));
+        reportError("The file cannot be read: ^1"_text, fromUtf8(file + " (" + shownReason(result) + ")"));
     }
 }
 

@@ -76,6 +76,10 @@ std::string composed(SystemText text, const std::vector<std::string>& arguments)
     return replaceMarkers(translated(text), arguments);
 }
 
+std::string shownReason(const FileResult& failure) {
+    return replaceMarkers(translated(failure.reason), failure.arguments);
+}
+
 std::string replaceMarkers(std::string_view text, const std::vector<std::string>& arguments) {
     std::string result;
     result.reserve(text.size());

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "backend/platform/file_system.h"
 #include "backend/platform/system_text.h"
 
 namespace vexa {
@@ -47,6 +48,9 @@ class StringDictionary {
 
 /// `text` in the language of the user, its markers ^1, ^2, ... replaced by the arguments.
 [[nodiscard]] std::string composed(SystemText text, const std::vector<std::string>& arguments);
+
+/// Why a file operation failed, in the language of the user.
+[[nodiscard]] std::string shownReason(const FileResult& failure);
 
 /// `text` with every marker ^1, ^2, ... ^9 replaced by the argument of its number; markers without an
 /// argument stay, and so do markers that an argument's own text holds.

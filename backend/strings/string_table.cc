@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "backend/platform/character_set.h"
+#include "backend/strings/dictionary.h"
 #include "backend/strings/string_table_cache.h"
 
 namespace vexa {
@@ -38,7 +39,8 @@ Complaints& complaints() {
 
 void complain(const std::string& path, const FileResult& result) {
     if (!complaints().paths.insert(path).second) return;
-    complaints().list.push_back({path, FileSystem::current().isFile(path) ? result.reason : std::string()});
+    complaints().list.push_back(
+        {path, FileSystem::current().isFile(path) ? shownReason(result) : std::string()});
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ class FacSTStringTable {
 /// A table that was asked for by its path, and is missing or cannot be read. UTF-8.
 struct StringTableComplaint {
     std::string path;
-    std::string reason;  ///< why it cannot be read; empty for a file that is missing
+    std::string reason;  ///< why it cannot be read, as shown; empty for a file that is missing
 };
 
 /// The complaints about `FacSTStringTable::GetKeysAndValues` since they were last taken, in the order of the

@@ -13,6 +13,7 @@
 #include <xercesc/util/XMLUni.hpp>
 
 #include "backend/platform/character_set.h"
+#include "backend/platform/system_text.h"
 
 namespace vexa {
 
@@ -63,7 +64,8 @@ class UnitCollector final : public xml::DefaultHandler {
   public:
     explicit UnitCollector(std::vector<keyValueGloss>& entries) : entries_(&entries) {}
 
-    [[nodiscard]] const std::string& refusal() const { return refusal_; }
+    /// Not translated: it may be a table of texts that is being read.
+    [[nodiscard]] const FileResult& refusal() const { return refusal_; }
 
     void startElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName,
                       const xml::Attributes& attributes) override;
@@ -77,18 +79,18 @@ class UnitCollector final : public xml::DefaultHandler {
     void beginUnit(const xml::Attributes& attributes);
     void endUnit();
     void endText(Part part);
-    [[noreturn]] void refuse(std::string reason);
+    [[noreturn]] void refuse(SystemText reason, std::vector<std::string> arguments = {});
 
     std::vector<keyValueGloss>* entries_;
     std::vector<Part> open_;
     keyValueGloss unit_;
     std::string target_;
     std::u16string text_;  // of the source, target or note that is open
-    std::string refusal_;
+    FileResult refusal_;
 };
 
-void UnitCollector::refuse(std::string reason) {
-    refusal_ = std::move(reason);
+void UnitCollector::refuse(SystemText reason, std::vector<std::string> arguments) {
+    refusal_ = {false, std::string(reason), std::move(arguments)};
     throw xml::SAXException();
 }
 
@@ -97,13 +99,13 @@ Part UnitCollector::partOf(const XMLCh* uri, const XMLCh* localName) {
     const bool own = space.empty() || space == kNamespace;
     const std::string name = own ? utf8Of(localName) : std::string();
     if (!open_.empty()) return partWithin(open_.back(), name);
-    if (name != "xliff") refuse("It is no XLIFF file");
+    if (name != "xliff") refuse("It is no XLIFF file"_text);
     return Part::container;
 }
 
 void UnitCollector::startElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* /*qualifiedName*/,
                                  const xml::Attributes& attributes) {
-    if (open_.size() == kDeepestNesting) refuse("Its elements are nested too deeply");
+    if (open_.size() == kDeepestNesting) refuse("Its elements are nested too deeply"_text);
     const Part part = partOf(uri, localName);
     if (part == Part::unit) beginUnit(attributes);
     if (part != Part::inlineText) text_.clear();
@@ -146,11 +148,11 @@ void UnitCollector::endElement(const XMLCh* /*uri*/, const XMLCh* /*localName*/,
 }
 
 void UnitCollector::startDTD(const XMLCh* /*name*/, const XMLCh* /*publicId*/, const XMLCh* /*systemId*/) {
-    refuse("It holds a document type declaration");
+    refuse("It holds a document type declaration"_text);
 }
 
 void UnitCollector::fatalError(const xml::SAXParseException& error) {
-    refuse("Line " + std::to_string(error.getLineNumber()) + ": " + utf8Of(error.getMessage()));
+    refuse("Line ^1: ^2"_text, {std::to_string(error.getLineNumber()), utf8Of(error.getMessage())});
 }
 
 /// False when the parser library cannot work in this process.
@@ -182,7 +184,7 @@ void parse(std::string_view bytes, UnitCollector& collector) {
 FileResult readXliff(std::string_view bytes, std::vector<keyValueGloss>& entries) {
     static const bool usable = initialiseParser();
     entries.clear();
-    if (!usable) return {false, "The XML parser could not be started"};
+    if (!usable) return {false, std::string("The XML parser could not be started"_text)};
     UnitCollector collector(entries);
     try {
         parse(bytes, collector);
@@ -192,7 +194,8 @@ FileResult readXliff(std::string_view bytes, std::vector<keyValueGloss>& entries
         // broken.
         entries.clear();
     }
-    return {false, collector.refusal().empty() ? "It cannot be read as XML" : collector.refusal()};
+    return collector.refusal() ? FileResult{false, std::string("It cannot be read as XML"_text)}
+                               : collector.refusal();
 }
 
 }  // namespace vexa

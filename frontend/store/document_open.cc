@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "backend/platform/file_system.h"
+#include "backend/strings/dictionary.h"
 #include "frontend/store/document_file.h"
 #include "frontend/store/item_xml.h"
 #include "frontend/store/limits.h"
@@ -175,7 +176,7 @@ StoreResult openDocument(const std::string& path, const std::string& password,
     }
     std::string bytes;
     if (FileResult read = files.read(path, bytes, limits::fileBytes); !read) {
-        return {files.isFile(path) ? StoreProblem::cannotRead : StoreProblem::noSuchFile, read.reason};
+        return {files.isFile(path) ? StoreProblem::cannotRead : StoreProblem::noSuchFile, shownReason(read)};
     }
     return readDocument(bytes, password, document);
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "backend/platform/file_system.h"
+#include "backend/strings/dictionary.h"
 #include "frontend/document/flat_table.h"
 #include "frontend/store/document_file.h"
 #include "frontend/store/item_xml.h"
@@ -128,7 +129,7 @@ StoreResult writeProtected(const ZipPlan& inner, const SaveOptions& options, con
 }
 
 StoreResult fromFileResult(const FileResult& result) {
-    return result ? StoreResult() : StoreResult(StoreProblem::cannotWrite, result.reason);
+    return result ? StoreResult() : StoreResult(StoreProblem::cannotWrite, shownReason(result));
 }
 
 }  // namespace

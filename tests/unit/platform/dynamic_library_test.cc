@@ -3,15 +3,17 @@
 #include <gtest/gtest.h>
 
 #include "backend/platform/file_system.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa {
 namespace {
 
 TEST(DynamicLibrary, FindsWhatALibraryExports) {
-    std::string reason = "from before";
-    const auto library = DynamicLibrary::load(VEXA_SAMPLE_LIBRARY, reason);
-    ASSERT_NE(library, nullptr) << reason;
-    EXPECT_EQ(reason, "");
+    FileResult result{false, "from before"};
+    const auto library = DynamicLibrary::load(VEXA_SAMPLE_LIBRARY, result);
+    ASSERT_NE(library, nullptr) << result.reason;
+    EXPECT_TRUE(result);
+    EXPECT_EQ(result.reason, "");
     const DynamicLibrary::Entry entry = library->find("sampleEntry");
     ASSERT_NE(entry, nullptr);
     entry();
@@ -19,16 +21,20 @@ TEST(DynamicLibrary, FindsWhatALibraryExports) {
 }
 
 TEST(DynamicLibrary, TakesPathsWithBackslashes) {
-    std::string reason;
-    EXPECT_NE(DynamicLibrary::load(toBackslashPath(VEXA_SAMPLE_LIBRARY), reason), nullptr) << reason;
+    FileResult result;
+    EXPECT_NE(DynamicLibrary::load(toBackslashPath(VEXA_SAMPLE_LIBRARY), result), nullptr) << result.reason;
 }
 
 TEST(DynamicLibrary, SaysWhyNothingIsLoaded) {
     for (const char* path : {"/no/such/library.so", "library.so", ""}) {
-        std::string reason;
-        EXPECT_EQ(DynamicLibrary::load(path, reason), nullptr) << path;
-        EXPECT_NE(reason, "") << path;
+        FileResult result;
+        EXPECT_EQ(DynamicLibrary::load(path, result), nullptr) << path;
+        EXPECT_FALSE(result) << path;
+        EXPECT_NE(result.reason, "") << path;
     }
+    FileResult result;
+    static_cast<void>(DynamicLibrary::load("library.so", result));
+    EXPECT_EQ(shownReason(result), "a library is named by its whole path, not by 'library.so'");
 }
 
 TEST(ProgramFolder, IsTheFolderOfThisTest) { EXPECT_EQ(programFolder(), VEXA_TEST_FOLDER); }

@@ -54,6 +54,26 @@ TEST(StringDictionary, AnEmptyTextCountsAsNone) {
     EXPECT_EQ(under("Output Name", "Name"), "Name");
 }
 
+TEST(ShownReason, IsInTheLanguageOfTheUserWithItsArguments) {
+    const InstalledTexts installed({{"platform.xlf", "more than ^1 bytes", "plus de ^1 octets"}});
+    EXPECT_EQ(shownReason({false, "more than ^1 bytes", {"7"}}), "plus de 7 octets");
+    EXPECT_EQ(shownReason({false, "more than ^1 blocks", {"^1"}}), "more than ^1 blocks");
+    EXPECT_EQ(shownReason({}), "");
+}
+
+// The table that lacks its own complaint is the one that is being read.
+TEST(ShownReason, OfATableThatCannotBeReadIsFoundInTheOthers) {
+    InstalledTexts installed({{"platform.xlf", "It is no XLIFF file", "Pas un fichier XLIFF"}});
+    frontend::MemoryFileSystem& system = installed.system();
+    system.files["\\texts\\outname.xlf"] = "<other/>";
+    EXPECT_EQ(under("Output Name", "It is no XLIFF file"), "Pas un fichier XLIFF");
+    std::vector<keyValueGloss> entries;
+    EXPECT_FALSE(FacSTStringTable().GetKeysAndValues("\\texts\\outname.xlf", entries));
+    const std::vector<StringTableComplaint> complaints = takeStringTableComplaints();
+    ASSERT_EQ(complaints.size(), 1U);
+    EXPECT_EQ(complaints[0].reason, "Pas un fichier XLIFF");
+}
+
 TEST(StringDictionary, HasNoTextsUntilItIsOpened) {
     StringDictionary dictionary;
     dictionary.setProcedure("Output Name");

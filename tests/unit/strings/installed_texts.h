@@ -36,6 +36,7 @@ class InstalledTexts {
     InstalledTexts(const InstalledTexts&) = delete;
     InstalledTexts& operator=(const InstalledTexts&) = delete;
 
+    [[nodiscard]] frontend::MemoryFileSystem& system() { return system_; }
     void remove(const std::string& file) { system_.files.erase("\\texts\\" + file); }
 
   private:
