@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "backend/platform/system_text.h"
+
 namespace vexa {
 
 /// What a message, a label or a cell can hold.

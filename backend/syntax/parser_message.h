@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "backend/pivot/output_log.h"
+#include "backend/platform/system_text.h"
 
 namespace vexa {
 

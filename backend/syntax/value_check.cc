@@ -236,14 +236,14 @@ class ValueCheck {
     const CommandText& command_;
 };
 
-/// What a number must be, by which bounds it has.
+/// What a number must be, by which bounds it has; empty for none.
 SystemText boundsText(const ParamDescriptor& parameter) {
     const auto kind = [](const std::optional<Boundary>& bound) {
         if (!bound) return 0;
         return bound->option == UPSpecTypes::BoundaryOption::inclusive ? 1 : 2;
     };
     static constexpr SystemText kTexts[3][3] = {
-        {"^1"_text, "^1 of at most ^3"_text, "^1 below ^3"_text},
+        {SystemText(), "^1 of at most ^3"_text, "^1 below ^3"_text},
         {"^1 of at least ^2"_text, "^1 of at least ^2 and at most ^3"_text,
          "^1 of at least ^2 and below ^3"_text},
         {"^1 above ^2"_text, "^1 above ^2 and at most ^3"_text, "^1 above ^2 and below ^3"_text},
@@ -255,8 +255,10 @@ std::string describeNumber(const ParamDescriptor& parameter, SystemText number) 
     const auto bound = [](const std::optional<Boundary>& given) {
         return given ? formatBound(given->value) : std::string();
     };
-    std::string words = composed(boundsText(parameter), {translated(number), bound(parameter.lowerBoundary()),
-                                                         bound(parameter.upperBoundary())});
+    std::string words = translated(number);
+    if (const SystemText bounds = boundsText(parameter); !bounds.empty()) {
+        words = composed(bounds, {words, bound(parameter.lowerBoundary()), bound(parameter.upperBoundary())});
+    }
     const std::string keywords = listKeywords(parameter.stringValues());
     return keywords.empty() ? words : composed("^1, or ^2"_text, {std::move(words), keywords});
 }
@@ -277,7 +279,7 @@ std::string describeTokens(std::string_view label) {
     } kKinds[] = {
         {"file", "a file"_text},     {"folder", "a folder"_text}, {"name", "a name"_text},
         {"text", "a text"_text},     {"title", "a title"_text},   {"width", "a width"_text},
-        {"format", "a format"_text}, {"color", "a colour"_text},  {"font family", "a font family"_text},
+        {"format", "a format"_text}, {"color", "a color"_text},   {"font family", "a font family"_text},
     };
     for (const auto& kind : kKinds) {
         if (kind.label == label) return translated(kind.text);

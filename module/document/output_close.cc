@@ -21,7 +21,7 @@ constexpr SubcommandRow kGrammar[] = {
     {"", UPSpecTypes::SubComSpec::freeTokens, true, false, kParameters},
 };
 
-constexpr ExpectedValue kOneOrAll{"one name, ALL, or * for the active document, as in NAME=report"};
+constexpr ExpectedValue kOneOrAll{"one name, ALL, or * for the active document, as in NAME=report"_text};
 
 /// NAME=value, or the value alone; nothing for any other form.
 std::optional<std::string> read(const ParamObj& list) {

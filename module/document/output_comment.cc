@@ -195,7 +195,7 @@ void addLine(const CommentLine& line, const CommentLine& whole, BpCategory categ
 
 void buildTable(const Comment& comment, BpProcedure& procedure) {
     constexpr int kDimensionKind = 2;
-    const BpString title("Comment", kTranslatable);
+    const BpString title("Comment"_text, kTranslatable);
     BpPivotTable table = procedure.PivotTable(title, BpString("", kUserText), true);
     table.Caption(title);
     setWidth(comment.width, table);

@@ -21,22 +21,22 @@ constexpr int kWidestColumn = 300;
 void addDocument(BpDimension& names, int index, const VexawMsgOutputDocument& document) {
     BpCategory category = names.Category(BpNumber(index, BpProcedure::Count));
     if (document.name.empty()) {
-        category.Cell(BpString("(unnamed)", kTranslatable));
+        category.Cell(BpString("(unnamed)"_text, kTranslatable));
     } else {
         category.Cell(BpString(document.name.str(), kUserText));
     }
     if (document.active) {
-        category.Note(BpString("Active output document", kTranslatable));
+        category.Note(BpString("Active output document"_text, kTranslatable));
     }
 }
 
 void buildTable(BpProcedure& procedure, const VexawMsgOutputControllerResponse& response) {
-    const BpString title("Output Document", kTranslatable);
+    const BpString title("Output Document"_text, kTranslatable);
     BpPivotTable table = procedure.PivotTable(title, BpString("", kUserText), true);
     table.Caption(title);
     table.MinDataColumnWidth(kNarrowestColumn);
     table.MaxDataColumnWidth(kWidestColumn);
-    BpDimension names = table.Dimension(BpString("Name", kTranslatable), kDimensionKind);
+    BpDimension names = table.Dimension(BpString("Name"_text, kTranslatable), kDimensionKind);
     names.Position(0, 1, 1, 1);
     for (int i = 0; i < response.GetOutputDocumentCount(); ++i) {
         if (const VexawMsgOutputDocument* const document = response.GetOutputDocumentItem(i)) {
@@ -58,7 +58,7 @@ void outputDisplay() {
         return;
     }
     if (response->GetOutputDocumentCount() == 0) {
-        reportPlain("No output documents are open.", kWarningLevel);
+        reportPlain("No output documents are open."_text, kWarningLevel);
         return;
     }
     buildTable(command.procedure(), *response);

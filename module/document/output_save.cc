@@ -33,12 +33,12 @@ constexpr SubcommandRow kGrammar[] = {
     {"PASSPROTECT", UPSpecTypes::SubComSpec::keywordParameters, false, false, kPasswordParameters},
 };
 
-constexpr std::string_view kEmptyPassword = "Failed to save document. Empty passwords are not allowed.";
+constexpr SystemText kEmptyPassword = "Failed to save document. Empty passwords are not allowed."_text;
 // Names 10 bytes also where the limit is 20; this is meant.
-constexpr std::string_view kLongPassword =
-    "Failed to save document. Passwords longer than 10 bytes are not allowed. '^1'";
+constexpr SystemText kLongPassword =
+    "Failed to save document. Passwords longer than 10 bytes are not allowed. '^1'"_text;
 
-constexpr ExpectedValue kNameOrActive{"one name, or * for the active document"};
+constexpr ExpectedValue kNameOrActive{"one name, or * for the active document"_text};
 
 constexpr std::size_t kLongestPassword = 10;
 constexpr std::size_t kLongestEncryptedPassword = 20;

@@ -29,7 +29,7 @@ struct PositionalName {
 
 /// What such a command takes, for messages.
 inline constexpr ExpectedValue kOneName{
-    "one name, as in NAME=report, and perhaps MINIMIZED=YES or MINIMIZED=NO"};
+    "one name, as in NAME=report, and perhaps MINIMIZED=YES or MINIMIZED=NO"_text};
 
 /// What a positional token that is itself "=" means.
 enum class LoneEquals { isName, isSkipped };

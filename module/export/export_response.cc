@@ -12,8 +12,8 @@ namespace vexa {
 
 namespace {
 
-constexpr std::string_view kFailed = "Failed to export output...";
-constexpr std::string_view kFailedBecause = "Failed to export output ^1...";
+constexpr SystemText kFailed = "Failed to export output..."_text;
+constexpr SystemText kFailedBecause = "Failed to export output ^1..."_text;
 
 constexpr int kTranslatable = 1;
 constexpr int kNotTranslatable = 0;
@@ -22,39 +22,39 @@ constexpr int kNotTranslatable = 0;
 enum class Argument { none, documentName, documentFile, imageRoot, unspecified };
 
 struct ErrorText {
-    std::string_view text;
+    SystemText text;
     Argument argument = Argument::none;
 };
 
 /// By error code, from 1 on.
 constexpr ErrorText kErrors[] = {
-    {"The OUTPUT EXPORT command requires an open Viewer document."},
-    {"The specified Viewer document ^1 does not exist.", Argument::documentName},
-    {"The Viewer document is empty. There is nothing to export."},
-    {"It was requested that all visible items be exported but..."},
-    {"It was requested that only graphics be exported but no graphics were found."},
-    {"^1 not a valid file name...", Argument::documentFile},
-    {"^1 is not a valid root name.", Argument::imageRoot},
-    {"Enhanced Metafile (EMF) format is available only on Windows systems."},
-    {"PowerPoint (PPT) format is available only on Windows systems."},
-    {"In order to export to PowerPoint (PPT) format, PowerPoint must be installed."},
-    {"xlsMaxColumnsLimitExceeded..."},
-    {"xlsMaxCellCharacterLimitExceeded..."},
-    {"maxSheetNameCharacterLimitExceeded..."},
-    {"xlsSheetNameInvalid..."},
+    {"The OUTPUT EXPORT command requires an open Viewer document."_text},
+    {"The specified Viewer document ^1 does not exist."_text, Argument::documentName},
+    {"The Viewer document is empty. There is nothing to export."_text},
+    {"It was requested that all visible items be exported but..."_text},
+    {"It was requested that only graphics be exported but no graphics were found."_text},
+    {"^1 not a valid file name..."_text, Argument::documentFile},
+    {"^1 is not a valid root name."_text, Argument::imageRoot},
+    {"Enhanced Metafile (EMF) format is available only on Windows systems."_text},
+    {"PowerPoint (PPT) format is available only on Windows systems."_text},
+    {"In order to export to PowerPoint (PPT) format, PowerPoint must be installed."_text},
+    {"xlsMaxColumnsLimitExceeded..."_text},
+    {"xlsMaxCellCharacterLimitExceeded..."_text},
+    {"maxSheetNameCharacterLimitExceeded..."_text},
+    {"xlsSheetNameInvalid..."_text},
     {kFailedBecause, Argument::unspecified},
 };
 
 struct WarningText {
     ResponseSpec::WARNING_CODE code;
-    std::string_view text;
+    SystemText text;
 };
 
 constexpr WarningText kWarnings[] = {
     {ResponseSpec::WARNING_CODE::LONG_ROW_LABEL,
-     "The following pivot tables contain a very long row label..."},
-    {ResponseSpec::WARNING_CODE::MAX_COLUMNS, "maxColLimitExceeded..."},
-    {ResponseSpec::WARNING_CODE::CELL_CHARACTERS, "cellCharacterLimitExceeded..."},
+     "The following pivot tables contain a very long row label..."_text},
+    {ResponseSpec::WARNING_CODE::MAX_COLUMNS, "maxColLimitExceeded..."_text},
+    {ResponseSpec::WARNING_CODE::CELL_CHARACTERS, "cellCharacterLimitExceeded..."_text},
 };
 
 void reportFailure(std::string_view reason) { reportWithArgument(kFailedBecause, reason, kErrorLevel); }
@@ -159,18 +159,18 @@ void ExportReporting::reportError(const ResponseSpec& response) const {
 
 void ExportReporting::addNotes(const ResponseSpec& response) const {
     constexpr int kLevel = 2;
-    const auto add = [this](std::string_view label, const BpCellText& value) {
+    const auto add = [this](SystemText label, const BpCellText& value) {
         procedure_.AddNotes(kLevel, BpString(label, kTranslatable), value);
     };
     if (!response.getName().empty()) {
-        add("Viewer", BpString(response.getName(), kNotTranslatable));
+        add("Viewer"_text, BpString(response.getName(), kNotTranslatable));
     }
     if (!response.getDocumentFile().empty()) {
-        add("Document File", BpString(documentFile_, kNotTranslatable));
+        add("Document File"_text, BpString(documentFile_, kNotTranslatable));
     }
-    add("Image File Count", imageCount(response));
+    add("Image File Count"_text, imageCount(response));
     if (!response.getImageRoot().empty()) {
-        add("Image File Root Name", BpString(imageRoot_, kNotTranslatable));
+        add("Image File Root Name"_text, BpString(imageRoot_, kNotTranslatable));
     }
 }
 
@@ -178,28 +178,28 @@ void ExportReporting::buildSummary(const ResponseSpec& response) const {
     constexpr int kWidestColumn = 200;
     constexpr int kDimensionKind = 2;
     constexpr int kSort = 2;
-    const auto label = [](std::string_view text) { return BpString(text, kTranslatable); };
+    const auto label = [](SystemText text) { return BpString(text, kTranslatable); };
     const auto value = [](std::string_view text) { return BpString(text, kNotTranslatable); };
-    BpPivotTable table =
-        procedure_.PivotTable(label("Export Summary"), BpString("ExportSummary", kNotTranslatable), true);
+    BpPivotTable table = procedure_.PivotTable(label("Export Summary"_text),
+                                               BpString("ExportSummary", kNotTranslatable), true);
     table.MaxDataColumnWidth(kWidestColumn);
-    BpDimension contents = table.Dimension(label("Contents"), kDimensionKind);
+    BpDimension contents = table.Dimension(label("Contents"_text), kDimensionKind);
     contents.Position(0, 1, 1, 0);
-    contents.Category(label("Viewer")).Cell(value(response.getName()));
+    contents.Category(label("Viewer"_text)).Cell(value(response.getName()));
     if (!response.getDocumentFile().empty()) {
-        contents.Category(label("Document File")).Cell(value(documentFile_));
+        contents.Category(label("Document File"_text)).Cell(value(documentFile_));
     }
     const bool hasRoot = !response.getImageRoot().empty();
     if (!hasRoot && !response.isImageCountPresent()) {
         return;
     }
-    BpGroup images = contents.Group(label("Image Files"), true, kSort);
-    images.Category(label("E60352")).Cell(imageCount(response));
+    BpGroup images = contents.Group(label("Image Files"_text), true, kSort);
+    images.Category(label("E60352"_text)).Cell(imageCount(response));
     if (hasRoot) {
-        images.Category(label("Root Name")).Cell(value(imageRoot_));
+        images.Category(label("Root Name"_text)).Cell(value(imageRoot_));
     }
     if (hasRoot || !response.getImageFormat().empty()) {
-        images.Category(label("Format")).Cell(value(response.getImageFormat()));
+        images.Category(label("Format"_text)).Cell(value(response.getImageFormat()));
     }
 }
 

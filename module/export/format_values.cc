@@ -9,11 +9,11 @@ namespace vexa {
 
 namespace {
 
-constexpr std::string_view kNotAboveZero = "Value ^1 should be greater than ^2 for parameter ^3...";
-constexpr std::string_view kOutOfBounds =
-    "Value ^1 breaks lower boundary ^2 or upper boundary ^3 for parameter ^4...";
+constexpr SystemText kNotAboveZero = "Value ^1 should be greater than ^2 for parameter ^3..."_text;
+constexpr SystemText kOutOfBounds =
+    "Value ^1 breaks lower boundary ^2 or upper boundary ^3 for parameter ^4..."_text;
 // Is spelt like this and names ^2, which no argument fills; both are meant.
-constexpr std::string_view kTwoDimensions = "Parameter ^2 requrires two dimensions, width and height.";
+constexpr SystemText kTwoDimensions = "Parameter ^2 requrires two dimensions, width and height."_text;
 
 constexpr double kGreatestPercentage = 200.0;
 

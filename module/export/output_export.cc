@@ -64,13 +64,13 @@ void describe(CommandDescriptor& descriptor) {
     }
 }
 
-constexpr std::string_view kTwoImages =
-    "Exporting to more than one image type in a single OUTPUT EXPORT command is not allowed...";
+constexpr SystemText kTwoImages =
+    "Exporting to more than one image type in a single OUTPUT EXPORT command is not allowed..."_text;
 // Names HTML and TEXT alone, though REPORT may have images too; this is meant.
-constexpr std::string_view kImagesBesideDocument =
-    "Image file formats cannot be specified for document types other than HTML and TEXT...";
-constexpr std::string_view kTwoDocuments =
-    "Exporting to more than one document type in a single OUTPUT EXPORT command is not allowed.";
+constexpr SystemText kImagesBesideDocument =
+    "Image file formats cannot be specified for document types other than HTML and TEXT..."_text;
+constexpr SystemText kTwoDocuments =
+    "Exporting to more than one document type in a single OUTPUT EXPORT command is not allowed."_text;
 
 /// One run of the command. Its parts are destroyed in reverse order; nothing is kept between two runs.
 class ExportCommand {

@@ -42,8 +42,8 @@ constexpr KeywordOption<ExportReportSpec> kKeywords[] = {
     {"FORMAT", kReportFormats, setNumber<ExportReportSpec, &ExportReportSpec::setMHT>},
 };
 
-constexpr std::string_view kInvalidUrl = "URL must specify a valid URL";
-constexpr std::string_view kNotSeparated = "URLs must be separated";
+constexpr SystemText kInvalidUrl = "URL must specify a valid URL"_text;
+constexpr SystemText kNotSeparated = "URLs must be separated"_text;
 
 /// A quoted title, or the file's path for FILENAME. False when it was refused.
 bool readTitle(const SubComObj& given, const std::string& path, ParserMessage& messages,
@@ -111,7 +111,7 @@ class UrlReader {
         at_ = next + 1;
     }
 
-    void refuse(std::string_view message) {
+    void refuse(SystemText message) {
         messages_.GenericError(message);
         valid_ = false;
     }

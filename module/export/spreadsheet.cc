@@ -30,7 +30,7 @@ constexpr KeywordOption<ExportXLSSpec> kKeywords[] = {
     {"NOTESCAPTIONS", kYesNoChoices, setNumber<ExportXLSSpec, &ExportXLSSpec::setNotesAndCaptions>},
 };
 
-constexpr std::string_view kNoFile = "^1 was specified, but file \"^2\" does not exist...";
+constexpr SystemText kNoFile = "^1 was specified, but file \"^2\" does not exist..."_text;
 
 constexpr SubcommandRow grammar(std::string_view name) {
     return {name, UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};

@@ -15,11 +15,11 @@ namespace vexa {
 
 namespace {
 
-constexpr std::string_view kFileRequired =
-    "When a document type subcommand is used, the DOCUMENTFILE keyword is required.";
-constexpr std::string_view kRootRequired =
-    "When an image type subcommand is used, the IMAGEROOT keyword is required.";
-constexpr std::string_view kNoAccess = "File ^1 has no access...";
+constexpr SystemText kFileRequired =
+    "When a document type subcommand is used, the DOCUMENTFILE keyword is required."_text;
+constexpr SystemText kRootRequired =
+    "When an image type subcommand is used, the IMAGEROOT keyword is required."_text;
+constexpr SystemText kNoAccess = "File ^1 has no access..."_text;
 
 /// The third name is no subcommand's, so the files of XLSM keep the extension that they have; this is meant.
 constexpr std::string_view kFormatsWithExtension[] = {"XLS", "XLSX", "XLM"};

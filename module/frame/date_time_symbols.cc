@@ -4,15 +4,17 @@
 
 #include "backend/paths/path_factory.h"
 #include "backend/platform/clock.h"
+#include "backend/platform/system_text.h"
 #include "backend/strings/table_dictionary.h"
 
 namespace vexa {
 
 namespace {
 
-constexpr std::string_view kMonthKeys[] = {"TFOJanuary",   "TFOFebruary", "TFOMarch",    "TFOApril",
-                                           "TFOMay",       "TFOJune",     "TFOJuly",     "TFOAugust",
-                                           "TFOSeptember", "TFOOctober",  "TFONovember", "TFODecember"};
+constexpr SystemText kMonthKeys[] = {"TFOJanuary"_text, "TFOFebruary"_text, "TFOMarch"_text,
+                                     "TFOApril"_text,   "TFOMay"_text,      "TFOJune"_text,
+                                     "TFOJuly"_text,    "TFOAugust"_text,   "TFOSeptember"_text,
+                                     "TFOOctober"_text, "TFONovember"_text, "TFODecember"_text};
 
 constexpr int kHoursOfHalfDay = 12;
 

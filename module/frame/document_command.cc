@@ -11,7 +11,7 @@ namespace vexa {
 namespace {
 
 constexpr int kProcedureValue = 2;
-constexpr std::string_view kNameTooLong = "Output name ^1 is too long.";
+constexpr SystemText kNameTooLong = "Output name ^1 is too long."_text;
 
 OutputController* findController() {
     ClientAdapter* const adapter = GetAdapter();

@@ -32,7 +32,7 @@ void reportList(std::string_view text, const std::vector<std::string_view>& argu
 }
 
 void reportNotImplemented(std::string_view command) {
-    reportMessage("^1 currently not implemented.", command, kErrorLevel);
+    reportMessage("^1 currently not implemented."_text, command, kErrorLevel);
 }
 
 void reportPlain(std::string_view text, BpErrorLevel level) {

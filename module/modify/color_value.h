@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <string>
+
 #include <string_view>
+#include "backend/platform/system_text.h"
 
 #include "backend/syntax/command_spec.h"
 
@@ -21,7 +23,7 @@ inline constexpr std::string_view kColorLabel =
     "blue)}";
 
 /// What a command says of a value that is no color.
-inline constexpr std::string_view kNoColor = "Subcommand ^1: Not a recognized RGB color";
+inline constexpr SystemText kNoColor = "Subcommand ^1: Not a recognized RGB color"_text;
 
 /// Components 0 to 255.
 struct Color {

@@ -24,8 +24,8 @@ constexpr ParameterRow kParameters[] = {
 constexpr SubcommandRow kGrammar{
     "INDEXING", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters, true};
 
-constexpr std::string_view kMismatch = "Index start value (^1) does not match the index type (^2)";
-constexpr std::string_view kNotRoman = "Parameter ^1 of subcommand ^2 is not a valid roman numeral";
+constexpr SystemText kMismatch = "Index start value (^1) does not match the index type (^2)"_text;
+constexpr SystemText kNotRoman = "Parameter ^1 of subcommand ^2 is not a valid roman numeral"_text;
 
 enum class Notation { number, letters, roman };
 

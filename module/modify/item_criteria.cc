@@ -37,7 +37,7 @@ constexpr ParameterRow kParameters[] = {
 
 constexpr SubcommandRow kGrammar{"IF", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters};
 
-constexpr std::string_view kUnbalanced = "Unbalanced parentheses in effect, parameter ^1, subcommand ^2 ...";
+constexpr SystemText kUnbalanced = "Unbalanced parentheses in effect, parameter ^1, subcommand ^2 ..."_text;
 
 /// Instances of a command beside the positive ones.
 constexpr std::int32_t kEveryInstance = 0;

@@ -42,7 +42,7 @@ constexpr auto kExcept = optionalParameter("EXCEPT", UPSpecTypes::ParamSpec::wor
                              .bracketed(UPSpecTypes::BracketOptions::optional)
                              .checked();
 
-constexpr std::string_view kExceptWithoutAll = "Subcommand ^1 invalid keyword ^2 unless ^3...";
+constexpr SystemText kExceptWithoutAll = "Subcommand ^1 invalid keyword ^2 unless ^3..."_text;
 
 const ItemTypeAttribute* findItemType(std::string_view keyword) {
     const auto* const found = std::find_if(

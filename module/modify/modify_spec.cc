@@ -11,7 +11,7 @@ ModifySpec makeModifySpec() {
 }
 
 GroupComDescriptor describeSelectionGroup(const ModifySpec& handlers) {
-    GroupComDescriptor group(UPSpecTypes::GroupSpec::selection, true, "Select command ^1...");
+    GroupComDescriptor group(UPSpecTypes::GroupSpec::selection, true, "Select command ^1..."_text);
     group.addSubComDesc(describeSelect(), true);
     // The order of help texts, which is not the order of the request.
     const ModifyHandler* const described[] = {handlers.selection.get(),    handlers.indexing.get(),

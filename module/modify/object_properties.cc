@@ -95,9 +95,9 @@ bool readSize(const ParamObj& given, ParserMessage& messages, ObjectProperties& 
     const double factor = inPercent ? kPercent : pointsOfUnit(size->name()).value_or(1.0);
     Size& points = properties.points;
     bool valid = readSide(size->getTokenObj(0), factor, kLeastWidth,
-                          "Value for WIDTH must be a positive number", messages, points.width) &&
+                          "Value for WIDTH must be a positive number"_text, messages, points.width) &&
                  readSide(size->getTokenObj(1), factor, kLeastHeight,
-                          "Value for HEIGHT must be a positive number", messages, points.height);
+                          "Value for HEIGHT must be a positive number"_text, messages, points.height);
     if (inPercent) {
         properties.percent = {points.width / kPercent, points.height / kPercent};
         points = {};

@@ -40,10 +40,10 @@ constexpr SubcommandRow kGrammar[] = {
     {"REPORT", UPSpecTypes::SubComSpec::keywordParameters, false, false, kReportParameters},
 };
 
-constexpr std::string_view kFailed = "Failed to modify output...";
-constexpr std::string_view kFailedBecause = "Failed to modify output ^1...";
-constexpr std::string_view kInvalidFormat = "Value for FORMAT (^1) is not a valid display format.";
-constexpr std::string_view kInvalidFont = "Specified FONT (^1) is not installed.";
+constexpr SystemText kFailed = "Failed to modify output..."_text;
+constexpr SystemText kFailedBecause = "Failed to modify output ^1..."_text;
+constexpr SystemText kInvalidFormat = "Value for FORMAT (^1) is not a valid display format."_text;
+constexpr SystemText kInvalidFont = "Specified FONT (^1) is not installed."_text;
 
 constexpr int kTranslatable = 1;
 constexpr int kNotTranslatable = 0;
@@ -133,14 +133,14 @@ std::string ModifyCommand::exchange() const {
 
 void ModifyCommand::buildSummary(const ModifyCounts& counts) {
     BpPivotTable table =
-        procedure_.PivotTable(BpString("Output Modify Summary", kTranslatable),
+        procedure_.PivotTable(BpString("Output Modify Summary"_text, kTranslatable),
                               BpString("Output Modify Summary Table", kNotTranslatable), true);
     constexpr int kDimensionKind = 2;
-    BpDimension dimension = table.Dimension(BpString("E60801", kTranslatable), kDimensionKind);
+    BpDimension dimension = table.Dimension(BpString("E60801"_text, kTranslatable), kDimensionKind);
     dimension.Position(0, 1, 1, 0);
-    const std::pair<std::string_view, std::int32_t> cells[] = {{"Objects Selected", counts.selected},
-                                                               {"Objects Modified", counts.modified},
-                                                               {"Objects Deleted", counts.deleted}};
+    const std::pair<SystemText, std::int32_t> cells[] = {{"Objects Selected"_text, counts.selected},
+                                                         {"Objects Modified"_text, counts.modified},
+                                                         {"Objects Deleted"_text, counts.deleted}};
     for (const auto& [label, count] : cells) {
         dimension.Category(BpString(label, kTranslatable)).Cell(BpNumber(count, BpProcedure::Count));
     }
