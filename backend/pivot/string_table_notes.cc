@@ -6,7 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "backend/paths/path_factory.h"
 #include "backend/pivot/output_log.h"
+#include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
 #include "backend/strings/string_table.h"
 
@@ -16,19 +18,24 @@ namespace {
 
 constexpr int kLevel = 1;
 
-/// A table's path, taken apart: `...\\LANGUAGE\\FILE`.
+/// A table's path, taken apart: `FOLDER\\LANGUAGE\\FILE`, where FOLDER holds the installation's languages.
 struct TablePlace {
     std::string file;
     std::string language;
 };
 
-TablePlace placeOf(std::string_view path) {
-    constexpr std::string_view kSeparators = "\\/";
-    const std::size_t last = path.find_last_of(kSeparators);
-    if (last == std::string_view::npos) return {std::string(path), {}};
-    const std::string_view folder = path.substr(0, last);
-    return {std::string(path.substr(last + 1)),
-            std::string(folder.substr(folder.find_last_of(kSeparators) + 1))};
+/// The folder of the languages, with a backslash at its end; UTF-8.
+std::string folderOfLanguages() {
+    std::string path = toUtf8(PathFactory::getPathInstance(PathFactory::kLanguage)->getPath());
+    path.resize(path.find_last_of('\\', path.size() < 2 ? 0 : path.size() - 2) + 1);
+    return path;
+}
+
+TablePlace placeOf(std::string_view path, std::string_view languages) {
+    if (path.starts_with(languages)) path.remove_prefix(languages.size());
+    const std::size_t end = path.find_first_of("\\");
+    if (end == std::string_view::npos) return {std::string(path), {}};
+    return {std::string(path.substr(end + 1)), std::string(path.substr(0, end))};
 }
 
 /// A file name and the languages that lack it, or one broken file and its reason.
@@ -39,9 +46,10 @@ struct Note {
 
 std::vector<Note> notesOf(const std::vector<StringTableComplaint>& complaints) {
     std::vector<Note> notes;
+    const std::string languages = folderOfLanguages();
     std::map<std::string, std::size_t, std::less<>> missing;
     for (const StringTableComplaint& each : complaints) {
-        TablePlace place = placeOf(each.path);
+        TablePlace place = placeOf(each.path, languages);
         const auto [known, added] = each.reason.empty() ? missing.try_emplace(place.file, notes.size())
                                                         : std::pair(missing.end(), true);
         if (added) {

@@ -15,7 +15,6 @@
 #include "backend/syntax/universal_parser.h"
 #include "backend/tokens/token_sequence.h"
 #include "module/frame/grammar.h"
-#include "module/frame/text_value.h"
 #include "module/stbprint/commands.h"
 #include "module/stbprint/table_files.h"
 
@@ -55,11 +54,13 @@ struct TablePair {
 
 BpString asItStands(std::string_view text) { return {text, kNotTranslatable}; }
 
-/// The value of a parameter; nothing also for one that is no text.
+/// The value of a parameter. Nothing also for one that is no text, so that ALL means all of them.
 std::optional<std::string_view> readText(const SubComObj& given, std::string_view keyword) {
     const ParamObj* const parameter = given.getParamObj(keyword);
-    const std::optional<TextValue> value = parameter != nullptr ? textValue(*parameter) : std::nullopt;
-    return value ? std::optional(value->text) : std::nullopt;
+    std::string_view text;
+    bool isLiteral = false;
+    const bool isText = parameter != nullptr && parameter->getStringOrLiteral(text, isLiteral);
+    return isText ? std::optional(text) : std::nullopt;
 }
 
 /// Drops the last separator and all after it; a path without one stays as it is. Slashes separate only where

@@ -1,0 +1,50 @@
+#include "module/stbprint/table_files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <string>
+
+#include "backend/strings/string_table.h"
+
+namespace vexa {
+namespace {
+
+bool isKnown(std::string_view file) {
+    return std::find(kStringTableFiles.begin(), kStringTableFiles.end(), file) != kStringTableFiles.end();
+}
+
+TEST(TableFiles, AreNinetyFourDifferentNamesOfTables) {
+    EXPECT_EQ(std::set<std::string_view>(kStringTableFiles.begin(), kStringTableFiles.end()).size(), 94U);
+    for (const std::string_view file : kStringTableFiles) {
+        EXPECT_TRUE(file.ends_with(".xlf")) << file;
+        EXPECT_EQ(file.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789"), file.size() - 4) << file;
+    }
+}
+
+TEST(TableFiles, HaveEveryTableThatThereIs) {
+    int tables = 0;
+    for (const auto& language : std::filesystem::directory_iterator(VEXA_STRING_TABLES)) {
+        EXPECT_NE(std::find(kLanguages.begin(), kLanguages.end(), language.path().filename().string()),
+                  kLanguages.end())
+            << language.path();
+        for (const auto& table : std::filesystem::directory_iterator(language)) {
+            EXPECT_TRUE(isKnown(table.path().filename().string())) << table.path();
+            ++tables;
+        }
+    }
+    EXPECT_GE(tables, 12);
+}
+
+TEST(TableFiles, HaveTheTablesOfTheCommands) {
+    for (const char* procedure :
+         {"Output Activate", "Output Close", "Output Comment", "Output Display", "Output Export",
+          "Output Modify", "Output Name", "Output New", "Output Open", "Output Save", "Stb Print"}) {
+        EXPECT_TRUE(isKnown(stringTableFile(procedure))) << procedure;
+    }
+}
+
+}  // namespace
+}  // namespace vexa

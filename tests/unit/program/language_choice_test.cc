@@ -1,0 +1,43 @@
+#include "apps/vexa/language_choice.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vexa::program {
+namespace {
+
+using testing::ElementsAreArray;
+
+TEST(LanguageChoice, FindsTheFoldersThatACodeCanMean) {
+    const struct {
+        const char* code;
+        std::vector<std::string> folders;
+    } cases[] = {
+        {"de", {"de"}},
+        {"de_AT", {"de_AT", "de"}},
+        {"DE", {"DE", "de"}},
+        {"pt", {"pt", "pt_BR"}},
+        {"pt-br", {"pt-br", "pt_BR", "pt"}},
+        {"pt_PT", {"pt_PT", "pt", "pt_BR"}},
+        {"zh", {"zh", "zh_CN"}},
+        {"zh_TW", {"zh_TW", "zh", "zh_CN"}},
+        {"zh_HK", {"zh_HK", "zh_TW", "zh", "zh_CN"}},
+        {"zh-Hant", {"zh-Hant", "zh_HANT", "zh_TW", "zh", "zh_CN"}},
+        {"es_419", {"es_419", "es"}},
+    };
+    for (const auto& one : cases) {
+        EXPECT_THAT(languageFolders(one.code), ElementsAreArray(one.folders)) << one.code;
+    }
+}
+
+TEST(LanguageChoice, KnowsTheFormOfACode) {
+    for (const char* code : {"en", "fil", "pt_BR", "pt-BR", "es_419", "zh-Hant"}) {
+        EXPECT_TRUE(isLanguageCode(code)) << code;
+    }
+    for (const char* code : {"", "e", "engl", "en_", "en_U", "en_/..", "../en", "en/", "12", "en_US_x"}) {
+        EXPECT_FALSE(isLanguageCode(code)) << code;
+    }
+}
+
+}  // namespace
+}  // namespace vexa::program
