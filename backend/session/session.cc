@@ -11,6 +11,7 @@
 #include "backend/session/command_cutter.h"
 #include "backend/session/own_commands.h"
 #include "backend/session/session_messages.h"
+#include "backend/session/swallowed_command.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/parse_mode.h"
 
@@ -122,6 +123,7 @@ void Session::runModuleCommand(const KnownCommand& known, const CommandText& com
     }
     OutputLog& log = OutputLog::current();
     std::string name(known.name);
+    const std::size_t errorsBefore = outcome_.errors();
     log.publish(CommandStarted{name, known.entry, placeOf(command, nameOffset)});
     if (options_.checkOnly) {
         const ParseModeScope mode(ParseMode::checkOnly);
@@ -129,7 +131,20 @@ void Session::runModuleCommand(const KnownCommand& known, const CommandText& com
     } else {
         callEntry(entry);
     }
+    if (outcome_.errors() == errorsBefore) {
+        warnOfSwallowedCommand(command);
+    }
     log.publish(CommandFinished{std::move(name)});
+}
+
+/// Values that are any tokens go on over lines, so that a missing period need not be an error in the syntax.
+void Session::warnOfSwallowedCommand(const CommandText& command) const {
+    if (const std::optional<SwallowedCommand> found = findSwallowedCommand(command)) {
+        reportWarning(
+            "Line ^1 belongs to this command and was not run, although it begins with ^2. Is the period "
+            "missing that ends the line before?"_text,
+            {std::to_string(placeOf(command, found->offset).line), std::string(found->command->name)});
+    }
 }
 
 void Session::callEntry(CommandModule::Entry entry) {

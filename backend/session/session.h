@@ -55,6 +55,7 @@ class Session {
     void runCommand(CommandText& command);
     void reportUnknown(const CommandText& command);
     void runModuleCommand(const KnownCommand& known, const CommandText& command, std::size_t nameOffset);
+    void warnOfSwallowedCommand(const CommandText& command) const;
     void runOwnCommand(OwnCommand own, const CommandText& command);
     void insertFile(const std::string& path);
     void callEntry(CommandModule::Entry entry);

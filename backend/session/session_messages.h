@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -15,5 +16,9 @@ void reportSyntaxError(const CommandText& command, std::size_t offset, std::stri
 
 /// A message of level 3 whose marker ^1 is replaced by `argument`, which is in the back end's character set.
 void reportError(SystemText text, std::string_view argument);
+
+/// A message of level 2 with its markers replaced by the arguments, which are in the back end's character
+/// set.
+void reportWarning(SystemText text, std::initializer_list<std::string> arguments);
 
 }  // namespace vexa

@@ -1,0 +1,22 @@
+// Finds commands that a missing period has made a part of the command before. Internal to this folder.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "backend/session/command_catalog.h"
+#include "backend/tokens/command_text.h"
+
+namespace vexa {
+
+/// What looks like a command of its own within another.
+struct SwallowedCommand {
+    const KnownCommand* command;
+    std::size_t offset;  ///< of its name in the text
+};
+
+/// The first line behind the first one of `command` that begins with a command's name of two words, outside
+/// of comments.
+[[nodiscard]] std::optional<SwallowedCommand> findSwallowedCommand(const CommandText& command);
+
+}  // namespace vexa
