@@ -20,7 +20,8 @@ std::unique_ptr<ClientAdapter> scriptedAdapter(const SessionChoices& choices, st
     const FileResult result =
         FileSystem::current().readStream(choices.answersFile, content, kMostBytesOfAPipe);
     if (!result) {
-        problem = "The answers file " + choices.answersFile + " cannot be read: " + shownReason(result) + ".";
+        problem = composed("The answers file ^1 cannot be read: ^2."_text,
+                           {choices.answersFile, shownReason(result)});
         return nullptr;
     }
     std::optional<ScriptedAnswers> answers = readScriptedAnswers(content, choices.answersFile, problem);
@@ -36,11 +37,12 @@ std::unique_ptr<AdapterStack> AdapterStack::make(const SessionChoices& choices, 
         case AdapterKind::embedded: {
             auto embedded = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
             const auto reportLocked = [&terminal](const std::string& name) {
-                terminal.showMessage(kWarningLevel,
-                                     "The output document " + name +
-                                         " is locked and takes no output. OUTPUT OPEN with LOCK=NO opens a "
-                                         "file so that it takes output, unless it was saved with LOCK=YES; "
-                                         "OUTPUT SAVE with LOCK=NO unlocks the open document.");
+                terminal.showMessage(
+                    kWarningLevel,
+                    composed("The output document ^1 is locked and takes no output. OUTPUT OPEN "
+                             "with LOCK=NO opens a file so that it takes output, unless it was saved "
+                             "with LOCK=YES; OUTPUT SAVE with LOCK=NO unlocks the open document."_text,
+                             {name}));
             };
             stack->recorder_ =
                 std::make_unique<frontend::DocumentRecorder>(embedded->documents(), reportLocked);

@@ -4,26 +4,36 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
+#include "apps/vexa/installation.h"
 #include "backend/platform/terminal.h"
+#include "backend/strings/dictionary.h"
 #include "frontend/store/password.h"
 
 namespace vexa::program {
 
 namespace {
 
+/// The texts of the user's language, where the installation has them. A problem with it is none here.
+void openTexts() {
+    std::vector<std::string> warnings;
+    std::string problem;
+    static_cast<void>(openInstallation({}, warnings, problem));
+}
+
 /// The password, asked for twice on a terminal; nothing, after a complaint, when there is none.
 std::optional<std::string> askForPassword() {
-    std::optional<std::string> first = readSecretLine("Password: ");
-    std::optional<std::string> second = first ? readSecretLine("The same again: ") : std::nullopt;
+    std::optional<std::string> first = readSecretLine(translated("Password: "_text));
+    std::optional<std::string> second =
+        first ? readSecretLine(translated("The same again: "_text)) : std::nullopt;
     if (!second) {
-        complain("No password was given.");
+        complain(translated("No password was given."_text));
         return std::nullopt;
     }
     const bool same = *first == *second;
     frontend::wipe(*second);
     if (!same) {
         frontend::wipe(*first);
-        complain("The two passwords are not the same. Nothing was encrypted.");
+        complain(translated("The two passwords are not the same. Nothing was encrypted."_text));
         return std::nullopt;
     }
     return first;
@@ -35,7 +45,7 @@ std::optional<std::string> readPassword() {
     }
     std::string line;
     if (!std::getline(std::cin, line)) {
-        complain("No password was given: standard input is empty.");
+        complain(translated("No password was given: standard input is empty."_text));
         return std::nullopt;
     }
     if (!line.empty() && line.back() == '\r') {
@@ -47,18 +57,20 @@ std::optional<std::string> readPassword() {
 }  // namespace
 
 int printEncryptedPassword() {
+    openTexts();
     std::optional<std::string> password = readPassword();
     if (!password) {
         return exit_status::kUsage;
     }
     if (password->empty()) {
-        complain("An empty password protects nothing. Nothing was encrypted.");
+        complain(translated("An empty password protects nothing. Nothing was encrypted."_text));
         return exit_status::kUsage;
     }
     std::string encrypted = frontend::encryptedPassword(*password);
     frontend::wipe(*password);
     if (encrypted.empty()) {
-        complain("There is not enough memory to encrypt the password. Close other programs and try again.");
+        complain(translated(
+            "There is not enough memory to encrypt the password. Close other programs and try again."_text));
         return exit_status::kUsage;
     }
     std::cout << encrypted << '\n';

@@ -18,6 +18,7 @@
 #include "backend/platform/terminal.h"
 #include "backend/session/command_cutter.h"
 #include "backend/session/syntax_completion.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa::program {
 
@@ -25,9 +26,9 @@ namespace {
 
 constexpr const char* kPrompt = "vexa> ";
 constexpr const char* kContinuation = "....> ";
-constexpr const char* kWelcome =
+constexpr SystemText kWelcome =
     "Commands end with a period. The tabulator key completes, \"help\" lists the commands, the end of input "
-    "(Ctrl-D) leaves.\n";
+    "(Ctrl-D) leaves."_text;
 
 /// What the line editor's callbacks, which take no context, have to know.
 struct EditorState {
@@ -120,7 +121,7 @@ int runOnTerminal(const Options& options) {
     std::setlocale(LC_CTYPE, "");  // the line editor measures characters by it
     editor.session = &surroundings->session();
     rl_attempted_completion_function = complete;
-    std::cout << kWelcome << std::flush;
+    std::cout << translated(kWelcome) << '\n' << std::flush;
     while (!surroundings->session().stopped()) {
         std::optional<std::string> command = readCommand();
         if (!command) {

@@ -46,14 +46,15 @@ int runFiles(const Options& options) {
         }
         const FileResult result = file == "-" ? runStandardInput(session) : session.runFile(file);
         if (!result) {
-            complain("The syntax file " + file + " cannot be read: " + shownReason(result) +
-                     ". Check its name and the folder that you are in.");
+            complain(composed(
+                "The syntax file ^1 cannot be read: ^2. Check its name and the folder that you are in."_text,
+                {file, shownReason(result)}));
             allRead = false;
         }
     }
     const int status = surroundings->finish();
     if (!std::cout.flush()) {
-        complain("Standard output could not be written to its end. Is the disk full?");
+        complain(translated("Standard output could not be written to its end. Is the disk full?"_text));
         return exit_status::kUsage;
     }
     return allRead ? status : exit_status::kUsage;

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "backend/platform/text_width.h"
+#include "backend/strings/dictionary.h"
 #include "backend/syntax/nearest_keyword.h"
 
 namespace vexa::program {
@@ -27,28 +28,33 @@ class Members {
   public:
     Members(const Json& object, std::string where) : object_(object), where_(std::move(where)) {
         if (!object.is_object()) {
-            throw LineError{where_ + " must be an object in braces, but is " + kindOf(object)};
+            throw LineError{composed("^1 must be an object in braces, but is of type ^2"_text,
+                                     {where_, object.type_name()})};
         }
     }
 
     void text(const char* key, std::string& value) {
         if (const Json* const found = find(key)) {
-            value = checked(key, found->get_ptr<const Json::string_t*>(), "a text in quotes", *found);
+            value = checked(key, found->get_ptr<const Json::string_t*>(),
+                            "^1 of ^2 must be a text in quotes, but is of type ^3"_text, *found);
         }
     }
 
     void flag(const char* key, bool& value) {
         if (const Json* const found = find(key)) {
-            value = checked(key, found->get_ptr<const Json::boolean_t*>(), "true or false", *found);
+            value = checked(key, found->get_ptr<const Json::boolean_t*>(),
+                            "^1 of ^2 must be true or false, but is of type ^3"_text, *found);
         }
     }
 
     void integer(const char* key, std::optional<int>& value) {
         if (const Json* const found = find(key)) {
             const std::int64_t number =
-                checked(key, found->get_ptr<const Json::number_integer_t*>(), "a whole number", *found);
+                checked(key, found->get_ptr<const Json::number_integer_t*>(),
+                        "^1 of ^2 must be a whole number, but is of type ^3"_text, *found);
             if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
-                throw LineError{inQuotes(key) + " of " + where_ + " is a number that is too large"};
+                throw LineError{
+                    composed("^1 of ^2 is a number that is too large"_text, {inQuotes(key), where_})};
             }
             value = static_cast<int>(number);
         }
@@ -64,20 +70,17 @@ class Members {
     void refuseOthers() const {
         for (const auto& [key, value] : object_.items()) {
             if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
-                throw LineError{where_ + " has no key " + inQuotes(key) + "; it takes " +
-                                listKeywords(known_)};
+                throw LineError{composed("^1 has no key ^2; it takes ^3"_text,
+                                         {where_, inQuotes(key), listKeywords(known_)})};
             }
         }
     }
 
-    static std::string kindOf(const Json& value) { return std::string("of type ") + value.type_name(); }
-
   private:
     template <typename Value>
-    const Value& checked(const char* key, const Value* value, const char* expected, const Json& found) const {
+    const Value& checked(const char* key, const Value* value, SystemText complaint, const Json& found) const {
         if (value == nullptr) {
-            throw LineError{inQuotes(key) + " of " + where_ + " must be " + expected + ", but is " +
-                            kindOf(found)};
+            throw LineError{composed(complaint, {inQuotes(key), where_, found.type_name()})};
         }
         return *value;
     }
@@ -89,18 +92,18 @@ class Members {
 
 ScriptedSend readSend(const Json& object) {
     ScriptedSend answer;
-    Members members(object, "\"send\"");
+    Members members(object, inQuotes("send"));
     members.flag("ok", answer.ok);
     members.integer("severity", answer.severity);
     members.text("message", answer.message);
     members.text("argument", answer.argument);
     if (const Json* const documents = members.find("documents")) {
         if (!documents->is_array()) {
-            throw LineError{"\"documents\" must be a list in brackets, but is " +
-                            Members::kindOf(*documents)};
+            throw LineError{composed("^1 must be a list in brackets, but is of type ^2"_text,
+                                     {inQuotes("documents"), documents->type_name()})};
         }
         for (const Json& entry : *documents) {
-            Members document(entry, "a document");
+            Members document(entry, translated("a document"_text));
             document.text("name", answer.documents.emplace_back().name);
             document.flag("active", answer.documents.back().active);
             document.refuseOthers();
@@ -121,8 +124,9 @@ ScriptedExchange::Throw readThrow(const std::string& text) {
             return kind;
         }
     }
-    throw LineError{R"("throw" must be "standard", "text", "other" or "goToCaller", but is )" +
-                    inQuotes(text)};
+    throw LineError{
+        composed("\"throw\" must be \"standard\", \"text\", \"other\" or \"goToCaller\", but is ^1"_text,
+                 {inQuotes(text)})};
 }
 
 ScriptedExchange readExchange(const Json& object, const char* kind) {
@@ -141,7 +145,7 @@ ScriptedExchange readExchange(const Json& object, const char* kind) {
 
 void readLine(std::string_view line, ScriptedAnswers& answers) {
     const Json object = Json::parse(line);
-    Members members(object, "a line");
+    Members members(object, translated("a line"_text));
     if (const Json* const send = members.find("send")) {
         answers.send.push_back(readSend(*send));
     }
@@ -177,7 +181,8 @@ std::optional<ScriptedAnswers> readScriptedAnswers(std::string_view content, std
         } catch (const LineError& error) {
             return fail(number, error.message);
         } catch (const Json::parse_error& error) {
-            return fail(number, "this is no JSON at byte " + std::to_string(error.byte) + " of the line");
+            return fail(number, composed("this is no JSON at byte ^1 of the line"_text,
+                                         {std::to_string(error.byte)}));
         }
     }
     return answers;

@@ -7,6 +7,7 @@
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
 #include "backend/session/command_catalog.h"
+#include "backend/strings/dictionary.h"
 #include "backend/syntax/grammar_text.h"
 
 namespace vexa::program {
@@ -38,9 +39,12 @@ std::string joined(const std::vector<std::string>& words) {
 
 int complainOfUnknown(const std::string& name) {
     const KnownCommand* const nearest = nearestCommand(name);
-    complain("There is no command '" + name + "'." +
-             (nearest == nullptr ? "" : " Did you mean " + std::string(nearest->name) + "?") +
-             " \"vexa help\" lists the commands.");
+    std::string message = composed("There is no command '^1'."_text, {name});
+    if (nearest != nullptr) {
+        appendSentence(message, composed("Did you mean ^1?"_text, {std::string(nearest->name)}));
+    }
+    appendSentence(message, translated("\"vexa help\" lists the commands."_text));
+    complain(message);
     return exit_status::kUsage;
 }
 
@@ -50,8 +54,8 @@ int showPart(const CommandDescriptor& descriptor, std::string part) {
     }
     const std::optional<std::string> text = grammarText(descriptor, part);
     if (!text) {
-        complain(std::string(descriptor.name()) + " has no subcommand or parameter '" + part +
-                 "'. \"vexa help " + std::string(descriptor.name()) + "\" shows what it has.");
+        complain(composed("^1 has no subcommand or parameter '^2'. \"vexa help ^1\" shows what it has."_text,
+                          {std::string(descriptor.name()), part}));
         return exit_status::kUsage;
     }
     std::cout << *text;
@@ -62,8 +66,9 @@ int showCommand(const KnownCommand& command, const std::string& part, Session& s
     const std::optional<CommandDescriptor> descriptor = session.describe(command);
     if (!descriptor) {
         complain(session.moduleFailure().empty()
-                     ? "This module has no command " + std::string(command.name) + "."
-                     : "The library of the commands cannot be loaded: " + session.moduleFailure());
+                     ? composed("This module has no command ^1."_text, {std::string(command.name)})
+                     : composed("The library of the commands cannot be loaded: ^1"_text,
+                                {session.moduleFailure()}));
         return exit_status::kUsage;
     }
     if (!part.empty()) {

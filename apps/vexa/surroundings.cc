@@ -26,15 +26,26 @@ TerminalLook terminalLook() {
     return look;
 }
 
-bool installCharset(const std::string& name, std::string& problem) {
-    std::unique_ptr<CharacterSet> set = CharacterSet::find(name);
-    if (set == nullptr) {
-        problem = "The character set " + name +
-                  " is not known. Use a name such as UTF-8, windows-1252, ISO-8859-1, Shift_JIS or GB18030.";
+/// Installs character set, folders and texts; false, with a `problem`, when one of them is not there.
+bool installForTexts(const SessionChoices& choices, std::vector<std::string>& warnings,
+                     std::string& problem) {
+    std::unique_ptr<CharacterSet> set = CharacterSet::find(choices.charset);
+    const bool known = set != nullptr;
+    if (known) {
+        installCharacterSet(std::move(set));
+    }
+    if (!openInstallation(choices, warnings, problem)) {
         return false;
     }
-    installCharacterSet(std::move(set));
-    return true;
+    // Only now, so that it is said in the language of the user.
+    if (!known) {
+        problem = composed(
+            "The character set ^1 is not known. Use a name such as UTF-8, windows-1252, ISO-8859-1, "
+            "Shift_JIS or "
+            "GB18030."_text,
+            {choices.charset});
+    }
+    return known;
 }
 
 }  // namespace
@@ -51,7 +62,7 @@ bool Surroundings::openTrace(const SessionChoices& choices, std::string& problem
     }
     traceFile_ = *choices.traceFile;
     if (const FileResult result = trace_.open(traceFile_); !result) {
-        problem = "The trace " + traceFile_ + " cannot be written: " + shownReason(result) + ".";
+        problem = composed("The trace ^1 cannot be written: ^2."_text, {traceFile_, shownReason(result)});
         return false;
     }
     traceListener_.emplace(trace_);
@@ -60,11 +71,8 @@ bool Surroundings::openTrace(const SessionChoices& choices, std::string& problem
 }
 
 std::unique_ptr<Surroundings> Surroundings::make(const SessionChoices& choices, std::string& problem) {
-    if (!installCharset(choices.charset, problem)) {
-        return nullptr;
-    }
     std::vector<std::string> warnings;
-    if (!openInstallation(choices, warnings, problem)) {
+    if (!installForTexts(choices, warnings, problem)) {
         return nullptr;
     }
     if (choices.now) {
@@ -102,8 +110,8 @@ int Surroundings::finish() {
     trace_.flush();
     std::cout.flush();
     if (!trace_.result()) {
-        terminal_.showMessage(
-            3, "The trace " + traceFile_ + " could not be written: " + shownReason(trace_.result()) + ".");
+        terminal_.showMessage(3, composed("The trace ^1 could not be written: ^2."_text,
+                                          {traceFile_, shownReason(trace_.result())}));
         return exit_status::kUsage;
     }
     if (!session_->moduleFailure().empty()) {

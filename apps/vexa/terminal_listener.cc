@@ -6,6 +6,7 @@
 
 #include "backend/pivot/text_rendering.h"
 #include "backend/platform/text_width.h"
+#include "backend/strings/dictionary.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa::program {
@@ -14,20 +15,22 @@ namespace {
 
 constexpr int kErrorLevel = 3;
 constexpr int kWarningLevel = 2;
+constexpr std::string_view kMarker = "^1";
 constexpr std::size_t kTabWidth = 8;
 constexpr std::size_t kLongestBefore = 60;  // columns shown before and behind the place
 constexpr std::size_t kLongestBehind = 40;
 
 struct Severity {
-    std::string_view word;
+    SystemText form;  ///< ^1: the message
     std::string_view colour;
 };
 
 Severity severityOf(int level) {
     if (level >= kErrorLevel) {
-        return {"error", "\x1b[1;31m"};
+        return {"error: ^1"_text, "\x1b[1;31m"};
     }
-    return level == kWarningLevel ? Severity{"warning", "\x1b[1;35m"} : Severity{"note", "\x1b[1;36m"};
+    return level == kWarningLevel ? Severity{"warning: ^1"_text, "\x1b[1;35m"}
+                                  : Severity{"note: ^1"_text, "\x1b[1;36m"};
 }
 
 /// Bytes of the UTF-8 character that `text` begins with.
@@ -110,12 +113,15 @@ void TerminalListener::showMessageAt(std::string_view place, int level, std::str
     results_.flush();  // so that both streams stand in their true order where they meet
     const Severity severity = severityOf(level);
     messages_ << place;
+    const std::string form = translated(severity.form);
+    const std::string before = form.substr(0, form.find(kMarker));
+    const std::string word = before.substr(0, before.find_last_not_of(' ') + 1);
     if (look_.colouredMessages) {
-        messages_ << severity.colour << severity.word << ":\x1b[0m ";
+        messages_ << severity.colour << word << "\x1b[0m";
     } else {
-        messages_ << severity.word << ": ";
+        messages_ << word;
     }
-    messages_ << printableText(text) << '\n' << std::flush;
+    messages_ << replaceMarkers(form.substr(word.size()), {printableText(text)}) << '\n' << std::flush;
 }
 
 void TerminalListener::show(const SyntaxErrorReported& error) {

@@ -13,6 +13,7 @@
 #include "backend/pivot/rendering/safe_text.h"
 #include "backend/pivot/rendering/sheet.h"
 #include "backend/platform/text_width.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa::rendering {
 
@@ -21,6 +22,11 @@ namespace {
 std::optional<std::size_t> columnsOf(std::optional<int> points) {
     if (!points) return std::nullopt;
     return static_cast<std::size_t>(std::max(*points, 0) / pointsPerColumn);
+}
+
+/// What stands before a value and the value, as the user's language puts them together.
+std::string withLabel(const std::string& label, const std::string& value) {
+    return composed("^1: ^2"_text, {label, value});
 }
 
 /// Appends the text, wrapped to the terminal; lines after the first are indented by `indent` columns.
@@ -79,7 +85,7 @@ void TableRenderer::appendSheets() {
     bool first = true;
     for (const Sheet& sheet : sheetsOf(table_, axes_)) {
         if (table_.dimensions.empty() || sheet.rows.empty() || sheet.columns.empty()) {
-            text_ += "(empty)\n";
+            text_ += translated("(empty)"_text) + '\n';
             continue;
         }
         if (!first) text_ += '\n';
@@ -98,7 +104,7 @@ void TableRenderer::appendLayer(const Sheet& sheet) {
     for (std::size_t i = 0; i < sheet.layer.size(); ++i) {
         const PivotDimension& dimension = table_.dimensions[axes_.layers[i]];
         const std::string& category = dimension.categories[sheet.layer[i]].label;
-        appendLines(dimension.label.empty() ? category : dimension.label + ": " + category, 0, false,
+        appendLines(dimension.label.empty() ? category : withLabel(dimension.label, category), 0, false,
                     options_, text_);
     }
 }
@@ -184,9 +190,9 @@ std::string renderTable(const PivotTable& table, const RenderOptions& options) {
 }
 
 std::string renderNotes(const NotesAdded& notes) {
-    std::string line = printableText(notes.label);
-    if (!line.empty()) line += ": ";
-    return line + printableText(notes.value) + '\n';
+    const std::string label = printableText(notes.label);
+    const std::string value = printableText(notes.value);
+    return (label.empty() ? value : rendering::withLabel(label, value)) + '\n';
 }
 
 }  // namespace vexa

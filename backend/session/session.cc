@@ -196,7 +196,8 @@ void Session::insertFile(const std::string& path) {
     const DepthScope depth(insertDepth_);
     const FileResult result = runFile(file);
     if (!result) {
-        reportError("The file cannot be read: ^1"_text, fromUtf8(file + " (" + shownReason(result) + ")"));
+        reportError("The file cannot be read: ^1"_text,
+                    fromUtf8(composed("^1 (^2)"_text, {file, shownReason(result)})));
     }
 }
 

@@ -15,6 +15,7 @@
 #include <xercesc/util/XMLUni.hpp>
 
 #include "backend/platform/character_set.h"
+#include "backend/strings/dictionary.h"
 #include "backend/viewerxml/xml_library.h"
 
 namespace vexa {
@@ -44,7 +45,7 @@ std::string quoted(const std::string& text) {
 }
 
 std::string withPlace(XMLFileLoc line, XMLFileLoc column, const std::string& text) {
-    return "Line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + text;
+    return composed("Line ^1, column ^2: ^3"_text, {std::to_string(line), std::to_string(column), text});
 }
 
 /// The place of the byte behind `before`, as the parser counts: characters, from 1.
@@ -89,7 +90,7 @@ class ResponseCollector final : public xml::DefaultHandler {
     void endElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName) override;
     void characters(const XMLCh* text, XMLSize_t length) override;
     void fatalError(const xml::SAXParseException& error) override;
-    [[noreturn]] void refuse(const std::string& reason);
+    [[noreturn]] void refuse(SystemText text, const std::vector<std::string>& arguments = {});
 
   private:
     /// One attribute of the element that begins; `value` is UTF-8. False when the element has no such
@@ -123,7 +124,8 @@ const std::array<ResponseCollector::Element, 3> ResponseCollector::kElements = {
      {"warnings", &ResponseCollector::setOfWarnings, "code"},
      {"warning", &ResponseCollector::setOfWarning, nullptr}}};
 
-void ResponseCollector::refuse(const std::string& reason) {
+void ResponseCollector::refuse(SystemText text, const std::vector<std::string>& arguments) {
+    const std::string reason = composed(text, arguments);
     refusal_ = locator_ == nullptr
                    ? reason
                    : withPlace(locator_->getLineNumber(), locator_->getColumnNumber(), reason);
@@ -134,10 +136,10 @@ void ResponseCollector::startElement(const XMLCh* /*uri*/, const XMLCh* /*localN
                                      const XMLCh* qualifiedName, const xml::Attributes& attributes) {
     const std::string name = utf8Of(qualifiedName);
     if (depth_ == 0 && name != kElements[0].name) {
-        refuse("The answer is no exportResponse but " + quoted(name));
+        refuse("The answer is no exportResponse but ^1"_text, {quoted(name)});
     }
     if (depth_ == kElements.size() || name != kElements.at(depth_).name) {
-        refuse("The element " + quoted(name) + " may not stand in " + kElements.at(depth_ - 1).name);
+        refuse("The element ^1 may not stand in ^2"_text, {quoted(name), kElements.at(depth_ - 1).name});
     }
     if (depth_ == 2) list_->emplace_back();
     setAttributes(kElements.at(depth_), attributes);
@@ -149,13 +151,12 @@ void ResponseCollector::setAttributes(const Element& element, const xml::Attribu
     for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
         const std::string name = utf8Of(attributes.getQName(i));
         if (!(this->*element.set)(name, utf8Of(attributes.getValue(i)))) {
-            refuse("The element " + std::string(element.name) + " has no attribute " + quoted(name));
+            refuse("The element ^1 has no attribute ^2"_text, {element.name, quoted(name)});
         }
         complete = complete || name == element.required;
     }
     if (!complete) {
-        refuse("The element " + std::string(element.name) + " lacks the attribute " +
-               quoted(element.required));
+        refuse("The element ^1 lacks the attribute ^2"_text, {element.name, quoted(element.required)});
     }
 }
 
@@ -167,7 +168,7 @@ bool ResponseCollector::setOfResponse(std::string_view name, const std::string& 
     } else if (name == "imageCount") {
         response_->imageCount = numberOf(name, value);
         response_->imageCountPresent = true;
-        if (response_->imageCount < 0) refuse("The attribute \"imageCount\" is below 0");
+        if (response_->imageCount < 0) refuse("The attribute ^1 is below 0"_text, {quoted("imageCount")});
     } else if (name == "name") {
         response_->name = fromUtf8(value);
     } else if (name == "documentFile") {
@@ -186,7 +187,7 @@ bool ResponseCollector::setOfWarnings(std::string_view name, const std::string& 
     if (name != "code") return false;
     const int code = numberOf(name, value);
     if (code < 0 || static_cast<std::size_t>(code) >= ExportResponse::kWarningCodes) {
-        refuse("There are no warnings with the code " + quoted(value));
+        refuse("There are no warnings with the code ^1"_text, {quoted(value)});
     }
     list_ = &response_->warnings.at(static_cast<std::size_t>(code));
     return true;
@@ -200,7 +201,8 @@ bool ResponseCollector::setOfWarning(std::string_view name, const std::string& v
 
 bool ResponseCollector::truthOf(std::string_view name, const std::string& value) {
     if (value != "true" && value != "false") {
-        refuse("The attribute \"" + std::string(name) + "\" is neither true nor false but " + quoted(value));
+        refuse("The attribute ^1 is neither true nor false but ^2"_text,
+               {quoted(std::string(name)), quoted(value)});
     }
     return value == "true";
 }
@@ -208,7 +210,7 @@ bool ResponseCollector::truthOf(std::string_view name, const std::string& value)
 int ResponseCollector::numberOf(std::string_view name, const std::string& value) {
     const std::optional<int> number = wholeNumber(value);
     if (!number) {
-        refuse("The attribute \"" + std::string(name) + "\" is no whole number but " + quoted(value));
+        refuse("The attribute ^1 is no whole number but ^2"_text, {quoted(std::string(name)), quoted(value)});
     }
     return *number;
 }
@@ -220,7 +222,7 @@ void ResponseCollector::endElement(const XMLCh* /*uri*/, const XMLCh* /*localNam
 
 void ResponseCollector::characters(const XMLCh* text, XMLSize_t length) {
     for (XMLSize_t i = 0; i < length; ++i) {
-        if (!isBlank(text[i])) refuse("There is text between the elements");
+        if (!isBlank(text[i])) refuse("There is text between the elements"_text);
     }
 }
 
@@ -247,7 +249,7 @@ class AnswerParser final : public xml::SAX2XMLReaderImpl {
 
     void doctypeDecl(const xml::DTDElementDecl& /*element*/, const XMLCh* /*publicId*/,
                      const XMLCh* /*systemId*/, bool /*internal*/, bool /*external*/) override {
-        collector_->refuse("There is a document type declaration");
+        collector_->refuse("There is a document type declaration"_text);
     }
 
   private:
@@ -262,15 +264,14 @@ void parse(std::string_view answer, ResponseCollector& collector) {
     parser.parse(source);
 }
 
-}  // namespace
-
-std::string readExportResponse(std::string_view answer, ExportResponse& response) {
-    if (!xmlLibraryWorks()) return "The XML parser could not be started";
-    if (answer.size() > kLongestAnswer) return "The answer is longer than 16 MiB";
+/// Why the answer is none, in UTF-8; empty when it was read.
+std::string read(std::string_view answer, ExportResponse& response) {
+    if (!xmlLibraryWorks()) return translated("The XML parser could not be started"_text);
+    if (answer.size() > kLongestAnswer) return translated("The answer is longer than 16 MiB"_text);
     // The parser takes a zero behind the document for its end, whatever follows.
     const std::size_t zero = answer.find('\0');
     if (zero != std::string_view::npos)
-        return withPlaceBehind(answer.substr(0, zero), "There is a zero byte");
+        return withPlaceBehind(answer.substr(0, zero), translated("There is a zero byte"_text));
     ResponseCollector collector(response);
     try {
         parse(answer, collector);
@@ -279,7 +280,14 @@ std::string readExportResponse(std::string_view answer, ExportResponse& response
         // The XML library throws objects of several unrelated classes; each means that this is no answer.
         response = {};
     }
-    return collector.refusal().empty() ? "The answer cannot be read as XML" : fromUtf8(collector.refusal());
+    return collector.refusal().empty() ? translated("The answer cannot be read as XML"_text)
+                                       : collector.refusal();
+}
+
+}  // namespace
+
+std::string readExportResponse(std::string_view answer, ExportResponse& response) {
+    return fromUtf8(read(answer, response));
 }
 
 }  // namespace vexa

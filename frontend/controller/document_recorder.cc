@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "backend/strings/dictionary.h"
 #include "frontend/controller/embedded_controller.h"
 #include "frontend/controller/messages.h"
 
@@ -53,7 +54,7 @@ void DocumentRecorder::handle(const NotesAdded& event) {
         std::get<NotesContent>(notes->content).lines.push_back(std::move(line));
         return;
     }
-    const ItemId id = add(*document, messages::notesLabel, NotesContent{{std::move(line)}});
+    const ItemId id = add(*document, translated(messages::notesLabel), NotesContent{{std::move(line)}});
     if (!runs_.empty()) {
         runs_.back().notes = id;
     }
@@ -70,16 +71,16 @@ void DocumentRecorder::handle(const TableFinished& event) {
 
 void DocumentRecorder::handle(const TextPrinted& event) {
     if (ViewerDocument* document = target()) {
-        add(*document, messages::textLabel, TextContent{event.text});
+        add(*document, translated(messages::textLabel), TextContent{event.text});
     }
 }
 
 void DocumentRecorder::addMessage(int level, const std::string& text) {
     if (ViewerDocument* document = target()) {
-        const char* label = level >= 3   ? messages::errorLabel
-                            : level == 2 ? messages::warningLabel
-                                         : messages::messageLabel;
-        add(*document, label, MessageContent{level, text});
+        const SystemText label = level >= 3   ? messages::errorLabel
+                                 : level == 2 ? messages::warningLabel
+                                              : messages::messageLabel;
+        add(*document, translated(label), MessageContent{level, text});
     }
 }
 

@@ -7,7 +7,7 @@ namespace vexa::frontend {
 
 namespace {
 
-void warn(const char* message) {
+void warn(SystemText message) {
     constexpr BpErrorShow kShow = 2;
     constexpr BpErrorLevel kWarning = 2;
     constexpr int kTranslatable = 1;

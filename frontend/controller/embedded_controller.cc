@@ -1,6 +1,7 @@
 #include "frontend/controller/embedded_controller.h"
 
 #include "backend/platform/character_set.h"
+#include "backend/strings/dictionary.h"
 #include "frontend/controller/messages.h"
 
 namespace vexa::frontend {
@@ -17,13 +18,13 @@ std::string withOpenNames(const std::string& name, const OpenDocuments& document
     for (const auto& document : documents.all()) {
         names += (names.empty() ? "" : ", ") + shownName(*document);
     }
-    return name + " (" + messages::openDocuments + names + ")";
+    return composed(messages::withOpenDocuments, {name, names});
 }
 
 }  // namespace
 
 std::string shownName(const ViewerDocument& document) {
-    return document.name().empty() ? messages::unnamed : document.name();
+    return document.name().empty() ? translated(messages::unnamed) : document.name();
 }
 
 bool EmbeddedController::Send(const Request& request, Response& response) {
@@ -46,7 +47,7 @@ bool EmbeddedController::Send(const Request& request, Response& response) {
     return refuse(response, messages::unknownRequest, std::to_string(static_cast<int>(request.command())));
 }
 
-bool EmbeddedController::refuse(Response& response, const char* message, std::string_view argument) {
+bool EmbeddedController::refuse(Response& response, SystemText message, std::string_view argument) {
     response.setError(refusalSeverity, VUString(fromUtf8(message)), VUString(fromUtf8(argument)));
     return false;
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "backend/adapter/client_adapter.h"
+#include "backend/platform/system_text.h"
 #include "frontend/controller/open_documents.h"
 
 namespace vexa::frontend {
@@ -20,8 +21,8 @@ class EmbeddedController : public OutputController {
     [[nodiscard]] OpenDocuments& documents() { return documents_; }
 
   private:
-    /// What a refused request says; the argument is UTF-8.
-    static bool refuse(Response& response, const char* message, std::string_view argument = {});
+    /// What a refused request says; the argument is as it is shown, UTF-8.
+    static bool refuse(Response& response, SystemText message, std::string_view argument = {});
 
     bool activate(const Request& request, Response& response);
     bool close(const Request& request, Response& response);

@@ -6,6 +6,7 @@
 
 #include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
+#include "backend/strings/dictionary.h"
 #include "frontend/controller/embedded_controller.h"
 #include "frontend/controller/messages.h"
 #include "frontend/controller/store_messages.h"
@@ -87,9 +88,9 @@ bool EmbeddedController::checkFile(const Request& request, const ViewerDocument*
         return true;
     }
     const std::string& name = (*holder)->name();
-    return refuse(response, messages::fileOpenAlready,
-                  shownFile(request) + " (" + messages::openAs +
-                      (name.empty() ? messages::unnamedDocument : name) + ")");
+    return refuse(
+        response, messages::fileOpenAlready,
+        composed(name.empty() ? messages::openUnnamed : messages::openAs, {shownFile(request), name}));
 }
 
 bool EmbeddedController::open(const Request& request, Response& response) {

@@ -2,12 +2,13 @@
 
 #include <cassert>
 
+#include "backend/strings/dictionary.h"
 #include "frontend/controller/messages.h"
 
 namespace vexa::frontend {
 namespace {
 
-const char* textOf(StoreProblem problem) {
+SystemText textOf(StoreProblem problem) {
     switch (problem) {
         case StoreProblem::none:
             break;
@@ -51,9 +52,9 @@ const char* textOf(StoreProblem problem) {
 }  // namespace
 
 StoreMessage describe(const StoreResult& result, const std::string& file) {
-    const std::string prefix = result.problem == StoreProblem::newerFormat ? messages::formatWord : "";
-    return {textOf(result.problem),
-            result.detail.empty() ? file : file + " (" + prefix + result.detail + ")"};
+    const SystemText form =
+        result.problem == StoreProblem::newerFormat ? messages::withFormat : messages::withDetails;
+    return {textOf(result.problem), result.detail.empty() ? file : composed(form, {file, result.detail})};
 }
 
 }  // namespace vexa::frontend

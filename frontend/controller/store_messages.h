@@ -3,13 +3,14 @@
 
 #include <string>
 
+#include "backend/platform/system_text.h"
 #include "frontend/store/store_result.h"
 
 namespace vexa::frontend {
 
-/// A message of messages.h and its argument (UTF-8).
+/// A message of messages.h and its argument (as shown, UTF-8).
 struct StoreMessage {
-    const char* text;
+    SystemText text;
     std::string argument;
 };
 

@@ -24,7 +24,7 @@ class Assembly {
         }
         // The manifest is an entry too.
         if (contents_ + 1 != archive_.count()) {
-            return {StoreProblem::damaged, "entries that the manifest does not name"};
+            return {StoreProblem::damaged, "entries that the manifest does not name"_text};
         }
         document.setName(manifest_.name);
         for (ViewerItem& item : items_) {
@@ -53,17 +53,17 @@ class Assembly {
         // Entries are numbered in the order of the outline, so none is named twice.
         const auto place = archive_.find(entry);
         if (!place || entry != itemEntry(contents_++)) {
-            return {StoreProblem::damaged, "the entry " + entry};
+            return {StoreProblem::damaged, composed("the entry ^1"_text, {entry})};
         }
         std::string xml;
         if (StoreResult result = archive_.read(*place, limits::entryBytes, xml); !result) {
             return result;
         }
         if ((tags_ += measureXml(xml).tags) > limits::totalTags) {
-            return {StoreProblem::tooLarge, "what it unpacks to"};
+            return {StoreProblem::tooLarge, "what it unpacks to"_text};
         }
         StoreResult result = readItemXml(static_cast<ItemKind>(content.index()), std::move(xml), content);
-        return result ? result : StoreResult(result.problem, "the entry " + entry);
+        return result ? result : StoreResult(result.problem, composed("the entry ^1"_text, {entry}));
     }
 
     const ZipReader& archive_;
@@ -125,7 +125,7 @@ StoreResult readInner(std::string_view bytes, std::unique_ptr<ViewerDocument>& d
         return result;
     }
     if (manifest.isProtected) {
-        return {StoreProblem::damaged, "a protected archive inside another"};
+        return {StoreProblem::damaged, "a protected archive inside another"_text};
     }
     return build(archive, std::move(manifest.manifest), document);
 }
@@ -134,7 +134,7 @@ StoreResult readProtected(const ZipReader& archive, const Protection& protection
                           std::string_view manifestXml, const std::string& password, std::string& plain) {
     const auto place = archive.find(sealedEntry);
     if (!place || archive.count() != 2) {
-        return {StoreProblem::damaged, "the protected content"};
+        return {StoreProblem::damaged, "the protected content"_text};
     }
     if (password.empty()) {
         return StoreProblem::passwordMissing;

@@ -30,10 +30,10 @@ class Plan {
 
     [[nodiscard]] StoreResult check() const {
         if (contents_.size() >= limits::entries) {
-            return {StoreProblem::beyondLimits, "the number of items"};
+            return {StoreProblem::beyondLimits, "the number of items"_text};
         }
         if (depth_ > limits::outlineDepth) {
-            return {StoreProblem::beyondLimits, "the depth of the outline"};
+            return {StoreProblem::beyondLimits, "the depth of the outline"_text};
         }
         return {};
     }

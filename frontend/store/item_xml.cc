@@ -96,7 +96,7 @@ StoreResult writeItemXml(const ItemContent& content, std::string& xml) {
     const bool fits = writer.tags() <= limits::entryTags && writer.quotes() <= limits::entryQuotes;
     xml = writer.take();
     if (!fits || xml.size() > limits::entryBytes) {
-        return {StoreProblem::beyondLimits, "the size of one item"};
+        return {StoreProblem::beyondLimits, "the size of one item"_text};
     }
     return {};
 }

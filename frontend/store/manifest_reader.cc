@@ -65,10 +65,10 @@ StoreResult readProtection(const pugi::xml_node& root, Protection& protection) {
         !readInteger(node, "operations", protection.cost.operations) ||
         !readInteger(node, "memory", protection.cost.memory) ||
         !fromBase64(node.attribute("salt").value(), protection.salt)) {
-        return {StoreProblem::damaged, "the manifest's protection"};
+        return {StoreProblem::damaged, "the manifest's protection"_text};
     }
     if (protection.cost.operations > limits::keyOperations || protection.cost.memory > limits::keyMemory) {
-        return {StoreProblem::tooLarge, "the cost of the password's key"};
+        return {StoreProblem::tooLarge, "the cost of the password's key"_text};
     }
     return {};
 }
@@ -77,7 +77,7 @@ StoreResult readProtection(const pugi::xml_node& root, Protection& protection) {
 StoreResult readFormat(const pugi::xml_node& root) {
     int format = 0;
     if (!readInteger(root, "format", format) || format < 1) {
-        return {StoreProblem::damaged, "the manifest's format version"};
+        return {StoreProblem::damaged, "the manifest's format version"_text};
     }
     if (format > currentFormat) {
         return {StoreProblem::newerFormat, std::to_string(format)};
@@ -108,19 +108,19 @@ StoreResult readManifest(std::string xml, ReadManifest& manifest) {
     }
     XmlReader reader;
     if (StoreResult result = reader.parse(std::move(xml), root); !result) {
-        return {result.problem, "the manifest"};
+        return {result.problem, "the manifest"_text};
     }
     if (StoreResult result = readFormat(reader.root()); !result) {
         return result;
     }
     if (!readFlag(reader.root(), "protected", manifest.isProtected)) {
-        return {StoreProblem::damaged, "the manifest"};
+        return {StoreProblem::damaged, "the manifest"_text};
     }
     if (manifest.isProtected) {
         return readProtection(reader.root(), manifest.protection);
     }
     if (!readPlain(reader.root(), manifest.manifest)) {
-        return {StoreProblem::damaged, "the manifest"};
+        return {StoreProblem::damaged, "the manifest"_text};
     }
     return {};
 }

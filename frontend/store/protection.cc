@@ -116,7 +116,7 @@ StoreResult unseal(const std::string& form, const Protection& protection, std::s
     plain.clear();
     // Header, the empty first chunk and a last one, which may be empty too.
     if (sealed.size() < headerBytes + 2 * addedBytes) {
-        return {StoreProblem::damaged, "the protected content"};
+        return {StoreProblem::damaged, "the protected content"_text};
     }
     Cipher cipher;
     if (!cipher.makeKey(form, protection)) {
@@ -129,7 +129,7 @@ StoreResult unseal(const std::string& form, const Protection& protection, std::s
     }
     if (!pullChunks(cipher, sealed.substr(headerBytes + addedBytes), plain)) {
         plain.clear();
-        return {StoreProblem::damaged, "the protected content"};
+        return {StoreProblem::damaged, "the protected content"_text};
     }
     return {};
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "backend/strings/dictionary.h"
+
 namespace vexa::frontend {
 
 enum class StoreProblem {
@@ -31,12 +33,14 @@ enum class StoreProblem {
 
 struct [[nodiscard]] StoreResult {
     StoreProblem problem = StoreProblem::none;
-    std::string detail;  ///< UTF-8, may be empty
+    std::string detail;  ///< as shown; UTF-8, may be empty
 
     StoreResult() = default;
     // A problem is a whole result, so that it can be returned as one.
     // NOLINTNEXTLINE(google-explicit-constructor): the conversion is meant, for that reason
     StoreResult(StoreProblem what, std::string more = {}) : problem(what), detail(std::move(more)) {}
+
+    StoreResult(StoreProblem what, SystemText more) : StoreResult(what, translated(more)) {}
 
     explicit operator bool() const { return problem == StoreProblem::none; }
 };

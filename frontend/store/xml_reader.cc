@@ -39,10 +39,10 @@ StoreResult XmlReader::parse(std::string xml, std::string_view root) {
     buffer_ = std::move(xml);
     const XmlSize size = measureXml(buffer_);
     if (size.tags > limits::entryTags || size.quotes > limits::entryQuotes) {
-        return {StoreProblem::tooLarge, "XML elements"};
+        return {StoreProblem::tooLarge, "XML elements"_text};
     }
     if (buffer_.find("<!") != std::string::npos || buffer_.find('\0') != std::string::npos) {
-        return {StoreProblem::damaged, "XML that does not belong into a document"};
+        return {StoreProblem::damaged, "XML that does not belong into a document"_text};
     }
     const pugi::xml_parse_result result =
         document_.load_buffer_inplace(buffer_.data(), buffer_.size(), parseOptions, pugi::encoding_utf8);
@@ -51,7 +51,7 @@ StoreResult XmlReader::parse(std::string xml, std::string_view root) {
     }
     const pugi::xml_node element = document_.document_element();
     if (root != element.name() || element.next_sibling() || element.previous_sibling()) {
-        return {StoreProblem::damaged, "another root element than expected"};
+        return {StoreProblem::damaged, "another root element than expected"_text};
     }
     return {};
 }

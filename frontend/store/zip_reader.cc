@@ -52,7 +52,7 @@ ZipReader::~ZipReader() = default;
 
 StoreResult ZipReader::open(std::string_view bytes) {
     if (hasTooManyEntries(bytes)) {
-        return {StoreProblem::tooLarge, "the number of entries"};
+        return {StoreProblem::tooLarge, "the number of entries"_text};
     }
     zip_error_t error;
     zip_error_init(&error);
@@ -65,7 +65,8 @@ StoreResult ZipReader::open(std::string_view bytes) {
         zip_source_free(source);
         const bool wasArchive =
             zip_error_code_zip(&error) != ZIP_ER_NOZIP || bytes.substr(0, 4) == localSignature;
-        return wasArchive ? StoreResult(StoreProblem::damaged, "the archive") : StoreProblem::notADocument;
+        return wasArchive ? StoreResult(StoreProblem::damaged, "the archive"_text)
+                          : StoreProblem::notADocument;
     }
     return checkEntries();
 }
@@ -76,14 +77,14 @@ StoreResult ZipReader::checkEntries() {
     for (std::uint64_t place = 0; place < count; ++place) {
         zip_stat_t stat;
         if (zip_stat_index(archive_.get(), place, 0, &stat) != 0 || (stat.valid & ZIP_STAT_SIZE) == 0) {
-            return {StoreProblem::damaged, "the archive"};
+            return {StoreProblem::damaged, "the archive"_text};
         }
         const std::string name = stat.name;
         if (!isSafeEntryName(name) || !entries_.emplace(name, place).second) {
             return {StoreProblem::unsafeName, name};
         }
         if (stat.size > limits::totalBytes || total + stat.size > limits::totalBytes) {
-            return {StoreProblem::tooLarge, "what it unpacks to"};
+            return {StoreProblem::tooLarge, "what it unpacks to"_text};
         }
         total += stat.size;
     }
@@ -100,15 +101,16 @@ StoreResult ZipReader::read(std::uint64_t place, std::uint64_t limit, std::strin
     zip_file_t* file = nullptr;
     if (zip_stat_index(archive_.get(), place, 0, &stat) == 0) {
         if (stat.size > limit) {
-            return {StoreProblem::tooLarge, "what it unpacks to"};
+            return {StoreProblem::tooLarge, "what it unpacks to"_text};
         }
         if (!isReadMethod(stat)) {
-            return {StoreProblem::otherCompression, "method " + std::to_string(stat.comp_method)};
+            return {StoreProblem::otherCompression,
+                    composed("method ^1"_text, {std::to_string(stat.comp_method)})};
         }
         file = zip_fopen_index(archive_.get(), place, 0);
     }
     if (file == nullptr) {
-        return {StoreProblem::damaged, "an entry of the archive"};
+        return {StoreProblem::damaged, "an entry of the archive"_text};
     }
     // One byte more than declared is asked for, so that an entry that holds more is found out.
     content.assign(static_cast<std::size_t>(stat.size) + 1, '\0');
@@ -120,7 +122,8 @@ StoreResult ZipReader::read(std::uint64_t place, std::uint64_t limit, std::strin
     }
     const bool whole = zip_fclose(file) == 0 && count == 0 && length == stat.size;
     content.resize(whole ? length : 0);
-    return whole ? StoreResult() : StoreResult(StoreProblem::damaged, std::string("the entry ") + stat.name);
+    return whole ? StoreResult()
+                 : StoreResult(StoreProblem::damaged, composed("the entry ^1"_text, {stat.name}));
 }
 
 }  // namespace vexa::frontend

@@ -80,7 +80,7 @@ class Entry {
         }
         writing_.totalBytes += content_.size();
         if (writing_.result && writing_.totalBytes > limits::totalBytes) {
-            writing_.result = {StoreProblem::beyondLimits, "the size of all items together"};
+            writing_.result = {StoreProblem::beyondLimits, "the size of all items together"_text};
         }
         made_ = static_cast<bool>(writing_.result);
         if (!made_) {

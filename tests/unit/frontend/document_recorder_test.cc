@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/unit/strings/installed_texts.h"
+
 namespace vexa::frontend {
 namespace {
 
@@ -52,6 +54,21 @@ TEST_F(Recorder, PutsARunUnderAHeading) {
     EXPECT_EQ(document.items()[1].content, ItemContent(TextContent{"printed"}));
     EXPECT_EQ(document.items()[1].command, "");
     EXPECT_TRUE(document.isModified());
+}
+
+TEST_F(Recorder, LabelsItemsInTheLanguageOfTheSession) {
+    const InstalledTexts texts{{"outctrl.xlf", "Error", "Fehler"},
+                               {"outctrl.xlf", "Warning", "Warnung"},
+                               {"outctrl.xlf", "Message", "Meldung"},
+                               {"outctrl.xlf", "Notes", "Notizen"},
+                               {"outctrl.xlf", "Text", "Reiner Text"}};
+    const ViewerDocument& document = open();
+    for (const int level : {3, 2, 1}) receive(ErrorReported{2, level, "", {}, "x"});
+    receive(NotesAdded{1, "label", "value"});
+    receive(TextPrinted{"printed"});
+    std::vector<std::string> labels;
+    for (const ViewerItem& item : document.items()) labels.push_back(item.label);
+    EXPECT_THAT(labels, ElementsAre("Fehler", "Warnung", "Meldung", "Notizen", "Reiner Text"));
 }
 
 TEST_F(Recorder, GathersTheNotesOfARun) {

@@ -3,7 +3,9 @@
 
 #include "frontend/controller/embedded_adapter.h"
 #include "frontend/controller/messages.h"
+#include "frontend/controller/store_messages.h"
 #include "tests/unit/frontend/requests.h"
+#include "tests/unit/strings/installed_texts.h"
 
 namespace vexa::frontend {
 namespace {
@@ -18,7 +20,7 @@ class DocumentRequests : public testing::Test {
                 OutputDocumentMinimized minimized = OutputDocumentMinimized::no) {
         return sendShort(controller_, command, name, minimized);
     }
-    void expectRefused(const Answer& answer, const char* message, const std::string& argument) {
+    void expectRefused(const Answer& answer, std::string_view message, const std::string& argument) {
         EXPECT_FALSE(answer.ok);
         EXPECT_EQ(answer.severity, 3);
         EXPECT_EQ(answer.message, message);
@@ -122,6 +124,34 @@ TEST_F(DocumentRequests, CloseAllAndCloseOfNothing) {
     EXPECT_THAT(listed(controller_), ElementsAre("a", "*b"));
     EXPECT_TRUE(send(close, "All").ok);
     EXPECT_THAT(listed(controller_), IsEmpty());
+}
+
+// The command looks the message up and shows the argument as it came.
+TEST_F(DocumentRequests, OnlyTheArgumentOfARefusalIsTranslated) {
+    const InstalledTexts texts{
+        {"outctrl.xlf", "^1 (open: ^2)", "^2, nicht ^1"},
+        {"outctrl.xlf", "(unnamed)", "(ohne Namen)"},
+        {"outctrl.xlf", "No open output document is named ^1. OUTPUT DISPLAY lists the open ones.",
+         "Kein ^1."},
+    };
+    send(newDocument, "a");
+    send(newDocument);
+    expectRefused(send(close, "c"), messages::noSuchDocument, "a, (ohne Namen), nicht c");
+    controller_.documents().active()->setLock({false, true});
+    expectRefused(send(name, "b"), messages::documentLocked, "(ohne Namen)");
+}
+
+TEST(StoreMessages, DescribeInTheLanguageOfTheUser) {
+    const InstalledTexts texts{
+        {"outctrl.xlf", "^1 (format ^2)", "^1 (Format ^2)"},
+        {"outctrl.xlf", "^1 (^2)", "^1: ^2"},
+        {"outctrl.xlf", "the archive", "das Archiv"},
+    };
+    EXPECT_EQ(describe({StoreProblem::newerFormat, "2"}, "a.vxv").argument, "a.vxv (Format 2)");
+    const StoreMessage damaged = describe({StoreProblem::damaged, "the archive"_text}, "a.vxv");
+    EXPECT_EQ(damaged.text.key(), messages::damaged.key());
+    EXPECT_EQ(damaged.argument, "a.vxv: das Archiv");
+    EXPECT_EQ(describe(StoreProblem::damaged, "a.vxv").argument, "a.vxv");
 }
 
 TEST(EmbeddedAdapter, AnswersWhatItCanAndSaysWhatItCannot) {

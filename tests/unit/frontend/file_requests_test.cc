@@ -39,7 +39,7 @@ class FileRequests : public testing::Test {
     void makeNew(const std::string& name) { sendShort(controller_, newDocument, name); }
     void closeAll() { sendShort(controller_, close, "ALL"); }
     ViewerDocument& active() { return *controller_.documents().active(); }
-    static void expectRefused(const Answer& answer, const char* message, const std::string& argument) {
+    static void expectRefused(const Answer& answer, std::string_view message, const std::string& argument) {
         EXPECT_FALSE(answer.ok);
         EXPECT_EQ(answer.severity, 3);
         EXPECT_EQ(answer.message, message);

@@ -7,6 +7,7 @@
 #include "backend/pivot/rendering/footnotes.h"
 #include "backend/platform/text_width.h"
 #include "tests/unit/pivot/example_tables.h"
+#include "tests/unit/strings/installed_texts.h"
 
 namespace vexa {
 namespace {
@@ -28,6 +29,18 @@ TEST(TextRendering, LettersNotesLikeColumnsOfASpreadsheet) {
     const std::pair<std::size_t, const char*> cases[] = {{0, "a"},   {25, "z"},  {26, "aa"},  {27, "ab"},
                                                          {51, "az"}, {52, "ba"}, {701, "zz"}, {702, "aaa"}};
     for (const auto& [number, letters] : cases) EXPECT_EQ(rendering::footnoteLetters(number), letters);
+}
+
+TEST(TextRendering, ItsOwnWordsAreInTheLanguageOfTheUser) {
+    const InstalledTexts texts{{"pivotlog.xlf", "(empty)", "(vide)"}, {"pivotlog.xlf", "^1: ^2", "^1 : ^2"}};
+    EXPECT_EQ(renderTable(PivotTable(), {}), "(vide)\n");
+    EXPECT_EQ(renderNotes({1, "Fichier", "a"}), "Fichier : a\n");
+    EXPECT_EQ(renderNotes({1, "", "a"}), "a\n");
+    const PivotTable layered = built("", [](BpPivotTable& draft) {
+        dimension(draft, "", 0).Category(plain("r")).Cell(plain("x"));
+        dimension(draft, "Ann\u00e9e", 2).Category(plain("2026"));
+    });
+    EXPECT_EQ(renderTable(layered, {}).substr(0, 14), "Ann\u00e9e : 2026\n");
 }
 
 TEST(TextRendering, KeepsDataColumnsWithinTheirPoints) {

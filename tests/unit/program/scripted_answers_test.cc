@@ -7,6 +7,7 @@
 
 #include "apps/vexa/plain_adapters.h"
 #include "backend/adapter/go_to_caller.h"
+#include "tests/unit/strings/installed_texts.h"
 
 namespace vexa::program {
 namespace {
@@ -63,6 +64,16 @@ const WrongCase kWrongCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Contents, WrongAnswersTest, ::testing::ValuesIn(kWrongCases));
+
+TEST(ScriptedAnswers, ComplainsInTheLanguageOfTheUser) {
+    const InstalledTexts texts{
+        {"vexaprog.xlf", "a document", "un document"},
+        {"vexaprog.xlf", "^1 of ^2 must be true or false, but is of type ^3", "^2 : ^1 (^3) vrai ou faux"},
+    };
+    std::string message;
+    EXPECT_FALSE(readScriptedAnswers(R"({"send":{"documents":[{"active":1}]}})", "a.jsonl", message));
+    EXPECT_EQ(message, "a.jsonl:1: un document : \"active\" (number) vrai ou faux");
+}
 
 TEST(ScriptedAnswers, KeepsTheOrderOfEachKind) {
     const ScriptedAnswers answers = readAll(

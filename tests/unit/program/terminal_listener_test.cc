@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "backend/tokens/command_text.h"
+#include "tests/unit/strings/installed_texts.h"
 
 namespace vexa::program {
 namespace {
@@ -71,6 +72,21 @@ TEST_F(TerminalListenerTest, ShowsMessagesWithTheirCommandAndSeverity) {
         messages_.str(),
         "case.vxs:3: note: one\ncase.vxs:3: warning: two\ncase.vxs:3: error: three\ncase.vxs:3: error: four\n"
         "case.vxs:3: warning: five\n");
+}
+
+TEST_F(TerminalListenerTest, ShowsSeveritiesInTheLanguageOfTheUser) {
+    const InstalledTexts texts{{"vexaprog.xlf", "error: ^1", "erreur : ^1"},
+                               {"vexaprog.xlf", "warning: ^1", "\u8b66\u544a\uff1a^1"},
+                               {"vexaprog.xlf", "note: ^1", "^1 (Hinweis)"}};
+    TerminalLook look;
+    look.colouredMessages = true;
+    TerminalListener coloured{results_, messages_, look};
+    for (const int level : {3, 2, 1}) listener_.showMessage(level, "a ^1");
+    for (const int level : {3, 2, 1}) coloured.showMessage(level, "a");
+    EXPECT_EQ(
+        messages_.str(),
+        "erreur : a ^1\n\u8b66\u544a\uff1aa ^1\na ^1 (Hinweis)\n"
+        "\x1b[1;31merreur :\x1b[0m a\n\x1b[1;35m\u8b66\u544a\uff1a\x1b[0ma\n\x1b[1;36m\x1b[0ma (Hinweis)\n");
 }
 
 TEST_F(TerminalListenerTest, KeepsTextFromSteeringTheTerminal) {

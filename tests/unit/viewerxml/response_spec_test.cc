@@ -5,6 +5,8 @@
 #include <string>
 
 #include "backend/platform/character_set.h"
+#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/strings/installed_texts.h"
 #include "tests/unit/viewerxml/xml_judge.h"
 
 namespace {
@@ -62,6 +64,23 @@ TEST(ResponseSpec, ReadsEverythingThatAnAnswerHolds) {
     EXPECT_TRUE(response.getWarnings(Code::LONG_ROW_LABEL).empty());
     EXPECT_EQ(response.getWarnings(Code::MAX_COLUMNS), (Warnings{{"a", "b"}}));
     EXPECT_TRUE(response.getWarnings(Code::CELL_CHARACTERS).empty());
+}
+
+TEST(ResponseSpec, RefusesInTheLanguageAndTheCharacterSetOfTheSession) {
+    const vexa::InstalledTexts texts{
+        {"viewxml.xlf", "Line ^1, column ^2: ^3", "^3 (Zeile ^1, Spalte ^2)"},
+        {"viewxml.xlf", "The element ^1 has no attribute ^2", "^2 geh\u00f6rt nicht zu ^1"},
+        {"viewxml.xlf", "There is a zero byte", "Ein Nullbyte"},
+        {"viewxml.xlf", "The answer is longer than 16 MiB", "Zu lang f\u00fcr eine Antwort"},
+    };
+    const vexa::InstalledCharacterSet installed("windows-1252");
+    ResponseSpec response;
+    EXPECT_FALSE(response.processResponse("<exportResponse\nsuccess=\"true\" \u00e9=\"1\"/>"));
+    EXPECT_EQ(response.getParserError(), "\"\xE9\" geh\xF6rt nicht zu exportResponse (Zeile 2, Spalte 23)");
+    EXPECT_FALSE(response.processResponse(std::string("<a>\n\0", 5)));
+    EXPECT_EQ(response.getParserError(), "Ein Nullbyte (Zeile 2, Spalte 1)");
+    EXPECT_FALSE(response.processResponse(std::string((16U << 20U) + 1, ' ')));
+    EXPECT_EQ(response.getParserError(), "Zu lang f\xFCr eine Antwort");
 }
 
 TEST(ResponseSpec, TakesAbsentAttributesForEmptyOnes) {
