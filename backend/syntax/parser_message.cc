@@ -62,7 +62,7 @@ SystemText choose(std::string_view subcommand, SystemText with, SystemText witho
 void ParserMessage::report(std::string_view method, std::vector<Argument> arguments, std::string message,
                            bool warning) {
     if (!commandName_.empty()) {
-        message.insert(0, commandName_ + ": ");
+        message = composed("^1: ^2"_text, {commandName_, std::move(message)});
     }
     OutputLog::current().publish(
         ParserMessageReported{std::string(method), std::move(arguments), std::move(message), warning});
