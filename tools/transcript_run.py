@@ -41,6 +41,8 @@ class Scratch:
         self.path = pathlib.Path(tempfile.mkdtemp(prefix="vexa-case-", dir=SCRATCH_PARENT)).resolve()
         self.native = str(self.path)
         self.backslashes = self.native.replace("/", "\\")
+        # Wine shows this machine's root folder as the drive Z.
+        self.forms = ["Z:" + self.backslashes, "Z:" + self.native, self.native, self.backslashes]
 
     def expand(self, text):
         return text.replace("{DIR}", self.native).replace("{BDIR}", self.backslashes)
@@ -48,7 +50,9 @@ class Scratch:
     def hide(self, value):
         """The value (text, or a decoded JSON value) with {DIR} for the folder's path."""
         if isinstance(value, str):
-            return value.replace(self.native, "{DIR}").replace(self.backslashes, "{DIR}")
+            for form in self.forms:
+                value = value.replace(form, "{DIR}")
+            return value
         if isinstance(value, list):
             return [self.hide(item) for item in value]
         if isinstance(value, dict):

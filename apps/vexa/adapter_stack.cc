@@ -2,18 +2,16 @@
 
 #include <cstdint>
 
+#include "apps/vexa/embedded_front_end.h"
 #include "apps/vexa/plain_adapters.h"
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
-#include "frontend/controller/document_recorder.h"
-#include "frontend/controller/embedded_adapter.h"
 
 namespace vexa::program {
 
 namespace {
 
 constexpr std::uint64_t kMostBytesOfAPipe = std::uint64_t{1} << 30U;
-constexpr int kWarningLevel = 2;
 
 std::unique_ptr<ClientAdapter> scriptedAdapter(const SessionChoices& choices, std::string& problem) {
     std::string content;
@@ -35,18 +33,12 @@ std::unique_ptr<AdapterStack> AdapterStack::make(const SessionChoices& choices, 
     std::unique_ptr<AdapterStack> stack(new AdapterStack);
     switch (choices.adapter) {
         case AdapterKind::embedded: {
-            auto embedded = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
-            const auto reportLocked = [&terminal](const std::string& name) {
-                terminal.showMessage(
-                    kWarningLevel,
-                    composed("The output document ^1 is locked and takes no output. OUTPUT OPEN "
-                             "with LOCK=NO opens a file so that it takes output, unless it was saved "
-                             "with LOCK=YES; OUTPUT SAVE with LOCK=NO unlocks the open document."_text,
-                             {name}));
-            };
-            stack->recorder_ =
-                std::make_unique<frontend::DocumentRecorder>(embedded->documents(), reportLocked);
-            stack->adapter_ = std::move(embedded);
+            EmbeddedFrontEnd embedded = makeEmbeddedFrontEnd(choices, terminal, problem);
+            if (embedded.adapter == nullptr) {
+                return nullptr;
+            }
+            stack->adapter_ = std::move(embedded.adapter);
+            stack->recorder_ = std::move(embedded.recorder);
             break;
         }
         case AdapterKind::none:

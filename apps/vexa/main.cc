@@ -1,12 +1,14 @@
 // The command program: reads its command line and does one thing.
 
-#include <iostream>
+#include <algorithm>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/options.h"
-#include "backend/platform/terminal.h"
+#include "backend/platform/process.h"
 
 namespace {
 
@@ -29,9 +31,13 @@ int act(const vexa::program::Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    vexa::holdStandardStreams();
-    std::ios::sync_with_stdio(false);
+    vexa::prepareStandardStreams();
+    const std::vector<std::string> words = vexa::commandLineWords(argc, argv);
+    std::vector<const char*> texts(words.size());
+    std::transform(words.begin(), words.end(), texts.begin(),
+                   [](const std::string& word) { return word.c_str(); });
     int exitStatus = vexa::program::exit_status::kUsage;
-    const std::optional<vexa::program::Options> options = vexa::program::readOptions(argc, argv, exitStatus);
+    const std::optional<vexa::program::Options> options =
+        vexa::program::readOptions(static_cast<int>(texts.size()), texts.data(), exitStatus);
     return options ? act(*options) : exitStatus;
 }

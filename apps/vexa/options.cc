@@ -133,6 +133,7 @@ CLI::App* addAction(CLI::App& app, Options& options, Action action, const char* 
 void describe(CLI::App& app, Options& options) {
     app.name("vexa");
     app.require_subcommand(0, 1);
+    app.allow_windows_style_options(false);  // a path may begin with a slash
     app.footer(kExamples);
     app.set_version_flag("--version", kVersion, "Print the version");
     addSessionOptions(app, options.session);
@@ -171,6 +172,9 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
         return std::nullopt;
     }
     options.session.checkOnly = options.action == Action::check;
+    if (options.action == Action::check || options.action == Action::help) {
+        options.session.adapter = AdapterKind::none;  // nothing is sent
+    }
     return options;
 }
 

@@ -16,7 +16,12 @@ namespace vexa::program {
 
 namespace {
 
+/// From the program's folder.
+#if defined(_WIN32)
+constexpr const char* kModulePlace = "/vexaoutput.dll";
+#else
 constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
+#endif
 
 TerminalLook terminalLook() {
     TerminalLook look;

@@ -9,15 +9,14 @@ namespace vexa {
 
 enum class StandardStream { input = 0, output = 1, error = 2 };
 
-/// Puts nothing in the place of standard streams that are closed, so that no file that is opened later takes
-/// their place and receives what was meant for them. To be called first of all.
-void holdStandardStreams();
-
 [[nodiscard]] bool isTerminal(StandardStream stream);
 /// Columns of the terminal behind `stream`; 0 when it is none or does not say.
 [[nodiscard]] std::size_t terminalColumns(StandardStream stream);
 /// True when the user's surroundings ask for output without colours (NO_COLOR is set and not empty).
 [[nodiscard]] bool coloursUnwanted();
+
+/// Reads a line from standard input, which is a terminal, without its end. Nothing at the end of the input.
+[[nodiscard]] std::optional<std::string> readTerminalLine();
 
 /// Writes `prompt` to standard error and reads a line from the terminal without showing what is typed.
 /// Nothing at the end of the input, or when the terminal does not let itself be silenced.

@@ -1,10 +1,7 @@
-#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <cassert>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -56,16 +53,6 @@ std::string environment(const char* name) {
 
 }  // namespace
 
-void holdStandardStreams() {
-    for (int number = 0; number <= 2; ++number) {
-        if (fcntl(number, F_GETFD) == -1 && errno == EBADF) {
-            // The lowest free number is taken, which is this one.
-            [[maybe_unused]] const int held = open("/dev/null", O_RDWR);
-            assert(held == number || held == -1);
-        }
-    }
-}
-
 bool isTerminal(StandardStream stream) { return isatty(static_cast<int>(stream)) == 1; }
 
 std::size_t terminalColumns(StandardStream stream) {
@@ -76,16 +63,20 @@ std::size_t terminalColumns(StandardStream stream) {
 
 bool coloursUnwanted() { return !environment("NO_COLOR").empty(); }
 
+std::optional<std::string> readTerminalLine() {
+    std::string line;
+    return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
+}
+
 std::optional<std::string> readSecretLine(const std::string& prompt) {
     const EchoOff silence;
     if (!silence.works()) {
         return std::nullopt;
     }
     std::cerr << prompt << std::flush;
-    std::string line;
-    const bool read = static_cast<bool>(std::getline(std::cin, line));
+    std::optional<std::string> line = readTerminalLine();
     std::cerr << '\n' << std::flush;
-    return read ? std::optional(line) : std::nullopt;
+    return line;
 }
 
 }  // namespace vexa

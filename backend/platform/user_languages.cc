@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "backend/platform/system_languages.h"
 #include "backend/platform/user_languages.h"
 
 namespace vexa {
@@ -42,6 +43,9 @@ std::vector<std::string> userLanguages() {
         }
     };
     const std::string_view locale = messageLocale();
+    if (locale.empty()) {
+        return systemLanguages();
+    }
     if (languageOf(locale).empty()) {
         return languages;  // LANGUAGE does not count then
     }

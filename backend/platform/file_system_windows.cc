@@ -1,0 +1,302 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <vector>
+
+#include "backend/platform/file_system_native.h"
+#include "backend/platform/system_reason.h"
+#include "backend/platform/system_text.h"
+#include "backend/platform/windows_path.h"
+#include "backend/platform/windows_text.h"
+
+namespace vexa {
+
+namespace {
+
+/// Nobody is kept from a file because we read or write it.
+constexpr DWORD kSharedWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+constexpr SystemText kDevice = "Not a file but a device or a pipe"_text;
+
+FileResult failed(std::string reason) { return {false, std::move(reason)}; }
+FileResult failedAsLast() { return failed(lastErrorText()); }
+/// `number`: one of the C library.
+FileResult failedAs(int number) { return failed(systemReason(number)); }
+
+/// An open file, closed with it.
+class File {
+  public:
+    File(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0)
+        : handle_(CreateFileW(path.c_str(), access, kSharedWithAll, nullptr, disposition,
+                              FILE_ATTRIBUTE_NORMAL | flags, nullptr)) {}
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    ~File() {
+        if (isOpen()) CloseHandle(handle_);
+    }
+
+    [[nodiscard]] bool isOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+    [[nodiscard]] HANDLE handle() const { return handle_; }
+
+  private:
+    HANDLE handle_;
+};
+
+FileResult tooLarge(std::uint64_t limit) {
+    constexpr SystemText kReason = "The file is larger than ^1 bytes"_text;
+    return {false, std::string(kReason), {std::to_string(limit)}};
+}
+
+bool hasAttribute(DWORD attributes, DWORD wanted) {
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & wanted) != 0;
+}
+
+bool isFolderPath(const std::wstring& path) {
+    return hasAttribute(GetFileAttributesW(path.c_str()), FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool meansNoSuchFile(DWORD code) { return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND; }
+
+/// The folder of a path, with its separator; empty for a name alone.
+std::wstring folderOf(const std::wstring& path) { return path.substr(0, path.find_last_of(L"\\:") + 1); }
+
+/// Where the path of an existing file or folder leads to in the end, links resolved; empty when there is
+/// none.
+std::wstring finalPath(const std::wstring& path) {
+    const File file(path, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    if (!file.isOpen()) return {};
+    std::wstring result(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetFinalPathNameByHandleW(
+            file.handle(), result.data(), static_cast<DWORD>(result.size()), FILE_NAME_NORMALIZED);
+        const bool complete = length < result.size();
+        result.resize(length);
+        if (complete) return result;
+    }
+}
+
+/// What a save through `path` replaces: behind links, if it is one. A link to nothing is refused.
+FileResult followLinks(std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (!hasAttribute(attributes, FILE_ATTRIBUTE_REPARSE_POINT)) return {};
+    std::wstring target = finalPath(path);
+    if (target.empty()) return failedAsLast();
+    path = std::move(target);
+    return {};
+}
+
+/// What keeps the file at `path` from being replaced; nothing does where there is none, and `there` is false
+/// then.
+FileResult checkTarget(const std::wstring& path, bool& there) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    there = attributes != INVALID_FILE_ATTRIBUTES;
+    if (!there) return meansNoSuchFile(GetLastError()) ? FileResult{} : failedAsLast();
+    if (hasAttribute(attributes, FILE_ATTRIBUTE_DIRECTORY)) return failedAs(EISDIR);
+    if (hasAttribute(attributes, FILE_ATTRIBUTE_DEVICE)) return failed(std::string(kDevice));
+    // A rename asks only for the folder's rights; a file that the user protected stays as it is.
+    if (hasAttribute(attributes, FILE_ATTRIBUTE_READONLY)) return failedAs(EACCES);
+    const File file(path, GENERIC_WRITE, OPEN_EXISTING);
+    return file.isOpen() ? FileResult{} : failedAsLast();
+}
+
+/// Gives the new file the rights of the one whose place it will take.
+void copyRights(const std::wstring& from, const std::wstring& to) {
+    DWORD size = 0;
+    GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<char> rights(size);
+    if (size != 0 &&
+        GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0) {
+        SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION, rights.data());
+    }
+}
+
+std::wstring temporaryName(const std::wstring& target) {
+    static std::atomic<unsigned> counter{0};
+    return folderOf(target) + L".vexa-" + std::to_wstring(GetCurrentProcessId()) + L'-' +
+           std::to_wstring(++counter) + L".tmp";
+}
+
+FileResult writeAll(HANDLE file, std::string_view bytes) {
+    constexpr std::size_t kLargestPiece = std::size_t{1} << 30U;
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        const auto piece = static_cast<DWORD>(std::min(bytes.size(), kLargestPiece));
+        if (WriteFile(file, bytes.data(), piece, &written, nullptr) == 0) return failedAsLast();
+        bytes.remove_prefix(written);
+    }
+    return {};
+}
+
+/// Reads to the end, whatever size the file had when it was opened.
+FileResult readAll(HANDLE file, std::string& content, std::uint64_t limit) {
+    std::array<char, 65536> block{};
+    for (;;) {
+        DWORD count = 0;
+        const BOOL read = ReadFile(file, block.data(), static_cast<DWORD>(block.size()), &count, nullptr);
+        // The end of a pipe whose writer has gone is told as an error.
+        if (read == 0) return GetLastError() == ERROR_BROKEN_PIPE ? FileResult{} : failedAsLast();
+        if (count == 0) return {};
+        if (count > limit - content.size()) return tooLarge(limit);
+        content.append(block.data(), count);
+    }
+}
+
+class WindowsFileSystem final : public FileSystem {
+  public:
+    FileResult read(const std::string& path, std::string& content, std::uint64_t limit) override;
+    FileResult readStream(const std::string& path, std::string& content, std::uint64_t limit) override;
+    FileResult readBeginning(const std::string& path, std::string& content, std::size_t count) override;
+    bool isFile(const std::string& path) override;
+    bool isFolder(const std::string& path) override;
+    bool isWritable(const std::string& path) override;
+    std::string workingFolder() override;
+    std::string canonicalPath(const std::string& path) override;
+    FileResult createTemporary(const std::string& path, std::string& temporary) override;
+    FileResult append(const std::string& path, std::string_view bytes) override;
+    FileResult flush(const std::string& path) override;
+    FileResult replace(const std::string& from, const std::string& to) override;
+    FileResult remove(const std::string& path) override;
+
+  private:
+    static FileResult readWhole(const std::string& path, std::string& content, std::uint64_t limit,
+                                bool streams);
+};
+
+FileResult WindowsFileSystem::readWhole(const std::string& path, std::string& content, std::uint64_t limit,
+                                        bool streams) {
+    content.clear();
+    const std::wstring name = systemPath(path);
+    if (isFolderPath(name)) return failedAs(EISDIR);
+    const File file(name, GENERIC_READ, OPEN_EXISTING);
+    if (!file.isOpen()) return failedAsLast();
+    const bool onDisk = GetFileType(file.handle()) == FILE_TYPE_DISK;
+    if (!onDisk && !streams) return failed(std::string(kDevice));
+    LARGE_INTEGER length{};
+    if (onDisk && GetFileSizeEx(file.handle(), &length) == 0) return failedAsLast();
+    const auto size = static_cast<std::uint64_t>(length.QuadPart);
+    if (size > limit && !streams) return tooLarge(limit);
+    content.reserve(size);
+    FileResult result = readAll(file.handle(), content, streams ? std::max(limit, size) : limit);
+    if (!result) content.clear();
+    return result;
+}
+
+FileResult WindowsFileSystem::read(const std::string& path, std::string& content, std::uint64_t limit) {
+    return readWhole(path, content, limit, false);
+}
+
+FileResult WindowsFileSystem::readStream(const std::string& path, std::string& content, std::uint64_t limit) {
+    return readWhole(path, content, limit, true);
+}
+
+FileResult WindowsFileSystem::readBeginning(const std::string& path, std::string& content,
+                                            std::size_t count) {
+    content.clear();
+    const std::wstring name = systemPath(path);
+    if (isFolderPath(name)) return failedAs(EISDIR);
+    const File file(name, GENERIC_READ, OPEN_EXISTING);
+    if (!file.isOpen()) return failedAsLast();
+    content.resize(count);
+    std::size_t filled = 0;
+    while (filled < count) {
+        DWORD got = 0;
+        if (ReadFile(file.handle(), content.data() + filled, static_cast<DWORD>(count - filled), &got,
+                     nullptr) == 0) {
+            return failedAsLast();
+        }
+        if (got == 0) break;
+        filled += got;
+    }
+    content.resize(filled);
+    return {};
+}
+
+bool WindowsFileSystem::isFile(const std::string& path) {
+    const DWORD attributes = GetFileAttributesW(systemPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+}
+
+bool WindowsFileSystem::isFolder(const std::string& path) { return isFolderPath(systemPath(path)); }
+
+std::string WindowsFileSystem::workingFolder() { return pathOfSystem(wholeSystemPath(L".")); }
+
+bool WindowsFileSystem::isWritable(const std::string& path) {
+    std::wstring target = systemPath(path);
+    bool there = false;
+    if (!followLinks(target) || !checkTarget(target, there)) return false;
+    if (there) return true;
+    const std::wstring folder = folderOf(target);
+    const File opened(folder.empty() ? L"." : folder, FILE_ADD_FILE, OPEN_EXISTING,
+                      FILE_FLAG_BACKUP_SEMANTICS);
+    return opened.isOpen();
+}
+
+std::string WindowsFileSystem::canonicalPath(const std::string& path) {
+    const std::wstring whole = wholeSystemPath(systemPath(path));
+    if (whole.empty()) return toNativePath(path);
+    // The longest beginning that exists, without its links, and the rest as it stands.
+    for (std::size_t end = whole.size(); end != std::wstring::npos && end > 0;
+         end = whole.rfind(L'\\', end - 1)) {
+        // Behind a drive's colon the separator belongs to the folder.
+        const bool root = whole[end - 1] == L':';
+        std::wstring found = finalPath(whole.substr(0, root ? end + 1 : end));
+        if (found.empty()) continue;
+        while (!found.empty() && found.back() == L'\\') found.pop_back();
+        const std::wstring rest = whole.substr(std::min(end, whole.size()));
+        return pathOfSystem(found) + narrowText(rest);
+    }
+    return pathOfSystem(whole);
+}
+
+FileResult WindowsFileSystem::createTemporary(const std::string& path, std::string& temporary) {
+    std::wstring target = systemPath(path);
+    if (FileResult result = followLinks(target); !result) return result;
+    bool there = false;
+    if (FileResult result = checkTarget(target, there); !result) return result;
+    constexpr int kMostTries = 100;
+    for (int i = 0; i < kMostTries; ++i) {
+        const std::wstring name = temporaryName(target);
+        const File file(name, GENERIC_WRITE, CREATE_NEW);
+        if (!file.isOpen() && GetLastError() == ERROR_FILE_EXISTS) continue;
+        if (!file.isOpen()) return failedAsLast();
+        if (there) copyRights(target, name);
+        temporary = pathOfSystem(name);
+        return {};
+    }
+    return failedAs(EEXIST);
+}
+
+FileResult WindowsFileSystem::append(const std::string& path, std::string_view bytes) {
+    const File file(systemPath(path), FILE_APPEND_DATA, OPEN_EXISTING);
+    return file.isOpen() ? writeAll(file.handle(), bytes) : failedAsLast();
+}
+
+FileResult WindowsFileSystem::flush(const std::string& path) {
+    const File file(systemPath(path), GENERIC_WRITE, OPEN_EXISTING);
+    if (!file.isOpen() || FlushFileBuffers(file.handle()) == 0) return failedAsLast();
+    return {};
+}
+
+FileResult WindowsFileSystem::replace(const std::string& from, const std::string& to) {
+    std::wstring target = systemPath(to);
+    if (FileResult result = followLinks(target); !result) return result;
+    constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    return MoveFileExW(systemPath(from).c_str(), target.c_str(), kHow) != 0 ? FileResult{} : failedAsLast();
+}
+
+FileResult WindowsFileSystem::remove(const std::string& path) {
+    return DeleteFileW(systemPath(path).c_str()) != 0 ? FileResult{} : failedAsLast();
+}
+
+}  // namespace
+
+FileSystem& nativeFileSystem() {
+    static WindowsFileSystem fileSystem;
+    return fileSystem;
+}
+
+}  // namespace vexa

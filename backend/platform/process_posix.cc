@@ -1,0 +1,26 @@
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cassert>
+#include <cerrno>
+#include <ios>
+
+#include "backend/platform/process.h"
+
+namespace vexa {
+
+void prepareStandardStreams() {
+    for (int number = 0; number <= 2; ++number) {
+        if (fcntl(number, F_GETFD) == -1 && errno == EBADF) {
+            // The lowest free number is taken, which is this one.
+            [[maybe_unused]] const int held = open("/dev/null", O_RDWR);
+            assert(held == number || held == -1);
+        }
+    }
+    // All libraries share one C++ library with one buffer, which is fastest alone.
+    std::ios::sync_with_stdio(false);
+}
+
+std::vector<std::string> commandLineWords(int argc, const char* const* argv) { return {argv, argv + argc}; }
+
+}  // namespace vexa

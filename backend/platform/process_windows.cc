@@ -1,0 +1,75 @@
+#include "backend/platform/process.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <cstdio>
+
+#include "backend/platform/windows_text.h"
+
+// Part of the C library, but in no header of the compiler.
+struct StartupInformation {
+    int newMode;
+};
+extern "C" __declspec(dllimport) int __wgetmainargs(int* count, wchar_t*** words, wchar_t*** environment,
+                                                    int expandWildcards, StartupInformation* information);
+
+namespace vexa {
+
+namespace {
+
+constexpr std::size_t kOutputBuffer = std::size_t{64} * 1024;
+
+/// Gives `stream` a place to write to, or to read nothing from, when it has none.
+void holdStream(std::FILE* stream, const char* mode) {
+    if (_fileno(stream) < 0 || _get_osfhandle(_fileno(stream)) == -1) {
+        static_cast<void>(std::freopen("NUL", mode, stream));
+    }
+}
+
+/// Has a console show UTF-8 and obey ANSI sequences, if the stream is one; other streams do not mind.
+void prepareConsole(DWORD stream) {
+    HANDLE handle = GetStdHandle(stream);
+    DWORD mode = 0;
+    if (GetConsoleMode(handle, &mode) == 0) return;
+    SetConsoleMode(handle, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+}  // namespace
+
+void prepareStandardStreams() {
+    holdStream(stdin, "rb");
+    holdStream(stdout, "wb");
+    holdStream(stderr, "wb");
+    for (std::FILE* const stream : {stdin, stdout, stderr}) {
+        static_cast<void>(_setmode(_fileno(stream), _O_BINARY));
+    }
+    // Each library has a C++ library of its own, but all share one C library: the streams stay tied to that,
+    // and it does the buffering.
+    if (_isatty(_fileno(stdout)) == 0) {
+        static_cast<void>(std::setvbuf(stdout, nullptr, _IOFBF, kOutputBuffer));
+    }
+    prepareConsole(STD_OUTPUT_HANDLE);
+    prepareConsole(STD_ERROR_HANDLE);
+}
+
+std::vector<std::string> commandLineWords(int argc, const char* const* argv) {
+    // The words of `main` are in a code page that lacks most characters. The C library cuts the whole line
+    // again; the shell's own function for it would draw in a dozen libraries.
+    int count = 0;
+    wchar_t** words = nullptr;
+    wchar_t** environment = nullptr;
+    StartupInformation information{};
+    constexpr int kLeaveWildcards = 0;
+    if (__wgetmainargs(&count, &words, &environment, kLeaveWildcards, &information) != 0 ||
+        words == nullptr) {
+        return {argv, argv + argc};
+    }
+    std::vector<std::string> result;
+    for (int i = 0; i < count; ++i) result.emplace_back(narrowText(words[i]));
+    return result;
+}
+
+}  // namespace vexa

@@ -1,0 +1,7 @@
+#include "backend/platform/system_languages.h"
+
+namespace vexa {
+
+std::vector<std::string> systemLanguages() { return {}; }
+
+}  // namespace vexa

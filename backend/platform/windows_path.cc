@@ -1,0 +1,59 @@
+#include <windows.h>
+
+#include <algorithm>
+
+#include "backend/platform/file_system.h"
+#include "backend/platform/windows_path.h"
+#include "backend/platform/windows_text.h"
+
+namespace vexa {
+
+namespace {
+
+constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
+constexpr std::wstring_view kLongSharePrefix = L"\\\\?\\UNC\\";
+constexpr std::wstring_view kShare = L"\\\\";
+
+/// Folders have a lower limit than files: room for a short name must be left.
+constexpr std::size_t kLongestUsualPath = MAX_PATH - 12;
+
+std::wstring withLongPrefix(const std::wstring& whole) {
+    if (whole.starts_with(kLongPrefix)) return whole;
+    if (whole.starts_with(kShare)) return std::wstring(kLongSharePrefix) + whole.substr(kShare.size());
+    return std::wstring(kLongPrefix) + whole;
+}
+
+}  // namespace
+
+std::wstring wholeSystemPath(const std::wstring& path) {
+    std::wstring whole(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr);
+        const bool complete = length < whole.size();
+        whole.resize(length);
+        if (complete) return whole;
+    }
+}
+
+std::wstring systemPath(std::string_view path) {
+    std::wstring text = wideText(toNativePath(path));
+    if (text.size() < kLongestUsualPath) return text;
+    const std::wstring whole = wholeSystemPath(text);
+    return whole.empty() ? text : withLongPrefix(whole);
+}
+
+std::string pathOfSystem(std::wstring_view path) {
+    if (path.starts_with(kLongSharePrefix)) {
+        return narrowText(std::wstring(kShare).append(path.substr(kLongSharePrefix.size())));
+    }
+    return narrowText(path.starts_with(kLongPrefix) ? path.substr(kLongPrefix.size()) : path);
+}
+
+std::string toNativePath(std::string_view path) {
+    std::string result(path);
+    std::replace(result.begin(), result.end(), '/', '\\');
+    return result;
+}
+
+}  // namespace vexa

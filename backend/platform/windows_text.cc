@@ -1,0 +1,79 @@
+#include "backend/platform/windows_text.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+#include "backend/platform/character_set_implementations.h"
+#include "backend/platform/system_reason.h"
+
+namespace vexa {
+
+namespace {
+
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+struct KnownError {
+    DWORD code;
+    int number;  // of the C library
+};
+
+constexpr std::array<KnownError, 24> kKnownErrors = {{
+    {ERROR_FILE_NOT_FOUND, ENOENT},
+    {ERROR_PATH_NOT_FOUND, ENOENT},
+    {ERROR_INVALID_DRIVE, ENOENT},
+    {ERROR_INVALID_NAME, ENOENT},
+    {ERROR_BAD_PATHNAME, ENOENT},
+    {ERROR_BAD_NETPATH, ENOENT},
+    {ERROR_BAD_NET_NAME, ENOENT},
+    {ERROR_MOD_NOT_FOUND, ENOENT},
+    {ERROR_DIRECTORY, ENOTDIR},
+    {ERROR_ACCESS_DENIED, EACCES},
+    {ERROR_WRITE_PROTECT, EROFS},
+    {ERROR_SHARING_VIOLATION, EACCES},
+    {ERROR_LOCK_VIOLATION, EACCES},
+    {ERROR_FILE_EXISTS, EEXIST},
+    {ERROR_ALREADY_EXISTS, EEXIST},
+    {ERROR_DISK_FULL, ENOSPC},
+    {ERROR_HANDLE_DISK_FULL, ENOSPC},
+    {ERROR_FILENAME_EXCED_RANGE, ENAMETOOLONG},
+    {ERROR_TOO_MANY_OPEN_FILES, EMFILE},
+    {ERROR_NOT_ENOUGH_MEMORY, ENOMEM},
+    {ERROR_OUTOFMEMORY, ENOMEM},
+    {ERROR_BROKEN_PIPE, EPIPE},
+    {ERROR_NO_DATA, EPIPE},
+    {ERROR_NOT_SAME_DEVICE, EXDEV},
+}};
+
+/// The system's sentence, without the period and line end that it has.
+std::string systemText(DWORD code) {
+    std::array<wchar_t, 512> buffer{};
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                        code, 0, buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
+    std::wstring_view text(buffer.data(), length);
+    while (!text.empty() && (text.back() <= L' ' || text.back() == L'.')) text.remove_suffix(1);
+    return text.empty() ? "Windows error " + std::to_string(code) : narrowText(text);
+}
+
+}  // namespace
+
+std::wstring wideText(std::string_view utf8) {
+    const std::u16string units = utf8ToUtf16(utf8);
+    return {units.begin(), units.end()};
+}
+
+std::string narrowText(std::wstring_view text) {
+    return utf16ToUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()});
+}
+
+std::string errorText(unsigned long code) {
+    const auto* const known = std::find_if(kKnownErrors.begin(), kKnownErrors.end(),
+                                           [code](const KnownError& error) { return error.code == code; });
+    return known != kKnownErrors.end() ? systemReason(known->number) : systemText(code);
+}
+
+std::string lastErrorText() { return errorText(GetLastError()); }
+
+}  // namespace vexa
