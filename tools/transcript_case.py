@@ -7,7 +7,7 @@ import re
 HEADER = re.compile(r"^-- ([a-z]+)((?: [^ ]+)*) --$")
 
 # Sections that may be there once, and those that may be there once for each file name.
-SINGLE = ("options", "args", "env", "stdin", "input", "answers", "status", "trace", "output", "messages")
+SINGLE = ("options", "args", "env", "stdin", "input", "answers", "status", "trace", "output", "messages", "not")
 FOR_A_FILE = ("file", "produced", "unpacked", "absent")
 ASSERTING = ("trace", "output", "messages")
 
@@ -60,6 +60,17 @@ class Case:
         """The exit status that is expected: 0, or 1 for a bad-* case, unless the case says another one."""
         section = self.section("status")
         return int(section.text) if section else int(self.is_bad)
+
+    def differs_on_windows(self):
+        """True when the case says why Windows cannot do the same."""
+        return self.section("not") is not None
+
+    def needs_front_end(self):
+        """True when the program's own front end has to answer: nothing else is asked to, and something is sent."""
+        words = (self.text("options") + self.text("args")).split()
+        if self.section("answers") or any(word.startswith("--adapter") for word in words):
+            return False
+        return not self.section("args") or next(iter(words), "run") in ("run", "password")
 
     def write(self):
         body = "".join(section.header() + section.text for section in self.sections)
@@ -129,6 +140,9 @@ def check_section(case, section):
     elif section.name == "input":
         if section.words not in ([], ["base64"]):
             refuse("takes nothing but base64")
+    elif section.name == "not":
+        if section.words[:2] != ["on", "windows:"] or len(section.words) < 3 or section.text:
+            refuse("reads '-- not on windows: REASON --', with nothing below it")
     elif section.name != "trace" and section.words:
         refuse("takes no words")
     if section.name == "status" and not re.fullmatch(r"[0-9]+\n", section.text):

@@ -4,6 +4,7 @@ import difflib
 import json
 import os
 import pathlib
+import re
 import shlex
 import shutil
 import signal
@@ -34,6 +35,27 @@ class Outcome:
         self.unpacked = {}  # file name -> the entries of the archive as text, or None when it is no archive
 
 
+# What follows the scratch folder in a path.
+BEHIND_FOLDER = re.compile(r"(?<=\{DIR\})[^\s\"']*")
+
+
+def with_slashes(text):
+    """The text with slashes for backslashes in the paths below the scratch folder: a path that the system's own functions
+    gave has its own separators, which are backslashes on Windows."""
+    return BEHIND_FOLDER.sub(lambda match: match.group().replace("\\", "/"), text)
+
+
+def map_texts(value, change):
+    """A decoded JSON value with every text in it changed, keys too."""
+    if isinstance(value, str):
+        return change(value)
+    if isinstance(value, list):
+        return [map_texts(item, change) for item in value]
+    if isinstance(value, dict):
+        return {change(key): map_texts(item, change) for key, item in value.items()}
+    return value
+
+
 class Scratch:
     """The folder of one run, and how its path is written in a transcript."""
 
@@ -49,15 +71,12 @@ class Scratch:
 
     def hide(self, value):
         """The value (text, or a decoded JSON value) with {DIR} for the folder's path."""
-        if isinstance(value, str):
-            for form in self.forms:
-                value = value.replace(form, "{DIR}")
-            return value
-        if isinstance(value, list):
-            return [self.hide(item) for item in value]
-        if isinstance(value, dict):
-            return {self.hide(key): self.hide(item) for key, item in value.items()}
-        return value
+        return map_texts(value, self.hide_in_text)
+
+    def hide_in_text(self, text):
+        for form in self.forms:
+            text = text.replace(form, "{DIR}")
+        return text
 
     def write(self, name, content):
         path = self.path / name
@@ -206,9 +225,9 @@ def expected_trace(case, section):
     return "".join(lines)
 
 
-def same_trace(expected, actual):
+def same_trace(expected, actual, plain=str):
     def events(text):
-        return [json.dumps(json.loads(line), sort_keys=True) for line in text.split("\n") if line]
+        return [json.dumps(map_texts(json.loads(line), plain), sort_keys=True) for line in text.split("\n") if line]
 
     return events(expected) == events(actual)
 
@@ -267,17 +286,18 @@ def unpacked_complaints(case, outcome):
     return complaints
 
 
-def compare(case, outcome):
-    """Complaints; none when everything is as the case says."""
+def compare(case, outcome, windows=False):
+    """Complaints; none when everything is as the case says. windows: separators of paths count for nothing."""
+    plain = with_slashes if windows else str
     complaints = hopeless(case, outcome) or status_complaint(case, outcome)
     trace = case.section("trace")
     if trace:
         expected, actual = expected_trace(case, trace), actual_trace(trace, outcome)
-        if not same_trace(expected, actual):
+        if not same_trace(expected, actual, plain):
             complaints.append(difference("trace", expected, actual))
     for name, actual in (("output", outcome.output), ("messages", outcome.messages)):
         section = case.section(name)
-        if section and section.text != actual:
+        if section and plain(section.text) != plain(actual):
             complaints.append(difference(name, section.text, actual))
     return complaints + produced_complaints(case, outcome) + unpacked_complaints(case, outcome)
 

@@ -19,11 +19,10 @@ EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalLis
     auto adapter = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
     const auto reportLocked = [&terminal](const std::string& name) {
         terminal.showMessage(
-            kWarningLevel,
-            composed("The output document ^1 is locked and takes no output. OUTPUT OPEN "
-                     "with LOCK=NO opens a file so that it takes output, unless it was saved "
-                     "with LOCK=YES; OUTPUT SAVE with LOCK=NO unlocks the open document."_text,
-                     {name}));
+            kWarningLevel, composed("The output document ^1 is locked and takes no output. OUTPUT OPEN "
+                                    "with LOCK=NO opens a file so that it takes output, unless it was saved "
+                                    "with LOCK=YES; OUTPUT SAVE with LOCK=NO unlocks the open document."_text,
+                                    {name}));
     };
     auto recorder = std::make_unique<frontend::DocumentRecorder>(adapter->documents(), reportLocked);
     return {std::move(adapter), std::move(recorder)};

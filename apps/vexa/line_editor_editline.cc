@@ -57,7 +57,8 @@ void prepareLineEditor(Session& session) {
 }
 
 SystemText lineEditorWelcome() {
-    return "Commands end with a period. The tabulator key completes, \"help\" lists the commands, the end of input "
+    return "Commands end with a period. The tabulator key completes, \"help\" lists the commands, the end of "
+           "input "
            "(Ctrl-D) leaves."_text;
 }
 

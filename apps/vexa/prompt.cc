@@ -20,7 +20,6 @@ namespace {
 constexpr const char* kPrompt = "vexa> ";
 constexpr const char* kContinuation = "....> ";
 
-
 /// The words behind "help", one blank between them, when that is the command's first word.
 std::optional<std::string> helpWords(const std::string& command) {
     std::istringstream rest(command);
