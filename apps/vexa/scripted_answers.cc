@@ -124,9 +124,8 @@ ScriptedExchange::Throw readThrow(const std::string& text) {
             return kind;
         }
     }
-    throw LineError{
-        composed("\"throw\" must be \"standard\", \"text\", \"other\" or \"goToCaller\", but is ^1"_text,
-                 {inQuotes(text)})};
+    throw LineError{composed(R"("throw" must be "standard", "text", "other" or "goToCaller", but is ^1)"_text,
+                             {inQuotes(text)})};
 }
 
 ScriptedExchange readExchange(const Json& object, const char* kind) {

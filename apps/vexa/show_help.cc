@@ -43,7 +43,7 @@ int complainOfUnknown(const std::string& name) {
     if (nearest != nullptr) {
         appendSentence(message, composed("Did you mean ^1?"_text, {std::string(nearest->name)}));
     }
-    appendSentence(message, translated("\"vexa help\" lists the commands."_text));
+    appendSentence(message, translated(R"("vexa help" lists the commands.)"_text));
     complain(message);
     return exit_status::kUsage;
 }
@@ -54,7 +54,7 @@ int showPart(const CommandDescriptor& descriptor, std::string part) {
     }
     const std::optional<std::string> text = grammarText(descriptor, part);
     if (!text) {
-        complain(composed("^1 has no subcommand or parameter '^2'. \"vexa help ^1\" shows what it has."_text,
+        complain(composed(R"(^1 has no subcommand or parameter '^2'. "vexa help ^1" shows what it has.)"_text,
                           {std::string(descriptor.name()), part}));
         return exit_status::kUsage;
     }

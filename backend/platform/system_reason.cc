@@ -12,7 +12,7 @@ namespace vexa {
 namespace {
 
 struct KnownReason {
-    int number;
+    int number = 0;
     SystemText text;
 };
 
