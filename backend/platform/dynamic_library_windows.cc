@@ -43,7 +43,7 @@ std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, Fi
     const DWORD code = GetLastError();
     SetThreadErrorMode(modeBefore, nullptr);
     if (handle == nullptr) {
-        result = {false, errorText(code)};
+        result = failureOf(code);
         return nullptr;
     }
     result = {};

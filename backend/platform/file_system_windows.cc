@@ -22,7 +22,6 @@ constexpr DWORD kSharedWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE
 constexpr SystemText kDevice = "Not a file but a device or a pipe"_text;
 
 FileResult failed(std::string reason) { return {false, std::move(reason)}; }
-FileResult failedAsLast() { return failed(lastErrorText()); }
 /// `number`: one of the C library.
 FileResult failedAs(int number) { return failed(systemReason(number)); }
 
@@ -83,7 +82,7 @@ FileResult followLinks(std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (!hasAttribute(attributes, FILE_ATTRIBUTE_REPARSE_POINT)) return {};
     std::wstring target = finalPath(path);
-    if (target.empty()) return failedAsLast();
+    if (target.empty()) return lastFailure();
     path = std::move(target);
     return {};
 }
@@ -93,13 +92,13 @@ FileResult followLinks(std::wstring& path) {
 FileResult checkTarget(const std::wstring& path, bool& there) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     there = attributes != INVALID_FILE_ATTRIBUTES;
-    if (!there) return meansNoSuchFile(GetLastError()) ? FileResult{} : failedAsLast();
+    if (!there) return meansNoSuchFile(GetLastError()) ? FileResult{} : lastFailure();
     if (hasAttribute(attributes, FILE_ATTRIBUTE_DIRECTORY)) return failedAs(EISDIR);
     if (hasAttribute(attributes, FILE_ATTRIBUTE_DEVICE)) return failed(std::string(kDevice));
     // A rename asks only for the folder's rights; a file that the user protected stays as it is.
     if (hasAttribute(attributes, FILE_ATTRIBUTE_READONLY)) return failedAs(EACCES);
     const File file(path, GENERIC_WRITE, OPEN_EXISTING);
-    return file.isOpen() ? FileResult{} : failedAsLast();
+    return file.isOpen() ? FileResult{} : lastFailure();
 }
 
 /// Gives the new file the rights of the one whose place it will take.
@@ -124,7 +123,7 @@ FileResult writeAll(HANDLE file, std::string_view bytes) {
     while (!bytes.empty()) {
         DWORD written = 0;
         const auto piece = static_cast<DWORD>(std::min(bytes.size(), kLargestPiece));
-        if (WriteFile(file, bytes.data(), piece, &written, nullptr) == 0) return failedAsLast();
+        if (WriteFile(file, bytes.data(), piece, &written, nullptr) == 0) return lastFailure();
         bytes.remove_prefix(written);
     }
     return {};
@@ -137,7 +136,7 @@ FileResult readAll(HANDLE file, std::string& content, std::uint64_t limit) {
         DWORD count = 0;
         const BOOL read = ReadFile(file, block.data(), static_cast<DWORD>(block.size()), &count, nullptr);
         // The end of a pipe whose writer has gone is told as an error.
-        if (read == 0) return GetLastError() == ERROR_BROKEN_PIPE ? FileResult{} : failedAsLast();
+        if (read == 0) return GetLastError() == ERROR_BROKEN_PIPE ? FileResult{} : lastFailure();
         if (count == 0) return {};
         if (count > limit - content.size()) return tooLarge(limit);
         content.append(block.data(), count);
@@ -171,11 +170,11 @@ FileResult WindowsFileSystem::readWhole(const std::string& path, std::string& co
     const std::wstring name = systemPath(path);
     if (isFolderPath(name)) return failedAs(EISDIR);
     const File file(name, GENERIC_READ, OPEN_EXISTING);
-    if (!file.isOpen()) return failedAsLast();
+    if (!file.isOpen()) return lastFailure();
     const bool onDisk = GetFileType(file.handle()) == FILE_TYPE_DISK;
     if (!onDisk && !streams) return failed(std::string(kDevice));
     LARGE_INTEGER length{};
-    if (onDisk && GetFileSizeEx(file.handle(), &length) == 0) return failedAsLast();
+    if (onDisk && GetFileSizeEx(file.handle(), &length) == 0) return lastFailure();
     const auto size = static_cast<std::uint64_t>(length.QuadPart);
     if (size > limit && !streams) return tooLarge(limit);
     content.reserve(size);
@@ -198,14 +197,14 @@ FileResult WindowsFileSystem::readBeginning(const std::string& path, std::string
     const std::wstring name = systemPath(path);
     if (isFolderPath(name)) return failedAs(EISDIR);
     const File file(name, GENERIC_READ, OPEN_EXISTING);
-    if (!file.isOpen()) return failedAsLast();
+    if (!file.isOpen()) return lastFailure();
     content.resize(count);
     std::size_t filled = 0;
     while (filled < count) {
         DWORD got = 0;
         if (ReadFile(file.handle(), content.data() + filled, static_cast<DWORD>(count - filled), &got,
                      nullptr) == 0) {
-            return failedAsLast();
+            return lastFailure();
         }
         if (got == 0) break;
         filled += got;
@@ -262,7 +261,7 @@ FileResult WindowsFileSystem::createTemporary(const std::string& path, std::stri
         const std::wstring name = temporaryName(target);
         const File file(name, GENERIC_WRITE, CREATE_NEW);
         if (!file.isOpen() && GetLastError() == ERROR_FILE_EXISTS) continue;
-        if (!file.isOpen()) return failedAsLast();
+        if (!file.isOpen()) return lastFailure();
         if (there) copyRights(target, name);
         temporary = pathOfSystem(name);
         return {};
@@ -272,12 +271,12 @@ FileResult WindowsFileSystem::createTemporary(const std::string& path, std::stri
 
 FileResult WindowsFileSystem::append(const std::string& path, std::string_view bytes) {
     const File file(systemPath(path), FILE_APPEND_DATA, OPEN_EXISTING);
-    return file.isOpen() ? writeAll(file.handle(), bytes) : failedAsLast();
+    return file.isOpen() ? writeAll(file.handle(), bytes) : lastFailure();
 }
 
 FileResult WindowsFileSystem::flush(const std::string& path) {
     const File file(systemPath(path), GENERIC_WRITE, OPEN_EXISTING);
-    if (!file.isOpen() || FlushFileBuffers(file.handle()) == 0) return failedAsLast();
+    if (!file.isOpen() || FlushFileBuffers(file.handle()) == 0) return lastFailure();
     return {};
 }
 
@@ -285,11 +284,11 @@ FileResult WindowsFileSystem::replace(const std::string& from, const std::string
     std::wstring target = systemPath(to);
     if (FileResult result = followLinks(target); !result) return result;
     constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    return MoveFileExW(systemPath(from).c_str(), target.c_str(), kHow) != 0 ? FileResult{} : failedAsLast();
+    return MoveFileExW(systemPath(from).c_str(), target.c_str(), kHow) != 0 ? FileResult{} : lastFailure();
 }
 
 FileResult WindowsFileSystem::remove(const std::string& path) {
-    return DeleteFileW(systemPath(path).c_str()) != 0 ? FileResult{} : failedAsLast();
+    return DeleteFileW(systemPath(path).c_str()) != 0 ? FileResult{} : lastFailure();
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "backend/platform/character_set_implementations.h"
 #include "backend/platform/system_reason.h"
+#include "backend/platform/system_text.h"
 
 namespace vexa {
 
@@ -48,13 +49,14 @@ constexpr std::array<KnownError, 24> kKnownErrors = {{
 }};
 
 /// The system's sentence, without the period and line end that it has.
-std::string systemText(DWORD code) {
+FileResult systemsOwnWords(DWORD code) {
     std::array<wchar_t, 512> buffer{};
     const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                         code, 0, buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
     std::wstring_view text(buffer.data(), length);
     while (!text.empty() && (text.back() <= L' ' || text.back() == L'.')) text.remove_suffix(1);
-    return text.empty() ? "Windows error " + std::to_string(code) : narrowText(text);
+    if (!text.empty()) return {false, narrowText(text)};
+    return {false, std::string("Windows error ^1"_text), {std::to_string(code)}};
 }
 
 }  // namespace
@@ -68,12 +70,13 @@ std::string narrowText(std::wstring_view text) {
     return utf16ToUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()});
 }
 
-std::string errorText(unsigned long code) {
+FileResult failureOf(unsigned long code) {
     const auto* const known = std::find_if(kKnownErrors.begin(), kKnownErrors.end(),
                                            [code](const KnownError& error) { return error.code == code; });
-    return known != kKnownErrors.end() ? systemReason(known->number) : systemText(code);
+    if (known != kKnownErrors.end()) return {false, systemReason(known->number)};
+    return systemsOwnWords(code);
 }
 
-std::string lastErrorText() { return errorText(GetLastError()); }
+FileResult lastFailure() { return failureOf(GetLastError()); }
 
 }  // namespace vexa

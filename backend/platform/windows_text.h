@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "backend/platform/file_system.h"
+
 namespace vexa {
 
 /// UTF-8 as the system's own text; what cannot be read becomes U+FFFD.
@@ -11,10 +13,10 @@ namespace vexa {
 /// The system's own text as UTF-8; a surrogate without its partner becomes U+FFFD.
 [[nodiscard]] std::string narrowText(std::wstring_view text);
 
-/// What a code of GetLastError means, in the words of the C library, which are the same on every system; in
-/// the system's own where the C library has none.
-[[nodiscard]] std::string errorText(unsigned long code);
+/// The failure that a code of GetLastError means, in the words that the C library's error numbers have
+/// everywhere; in the system's own where it has none.
+FileResult failureOf(unsigned long code);
 /// The same for the error that this thread had last.
-[[nodiscard]] std::string lastErrorText();
+FileResult lastFailure();
 
 }  // namespace vexa
