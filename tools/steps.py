@@ -1,6 +1,7 @@
 """Steps of the test run: each runs a command, shows what it prints, and says how many tests passed and failed."""
 
 import os
+import pathlib
 import re
 import subprocess
 import sys
@@ -33,13 +34,14 @@ class Tally:
         print(f"   {title}: {passed} ok, {failed} not ok ({seconds:.0f} s)", flush=True)
 
 
-def run(tally, title, command, count=None):
+def run(tally, title, command, count=None, environment=None):
     """Runs one step. count(output, status) gives (passed, failed); without it the step counts as one test. A step that
-    exits with a failure always has at least one failed test."""
+    exits with a failure always has at least one failed test. environment: variables beside those of this process."""
     print(f"== {title}", flush=True)
     start = time.monotonic()
     process = subprocess.Popen(command, cwd=repository.ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                               stdin=subprocess.DEVNULL, text=True, errors="replace", env=surroundings())
+                               stdin=subprocess.DEVNULL, text=True, errors="replace",
+                               env={**surroundings(), **(environment or {})})
     lines = []
     for line in process.stdout:
         lines.append(line)
@@ -76,14 +78,37 @@ def count_unittest(output, _status):
     return int(ran.group(1)) - failed - skipped, failed
 
 
-def junit_counter(path):
-    """For ctest, which writes its results to path; a test that was skipped or not run did not pass."""
+def states_of_cases(report):
+    """Of each case in the report of a test program: run, fail, notrun or disabled. A report that breaks off is a failure."""
+    try:
+        # Names of cases may hold bytes that are no UTF-8.
+        text = report.read_bytes().decode("utf-8", errors="replace")
+        cases = list(xml.etree.ElementTree.fromstring(text).iter("testcase"))
+    except xml.etree.ElementTree.ParseError:
+        return ["fail"]
+    return ["fail" if case.find("failure") is not None else "notrun" if case.get("result") == "skipped"
+            else "disabled" if case.get("status") == "notrun" else "run" for case in cases]
+
+
+def states_of_test(test, reports):
+    """The same of one test of ctest, with the cases in its place where it is a program that has reported them."""
+    name, state = test.get("name"), test.get("status")
+    report = pathlib.Path(reports) / f"{name}.xml"
+    if not report.is_file():
+        return ["fail" if name.endswith("_test") and state == "run" else state]
+    states = states_of_cases(report)
+    return states if state == "run" or "fail" in states else states + [state]  # it failed behind its last case
+
+
+def ctest_counter(path, reports):
+    """For ctest, which writes its results to path, and test programs, which write theirs into the folder reports; a test
+    that was skipped or not run did not pass."""
     def count(_output, _status):
         try:
             suite = xml.etree.ElementTree.parse(path).getroot()
         except (OSError, xml.etree.ElementTree.ParseError):
             return 0, 1
-        states = [case.get("status") for case in suite.iter("testcase")]
+        states = [state for test in suite.iter("testcase") for state in states_of_test(test, reports)]
         skipped = sum(state in ("notrun", "disabled") for state in states)
         if skipped:
             print(f"   {skipped} skipped")

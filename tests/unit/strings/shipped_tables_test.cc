@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<fs::path> entriesOf(const fs::path& folder) {
+std::vector<fs::path> filesIn(const fs::path& folder) {
     std::vector<fs::path> found;
     for (const auto& entry : fs::directory_iterator(folder)) found.push_back(entry.path());
     return found;
@@ -37,10 +37,10 @@ std::multiset<std::string> keysOf(const fs::path& table) {
 
 TEST(ShippedTables, EveryLanguageHasTheKeysOfEnglishOnce) {
     const fs::path tables = VEXA_STRING_TABLES;
-    const std::vector<fs::path> english = entriesOf(tables / "en");
+    const std::vector<fs::path> english = filesIn(tables / "en");
     EXPECT_FALSE(english.empty());
-    for (const fs::path& language : entriesOf(tables)) {
-        EXPECT_EQ(entriesOf(language).size(), english.size()) << language;
+    for (const fs::path& language : filesIn(tables)) {
+        EXPECT_EQ(filesIn(language).size(), english.size()) << language;
         for (const fs::path& table : english) {
             const std::multiset<std::string> keys = keysOf(table);
             EXPECT_EQ(std::set<std::string>(keys.begin(), keys.end()).size(), keys.size()) << table;

@@ -20,7 +20,7 @@ using vexa::MEASUREMENT_TYPE;
 using ImageFormat = vexa::ImageFormatSetting::IMAGE_FORMAT;
 using WideTables = vexa::WideTablesSetting::WIDE_TABLES;
 
-struct Case {
+struct Setting {
     const char* element;
     void (*set)(ExportSpec&);
     const char* written;
@@ -45,7 +45,7 @@ void markPresent(ExportSpec& spec, const std::string& element) {
     spec.tif().setOptionPresent(element == "tif");
 }
 
-std::string expected(const Case& one) {
+std::string expected(const Setting& one) {
     const std::string element = one.element;
     const std::string written = "<" + element + " " + one.written + "/>";
     std::string xml = "<exportSpecification>";
@@ -55,7 +55,7 @@ std::string expected(const Case& one) {
     return xml + "</exportSpecification>";
 }
 
-void check(const Case& one) {
+void check(const Setting& one) {
     SCOPED_TRACE(std::string(one.element) + " " + one.written);
     ExportSpec spec;
     markPresent(spec, one.element);
@@ -70,7 +70,7 @@ TEST(ExportSettings, GlobalAndContents) {
     using Type = ExportContentsSpec::EXPORT_TYPE;
     using Layers = ExportContentsSpec::LAYERS_TYPE;
     using Views = ExportContentsSpec::MODELVIEWS_TYPE;
-    static constexpr Case kCases[] = {
+    static constexpr Setting kCases[] = {
         {"global", [](ExportSpec& spec) { spec.global().setName("a"); }, R"(name="a")"},
         {"global", [](ExportSpec& spec) { spec.global().setPrintOption(Print::ALWAYS); },
          R"(printOption="0")"},
@@ -91,11 +91,11 @@ TEST(ExportSettings, GlobalAndContents) {
         {"contents", [](ExportSpec& spec) { spec.contents().setModelViews(Views::VISIBLE); },
          R"(modelViews="2")"},
     };
-    for (const Case& one : kCases) check(one);
+    for (const Setting& one : kCases) check(one);
 }
 
 TEST(ExportSettings, Documents) {
-    static constexpr Case kCases[] = {
+    static constexpr Setting kCases[] = {
         {"doc", [](ExportSpec& spec) { spec.doc().setDocumentFile("f"); }, R"(documentFile="f")"},
         {"doc", [](ExportSpec& spec) { spec.doc().setNotesAndCaptions(false); },
          R"(notesAndCaptions="false")"},
@@ -130,11 +130,11 @@ TEST(ExportSettings, Documents) {
         {"pdf", [](ExportSpec& spec) { spec.pdf().setEmbedBookmarks(true); }, R"(embedBookmarks="true")"},
         {"pdf", [](ExportSpec& spec) { spec.pdf().setEmbedFonts(false); }, R"(embedFonts="false")"},
     };
-    for (const Case& one : kCases) check(one);
+    for (const Setting& one : kCases) check(one);
 }
 
 TEST(ExportSettings, Pages) {
-    static constexpr Case kCases[] = {
+    static constexpr Setting kCases[] = {
         {"html", [](ExportSpec& spec) { spec.html().setDocumentFile("f"); }, R"(documentFile="f")"},
         {"html", [](ExportSpec& spec) { spec.html().setNotesAndCaptions(true); },
          R"(notesAndCaptions="true")"},
@@ -179,13 +179,13 @@ TEST(ExportSettings, Pages) {
          "rowBorder=\"\xE2\x94\x80\""},
         {"text", [](ExportSpec& spec) { spec.text().setColumnBorder("<"); }, R"(columnBorder="&lt;")"},
     };
-    for (const Case& one : kCases) check(one);
+    for (const Setting& one : kCases) check(one);
 }
 
 TEST(ExportSettings, Spreadsheets) {
     using Operation = ExportXLSSpec::OPERATION;
     using Location = ExportXLSSpec::LOCATION;
-    static constexpr Case kCases[] = {
+    static constexpr Setting kCases[] = {
         {"xls", [](ExportSpec& spec) { spec.xls().setDocumentFile("f"); }, R"(documentFile="f")"},
         {"xls", [](ExportSpec& spec) { spec.xls().setNotesAndCaptions(true); }, R"(notesAndCaptions="true")"},
         {"xls", [](ExportSpec& spec) { spec.xls().setOperation(Operation::CREATEFILE); }, R"(operation="0")"},
@@ -199,13 +199,13 @@ TEST(ExportSettings, Spreadsheets) {
         {"xlsm", [](ExportSpec& spec) { spec.xlsm().setLocation(Location::STARTCELL); }, R"(location="2")"},
         {"xlsm", [](ExportSpec& spec) { spec.xlsm().setStartCell("A1"); }, R"(startCell="A1")"},
     };
-    for (const Case& one : kCases) check(one);
+    for (const Setting& one : kCases) check(one);
 }
 
 TEST(ExportSettings, Images) {
     using Units = ExportEPSSpec::UNITS;
     using Fonts = ExportEPSSpec::FONT_HANDLING;
-    static constexpr Case kCases[] = {
+    static constexpr Setting kCases[] = {
         {"bmp", [](ExportSpec& spec) { spec.bmp().setImageRoot("r"); }, R"(imageRoot="r")"},
         {"bmp", [](ExportSpec& spec) { spec.bmp().setPercentSize(0.5, ".50"); },
          R"(percentSize="0.5" percentSizeText=".50")"},
@@ -237,12 +237,12 @@ TEST(ExportSettings, Images) {
         {"tif", [](ExportSpec& spec) { spec.tif().setPercentSize(1, "1"); },
          R"(percentSize="1" percentSizeText="1")"},
     };
-    for (const Case& one : kCases) check(one);
+    for (const Setting& one : kCases) check(one);
 }
 
 TEST(ExportSettings, Depths) {
     using Depth = ExportPNGSpec::DEPTH;
-    static constexpr Case kCases[] = {
+    static constexpr Setting kCases[] = {
         {"png", [](ExportSpec& spec) { spec.png().setDepth(Depth::SCREEN); }, R"(depth="0")"},
         {"png", [](ExportSpec& spec) { spec.png().setDepth(Depth::BLACKWHITE); }, R"(depth="1")"},
         {"png", [](ExportSpec& spec) { spec.png().setDepth(Depth::GRAYS256); }, R"(depth="2")"},
@@ -251,7 +251,7 @@ TEST(ExportSettings, Depths) {
         {"png", [](ExportSpec& spec) { spec.png().setDepth(Depth::TRUE24BIT); }, R"(depth="5")"},
         {"png", [](ExportSpec& spec) { spec.png().setDepth(Depth::TRUE32BIT); }, R"(depth="6")"},
     };
-    for (const Case& one : kCases) check(one);
+    for (const Setting& one : kCases) check(one);
 }
 
 }  // namespace

@@ -34,13 +34,13 @@ std::string refusal(const std::string& answer) {
     return response.getParserError();
 }
 
-struct Case {
+struct Refusal {
     const char* answer;
     const char* refusal;
 };
 
 TEST(HostileResponse, IsRefusedForWhatTheFormLacks) {
-    static constexpr Case kCases[] = {
+    static constexpr Refusal kCases[] = {
         {R"(<other success="true"/>)", R"(Line 1, column 24: The answer is no exportResponse but "other")"},
         {R"(<exportresponse success="true"/>)",
          R"(Line 1, column 33: The answer is no exportResponse but "exportresponse")"},
@@ -71,14 +71,14 @@ TEST(HostileResponse, IsRefusedForWhatTheFormLacks) {
         {R"(<exportResponse success="true"><warnings code="0"><warning third=""/></warnings></exportResponse>)",
          R"(Line 1, column 70: The element warning has no attribute "third")"},
     };
-    for (const Case& one : kCases) {
+    for (const Refusal& one : kCases) {
         EXPECT_EQ(refusal(one.answer), one.refusal);
         EXPECT_NE(complaintsAbout(one.answer, Schema::exportResponse), "") << one.answer;
     }
 }
 
 TEST(HostileResponse, IsRefusedForValues) {
-    static constexpr Case kCases[] = {
+    static constexpr Refusal kCases[] = {
         {R"(success="")", R"(The attribute "success" is neither true nor false but "")"},
         {R"(success="1")", R"(The attribute "success" is neither true nor false but "1")"},
         {R"(success="TRUE")", R"(The attribute "success" is neither true nor false but "TRUE")"},
@@ -97,7 +97,7 @@ TEST(HostileResponse, IsRefusedForValues) {
          R"(The attribute "imageCount" is no whole number but "many")"},
         {R"(success="true" imageCount="-1")", R"(The attribute "imageCount" is below 0)"},
     };
-    for (const Case& one : kCases) {
+    for (const Refusal& one : kCases) {
         const std::string answer = "<exportResponse " + std::string(one.answer) + "/>";
         const std::string place = "Line 1, column " + std::to_string(answer.size() + 1) + ": ";
         EXPECT_EQ(refusal(answer), place + one.refusal);
