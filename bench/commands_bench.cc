@@ -7,11 +7,11 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <ctime>
 #include <string>
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/session/session.h"
+#include "bench/measure.h"
 #include "bench/ratios.h"
 
 namespace vexa::bench {
@@ -57,9 +57,6 @@ std::string repeated(const char* command, std::int64_t count) {
     }
     return text;
 }
-
-/// Time that this process has had on a processor, in nanoseconds: what other processes take does not count.
-double processorTime() { return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC); }
 
 void report(benchmark::State& state, const std::string& name, double start, double tokens) {
     const double commands = static_cast<double>(state.iterations()) * static_cast<double>(state.range(0));

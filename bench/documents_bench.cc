@@ -3,11 +3,11 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
-#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <string>
 
+#include "bench/measure.h"
 #include "bench/process_memory.h"
 #include "bench/ratios.h"
 #include "frontend/document/viewer_document.h"
@@ -60,34 +60,11 @@ ViewerDocument makeDocument(std::int64_t tables) {
     return document;
 }
 
-/// A folder of its own, gone with the object.
-class ScratchFolder {
-  public:
-    ScratchFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "vexa-bench-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
-            std::abort();
-        }
-        path_ = name;
-    }
-    ~ScratchFolder() { std::filesystem::remove_all(path_); }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    [[nodiscard]] std::string operator/(const char* name) const { return (path_ / name).string(); }
-    [[nodiscard]] std::string path() const { return path_.string(); }
-
-  private:
-    std::filesystem::path path_;
-};
-
 void require(bool ok) {
     if (!ok) {
         std::abort();
     }
 }
-
-double processorTime() { return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC); }
 
 void finish(benchmark::State& state, const std::string& name, double perRound, std::size_t peakMemory) {
     const std::string key = name + "/" + std::to_string(state.range(0));

@@ -7,7 +7,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <ctime>
 #include <filesystem>
 #include <string>
 
@@ -18,6 +17,7 @@
 #include "backend/viewerxml/export_xml.h"
 #include "backend/viewerxml/response_spec.h"
 #include "backend/viewerxml/xml_platform.h"
+#include "bench/measure.h"
 #include "bench/ratios.h"
 
 namespace vexa::bench {
@@ -76,23 +76,6 @@ class AnsweringAdapter : public ClientAdapter {
   private:
     std::string answer_ = answer();
 };
-
-/// Time that this process has had on a processor, in nanoseconds: what other processes take does not count.
-double processorTime() { return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC); }
-
-/// Runs `work` in every round of `state` and remembers how long one of its `count` pieces takes.
-template <typename Work>
-void measure(benchmark::State& state, const std::string& name, std::int64_t count, Work work) {
-    const double start = processorTime();
-    for (auto _ : state) {
-        work();
-    }
-    const double pieces = static_cast<double>(state.iterations() * count);
-    const double each = (processorTime() - start) / pieces;
-    state.SetItemsProcessed(state.iterations() * count);
-    state.counters["ns each"] = each;
-    remember(name, each);
-}
 
 std::string writtenByHand() {
     ExportSpec spec;

@@ -10,7 +10,6 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +17,7 @@
 #include "backend/adapter/client_adapter.h"
 #include "backend/platform/character_set.h"
 #include "backend/session/session.h"
+#include "bench/measure.h"
 #include "bench/process_memory.h"
 #include "bench/ratios.h"
 #include "module/frame/xml_text.h"
@@ -25,9 +25,6 @@
 namespace vexa::bench {
 
 namespace {
-
-/// Time that this process has had on a processor, in nanoseconds: what other processes take does not count.
-double processorTime() { return static_cast<double>(std::clock()) * (1e9 / CLOCKS_PER_SEC); }
 
 /// What one command holds again and again.
 constexpr std::string_view kGroups[] = {
