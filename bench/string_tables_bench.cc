@@ -16,7 +16,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
@@ -275,23 +274,16 @@ void registerOpening() {
     compareAtEnd("ns, all tables of a command first / bare parse", "all tables", "all tables parsed");
 }
 
-void registerLookUps() {
-    const std::vector<std::pair<std::string, std::function<Questions()>>> kinds = {
-        {"in the table", [] { return questionsFrom(0); }},
-        {"in the last table", [] { return questionsFrom(kTables.size() - 1); }},
-        {"in no table", questionsWithoutAnswer},
-    };
-    for (const auto& [kind, questions] : kinds) {
-        const std::string ours = "look up " + kind;
-        const std::string peer = "gettext " + kind;
-        benchmark::RegisterBenchmark(("LookUp/" + kind).c_str(), [ours, questions](benchmark::State& state) {
-            lookUp(state, ours, questions());
-        });
-        benchmark::RegisterBenchmark(("Gettext/" + kind).c_str(), [peer, questions](benchmark::State& state) {
-            lookUpByGettext(state, peer, questions());
-        });
-        compareAtEnd("ns per text " + kind + ": look-up / gettext", ours, peer);
-    }
+void registerLookUp(const std::string& kind, const std::function<Questions()>& questions) {
+    const std::string ours = "look up " + kind;
+    const std::string peer = "gettext " + kind;
+    benchmark::RegisterBenchmark(("LookUp/" + kind).c_str(), [ours, questions](benchmark::State& state) {
+        lookUp(state, ours, questions());
+    });
+    benchmark::RegisterBenchmark(("Gettext/" + kind).c_str(), [peer, questions](benchmark::State& state) {
+        lookUpByGettext(state, peer, questions());
+    });
+    compareAtEnd("ns per text " + kind + ": look-up / gettext", ours, peer);
 }
 
 void registerEntries() {
@@ -311,7 +303,9 @@ void registerEntries() {
 
 [[maybe_unused]] const bool registered = [] {
     registerOpening();
-    registerLookUps();
+    registerLookUp("in the table", [] { return questionsFrom(0); });
+    registerLookUp("in the last table", [] { return questionsFrom(kTables.size() - 1); });
+    registerLookUp("in no table", questionsWithoutAnswer);
     registerEntries();
     return true;
 }();
