@@ -66,7 +66,7 @@ TEST(ShippedTables, HaveTheMonthsAsTheyStandInADate) {
     const char* const keys[] = {"TFOJanuary",   "TFOFebruary", "TFOMarch",    "TFOApril",
                                 "TFOMay",       "TFOJune",     "TFOJuly",     "TFOAugust",
                                 "TFOSeptember", "TFOOctober",  "TFONovember", "TFODecember"};
-    for (const fs::path& language : entriesOf(VEXA_STRING_TABLES)) {
+    for (const fs::path& language : filesIn(VEXA_STRING_TABLES)) {
         FacSTDictionary dictionary(language.string());
         dictionary.SetProcedure("Output Modify");
         std::vector<std::string> months;
