@@ -33,9 +33,23 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(vexa_options INTERFACE -Wno-restrict)
 endif()
 
+if(WIN32)
+  # Of the system's headers only the core, and no macros with the names of functions of ours.
+  target_compile_definitions(vexa_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX)
+  # The headers of the standard library that most files include, read once for all parts: this halves the time of the
+  # build. Files still include what they use; the other builds have nothing read beforehand.
+  add_library(vexa_read_once OBJECT ${CMAKE_CURRENT_LIST_DIR}/read_once.cc)
+  target_link_libraries(vexa_read_once PUBLIC vexa_options)
+  target_precompile_headers(vexa_read_once PRIVATE
+    <algorithm> <array> <functional> <map> <memory> <optional> <string> <string_view> <utility> <variant> <vector>)
+endif()
+
 # vexa_part(NAME source...): one folder of the back end, the module or the front end, as objects that the shared
 # libraries, the program and the tests are linked from.
 function(vexa_part name)
   add_library(${name} OBJECT ${ARGN})
   target_link_libraries(${name} PUBLIC vexa_options)
+  if(WIN32)
+    target_precompile_headers(${name} REUSE_FROM vexa_read_once)
+  endif()
 endfunction()

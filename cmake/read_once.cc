@@ -1,0 +1,1 @@
+// Has the headers read that cmake/VexaTargets.cmake names.
