@@ -106,6 +106,16 @@ class Transcripts(unittest.TestCase):
     def test_an_unknown_section_is_refused(self):
         self.assert_fails("# One.\n-- input --\nsay a\n-- outptu --\na\n-- output --\n", "no such section")
 
+    def test_what_windows_cannot_do_needs_a_reason(self):
+        text = "# One.\n-- not on windows:%s --\n-- input --\nsay a\n-- output --\na\n"
+        self.assert_passes(text % " a reason")
+        self.assert_fails(text % "", "reads '-- not on windows: REASON --'")
+
+    def test_nothing_is_blessed_from_windows(self):
+        result = self.run_cases({"a.transcript": "# One.\n-- input --\nsay a\n-- output --\n"}, "--windows", "--bless")
+        self.assertEqual(result.returncode, 2)
+        self.assertTrue((self.folder / "a.transcript").read_text(encoding="utf-8").endswith("-- output --\n"))
+
     def test_a_program_that_hangs_is_killed(self):
         self.assert_fails("# One.\n-- input --\nhang\n-- output --\n", "time limit", "--time-limit", "1")
 

@@ -1,0 +1,45 @@
+import pathlib
+import unittest
+
+import tool  # which says where the tools' own modules are
+import transcript_case
+import transcript_run
+
+
+def case(*sections):
+    """A case of the sections, each with one line of text."""
+    return transcript_case.Case(pathlib.Path("a.transcript"), "", [transcript_case.Section(name, [], text + "\n")
+                                                                  for name, text in sections])
+
+
+class NeedsFrontEnd(unittest.TestCase):
+    def test_what_sends_requests_and_names_nothing_that_answers(self):
+        for sections in ([("input", "x")], [("input", "x"), ("options", "--local-mode yes")], [("args", "run a.vxs")],
+                         [("args", "password")]):
+            self.assertTrue(case(*sections).needs_front_end(), sections)
+
+    def test_what_is_answered_otherwise_or_sends_nothing(self):
+        for sections in ([("input", "x"), ("answers", "{}")], [("input", "x"), ("options", "--adapter none")],
+                         [("args", "run --adapter script:a.jsonl a.vxs")], [("args", "check a.vxs")],
+                         [("args", "help OUTPUT NEW")], [("args", "--version")]):
+            self.assertFalse(case(*sections).needs_front_end(), sections)
+
+
+class WithSlashes(unittest.TestCase):
+    def test_only_the_paths_of_the_folder_change(self):
+        for before, after in (("{DIR}\\a\\b c\\d", "{DIR}/a/b c\\d"), ("\\x {DIR}\\a", "\\x {DIR}/a"),
+                              ("'{DIR}\\a'\\b", "'{DIR}/a'\\b"), ("c:\\a", "c:\\a")):
+            self.assertEqual(transcript_run.with_slashes(before), after)
+
+
+class Scratch(unittest.TestCase):
+    def test_the_folder_is_hidden_in_every_form(self):
+        scratch = transcript_run.Scratch()
+        scratch.path.rmdir()
+        for prefix in ("", "Z:"):
+            for path in (scratch.native, scratch.backslashes):
+                self.assertEqual(scratch.hide({"file": [f"{prefix}{path}|x"]}), {"file": ["{DIR}|x"]})
+
+
+if __name__ == "__main__":
+    unittest.main()
