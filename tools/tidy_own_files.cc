@@ -3,7 +3,8 @@
 // What clang-tidy finds in the headers of the system it keeps to itself, but it walks through every
 // declaration in them all the same, and there are some hundred times as many of those as of ours. What a
 // check wants to know about a declaration of the system that ours refer to, it still finds: only the walk is
-// narrowed, nothing is taken away.
+// narrowed. Of all checks, one finds less in our files: misc-no-recursion, which is switched off, misses
+// circles of calls that lead through the system's templates.
 
 #include <memory>
 #include <string>
