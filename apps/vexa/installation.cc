@@ -44,6 +44,12 @@ std::optional<std::string> languageOfUser(const std::string& installation) {
     return std::nullopt;
 }
 
+/// Opens the user's texts of the program's own installation, for complaints about the choices that follow.
+void openTextsOfUser() {
+    const std::string folder = programFolder() + kAboveTheProgram;
+    StringDictionary::current().open(folder + "/lang/" + languageOfUser(folder).value_or(kEnglish));
+}
+
 /// The folder of the language to take; English where the wanted one is not there.
 std::string chooseLanguage(const std::string& installation, const std::optional<std::string>& wanted,
                            std::vector<std::string>& warnings) {
@@ -70,6 +76,7 @@ std::string chooseLanguage(const std::string& installation, const std::optional<
 
 bool openInstallation(const SessionChoices& choices, std::vector<std::string>& warnings,
                       std::string& problem) {
+    openTextsOfUser();
     if (choices.language && !isLanguageCode(*choices.language)) {
         problem =
             composed("There is no language '^1'. Use a code such as en or de."_text, {*choices.language});

@@ -45,20 +45,31 @@ std::string wayOfWriting(std::string_view code) {
 }  // namespace
 
 bool isLanguageCode(std::string_view code) {
-    const std::string_view language = code.substr(0, code.find_first_of("_-"));
-    const std::string_view region = code.substr(std::min(language.size() + 1, code.size()));
-    return (language.size() == 2 || language.size() == 3) &&
-           std::all_of(language.begin(), language.end(), isLetter) &&
-           std::all_of(region.begin(), region.end(), isLetterOrDigit) &&
-           (language.size() == code.size() || (region.size() >= 2 && region.size() <= 4));
+    constexpr std::size_t kMostParts = 3;  // language, way of writing, region
+    std::size_t parts = 0;
+    for (std::string_view rest = code; parts == 0 || !rest.empty(); ++parts) {
+        const std::size_t end = std::min(rest.find_first_of("_-"), rest.size());
+        const std::string_view part = rest.substr(0, end);
+        const bool letters = std::all_of(part.begin(), part.end(), isLetter);
+        const bool fits = parts == 0 ? letters && (part.size() == 2 || part.size() == 3)
+                                     : std::all_of(part.begin(), part.end(), isLetterOrDigit) &&
+                                           part.size() >= 2 && part.size() <= 4;
+        if (!fits || parts == kMostParts || end + 1 == rest.size()) {
+            return false;
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return true;
 }
 
 std::vector<std::string> languageFolders(std::string_view code) {
     std::vector<std::string> folders;
     const std::string usual = usualSpelling(code);
     const std::string language = usual.substr(0, usual.find('_'));
-    for (std::string& each :
-         std::vector{std::string(code), usual, wayOfWriting(usual), language, wayOfWriting(language)}) {
+    // "zh_HANT" of "zh_HANT_TW"; nothing of "zh_TW"
+    const std::string script = usual.substr(0, usual.find('_') == usual.rfind('_') ? 0 : usual.rfind('_'));
+    for (std::string& each : std::vector{std::string(code), usual, wayOfWriting(usual), wayOfWriting(script),
+                                         language, wayOfWriting(language)}) {
         if (!each.empty() && std::find(folders.begin(), folders.end(), each) == folders.end()) {
             folders.push_back(std::move(each));
         }

@@ -7,10 +7,18 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
+#include "apps/vexa/installation.h"
 #include "apps/vexa/options.h"
 #include "backend/platform/process.h"
 
 namespace {
+
+/// The texts of the user's language, where the installation has them. A problem with it is none here.
+void openTexts(const vexa::program::SessionChoices& choices) {
+    std::vector<std::string> warnings;
+    std::string problem;
+    static_cast<void>(vexa::program::openInstallation(choices, warnings, problem));
+}
 
 int act(const vexa::program::Options& options) {
     using vexa::program::Action;
@@ -23,6 +31,7 @@ int act(const vexa::program::Options& options) {
         case Action::help:
             return vexa::program::showHelp(options);
         case Action::password:
+            openTexts(options.session);
             return vexa::program::printEncryptedPassword();
     }
     return vexa::program::exit_status::kUsage;

@@ -4,7 +4,6 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
-#include "apps/vexa/installation.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/store/password.h"
@@ -12,13 +11,6 @@
 namespace vexa::program {
 
 namespace {
-
-/// The texts of the user's language, where the installation has them. A problem with it is none here.
-void openTexts() {
-    std::vector<std::string> warnings;
-    std::string problem;
-    static_cast<void>(openInstallation({}, warnings, problem));
-}
 
 /// The password, asked for twice on a terminal; nothing, after a complaint, when there is none.
 std::optional<std::string> askForPassword() {
@@ -57,7 +49,6 @@ std::optional<std::string> readPassword() {
 }  // namespace
 
 int printEncryptedPassword() {
-    openTexts();
     std::optional<std::string> password = readPassword();
     if (!password) {
         return exit_status::kUsage;

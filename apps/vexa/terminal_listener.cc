@@ -113,7 +113,10 @@ void TerminalListener::showMessageAt(std::string_view place, int level, std::str
     results_.flush();  // so that both streams stand in their true order where they meet
     const Severity severity = severityOf(level);
     messages_ << place;
-    const std::string form = translated(severity.form);
+    std::string form = translated(severity.form);
+    if (form.find(kMarker) == std::string::npos) {
+        form = severity.form;  // a table that loses the message is worse than none
+    }
     const std::string before = form.substr(0, form.find(kMarker));
     const std::string word = before.substr(0, before.find_last_not_of(' ') + 1);
     if (look_.colouredMessages) {

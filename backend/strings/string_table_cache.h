@@ -17,7 +17,7 @@ namespace vexa {
 struct LoadedStringTable {
     FileResult result;
     std::vector<keyValueGloss> entries;                         ///< in the order of the file
-    std::map<std::string, std::size_t, std::less<>> positions;  ///< of each key's first entry
+    std::map<std::string, std::size_t, std::less<>> positions;  ///< of each key's last entry
 };
 
 /// The table in the file `path` (UTF-8): read now, or as it was when it was first read. Never null; a file

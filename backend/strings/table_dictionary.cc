@@ -20,8 +20,9 @@ void FacSTDictionary::SetProcedure(std::string_view procedure) {
 std::string FacSTDictionary::LookUp(std::string_view key) const {
     if (table_ == nullptr) return std::string(key);
     const auto found = table_->positions.find(toUtf8(key));
-    return found == table_->positions.end() ? std::string(key)
-                                            : fromUtf8(table_->entries[found->second].value);
+    const std::string* const text =
+        found == table_->positions.end() ? nullptr : &table_->entries[found->second].value;
+    return text == nullptr || text->empty() ? std::string(key) : fromUtf8(*text);
 }
 
 }  // namespace vexa

@@ -19,8 +19,8 @@ class FacSTDictionary {
     /// Selects the procedure ("Output Modify") whose table keys are looked up in. One without a table, or
     /// with a file that cannot be read, has no texts.
     void SetProcedure(std::string_view procedure);
-    /// The text of `key`: of the first such entry, where a table has several; an empty text stays empty. A
-    /// key that the table lacks, and every key as long as no procedure is selected, is its own text.
+    /// The text of `key`: of the last such entry, where a table has several. A key that the table lacks or
+    /// has an empty text for, and every key as long as no procedure is selected, is its own text.
     [[nodiscard]] std::string LookUp(std::string_view key) const;
 
   private:

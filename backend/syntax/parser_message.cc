@@ -32,7 +32,7 @@ std::string shown(const Argument& argument) {
 }
 
 /// The text in the language of the user, its markers ^1, ^2, ... replaced.
-std::string compose(std::string_view text, const std::vector<Argument>& arguments) {
+std::string compose(SystemText text, const std::vector<Argument>& arguments) {
     std::vector<std::string> texts;
     texts.reserve(arguments.size());
     for (const Argument& each : arguments) {
@@ -68,7 +68,7 @@ void ParserMessage::report(std::string_view method, std::vector<Argument> argume
         ParserMessageReported{std::string(method), std::move(arguments), std::move(message), warning});
 }
 
-void ParserMessage::report(std::string_view method, std::vector<Argument> arguments, std::string_view text) {
+void ParserMessage::report(std::string_view method, std::vector<Argument> arguments, SystemText text) {
     std::string message = compose(text, arguments);
     report(method, std::move(arguments), std::move(message), false);
 }
@@ -187,15 +187,15 @@ void ParserMessage::FileNameInvalid(std::string_view name) {
     report("FileNameInvalid", utf8({name}), "There is no readable file \"^1\"."_text);
 }
 
-void ParserMessage::GenericError(std::string_view text, std::initializer_list<std::string_view> arguments) {
+void ParserMessage::GenericError(SystemText text, std::initializer_list<std::string_view> arguments) {
     reportGeneric("GenericError", text, arguments, false);
 }
 
-void ParserMessage::GenericWarning(std::string_view text, std::initializer_list<std::string_view> arguments) {
+void ParserMessage::GenericWarning(SystemText text, std::initializer_list<std::string_view> arguments) {
     reportGeneric("GenericWarning", text, arguments, true);
 }
 
-void ParserMessage::reportGeneric(std::string_view method, std::string_view text,
+void ParserMessage::reportGeneric(std::string_view method, SystemText text,
                                   std::initializer_list<std::string_view> texts, bool warning) {
     std::vector<Argument> arguments = utf8(texts);
     std::vector<Argument> shownArguments = arguments;

@@ -21,7 +21,7 @@ struct GivenTokens {
 
 /// What a value should have been, to follow "It takes": "one name".
 struct ExpectedValue {
-    std::string_view text;
+    SystemText text;
 };
 
 class ParserMessage {
@@ -56,15 +56,15 @@ class ParserMessage {
                              std::string_view parameter, std::string_view subcommand);
     void FileNameInvalid(std::string_view name);
     /// A text of the command's own, its markers ^1 to ^4 replaced by the arguments.
-    void GenericError(std::string_view text, std::initializer_list<std::string_view> arguments = {});
-    void GenericWarning(std::string_view text, std::initializer_list<std::string_view> arguments = {});
+    void GenericError(SystemText text, std::initializer_list<std::string_view> arguments = {});
+    void GenericWarning(SystemText text, std::initializer_list<std::string_view> arguments = {});
 
   private:
     using Argument = ParserMessageReported::Argument;
 
     void report(std::string_view method, std::vector<Argument> arguments, std::string message, bool warning);
-    void report(std::string_view method, std::vector<Argument> arguments, std::string_view text);
-    void reportGeneric(std::string_view method, std::string_view text,
+    void report(std::string_view method, std::vector<Argument> arguments, SystemText text);
+    void reportGeneric(std::string_view method, SystemText text,
                        std::initializer_list<std::string_view> texts, bool warning);
 
     std::string commandName_;

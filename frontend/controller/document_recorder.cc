@@ -24,7 +24,9 @@ void DocumentRecorder::handle(const CommandFinished& /*event*/) {
     }
 }
 
-void DocumentRecorder::handle(const ProcedureBegan& event) { runs_.push_back(Run{event.title, 0, 0, 0}); }
+void DocumentRecorder::handle(const ProcedureBegan& event) {
+    runs_.push_back(Run{translated(event.title), 0, 0, 0});
+}
 
 void DocumentRecorder::handle(const ProcedureEnded& /*event*/) {
     if (!runs_.empty()) {

@@ -9,7 +9,7 @@ namespace vexa {
 
 namespace {
 
-constexpr CommandIdentity kIdentity{"OUTPUT ACTIVATE", "Output Activate", "OUTPUT ACTIVATE"};
+constexpr CommandIdentity kIdentity{"OUTPUT ACTIVATE", "Output Activate"_text, "OUTPUT ACTIVATE"};
 
 }  // namespace
 

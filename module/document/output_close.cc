@@ -10,7 +10,7 @@ namespace vexa {
 
 namespace {
 
-constexpr CommandIdentity kIdentity{"OUTPUT CLOSE", "Output Close", "Output Close"};
+constexpr CommandIdentity kIdentity{"OUTPUT CLOSE", "Output Close"_text, "Output Close"};
 
 /// What help and completion show; the command reads its tokens itself.
 constexpr ParameterRow kParameters[] = {

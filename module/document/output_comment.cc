@@ -12,6 +12,7 @@
 #include "backend/syntax/universal_parser.h"
 #include "backend/tokens/token_sequence.h"
 #include "module/document/commands.h"
+#include "module/document/comment_grammar.h"
 #include "module/frame/date_time_symbols.h"
 #include "module/frame/grammar.h"
 #include "module/frame/text_value.h"
@@ -23,7 +24,7 @@ namespace {
 using Spec = UPSpecTypes::ParamSpec;
 
 constexpr std::string_view kName = "OUTPUT COMMENT";
-constexpr std::string_view kTitle = "Output Comment";
+constexpr SystemText kTitle = "Output Comment"_text;
 constexpr int kProcedureValue = 2;
 
 constexpr std::string_view kBoldValues[] = {"YES", "NO", "TRUE", "FALSE"};
@@ -209,6 +210,8 @@ void buildTable(const Comment& comment, BpProcedure& procedure) {
 }
 
 }  // namespace
+
+GrammarTable outputCommentGrammar() { return kGrammar; }
 
 void outputComment() {
     BpProcedure procedure(kTitle, kProcedureValue);

@@ -8,7 +8,7 @@ namespace vexa {
 
 namespace {
 
-constexpr CommandIdentity kIdentity{"OUTPUT DISPLAY", "Output Display", ""};
+constexpr CommandIdentity kIdentity{"OUTPUT DISPLAY", "Output Display"_text, ""};
 
 constexpr int kTranslatable = 1;
 constexpr int kUserText = 0;

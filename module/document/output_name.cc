@@ -8,7 +8,7 @@ namespace vexa {
 
 namespace {
 
-constexpr CommandIdentity kIdentity{"OUTPUT NAME", "Output Name", "OUTPUT NAME"};
+constexpr CommandIdentity kIdentity{"OUTPUT NAME", "Output Name"_text, "OUTPUT NAME"};
 
 }  // namespace
 

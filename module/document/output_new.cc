@@ -9,7 +9,7 @@ namespace vexa {
 
 namespace {
 
-constexpr CommandIdentity kIdentity{"OUTPUT NEW", "Output New", "OUTPUT NEW"};
+constexpr CommandIdentity kIdentity{"OUTPUT NEW", "Output New"_text, "OUTPUT NEW"};
 
 constexpr std::string_view kTypes[] = {"VIEWER", "DRAFT"};
 

@@ -8,7 +8,7 @@ namespace vexa {
 
 namespace {
 
-constexpr CommandIdentity kIdentity{"OUTPUT OPEN", "Output Open", "Output Open"};
+constexpr CommandIdentity kIdentity{"OUTPUT OPEN", "Output Open"_text, "Output Open"};
 
 constexpr ParameterRow kParameters[] = {
     {"FILE", UPSpecTypes::ParamSpec::tokens, true, true, {}, "file"},

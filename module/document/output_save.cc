@@ -11,7 +11,7 @@ namespace vexa {
 
 namespace {
 
-constexpr CommandIdentity kIdentity{"OUTPUT SAVE", "Output Save", "Output Save"};
+constexpr CommandIdentity kIdentity{"OUTPUT SAVE", "Output Save"_text, "Output Save"};
 
 constexpr std::string_view kTypes[] = {"VXV", "VXW"};
 

@@ -27,7 +27,7 @@ namespace {
 using Spec = UPSpecTypes::ParamSpec;
 
 constexpr std::string_view kName = "OUTPUT EXPORT";
-constexpr std::string_view kTitle = "Output Export";
+constexpr SystemText kTitle = "Output Export"_text;
 constexpr int kProcedureValue = 2;
 
 constexpr Choice kPrintOptions[] = {{"ALWAYS", 0}, {"NEVER", 1}, {"ERRORS", 2}};

@@ -98,7 +98,7 @@ std::optional<VexawMsgOutputControllerResponse> DocumentCommand::exchange(
     }
     const VUString message = response->GetMsgString();
     const VUString argument = response->GetArgumentString();
-    reportMessage(message.str(), argument.str(), response->GetErrorSeverity());
+    reportAnswer(message.str(), argument.str(), response->GetErrorSeverity());
     return std::nullopt;
 }
 

@@ -18,8 +18,8 @@ namespace vexa {
 
 /// The names of a command.
 struct CommandIdentity {
-    std::string_view name;            ///< in capitals: "OUTPUT NEW"
-    std::string_view procedureTitle;  ///< of its block in the log: "Output New"
+    std::string_view name;      ///< in capitals: "OUTPUT NEW"
+    SystemText procedureTitle;  ///< of its block in the log: "Output New"
     std::string_view
         parserTitle;  ///< the procedure title of its parser messages; empty for a command without them
 };

@@ -14,19 +14,22 @@ inline constexpr BpErrorLevel kErrorLevel = 3;
 
 /// Reports `text`, translatable, with `argument`, not translatable, in the place of its marker ^1. An empty
 /// argument gives the text alone.
-void reportMessage(std::string_view text, std::string_view argument, BpErrorLevel level);
+void reportMessage(SystemText text, std::string_view argument, BpErrorLevel level);
 
-/// The same also for an empty argument.
-void reportWithArgument(std::string_view text, std::string_view argument, BpErrorLevel level);
+/// The same for a text of the output controller's.
+void reportAnswer(std::string_view text, std::string_view argument, BpErrorLevel level);
+
+/// Reports `text` with `argument`, also an empty one, in the place of its marker ^1.
+void reportWithArgument(SystemText text, std::string_view argument, BpErrorLevel level);
 
 /// Reports `text` with arguments, not translatable, in the places of its markers; those of a text without
 /// markers are shown as a list behind it.
-void reportList(std::string_view text, const std::vector<std::string_view>& arguments, BpErrorLevel level);
+void reportList(SystemText text, const std::vector<std::string_view>& arguments, BpErrorLevel level);
 
 /// Reports that the back end has no front end that could carry the command out.
 void reportNotImplemented(std::string_view command);
 
 /// Reports `text` alone.
-void reportPlain(std::string_view text, BpErrorLevel level);
+void reportPlain(SystemText text, BpErrorLevel level);
 
 }  // namespace vexa

@@ -62,7 +62,7 @@ std::string_view readVisibility(const SubComObj& given) {
 }
 
 /// One side of a size; false when it was refused.
-bool readSide(const TokenInfoObj& token, double factor, double least, std::string_view tooSmall,
+bool readSide(const TokenInfoObj& token, double factor, double least, SystemText tooSmall,
               ParserMessage& messages, double& side) {
     if (const std::optional<double> number = token.getDoubleValue()) {
         side = *number * factor;

@@ -23,7 +23,7 @@ namespace vexa {
 namespace {
 
 constexpr std::string_view kName = "OUTPUT MODIFY";
-constexpr std::string_view kTitle = "Output Modify";
+constexpr SystemText kTitle = "Output Modify"_text;
 constexpr int kProcedureValue = 2;
 
 constexpr ParameterRow kParameters[] = {

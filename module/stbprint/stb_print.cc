@@ -15,6 +15,7 @@
 #include "backend/syntax/universal_parser.h"
 #include "backend/tokens/token_sequence.h"
 #include "module/frame/grammar.h"
+#include "module/stbprint/base_folder.h"
 #include "module/stbprint/commands.h"
 #include "module/stbprint/table_files.h"
 
@@ -25,7 +26,7 @@ namespace {
 using Spec = UPSpecTypes::ParamSpec;
 
 constexpr std::string_view kName = "STB PRINT";
-constexpr std::string_view kTitle = "Stb Print";
+constexpr SystemText kTitle = "Stb Print"_text;
 constexpr int kProcedureValue = 2;
 
 constexpr ParameterRow kParameters[] = {
@@ -36,6 +37,8 @@ constexpr ParameterRow kParameters[] = {
 constexpr SubcommandRow kGrammar[] = {
     {"", UPSpecTypes::SubComSpec::keywordParameters, false, false, kParameters},
 };
+
+constexpr SystemText kKey = "Key"_text;
 
 constexpr int kTranslatable = 1;
 constexpr int kNotTranslatable = 0;
@@ -63,29 +66,10 @@ std::optional<std::string_view> readText(const SubComObj& given, std::string_vie
     return isText ? std::optional(text) : std::nullopt;
 }
 
-/// Drops the last separator and all after it; a path without one stays as it is. Slashes separate only where
-/// `slashes` is true.
-void cutAtLastSeparator(std::string& path, bool slashes) {
-    const char* last = nullptr;
-    for (const char* at = path.c_str(); *at != '\0';) {
-        const int length = VEXAMBmbclen_A(at);
-        if (length == 1 && (*at == '\\' || (slashes && *at == '/'))) {
-            last = at;
-        }
-        at += length > 0 ? length : 1;
-    }
-    if (last != nullptr) {
-        path.resize(static_cast<std::size_t>(last - path.c_str()));
-    }
-}
-
-/// The folder that holds a folder for each language. The path of the current language's folder ends in a
-/// separator, so it is cut twice; this is meant.
-std::string baseFolder() {
-    std::string path = PathFactory::getPathInstance(PathFactory::kLanguage)->getPath();
-    cutAtLastSeparator(path, true);
-    cutAtLastSeparator(path, false);
-    return path;
+/// The same dimension for every language: a label that a table has already names its dimension again.
+BpDimension dimensionOf(BpPivotTable& table, SystemText label) {
+    constexpr int kDimensionKind = 2;
+    return table.Dimension(BpString(label, kTranslatable), kDimensionKind);
 }
 
 TablePair beginTables(std::string_view file, BpProcedure& procedure) {
@@ -103,11 +87,9 @@ TablePair beginTables(std::string_view file, BpProcedure& procedure) {
 
 /// Adds the texts of one language: a column of each table.
 void addLanguage(const std::vector<keyValueGloss>& entries, std::string_view language, TablePair& tables) {
-    constexpr int kDimensionKind = 2;
     const auto begin = [language](BpPivotTable& table) {
-        BpDimension dimension = table.Dimension(BpString("Language"_text, kTranslatable), kDimensionKind);
-        dimension.Position(1, 1, 0, 0).Category(asItStands(language));
-        return table.Dimension(BpString("Key"_text, kTranslatable), kDimensionKind);
+        dimensionOf(table, "Language"_text).Position(1, 1, 0, 0).Category(asItStands(language));
+        return dimensionOf(table, kKey);
     };
     BpDimension texts = begin(tables.texts);
     BpDimension help = begin(tables.help);
@@ -122,11 +104,9 @@ void addLanguage(const std::vector<keyValueGloss>& entries, std::string_view lan
 
 void printFile(std::string_view file, std::span<const std::string_view> languages, const std::string& base,
                BpProcedure& procedure) {
-    constexpr int kDimensionKind = 2;
     TablePair tables = beginTables(file, procedure);
-    for (BpPivotTable* const table : {&tables.texts, &tables.help}) {
-        table->Dimension(BpString("Key"_text, kTranslatable), kDimensionKind).Position(0, 1, 0, 0);
-    }
+    dimensionOf(tables.texts, kKey).Position(0, 1, 0, 0);
+    dimensionOf(tables.help, kKey).Position(0, 1, 0, 0);
     std::vector<keyValueGloss> entries;
     for (const std::string_view language : languages) {
         const std::string path = std::string(base).append("\\").append(language).append("\\").append(file);
@@ -139,7 +119,7 @@ void printFile(std::string_view file, std::span<const std::string_view> language
 }
 
 void print(const Selection& selection, BpProcedure& procedure) {
-    const std::string base = baseFolder();
+    const std::string base = baseFolder(PathFactory::getPathInstance(PathFactory::kLanguage)->getPath());
     for (const std::string_view file : selection.files) {
         printFile(file, selection.languages, base, procedure);
     }

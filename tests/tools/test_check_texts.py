@@ -1,3 +1,4 @@
+import pathlib
 import tempfile
 import unittest
 from xml.sax.saxutils import escape, quoteattr
@@ -89,6 +90,38 @@ class CheckTexts(unittest.TestCase):
     def test_a_key_that_stands_twice(self):
         unit = ("Name ^1 is taken.", "Name ^1 is taken.", "^1!", None)
         self.refused(tree(es=[unit, unit]), "stands twice")
+
+    def test_blanks_around_a_text(self):
+        for text in [" ^1!", "^1! ", "\n  ^1!\n", "^1\n!"]:
+            with self.subTest(text=text):
+                self.refused(tree(ja=[("Name ^1 is taken.", "Name ^1 is taken.", text, None)]), "blanks or line ends")
+
+    def test_a_key_of_two_libraries(self):
+        files = {}
+        for folder, name, german in [("backend/session", "session", "ja"), ("backend/pivot", "pivotlog", "jawohl")]:
+            files[f"{folder}/a.cc"] = 'show("yes, it is"_text);'
+            for language in LANGUAGES:
+                target = {"en": None, "de": german}.get(language, "!")
+                files[f"stringtables/{language}/{name}.xlf"] = table(("yes, it is", "yes, it is", target, None))
+        self.refused(files, "stringtables/de/pivotlog.xlf: 'yes, it is' is 'jawohl', but 'ja' in session")
+
+    def test_update_keeps_what_is_used_and_drops_the_rest(self):
+        files = tree('report("Name ^1 is taken."_text);\nreport("New."_text);',
+                     en=[("Old.", "Old.", None, None), ("Name ^1 is taken.", "Name ^1 is taken.", None, "Help.")],
+                     fr=[("Name ^1 is taken.", "stale", "Nom ^1 pris.", "Aide.")])
+        files["stringtables/fr/outopen.xlf"] = table(("gone", "gone", "parti", None))
+        with tempfile.TemporaryDirectory() as root:
+            tool.write_tree(root, files)
+            self.assertEqual(tool.run("check_texts", "--update", root).returncode, 0)
+            french = (pathlib.Path(root) / "stringtables/fr/outnew.xlf").read_text(encoding="utf-8")
+            self.assertFalse((pathlib.Path(root) / "stringtables/fr/outopen.xlf").exists())
+            english = (pathlib.Path(root) / "stringtables/en/outnew.xlf").read_text(encoding="utf-8")
+            listing = tool.run("check_texts", "--list", root).stdout
+        self.assertNotIn("Old.", english)
+        self.assertIn("<note>Help.</note>", english)
+        self.assertLess(french.index("Nom ^1 pris."), french.index('id="New."'))
+        self.assertIn("<source>Name ^1 is taken.</source>", french)
+        self.assertEqual(listing, "== outnew (2)\nName ^1 is taken.\nNew.\n")
 
     def test_a_literal_that_should_be_marked(self):
         marked = 'report("Name ^1 is taken."_text); '

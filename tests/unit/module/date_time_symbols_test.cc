@@ -99,9 +99,9 @@ TEST_F(DateTimeSymbols, AMonthWithoutATextIsItsKey) {
     EXPECT_EQ(ExpandDateTimeSymbols(")DATE"), "5-TFOMarch-2026");
 }
 
-TEST_F(DateTimeSymbols, AMonthOfNoText) {
+TEST_F(DateTimeSymbols, AMonthWithAnEmptyTextIsItsKey) {
     installTable("<trans-unit id=\"TFOMarch\"><source/></trans-unit>");
-    EXPECT_EQ(ExpandDateTimeSymbols(")DATE"), "5--2026");
+    EXPECT_EQ(ExpandDateTimeSymbols(")DATE"), "5-TFOMarch-2026");
 }
 
 TEST_F(DateTimeSymbols, AMonthThatSpellsItsOwnSymbolEnds) {

@@ -32,7 +32,7 @@ TEST_F(DocumentCommands, ProcedureEnclosesEverythingAndTheLogIsFlushedOnce) {
 }
 
 TEST_F(DocumentCommands, MessagesCarryTheCommandsNames) {
-    DocumentCommand command({"OUTPUT CLOSE", "Output Close", "Output Title"}, {});
+    DocumentCommand command({"OUTPUT CLOSE", "Output Close"_text, "Output Title"}, {});
     EXPECT_EQ(command.messages().commandName(), "OUTPUT CLOSE");
     EXPECT_EQ(command.messages().procedureTitle(), "Output Title");
     EXPECT_EQ(all<ProcedureBegan>()[0].title, "Output Close");

@@ -23,6 +23,8 @@ TEST(LanguageChoice, FindsTheFoldersThatACodeCanMean) {
         {"zh_TW", {"zh_TW", "zh", "zh_CN"}},
         {"zh_HK", {"zh_HK", "zh_TW", "zh", "zh_CN"}},
         {"zh-Hant", {"zh-Hant", "zh_HANT", "zh_TW", "zh", "zh_CN"}},
+        {"zh-Hant-TW", {"zh-Hant-TW", "zh_HANT_TW", "zh_TW", "zh", "zh_CN"}},
+        {"zh_Hans_SG", {"zh_Hans_SG", "zh_HANS_SG", "zh_CN", "zh"}},
         {"es_419", {"es_419", "es"}},
     };
     for (const auto& one : cases) {
@@ -31,10 +33,11 @@ TEST(LanguageChoice, FindsTheFoldersThatACodeCanMean) {
 }
 
 TEST(LanguageChoice, KnowsTheFormOfACode) {
-    for (const char* code : {"en", "fil", "pt_BR", "pt-BR", "es_419", "zh-Hant"}) {
+    for (const char* code : {"en", "fil", "pt_BR", "pt-BR", "es_419", "zh-Hant", "zh-Hant-TW"}) {
         EXPECT_TRUE(isLanguageCode(code)) << code;
     }
-    for (const char* code : {"", "e", "engl", "en_", "en_U", "en_/..", "../en", "en/", "12", "en_US_x"}) {
+    for (const char* code : {"", "e", "engl", "en_", "en_U", "en_/..", "../en", "en/", "12", "en_US_x",
+                             "en__US", "a_b_c", "en_US_", "zh_Hant_TW_x1"}) {
         EXPECT_FALSE(isLanguageCode(code)) << code;
     }
 }

@@ -16,9 +16,9 @@ class TableDictionary : public testing::Test {
   protected:
     TableDictionary() {
         system_.files["\\lang\\de\\outmodify.xlf"] = tableOf(
-            "<trans-unit id='March'><source>March</source><target>M\u00e4rz</target></trans-unit>"
-            "<trans-unit id='June'><source>June</source></trans-unit>"
             "<trans-unit id='March'><source>another</source></trans-unit>"
+            "<trans-unit id='June'><source>June</source></trans-unit>"
+            "<trans-unit id='March'><source>March</source><target>M\u00e4rz</target></trans-unit>"
             "<trans-unit id='empty'><source/></trans-unit>");
         system_.files["\\lang\\de\\outnew.xlf"] = "<xliff><broken";
         system_.files["\\lang\\\u8868\\outmodify.xlf"] =
@@ -42,7 +42,7 @@ TEST_F(TableDictionary, FindsTheTextOrGivesTheKey) {
         {"\\lang\\de\\", "Output Modify", "March", "M\u00e4rz"},
         {"\\lang\\de", "Output Modify", "March", "M\u00e4rz"},
         {"\\lang\\de\\", "Output Modify", "June", "June"},
-        {"\\lang\\de\\", "Output Modify", "empty", ""},
+        {"\\lang\\de\\", "Output Modify", "empty", "empty"},
         {"\\lang\\de\\", "Output Modify", "march", "march"},
         {"\\lang\\de\\", "Output Modify", "", ""},
         {"\\lang\\de\\", "Output New", "March", "March"},

@@ -121,10 +121,10 @@ INSTANTIATE_TEST_SUITE_P(
         MessageCase{[](Messages& m) { m.FileNameInvalid("a.tlk"); }, "FileNameInvalid(a.tlk)",
                     "There is no readable file \"a.tlk\"."},
         MessageCase{[](Messages& m) {
-                        m.GenericError("^1 and ^2 in ^3 of ^4", {"a", "b", "c", "d"});
+                        m.GenericError("^1 and ^2 in ^3 of ^4"_text, {"a", "b", "c", "d"});
                     },
                     "GenericError(^1 and ^2 in ^3 of ^4|a|b|c|d)", "a and b in c of d"},
-        MessageCase{[](Messages& m) { m.GenericWarning("Only ^1", {"a"}); }, "GenericWarning(Only ^1|a)",
+        MessageCase{[](Messages& m) { m.GenericWarning("Only ^1"_text, {"a"}); }, "GenericWarning(Only ^1|a)",
                     "Only a", true}));
 
 TEST(ParserMessageWithoutName, ShowsTheMessageAlone) {
