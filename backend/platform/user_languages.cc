@@ -1,9 +1,10 @@
+#include "backend/platform/user_languages.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
 
 #include "backend/platform/system_languages.h"
-#include "backend/platform/user_languages.h"
 
 namespace vexa {
 

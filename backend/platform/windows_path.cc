@@ -1,9 +1,10 @@
+#include "backend/platform/windows_path.h"
+
 #include <windows.h>
 
 #include <algorithm>
 
 #include "backend/platform/file_system.h"
-#include "backend/platform/windows_path.h"
 #include "backend/platform/windows_text.h"
 
 namespace vexa {
