@@ -24,8 +24,10 @@ char32_t mapped(char32_t code, DWORD how) {
         units[1] = static_cast<wchar_t>(0xDC00 + (code & 0x3FFU));
         count = 2;
     }
-    const int length = LCMapStringEx(LOCALE_NAME_INVARIANT, how, units.data(), count, result.data(),
-                                     static_cast<int>(result.size()), nullptr, nullptr, 0);
+    // Without the flag the system leaves letters alone whose capital does not lead back to them.
+    const int length =
+        LCMapStringEx(LOCALE_NAME_INVARIANT, how | LCMAP_LINGUISTIC_CASING, units.data(), count,
+                      result.data(), static_cast<int>(result.size()), nullptr, nullptr, 0);
     if (length != count) return code;
     if (count == 1) return result[0];
     return 0x10000U + ((char32_t{result[0]} - 0xD800U) << 10U) + (char32_t{result[1]} - 0xDC00U);

@@ -1,9 +1,12 @@
 #include "module/exports/load_notification.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "backend/commonblocks/common_blocks.h"
+#include "backend/platform/dynamic_library.h"
+#include "backend/platform/file_system.h"
 
 namespace vexa {
 namespace {
@@ -42,13 +45,17 @@ TEST(LoadNotification, OtherReasonsAnswerSuccessAndDoNothing) {
 TEST(LoadNotification, EveryLoadOfTheLibraryAttachesOnce) {
     for (int round = 0; round < 3; ++round) {
         const std::size_t before = commonBlockCalls().size();
-        void* const library = dlopen(VEXA_MODULE_FILE, RTLD_NOW | RTLD_LOCAL);
-        ASSERT_NE(library, nullptr) << dlerror();
+        FileResult result;
+        auto library = DynamicLibrary::load(VEXA_MODULE_FILE, result);
+        ASSERT_NE(library, nullptr) << result.reason;
         EXPECT_EQ(callsSince(before), kAccessors);
-        EXPECT_EQ(dlopen(VEXA_MODULE_FILE, RTLD_NOW | RTLD_LOCAL), library);
+        auto again = DynamicLibrary::load(VEXA_MODULE_FILE, result);
+        EXPECT_EQ(again->find("OUTNEW"), library->find("OUTNEW"));
         EXPECT_EQ(callsSince(before), kAccessors) << "a second reference is no second load";
-        dlclose(library);
-        dlclose(library);
+        std::thread([] {}).join();
+        EXPECT_EQ(callsSince(before), kAccessors) << "a thread that begins and ends attaches nothing";
+        library.reset();
+        again.reset();
         EXPECT_EQ(callsSince(before), kAccessors) << "unloading attaches nothing";
     }
 }
