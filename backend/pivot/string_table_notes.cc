@@ -33,7 +33,7 @@ std::string folderOfLanguages() {
 
 TablePlace placeOf(std::string_view path, std::string_view languages) {
     if (path.starts_with(languages)) path.remove_prefix(languages.size());
-    const std::size_t end = path.find_first_of("\\");
+    const std::size_t end = path.find('\\');
     if (end == std::string_view::npos) return {std::string(path), {}};
     return {std::string(path.substr(end + 1)), std::string(path.substr(0, end))};
 }

@@ -68,6 +68,7 @@ std::vector<std::string> commandLineWords(int argc, const char* const* argv) {
         return {argv, argv + argc};
     }
     std::vector<std::string> result;
+    result.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) result.emplace_back(narrowText(words[i]));
     return result;
 }

@@ -46,7 +46,7 @@ constexpr ErrorText kErrors[] = {
 };
 
 struct WarningText {
-    ResponseSpec::WARNING_CODE code;
+    ResponseSpec::WARNING_CODE code = {};
     SystemText text;
 };
 
