@@ -32,16 +32,16 @@ class Counter final : public LogListener {
     Counter& operator=(const Counter&) = delete;
 
     void receive(const LogEvent& event) override {
+        RenderOptions options;
+        options.width = kTerminalWidth;
         if (const auto* const finished = std::get_if<TableFinished>(&event)) {
             ++tables;
             texts += finished->table->cells.size();
             if (rendering_) {
-                RenderOptions options;
-                options.width = kTerminalWidth;
                 bytes += renderTable(*finished->table, options).size();
             }
         } else if (const auto* const notes = std::get_if<NotesAdded>(&event); notes && rendering_) {
-            bytes += renderNotes(*notes).size();
+            bytes += renderNotes(*notes, options).size();
         }
     }
 

@@ -4,7 +4,6 @@
 #include <ostream>
 #include <variant>
 
-#include "backend/pivot/text_rendering.h"
 #include "backend/platform/text_width.h"
 #include "backend/strings/dictionary.h"
 #include "backend/tokens/command_text.h"
@@ -146,13 +145,17 @@ void TerminalListener::show(const ErrorReported& error) {
     showMessageAt(currentPlace(), error.level, error.message);
 }
 
-void TerminalListener::show(const NotesAdded& notes) { showResult(renderNotes(notes)); }
+void TerminalListener::show(const NotesAdded& notes) { showResult(renderNotes(notes, renderOptions())); }
 
 void TerminalListener::show(const TableFinished& table) {
+    showResult(renderTable(*table.table, renderOptions()));
+}
+
+RenderOptions TerminalListener::renderOptions() const {
     RenderOptions options;
     options.width = look_.width;
     options.bold = look_.boldResults;
-    showResult(renderTable(*table.table, options));
+    return options;
 }
 
 void TerminalListener::show(const TextPrinted& text) {

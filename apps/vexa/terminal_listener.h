@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "backend/pivot/output_log.h"
+#include "backend/pivot/text_rendering.h"
 
 namespace vexa::program {
 
@@ -38,6 +39,7 @@ class TerminalListener : public LogListener {
     template <typename Event>
     void show(const Event& /*event*/) {}
 
+    [[nodiscard]] RenderOptions renderOptions() const;
     void showResult(const std::string& text);
     /// `place`: where it is, with its last colon, or empty.
     void showMessageAt(std::string_view place, int level, std::string_view text);

@@ -189,10 +189,20 @@ std::string renderTable(const PivotTable& table, const RenderOptions& options) {
     return rendering::TableRenderer(table, options).render();
 }
 
-std::string renderNotes(const NotesAdded& notes) {
+std::string renderNotes(const NotesAdded& notes, const RenderOptions& options) {
     const std::string label = printableText(notes.label);
-    const std::string value = printableText(notes.value);
-    return (label.empty() ? value : rendering::withLabel(label, value)) + '\n';
+    std::string value = printableText(notes.value);
+    std::string text;
+    if (!label.empty()) {
+        const std::string whole = rendering::withLabel(label, value);
+        if (whole.ends_with(value)) text = whole.substr(0, whole.size() - value.size());
+        if (text.empty() || displayWidth(text) > options.width / 2) {
+            value = whole;
+            text.clear();
+        }
+    }
+    rendering::appendLines(value, displayWidth(text), false, options, text);
+    return text;
 }
 
 }  // namespace vexa

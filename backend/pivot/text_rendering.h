@@ -29,11 +29,14 @@ constexpr std::size_t narrowestColumn = 6;
 /// Rows and columns stand in the order of their categories. Where an axis has several dimensions, and in a
 /// table with layers, only rows and columns that have a cell are shown; otherwise every category is. A table
 /// that is wider than the terminal is cut into blocks of columns, each with the row labels; in a terminal too
-/// narrow for the labels and one narrow column the lines are longer than the terminal is wide. A table
-/// without rows or columns says so.
+/// narrow for the labels and one narrow column the lines are longer than the terminal is wide. Where a row's
+/// label takes several lines, or a row does in a table without row labels, a line is drawn between all rows.
+/// A table without rows or columns says so.
 [[nodiscard]] std::string renderTable(const PivotTable& table, const RenderOptions& options);
 
-/// `label: value`, or the value alone where there is no label; one line with its line feed.
-[[nodiscard]] std::string renderNotes(const NotesAdded& notes);
+/// `label: value`, or the value alone where there is no label, in lines that each end in a line feed. A value
+/// that is continued on further lines stands below itself, unless the label takes more than half of the
+/// terminal.
+[[nodiscard]] std::string renderNotes(const NotesAdded& notes, const RenderOptions& options);
 
 }  // namespace vexa

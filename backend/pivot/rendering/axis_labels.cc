@@ -88,6 +88,7 @@ void addLabels(GridRow& row, const DimensionLabels& labels, std::size_t category
         GridSpan span{level < same ? "" : parts[level].text, first + level,
                       last ? labels.depth() - level : 1};
         span.openLeft = level > 0;
+        span.goesOn = level < same;
         row.spans.push_back(std::move(span));
     }
 }

@@ -45,13 +45,14 @@ std::size_t capFor(const Widths& widths, std::size_t count, std::size_t budget) 
     return cap;
 }
 
-/// Row labels take half of the terminal at most, or what the widest data column leaves them.
+/// Row labels take half of the terminal at most, without the line behind them, or what the widest data column
+/// leaves them.
 void limitLabels(Grid& grid, std::size_t terminal) {
     if (terminal == 0 || grid.labelColumns == 0) return;
     const auto data = grid.widths.begin() + static_cast<std::ptrdiff_t>(grid.labelColumns);
     const std::size_t widest = data == grid.widths.end() ? 0 : *std::max_element(data, grid.widths.end());
     const std::size_t left = terminal > widest + columnFrame ? terminal - widest - columnFrame : 0;
-    const std::size_t area = std::max(terminal / 2, left);
+    const std::size_t area = std::max(terminal / 2 + 1, left);
     const std::size_t frame = grid.labelColumns * columnFrame + 1;
     const std::size_t cap = capFor(grid.widths, grid.labelColumns, area > frame ? area - frame : 0);
     for (std::size_t i = 0; i < grid.labelColumns; ++i) grid.widths[i] = std::min(grid.widths[i], cap);

@@ -19,6 +19,7 @@ struct GridSpan {
     bool bold = false;
     bool openBelow = false;  ///< no line is drawn between it and what stands below
     bool openLeft = false;   ///< no line is drawn between it and what stands left of it
+    bool goesOn = false;     ///< blank, because what stands above it holds for this row too
 };
 
 /// Spans that cover all columns from left to right.

@@ -45,9 +45,24 @@ class Writer {
     const Corners& corners_;
 };
 
+bool isOneLine(const GridSpan& span, std::size_t width) {
+    return span.text.find('\n') == std::string::npos && displayWidth(span.text) <= width;
+}
+
 std::vector<std::string> linesOf(const GridSpan& span, std::size_t width) {
-    if (span.text.find('\n') == std::string::npos && displayWidth(span.text) <= width) return {span.text};
+    if (isOneLine(span, width)) return {span.text};
     return wrapText(span.text, width);
+}
+
+/// Whether one cannot see from the labels where a row of the body ends, because one of them takes several
+/// lines.
+bool needsRules(const Grid& grid) {
+    const auto isBroken = [&](const GridSpan& span) {
+        return span.first < grid.labelColumns && !isOneLine(span, grid.widthOf(span));
+    };
+    return std::any_of(grid.body.begin(), grid.body.end(), [&](const GridRow& row) {
+        return std::any_of(row.spans.begin(), row.spans.end(), isBroken);
+    });
 }
 
 /// For every boundary between columns, and both ends, whether the row has a line there.
@@ -61,12 +76,15 @@ std::vector<bool> boundariesOf(const GridRow* row, std::size_t columns) {
     return boundaries;
 }
 
-/// For every column, whether a line is drawn below the row.
+/// For every column, whether a line is drawn between two rows.
 std::vector<bool> ruledColumns(const GridRow* above, const GridRow* below, std::size_t columns) {
     std::vector<bool> ruled(columns, true);
     if (above == nullptr || below == nullptr) return ruled;
     for (const GridSpan& span : above->spans) {
         for (std::size_t i = 0; i < span.count; ++i) ruled[span.first + i] = !span.openBelow;
+    }
+    for (const GridSpan& span : below->spans) {
+        for (std::size_t i = 0; span.goesOn && i < span.count; ++i) ruled[span.first + i] = false;
     }
     return ruled;
 }
@@ -85,8 +103,9 @@ void Writer::write() {
         writeRow(row);
         above = &row;
     }
+    const bool allRules = needsRules(grid_);
     for (const GridRow& row : grid_.body) {
-        if (&row == &grid_.body.front() || row.ruleAbove) writeRule(above, &row);
+        if (&row == &grid_.body.front() || row.ruleAbove || allRules) writeRule(above, &row);
         writeRow(row);
         above = &row;
     }

@@ -106,6 +106,22 @@ PivotTable wideTexts() {
     });
 }
 
+PivotTable longKeys() {
+    return built("texts.xlf", [](BpPivotTable& table) {
+        BpDimension key = dimension(table, "Key", 0);
+        BpDimension language = dimension(table, "Language", 1);
+        const std::pair<const char*, const char*> texts[] = {
+            {"Contents", "内容"},
+            {"OUTPUT EXPORT requires an open output document.",
+             "OUTPUT EXPORT を実行するには、出力文書を開いておいてください。"},
+            {"Format", "形式"}};
+        for (const auto& [each, text] : texts) {
+            key.Category(plain(each));
+            language.Category(plain("ja")).Cell(plain(text));
+        }
+    });
+}
+
 PivotTable exportSummary() {
     return built("Export Summary", [](BpPivotTable& table) {
         table.MaxDataColumnWidth(200);

@@ -28,6 +28,8 @@ PivotTable grouped();
 PivotTable layered();
 /// Wide characters take two columns of the terminal, combining ones none.
 PivotTable wideTexts();
+/// Texts of a language by keys, of which one is a sentence.
+PivotTable longKeys();
 /// Rows of which some stand in a group, and one in a group that is not shown.
 PivotTable exportSummary();
 /// A group that stands nowhere but above one of two columns, and a long text without blanks.

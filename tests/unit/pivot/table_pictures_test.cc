@@ -134,19 +134,23 @@ TEST(Picture, ShowsGroupsOfRowsInBold) {
 TEST(Picture, ShowsLabelsAndTextsWrappedForANarrowTerminal) {
     EXPECT_EQ(picture(exportSummary(), {48, true, false}), R"(
 Export Summary
-┌─────────────────────┬────────────────────────┐
-│ Contents            │                        │
-├─────────────────────┼────────────────────────┤
-│ Viewer              │ Output1                │
-│ Document File       │ c:\projects\survey of  │
-│                     │ households\results\fir │
-│                     │ st wave.pdf            │
-│ Image      Count    │                      3 │
-│ Files               │                        │
-│            Root     │                        │
-│            Name     │                        │
-│ Format              │ png                    │
-└─────────────────────┴────────────────────────┘
+┌───────────────────────┬──────────────────────┐
+│ Contents              │                      │
+├───────────────────────┼──────────────────────┤
+│ Viewer                │ Output1              │
+├───────────────────────┼──────────────────────┤
+│ Document File         │ c:\projects\survey   │
+│                       │ of                   │
+│                       │ households\results\  │
+│                       │ first wave.pdf       │
+├───────────────────────┼──────────────────────┤
+│ Image       Count     │                    3 │
+│ Files                 │                      │
+│           ────────────┼──────────────────────┤
+│             Root Name │                      │
+├───────────────────────┼──────────────────────┤
+│ Format                │ png                  │
+└───────────────────────┴──────────────────────┘
 )");
 }
 
@@ -358,13 +362,55 @@ this picture is wide
 │ one │ first line                         │
 │     │ second line                        │
 │     │                                    │
-│     │ https://example.org/a/very/long/ad │
-│     │ dress/without/any/blank [a]        │
+│     │ https://example.org/a/very/long/   │
+│     │ address/without/any/blank [a]      │
 │ two │ ␛[31mred␛[0m␉and␇ more             │
 └─────┴────────────────────────────────────┘
 [a] A note that goes on for so long that it
     has to be continued on another line
 )");
+}
+
+TEST(Picture, ShowsRulesBetweenRowsWhoseLabelsAreWrapped) {
+    EXPECT_EQ(picture(longKeys(), {44, true, false}), R"(
+texts.xlf
+┌─────────────────────┬────────────────────┐
+│                     │      Language      │
+│                     ├────────────────────┤
+│ Key                 │ ja                 │
+├─────────────────────┼────────────────────┤
+│ Contents            │ 内容               │
+├─────────────────────┼────────────────────┤
+│ OUTPUT EXPORT       │ OUTPUT EXPORT を実 │
+│ requires an open    │ 行するには、出力文 │
+│ output document.    │ 書を開いておいてく │
+│                     │ ださい。           │
+├─────────────────────┼────────────────────┤
+│ Format              │ 形式               │
+└─────────────────────┴────────────────────┘
+)");
+    EXPECT_EQ(picture(longKeys(), {44, false, false}), R"(
+texts.xlf
++---------------------+--------------------+
+|                     |      Language      |
+|                     +--------------------+
+| Key                 | ja                 |
++---------------------+--------------------+
+| Contents            | 内容               |
++---------------------+--------------------+
+| OUTPUT EXPORT       | OUTPUT EXPORT を実 |
+| requires an open    | 行するには、出力文 |
+| output document.    | 書を開いておいてく |
+|                     | ださい。           |
++---------------------+--------------------+
+| Format              | 形式               |
++---------------------+--------------------+
+)");
+}
+
+TEST(Picture, ShowsNoRulesWhereTheLabelsAreNotWrapped) {
+    EXPECT_EQ(picture(longKeys(), {0, false, false}).find("+\n| Format"), std::string::npos);
+    EXPECT_NE(picture(longKeys(), {44, false, false}).find("+\n| Format"), std::string::npos);
 }
 
 TEST(Picture, ShowsColumnsWithoutRows) {

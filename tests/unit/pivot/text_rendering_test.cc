@@ -34,8 +34,8 @@ TEST(TextRendering, LettersNotesLikeColumnsOfASpreadsheet) {
 TEST(TextRendering, ItsOwnWordsAreInTheLanguageOfTheUser) {
     const InstalledTexts texts{{"pivotlog.xlf", "(empty)", "(vide)"}, {"pivotlog.xlf", "^1: ^2", "^1 : ^2"}};
     EXPECT_EQ(renderTable(PivotTable(), {}), "(vide)\n");
-    EXPECT_EQ(renderNotes({1, "Fichier", "a"}), "Fichier : a\n");
-    EXPECT_EQ(renderNotes({1, "", "a"}), "a\n");
+    EXPECT_EQ(renderNotes({1, "Fichier", "a"}, {}), "Fichier : a\n");
+    EXPECT_EQ(renderNotes({1, "", "a"}, {}), "a\n");
     const PivotTable layered = built("", [](BpPivotTable& draft) {
         dimension(draft, "", 0).Category(plain("r")).Cell(plain("x"));
         dimension(draft, "Ann\u00e9e", 2).Category(plain("2026"));
@@ -120,11 +120,39 @@ TEST(TextRendering, SharesTheLettersOfEqualNotes) {
     EXPECT_EQ(lines, expected);
 }
 
+TEST(TextRendering, WrapsNotesBelowTheirValue) {
+    const struct {
+        NotesAdded notes;
+        std::size_t width;
+        const char* text;
+    } cases[] = {
+        {{1, "String tables", "There is no ranks.xlf for de, en."},
+         80,
+         "String tables: There is no ranks.xlf for de, en.\n"},
+        {{1, "String tables", "There is no ranks.xlf for de, en."},
+         48,
+         "String tables: There is no ranks.xlf for de, en.\n"},
+        {{1, "String tables", "There is no ranks.xlf for de, en."},
+         36,
+         "String tables: There is no ranks.xlf\n"
+         "               for de, en.\n"},
+        {{1, "String tables", "There is no ranks.xlf for de, en."},
+         29,
+         "String tables: There is no\n"
+         "ranks.xlf for de, en.\n"},
+        {{1, "", "There is no ranks.xlf for de, en."}, 24, "There is no ranks.xlf\nfor de, en.\n"},
+        {{1, "表", "ranks.xlf はありません。"}, 20, "表: ranks.xlf はあり\n    ません。\n"},
+        {{1, "Document File", ""}, 80, "Document File: \n"},
+        {{1, "File", "a\nb"}, 80, "File: a\u240ab\n"},
+    };
+    for (const auto& each : cases) EXPECT_EQ(renderNotes(each.notes, {each.width, true, false}), each.text);
+}
+
 TEST(TextRendering, WritesNotesInOneLine) {
-    EXPECT_EQ(renderNotes({2, "Viewer", "Output1"}), "Viewer: Output1\n");
-    EXPECT_EQ(renderNotes({2, "", "alone"}), "alone\n");
-    EXPECT_EQ(renderNotes({2, "Document File", ""}), "Document File: \n");
-    const std::string hostile = renderNotes({2, "a\x1b[2J", "b\nc"});
+    EXPECT_EQ(renderNotes({2, "Viewer", "Output1"}, {}), "Viewer: Output1\n");
+    EXPECT_EQ(renderNotes({2, "", "alone"}, {}), "alone\n");
+    EXPECT_EQ(renderNotes({2, "Document File", ""}, {}), "Document File: \n");
+    const std::string hostile = renderNotes({2, "a\x1b[2J", "b\nc"}, {});
     EXPECT_EQ(std::count(hostile.begin(), hostile.end(), '\n'), 1);
     EXPECT_EQ(hostile.find('\x1b'), std::string::npos);
 }

@@ -1,13 +1,11 @@
 #include "backend/platform/text_width.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace vexa {
 namespace {
 
 using std::string;
-using ::testing::ElementsAre;
 
 TEST(DisplayWidth, CountsColumns) {
     const struct {
@@ -36,37 +34,6 @@ TEST(DisplayWidth, CountsColumns) {
         {"\u202e", 1},  // shown as a replacement
     };
     for (const auto& one : cases) EXPECT_EQ(displayWidth(one.text), one.width) << one.text;
-}
-
-TEST(WrapText, BreaksAtLineEndsThenAtBlanksThenInsideWords) {
-    EXPECT_THAT(wrapText("", 10), ElementsAre(""));
-    EXPECT_THAT(wrapText("one two", 10), ElementsAre("one two"));
-    EXPECT_THAT(wrapText("one two three", 7), ElementsAre("one two", "three"));
-    EXPECT_THAT(wrapText("one two three", 8), ElementsAre("one two", "three"));
-    EXPECT_THAT(wrapText("one  two", 5), ElementsAre("one", "two"));
-    EXPECT_THAT(wrapText("  one two", 6), ElementsAre("  one", "two"));
-    EXPECT_THAT(wrapText("one two  ", 7), ElementsAre("one two"));
-    EXPECT_THAT(wrapText("abcdefgh", 3), ElementsAre("abc", "def", "gh"));
-    EXPECT_THAT(wrapText("a bcdefg hi", 4), ElementsAre("a", "bcde", "fg", "hi"));
-    EXPECT_THAT(wrapText("a\nb\r\nc\rd", 10), ElementsAre("a", "b", "c", "d"));
-    EXPECT_THAT(wrapText("a\n\nb\n", 10), ElementsAre("a", "", "b", ""));
-    EXPECT_THAT(wrapText("ab", 0), ElementsAre("a", "b"));
-    EXPECT_THAT(wrapText("     ", 3), ElementsAre(""));
-}
-
-TEST(WrapText, MeasuresWideAndCombiningCharacters) {
-    EXPECT_THAT(wrapText("\u6f22\u5b57\u8a9e", 4), ElementsAre("\u6f22\u5b57", "\u8a9e"));
-    EXPECT_THAT(wrapText("\u6f22\u5b57", 3), ElementsAre("\u6f22", "\u5b57"));
-    EXPECT_THAT(wrapText("\u6f22\u5b57", 1), ElementsAre("\u6f22", "\u5b57"));
-    EXPECT_THAT(wrapText("e\u0301e\u0301", 1), ElementsAre("e\u0301", "e\u0301"));
-    EXPECT_THAT(wrapText("x \u6f22\u5b57", 4), ElementsAre("x", "\u6f22\u5b57"));
-}
-
-TEST(WrapText, NoLineIsWiderThanAsked) {
-    const string text = "Lorem \u6f22\u5b57 ipsum  dolore\u0301 \U0001F600\U0001F600 sit-amet-consectetur x";
-    for (std::size_t width = 2; width < 40; ++width) {
-        for (const string& line : wrapText(text, width)) EXPECT_LE(displayWidth(line), width) << line;
-    }
 }
 
 TEST(PrintableText, ShowsWhatWouldSteerTheTerminal) {
