@@ -33,6 +33,8 @@ class LineCutter {
     void takeBlank();
     void takeCharacter();
     void markPlaces(char32_t code, const BreakTraits& traits);
+    [[nodiscard]] bool isBesideLooseQuote(char32_t code, const BreakTraits& traits) const;
+    [[nodiscard]] bool isBehindSeparator(char32_t code, const BreakTraits& traits) const;
     [[nodiscard]] bool isGapBinding(const BreakTraits& traits) const;
     [[nodiscard]] bool isPunctuationUpToBlank() const;
     void makeRoom(std::size_t columns);
@@ -100,13 +102,21 @@ void LineCutter::markPlaces(char32_t code, const BreakTraits& traits) {
         (isGapBinding(traits) ? gap_ : break_) = here();
     } else if (mayBreakBetween(traits_, traits)) {
         break_ = here();
-    } else if ((traits_.loose && isStraightQuote(code)) || (traits.loose && isStraightQuote(code_))) {
-        gap_ = here();
-    } else if (isSeparator(code_) && !isSeparator(code) && !traits.bindsLeft) {
+    } else if (isBesideLooseQuote(code, traits) || isBehindSeparator(code, traits)) {
         gap_ = here();
     } else if (!traits_.bindsRight && !traits.bindsLeft && !(code_ == '^' && isDigit(code))) {
         inside_ = here();
     }
+}
+
+/// Whether a straight quotation mark meets an ideograph or the like: nobody knows which of them it belongs
+/// to.
+bool LineCutter::isBesideLooseQuote(char32_t code, const BreakTraits& traits) const {
+    return (traits_.loose && isStraightQuote(code)) || (traits.loose && isStraightQuote(code_));
+}
+
+bool LineCutter::isBehindSeparator(char32_t code, const BreakTraits& traits) const {
+    return isSeparator(code_) && !isSeparator(code) && !traits.bindsLeft;
 }
 
 /// Whether the blanks before a character stand within a line, because there is nothing but opening
