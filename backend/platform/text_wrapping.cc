@@ -8,10 +8,11 @@ namespace vexa {
 
 namespace {
 
+constexpr char32_t kQuote = '"';
+constexpr char32_t kApostrophe = '\'';
+
 bool isDigit(char32_t code) { return code >= '0' && code <= '9'; }
 bool isSeparator(char32_t code) { return code == '/' || code == '\\'; }
-/// A quotation mark that opens as well as it closes.
-bool isStraightQuote(char32_t code) { return code == '"' || code == '\''; }
 
 /// A place where a line may end.
 struct Place {
@@ -33,7 +34,7 @@ class LineCutter {
     void takeBlank();
     void takeCharacter();
     void markPlaces(char32_t code, const BreakTraits& traits);
-    [[nodiscard]] bool isBesideLooseQuote(char32_t code, const BreakTraits& traits) const;
+    [[nodiscard]] bool isBesideApostrophe(char32_t code, const BreakTraits& traits) const;
     [[nodiscard]] bool isBehindSeparator(char32_t code, const BreakTraits& traits) const;
     [[nodiscard]] bool isGapBinding(const BreakTraits& traits) const;
     [[nodiscard]] bool isPunctuationUpToBlank() const;
@@ -57,6 +58,7 @@ class LineCutter {
     char32_t code_ = 0;       ///< of that character
     BreakTraits traits_;      ///< of that character
     bool opensOnly_ = false;  ///< so far its word is opening punctuation
+    bool isQuoted_ = false;   ///< behind a straight quotation mark that opens
 
     Place break_;   ///< the last proper place
     Place gap_;     ///< the last one that tears punctuation off its word, or a path apart, but no word
@@ -82,7 +84,11 @@ void LineCutter::takeBlank() {
 void LineCutter::takeCharacter() {
     const Utf8Character character = decodeUtf8(text_.substr(at_));
     const std::size_t columns = characterWidth(character.code);
-    const BreakTraits traits = breakTraitsOf(character.code, columns);
+    BreakTraits traits = breakTraitsOf(character.code, columns);
+    if (character.code == kQuote) {
+        traits = {false, isQuoted_, !isQuoted_};
+        isQuoted_ = !isQuoted_;
+    }
     const bool isMark = columns == 0 && !traits.bindsLeft;
     if (!isMark) {
         markPlaces(character.code, traits);
@@ -102,17 +108,16 @@ void LineCutter::markPlaces(char32_t code, const BreakTraits& traits) {
         (isGapBinding(traits) ? gap_ : break_) = here();
     } else if (mayBreakBetween(traits_, traits)) {
         break_ = here();
-    } else if (isBesideLooseQuote(code, traits) || isBehindSeparator(code, traits)) {
+    } else if (isBesideApostrophe(code, traits) || isBehindSeparator(code, traits)) {
         gap_ = here();
     } else if (!traits_.bindsRight && !traits.bindsLeft && !(code_ == '^' && isDigit(code))) {
         inside_ = here();
     }
 }
 
-/// Whether a straight quotation mark meets an ideograph or the like: nobody knows which of them it belongs
-/// to.
-bool LineCutter::isBesideLooseQuote(char32_t code, const BreakTraits& traits) const {
-    return (traits_.loose && isStraightQuote(code)) || (traits.loose && isStraightQuote(code_));
+/// Whether an apostrophe meets an ideograph or the like: nobody knows whether it opens or closes.
+bool LineCutter::isBesideApostrophe(char32_t code, const BreakTraits& traits) const {
+    return (traits_.loose && code == kApostrophe) || (traits.loose && code_ == kApostrophe);
 }
 
 bool LineCutter::isBehindSeparator(char32_t code, const BreakTraits& traits) const {

@@ -113,8 +113,11 @@ TEST(WrapText, KeepsWordsCommandsAndMarkersWholeBesideWideCharacters) {
         {"値^1が^2の", 5, {"値^1", "が^2", "の"}},
         {"拡張(EMF)形式", 9, {"拡張(EMF)", "形式"}},
         {"拡張(EMF)形式", 8, {"拡張", "(EMF)形", "式"}},
-        {"位置に\"NAEM\"が", 8, {"位置", "に\"NAEM\"", "が"}},
-        {"位置に\"NAEM\"が", 7, {"位置", "に", "\"NAEM\"", "が"}},
+        {"位置に\"NAEM\"が", 8, {"位置に", "\"NAEM\"が"}},
+        {"位置に\"NAEM\"が", 7, {"位置に", "\"NAEM\"", "が"}},
+        {"終わります。\"help\"で", 14, {"終わります。", "\"help\"で"}},
+        {"\"終わり。\"次", 9, {"\"終わ", "り。\"次"}},
+        {"位置に'NAEM'が", 8, {"位置", "に'NAEM'", "が"}},
         {"はFILE。", 6, {"は", "FILE。"}},
         {"はFILES。", 6, {"は", "FILE", "S。"}},  // neither fits whole
         {"実行：INSERT FILE='more.vxs'。", 20, {"実行：INSERT", "FILE='more.vxs'。"}},
