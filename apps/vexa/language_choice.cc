@@ -62,6 +62,11 @@ bool isLanguageCode(std::string_view code) {
     return true;
 }
 
+std::string_view languageOfLocale(std::string_view locale) {
+    const std::string_view language = locale.substr(0, locale.find_first_of(".@"));
+    return isLanguageCode(language) ? language : locale;
+}
+
 std::vector<std::string> languageFolders(std::string_view code) {
     std::vector<std::string> folders;
     const std::string usual = usualSpelling(code);

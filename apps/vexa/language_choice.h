@@ -7,6 +7,9 @@
 
 namespace vexa::program {
 
+/// "de_DE" of "de_DE.UTF-8@euro"; what is no locale's name stays as it is.
+[[nodiscard]] std::string_view languageOfLocale(std::string_view locale);
+
 /// True for what can be a language's code: two or three letters, perhaps with a region: "en", "pt_BR".
 [[nodiscard]] bool isLanguageCode(std::string_view code);
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "apps/vexa/exit_status.h"
+#include "apps/vexa/language_choice.h"
 
 namespace vexa::program {
 
@@ -88,8 +89,10 @@ void addReadingOptions(CLI::App& app, SessionChoices& choices) {
     app.add_option("--charset", choices.charset,
                    "The character set of syntax files and of the back end (UTF-8)")
         ->option_text("NAME");
-    app.add_option("--language", choices.language,
-                   "The language of messages, titles and month names (that of the locale, or en)")
+    app.add_option_function<std::string>(
+           "--language", [&choices](const std::string& text) { choices.language = languageOfLocale(text); },
+
+           "The language of messages, titles and month names (that of the locale, or en)")
         ->option_text("CODE");
     app.add_option(
            "--installation", choices.installationFolder,

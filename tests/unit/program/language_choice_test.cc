@@ -32,6 +32,14 @@ TEST(LanguageChoice, FindsTheFoldersThatACodeCanMean) {
     }
 }
 
+TEST(LanguageChoice, TakesTheLanguageOutOfALocale) {
+    EXPECT_EQ(languageOfLocale("de_DE.UTF-8@euro"), "de_DE");
+    EXPECT_EQ(languageOfLocale("de@euro"), "de");
+    EXPECT_EQ(languageOfLocale("zh-TW"), "zh-TW");
+    EXPECT_EQ(languageOfLocale("en_/.."), "en_/..");
+    EXPECT_EQ(languageOfLocale(""), "");
+}
+
 TEST(LanguageChoice, KnowsTheFormOfACode) {
     for (const char* code : {"en", "fil", "pt_BR", "pt-BR", "es_419", "zh-Hant", "zh-Hant-TW"}) {
         EXPECT_TRUE(isLanguageCode(code)) << code;
