@@ -45,11 +45,11 @@ if(WIN32)
 endif()
 
 # vexa_part(NAME source...): one folder of the back end, the module or the front end, as objects that the shared
-# libraries, the program and the tests are linked from.
+# libraries, the program and the tests are linked from. VEXA_READS_OWN_HEADERS: names itself what is read once for it.
 function(vexa_part name)
   add_library(${name} OBJECT ${ARGN})
   target_link_libraries(${name} PUBLIC vexa_options)
-  if(WIN32)
+  if(WIN32 AND NOT VEXA_READS_OWN_HEADERS)
     target_precompile_headers(${name} REUSE_FROM vexa_read_once)
   endif()
 endfunction()
