@@ -91,7 +91,7 @@ class Scratch:
 
 
 def run(case, options):
-    """options: command (list), time_limit (seconds). The scratch folder is gone afterwards."""
+    """options: command (list), time_limit (seconds), windows (bool). The scratch folder is gone afterwards."""
     scratch = Scratch()
     try:
         prepare(case, scratch)
@@ -120,10 +120,13 @@ def words_of(text, scratch):
     return [scratch.expand(word) for line in text.splitlines() for word in shlex.split(line)]
 
 
-def command_line(case, scratch):
+def command_line(case, scratch, windows=False):
+    """windows: the program has no front end of its own, and is told so where nothing is sent to one."""
+    nobody = ["--adapter", "none"] if windows and case.names_no_adapter() else []
     if case.section("args"):
-        return words_of(case.text("args"), scratch)
-    answers = ["--adapter", "script:answers.jsonl"] if case.section("answers") else []
+        words = words_of(case.text("args"), scratch)
+        return [*words[:1], *nobody, *words[1:]]
+    answers = ["--adapter", "script:answers.jsonl"] if case.section("answers") else nobody
     given = words_of(case.text("options"), scratch)
     return ["run", "--now", NOW, "--trace", "trace.jsonl", *answers, *given, "case.vxs"]
 
@@ -142,7 +145,7 @@ def execute(case, scratch, options, outcome):
     with tempfile.TemporaryFile() as stdin, tempfile.TemporaryFile() as stdout, tempfile.TemporaryFile() as stderr:
         stdin.write(scratch.expand(case.text("stdin")).encode("utf-8"))
         stdin.seek(0)
-        process = subprocess.Popen([*options.command, *command_line(case, scratch)], cwd=scratch.path, stdin=stdin,
+        process = subprocess.Popen([*options.command, *command_line(case, scratch, options.windows)], cwd=scratch.path, stdin=stdin,
                                    stdout=stdout, stderr=stderr, env=environment(case, scratch),
                                    start_new_session=True)
         try:
