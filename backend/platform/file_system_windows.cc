@@ -57,6 +57,9 @@ bool isFolderPath(const std::wstring& path) {
     return hasAttribute(GetFileAttributesW(path.c_str()), FILE_ATTRIBUTE_DIRECTORY);
 }
 
+/// No device, and no pipe.
+bool isOnDisk(const File& file) { return GetFileType(file.handle()) == FILE_TYPE_DISK; }
+
 bool meansNoSuchFile(DWORD code) { return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND; }
 
 /// The folder of a path, with its separator; empty for a name alone.
@@ -98,7 +101,8 @@ FileResult checkTarget(const std::wstring& path, bool& there) {
     // A rename asks only for the folder's rights; a file that the user protected stays as it is.
     if (hasAttribute(attributes, FILE_ATTRIBUTE_READONLY)) return failedAs(EACCES);
     const File file(path, GENERIC_WRITE, OPEN_EXISTING);
-    return file.isOpen() ? FileResult{} : lastFailure();
+    if (!file.isOpen()) return lastFailure();
+    return isOnDisk(file) ? FileResult{} : failed(std::string(kDevice));
 }
 
 /// Gives the new file the rights of the one whose place it will take.
@@ -171,7 +175,7 @@ FileResult WindowsFileSystem::readWhole(const std::string& path, std::string& co
     if (isFolderPath(name)) return failedAs(EISDIR);
     const File file(name, GENERIC_READ, OPEN_EXISTING);
     if (!file.isOpen()) return lastFailure();
-    const bool onDisk = GetFileType(file.handle()) == FILE_TYPE_DISK;
+    const bool onDisk = isOnDisk(file);
     if (!onDisk && !streams) return failed(std::string(kDevice));
     LARGE_INTEGER length{};
     if (onDisk && GetFileSizeEx(file.handle(), &length) == 0) return lastFailure();
@@ -198,6 +202,7 @@ FileResult WindowsFileSystem::readBeginning(const std::string& path, std::string
     if (isFolderPath(name)) return failedAs(EISDIR);
     const File file(name, GENERIC_READ, OPEN_EXISTING);
     if (!file.isOpen()) return lastFailure();
+    if (!isOnDisk(file)) return failed(std::string(kDevice));
     content.resize(count);
     std::size_t filled = 0;
     while (filled < count) {
@@ -214,9 +219,13 @@ FileResult WindowsFileSystem::readBeginning(const std::string& path, std::string
 }
 
 bool WindowsFileSystem::isFile(const std::string& path) {
-    const DWORD attributes = GetFileAttributesW(systemPath(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES &&
-           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+    const std::wstring name = systemPath(path);
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || hasAttribute(attributes, FILE_ATTRIBUTE_DIRECTORY))
+        return false;
+    // Devices have the attributes of files. A file that cannot be opened is one all the same.
+    const File file(name, 0, OPEN_EXISTING);
+    return !file.isOpen() || isOnDisk(file);
 }
 
 bool WindowsFileSystem::isFolder(const std::string& path) { return isFolderPath(systemPath(path)); }
@@ -238,7 +247,8 @@ std::string WindowsFileSystem::canonicalPath(const std::string& path) {
     const std::wstring whole = wholeSystemPath(systemPath(path));
     if (whole.empty()) return toNativePath(path);
     // The longest beginning that exists, without its links, and the rest as it stands.
-    for (std::size_t end = whole.size(); end != std::wstring::npos && end > 0;
+    const std::size_t least = std::max<std::size_t>(lengthOfRoot(whole), 1);
+    for (std::size_t end = whole.size(); end != std::wstring::npos && end >= least;
          end = whole.rfind(L'\\', end - 1)) {
         // Behind a drive's colon the separator belongs to the folder.
         const bool root = whole[end - 1] == L':';
@@ -258,7 +268,7 @@ FileResult WindowsFileSystem::createTemporary(const std::string& path, std::stri
     if (FileResult result = checkTarget(target, there); !result) return result;
     constexpr int kMostTries = 100;
     for (int i = 0; i < kMostTries; ++i) {
-        const std::wstring name = temporaryName(target);
+        const std::wstring name = systemPath(temporaryName(target));
         const File file(name, GENERIC_WRITE, CREATE_NEW);
         if (!file.isOpen() && GetLastError() == ERROR_FILE_EXISTS) continue;
         if (!file.isOpen()) return lastFailure();
@@ -283,8 +293,18 @@ FileResult WindowsFileSystem::flush(const std::string& path) {
 FileResult WindowsFileSystem::replace(const std::string& from, const std::string& to) {
     std::wstring target = systemPath(to);
     if (FileResult result = followLinks(target); !result) return result;
+    const std::wstring source = systemPath(from);
     constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    return MoveFileExW(systemPath(from).c_str(), target.c_str(), kHow) != 0 ? FileResult{} : lastFailure();
+    // Programs that scan new files hold them for some moments.
+    constexpr int kMostTries = 5;
+    constexpr DWORD kFirstWait = 10;  // milliseconds
+    for (int tries = 1;; ++tries) {
+        if (MoveFileExW(source.c_str(), target.c_str(), kHow) != 0) return {};
+        const DWORD failure = GetLastError();
+        const bool held = failure == ERROR_ACCESS_DENIED || failure == ERROR_SHARING_VIOLATION;
+        if (!held || tries == kMostTries) return lastFailure();
+        Sleep(kFirstWait << tries);
+    }
 }
 
 FileResult WindowsFileSystem::remove(const std::string& path) {

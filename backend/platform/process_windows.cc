@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "backend/platform/windows_text.h"
 
@@ -28,11 +29,29 @@ void holdStream(std::FILE* stream, const char* mode) {
     }
 }
 
+/// The console as it was, which belongs to whoever started the program.
+struct ConsoleBefore {
+    HANDLE handle = nullptr;
+    DWORD mode = 0;
+    UINT codePage = 0;
+};
+
+ConsoleBefore consoleBefore;
+
+void restoreConsole() {
+    SetConsoleMode(consoleBefore.handle, consoleBefore.mode);
+    SetConsoleOutputCP(consoleBefore.codePage);
+}
+
 /// Has a console show UTF-8 and obey ANSI sequences, if the stream is one; other streams do not mind.
 void prepareConsole(DWORD stream) {
     HANDLE handle = GetStdHandle(stream);
     DWORD mode = 0;
     if (GetConsoleMode(handle, &mode) == 0) return;
+    if (consoleBefore.codePage == 0) {
+        consoleBefore = {handle, mode, GetConsoleOutputCP()};
+        static_cast<void>(std::atexit(restoreConsole));
+    }
     SetConsoleMode(handle, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
     SetConsoleOutputCP(CP_UTF8);
 }

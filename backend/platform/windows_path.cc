@@ -37,18 +37,30 @@ std::wstring wholeSystemPath(const std::wstring& path) {
     }
 }
 
-std::wstring systemPath(std::string_view path) {
-    std::wstring text = wideText(toNativePath(path));
-    if (text.size() < kLongestUsualPath) return text;
-    const std::wstring whole = wholeSystemPath(text);
-    return whole.empty() ? text : withLongPrefix(whole);
+std::wstring systemPath(std::string_view path) { return systemPath(wideText(toNativePath(path))); }
+
+std::wstring systemPath(std::wstring path) {
+    const std::wstring whole = wholeSystemPath(path);
+    return whole.size() < kLongestUsualPath ? path : withLongPrefix(whole);
+}
+
+std::size_t lengthOfRoot(std::wstring_view whole) {
+    const bool longShare = whole.starts_with(kLongSharePrefix);
+    if (!longShare && (whole.starts_with(kLongPrefix) || !whole.starts_with(kShare))) {
+        const std::size_t drive = whole.starts_with(kLongPrefix) ? kLongPrefix.size() : 0;
+        return std::min(drive + 2, whole.size());
+    }
+    const std::size_t server = whole.find(L'\\', longShare ? kLongSharePrefix.size() : kShare.size());
+    return std::min(whole.find(L'\\', std::min(server, whole.size() - 1) + 1), whole.size());
 }
 
 std::string pathOfSystem(std::wstring_view path) {
     if (path.starts_with(kLongSharePrefix)) {
         return narrowText(std::wstring(kShare).append(path.substr(kLongSharePrefix.size())));
     }
-    return narrowText(path.starts_with(kLongPrefix) ? path.substr(kLongPrefix.size()) : path);
+    const std::wstring_view plain =
+        path.starts_with(kLongPrefix) ? path.substr(kLongPrefix.size()) : std::wstring_view();
+    return narrowText(plain.substr(0, 2).ends_with(L':') ? plain : path);
 }
 
 std::string toNativePath(std::string_view path) {

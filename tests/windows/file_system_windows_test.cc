@@ -3,6 +3,7 @@
 
 #include "backend/platform/file_system.h"
 #include "backend/platform/output_file.h"
+#include "backend/platform/windows_path.h"
 
 namespace vexa {
 namespace {
@@ -20,17 +21,21 @@ class FileSystemOfWindows : public ::testing::Test {
                   std::to_string(++count);
         EXPECT_NE(CreateDirectoryA(folder_.c_str(), nullptr), 0);
     }
-    ~FileSystemOfWindows() override {
+    ~FileSystemOfWindows() override { removeTree(std::wstring(folder_.begin(), folder_.end())); }
+
+    static void removeTree(const std::wstring& folder) {
         WIN32_FIND_DATAW found{};
-        const std::wstring folder(folder_.begin(), folder_.end());
-        HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+        HANDLE search = FindFirstFileW(systemPath(folder + L"\\*").c_str(), &found);
         do {
-            const std::wstring path = folder + L'\\' + found.cFileName;
+            const std::wstring name = found.cFileName;
+            const std::wstring path = systemPath(folder + L'\\' + name);
             SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+            const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+            if (isFolder && name != L"." && name != L"..") removeTree(folder + L'\\' + name);
             DeleteFileW(path.c_str());
         } while (FindNextFileW(search, &found) != 0);
         FindClose(search);
-        RemoveDirectoryW(folder.c_str());
+        RemoveDirectoryW(systemPath(folder).c_str());
     }
 
     static FileSystem& files() { return FileSystem::current(); }
@@ -88,6 +93,59 @@ TEST_F(FileSystemOfWindows, TakesBothSeparatorsDrivesAndLongPaths) {
     write(longName, "far away");
     EXPECT_EQ(contentOf(longName), "far away");
     EXPECT_GT(path(longName).size(), 215U);
+}
+
+TEST_F(FileSystemOfWindows, TakesPathsBeyondTheUsualLimit) {
+    string deep = folder_;
+    for (int i = 0; i < 3; ++i) deep += "\\" + string(80, static_cast<char>('a' + i));
+    EXPECT_TRUE(systemPath(deep).starts_with(L"\\\\?\\"));
+    string below = folder_;
+    for (int i = 0; i < 3; ++i) {
+        below += "\\" + string(80, static_cast<char>('a' + i));
+        ASSERT_NE(CreateDirectoryW(systemPath(below).c_str(), nullptr), 0) << below;
+    }
+    const string name = deep + "\\\u00e4.txt";
+    ASSERT_TRUE(writeFileAtomically(name, "far away"));
+    string content;
+    EXPECT_TRUE(files().read(name, content, kLimit));
+    EXPECT_EQ(content, "far away");
+    EXPECT_EQ(files().canonicalPath(name), name);
+}
+
+TEST(PathsOfWindows, AreTextsUntilTheyAreUsed) {
+    const string longName(300, 'n');
+    const std::wstring wideName(300, L'n');
+    EXPECT_EQ(systemPath("c:/a/b"), L"c:\\a\\b");
+    EXPECT_EQ(systemPath("//server/share/a"), L"\\\\server\\share\\a");
+    EXPECT_EQ(systemPath("c:\\" + longName), L"\\\\?\\c:\\" + wideName);
+    EXPECT_EQ(systemPath("\\\\server\\share\\" + longName), L"\\\\?\\UNC\\server\\share\\" + wideName);
+    EXPECT_EQ(pathOfSystem(L"\\\\?\\UNC\\server\\share\\a"), "\\\\server\\share\\a");
+    EXPECT_EQ(pathOfSystem(L"\\\\?\\c:\\a"), "c:\\a");
+    EXPECT_EQ(pathOfSystem(L"\\\\?\\Volume{1}\\a"), "\\\\?\\Volume{1}\\a");
+    EXPECT_EQ(pathOfSystem(L"c:\\a"), "c:\\a");
+}
+
+TEST(PathsOfWindows, BeginWithADriveOrAShare) {
+    const struct {
+        const wchar_t* path;
+        std::size_t length;
+    } cases[] = {
+        {L"c:\\a", 2},      {L"\\\\server\\share\\a", 14}, {L"\\\\server\\share", 14},
+        {L"\\\\server", 8}, {L"\\\\?\\c:\\a", 6},          {L"\\\\?\\UNC\\server\\share\\a", 20},
+        {L"", 0},
+    };
+    for (const auto& one : cases) EXPECT_EQ(lengthOfRoot(one.path), one.length) << pathOfSystem(one.path);
+}
+
+TEST_F(FileSystemOfWindows, AShareThatIsNotThereStaysAsItIs) {
+    EXPECT_EQ(files().canonicalPath("\\\\no.such.server\\share\\a"), "\\\\no.such.server\\share\\a");
+}
+
+TEST_F(FileSystemOfWindows, ADeviceIsNoFile) {
+    string content;
+    EXPECT_FALSE(files().isFile("NUL"));
+    EXPECT_FALSE(files().isWritable("NUL"));
+    EXPECT_EQ(files().readBeginning("NUL", content, 5).reason, "Not a file but a device or a pipe");
 }
 
 TEST_F(FileSystemOfWindows, RefusesWhatIsNoFile) {
