@@ -20,11 +20,6 @@ def tracked_files(root=ROOT):
                   if name and not name.startswith(("build/", ".git/")) and (root / name).is_file())
 
 
-def for_windows_only(name):
-    """True for a source that no compiler of this system can read; only the cross build sees it."""
-    return "windows" in pathlib.PurePosixPath(name).name
-
-
 def sources(suffixes=(".h", ".cc"), root=ROOT):
     """The tracked C++ files with one of the suffixes, relative to root."""
     return [name for name in tracked_files(root) if name.endswith(tuple(suffixes))]

@@ -39,7 +39,7 @@ std::wstring wholeSystemPath(const std::wstring& path) {
 
 std::wstring systemPath(std::string_view path) { return systemPath(wideText(toNativePath(path))); }
 
-std::wstring systemPath(std::wstring path) {
+std::wstring systemPath(const std::wstring& path) {
     const std::wstring whole = wholeSystemPath(path);
     return whole.size() < kLongestUsualPath ? path : withLongPrefix(whole);
 }

@@ -11,7 +11,7 @@ namespace vexa {
 /// characters.
 [[nodiscard]] std::wstring systemPath(std::string_view path);
 /// The same for a path in the system's own form.
-[[nodiscard]] std::wstring systemPath(std::wstring path);
+[[nodiscard]] std::wstring systemPath(const std::wstring& path);
 /// A path that the system gave, as UTF-8 without such a prefix; with it where nothing else names the place.
 [[nodiscard]] std::string pathOfSystem(std::wstring_view path);
 /// `path` from its drive or share on, as the system completes it, without "." and ".."; nothing is looked up.
