@@ -25,7 +25,7 @@ def tree(source='report("Name ^1 is taken."_text);', key="Name ^1 is taken.", en
     """A tree with one source file and a table for each language; languages: units that replace those of one."""
     files = {SOURCE: source, "backend/platform/system_text.h": 'constexpr SystemText operator""_text(const char*);'}
     for language in LANGUAGES:
-        target = None if language == "en" else "^1!"
+        target = None if language == "en" else "^1."
         units = languages.get(language, [(key, english or key, target, note)])
         files[f"stringtables/{language}/outnew.xlf"] = table(*units)
     return files
@@ -52,7 +52,7 @@ class CheckTexts(unittest.TestCase):
         self.refused(tree(fr=[]), f"stringtables/fr/outnew.xlf: lacks 'Name ^1 is taken.' ({SOURCE}:1)")
 
     def test_a_text_that_nothing_uses(self):
-        more = [("Name ^1 is taken.", "Name ^1 is taken.", "^1!", None), ("Old.", "Old.", "Alt.", None)]
+        more = [("Name ^1 is taken.", "Name ^1 is taken.", "^1.", None), ("Old.", "Old.", "Alt.", None)]
         self.refused(tree(de=more), "stringtables/de/outnew.xlf: 'Old.' is used by nothing")
 
     def test_a_table_that_is_missing_or_that_nothing_uses(self):
@@ -80,19 +80,19 @@ class CheckTexts(unittest.TestCase):
         self.assertEqual(self.result(tree(source, "Name ^1...", "The name ^1 is taken.")).returncode, 0)
 
     def test_a_help_text_in_one_language_only(self):
-        unit = [("Name ^1 is taken.", "Name ^1 is taken.", "^1!", "Take another.")]
+        unit = [("Name ^1 is taken.", "Name ^1 is taken.", "^1.", "Take another.")]
         self.refused(tree(it=unit), "has a help text in one")
         self.refused(tree(note="Take another.", it=[(*unit[0][:3], None)]), "has a help text in one")
 
     def test_a_source_that_is_not_the_english_text(self):
-        self.refused(tree(ru=[("Name ^1 is taken.", "Name ^1.", "^1!", None)]), "is not the English text")
+        self.refused(tree(ru=[("Name ^1 is taken.", "Name ^1.", "^1.", None)]), "is not the English text")
 
     def test_a_key_that_stands_twice(self):
-        unit = ("Name ^1 is taken.", "Name ^1 is taken.", "^1!", None)
+        unit = ("Name ^1 is taken.", "Name ^1 is taken.", "^1.", None)
         self.refused(tree(es=[unit, unit]), "stands twice")
 
     def test_blanks_around_a_text(self):
-        for text in [" ^1!", "^1! ", "\n  ^1!\n", "^1\n!"]:
+        for text in [" ^1.", "^1. ", "\n  ^1.\n", "^1\n."]:
             with self.subTest(text=text):
                 self.refused(tree(ja=[("Name ^1 is taken.", "Name ^1 is taken.", text, None)]), "blanks or line ends")
 
@@ -101,7 +101,7 @@ class CheckTexts(unittest.TestCase):
         for folder, name, german in [("backend/session", "session", "ja"), ("backend/pivot", "pivotlog", "jawohl")]:
             files[f"{folder}/a.cc"] = 'show("yes, it is"_text);'
             for language in LANGUAGES:
-                target = {"en": None, "de": german}.get(language, "!")
+                target = {"en": None, "de": german}.get(language, ".")
                 files[f"stringtables/{language}/{name}.xlf"] = table(("yes, it is", "yes, it is", target, None))
         self.refused(files, "stringtables/de/pivotlog.xlf: 'yes, it is' is 'jawohl', but 'ja' in session")
 
@@ -122,6 +122,29 @@ class CheckTexts(unittest.TestCase):
         self.assertLess(french.index("Nom ^1 pris."), french.index('id="New."'))
         self.assertIn("<source>Name ^1 is taken.</source>", french)
         self.assertEqual(listing, "== outnew (2)\nName ^1 is taken.\nNew.\n")
+
+    def test_quotation_marks(self):
+        key = 'Name "^1" is taken, so NAME=\'^1\' or "=" is.'
+        source = 'report("Name \\"^1\\" is taken, so NAME=\'^1\' or \\"=\\" is."_text);'
+        fits = {"de": '„^1“: "="', "fr": "l’un, «\u00a0^1\u00a0»\u00a0: \"=\"", "ja": "「^1」、「a」", "pt_BR": "“^1”", "pl": "„^1”"}
+        units = {language: [(key, key, target, None)] for language, target in fits.items()}
+        result = self.result(tree(source, key, **units))
+        self.assertEqual(result.returncode, 0, result.stdout)
+        for language, target, complaint in [
+                ("de", '"^1"', "straight quotation marks"), ("de", "'^1'", "straight quotation marks"),
+                ("de", '^1 "*"', "straight quotation marks"), ("de", "„^1”", "other than „“"), ("de", "“^1“", "other than „“"),
+                ("de", "„^1", "not in pairs"), ("it", "l'un ^1", "other than «»"), ("ja", "“^1”", "other than 「」"),
+                ("fr", "«^1»", "no-break space"), ("fr", "« ^1 »", "no-break space"), ("fr", "^1 : a", "no-break space"),
+                ("fr", "^1?", "no-break space")]:
+            with self.subTest(language=language, target=target):
+                self.refused(tree(source, key, **{language: [(key, key, target, None)]}), complaint)
+
+    def test_quotation_marks_of_a_help_text(self):
+        unit = ("Name ^1 is taken.", "Name ^1 is taken.", "^1.")
+        notes = {language: [(*unit, None if language == "en" else "so")] for language in LANGUAGES}
+        notes["en"] = [("Name ^1 is taken.", "Name ^1 is taken.", None, 'As in "=".')]
+        notes["ko"] = [(*unit, '"so"')]
+        self.refused(tree(**notes), "stringtables/ko/outnew.xlf: 'Name ^1 is taken.' has straight quotation marks")
 
     def test_a_literal_that_should_be_marked(self):
         marked = 'report("Name ^1 is taken."_text); '
