@@ -81,7 +81,18 @@ bool beginsWithTornSign(const std::string& line) {
            wordsOf(line.substr(0, line.find(' '))).empty();
 }
 
+/// Whether a line ends with what closes in German: there “ stands behind a word or its punctuation, and where
+/// it opens behind a blank, another opening sign or an ideograph.
+bool endsWithGermanQuote(std::string_view line) {
+    constexpr std::string_view kClosing = "“";
+    if (!line.ends_with(kClosing)) return false;
+    line.remove_suffix(kClosing.size());
+    return !line.empty() &&
+           (std::isalnum(static_cast<unsigned char>(line.back())) != 0 || line.ends_with(':'));
+}
+
 bool endsWithTornSign(const std::string& line) {
+    if (endsWithGermanQuote(line)) return false;
     for (const std::string_view sign : {"（", "「", "『", "《", "【", "“", "«", "„", "(", "[", "¿"}) {
         if (line.ends_with(sign)) return true;
     }

@@ -125,6 +125,15 @@ TEST(WrapText, KeepsWordsCommandsAndMarkersWholeBesideWideCharacters) {
     });
 }
 
+TEST(WrapText, BreaksBehindWhatClosesInGermanAndOpensElsewhere) {
+    expectLines({
+        {"Den Befehl „NEWW“ gibt es", 17, {"Den Befehl „NEWW“", "gibt es"}},
+        {"Den Befehl „NEWW“ gibt es", 14, {"Den Befehl", "„NEWW“ gibt es"}},
+        {"mit „^1“: „x“.", 9, {"mit „^1“:", "„x“."}},
+        {"número “NEWW” é", 10, {"número", "“NEWW” é"}},
+    });
+}
+
 TEST(WrapText, NeverBreaksAtNoBreakSpaces) {
     const string words = "un deux\u00a0:";
     expectLines({
