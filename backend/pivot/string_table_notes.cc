@@ -9,6 +9,7 @@
 #include "backend/paths/path_factory.h"
 #include "backend/pivot/output_log.h"
 #include "backend/platform/character_set.h"
+#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "backend/strings/string_table.h"
 
@@ -42,7 +43,16 @@ TablePlace placeOf(std::string_view path, std::string_view languages) {
 struct Note {
     TablePlace place;
     std::string reason;
+    std::string meant;  ///< the name of a file that is there, where only the ending is missing
 };
+
+/// An empty file name or language is shown as it was written.
+std::string shownName(const std::string& name) { return name.empty() ? "\"\"" : name; }
+
+std::string withEnding(const std::string& name) {
+    constexpr std::string_view kEnding = ".xlf";
+    return name + std::string(kEnding);
+}
 
 std::vector<Note> notesOf(const std::vector<StringTableComplaint>& complaints) {
     std::vector<Note> notes;
@@ -53,7 +63,9 @@ std::vector<Note> notesOf(const std::vector<StringTableComplaint>& complaints) {
         const auto [known, added] = each.reason.empty() ? missing.try_emplace(place.file, notes.size())
                                                         : std::pair(missing.end(), true);
         if (added) {
-            notes.push_back({std::move(place), each.reason});
+            const bool meant = each.reason.empty() && FileSystem::current().isFile(withEnding(each.path));
+            std::string other = meant ? withEnding(place.file) : std::string();
+            notes.push_back({std::move(place), each.reason, std::move(other)});
         } else {
             notes[known->second].place.language.append(", ").append(place.language);
         }
@@ -61,18 +73,27 @@ std::vector<Note> notesOf(const std::vector<StringTableComplaint>& complaints) {
     return notes;
 }
 
+std::string textOf(const Note& note) {
+    const std::string file = shownName(note.place.file);
+    const std::string language = shownName(note.place.language);
+    if (!note.reason.empty()) {
+        return composed("^1 for ^2 cannot be read: ^3."_text, {file, language, note.reason});
+    }
+    std::string text = composed("There is no ^1 for ^2."_text, {file, language});
+    if (!note.meant.empty()) appendSentence(text, composed("Did you mean ^1?"_text, {note.meant}));
+    return text;
+}
+
 }  // namespace
 
 void publishStringTableNotes() {
     OutputLog& log = OutputLog::current();
-    for (const Note& note : notesOf(takeStringTableComplaints())) {
-        if (!log.hasListeners()) return;
-        std::string text =
-            note.reason.empty()
-                ? composed("There is no ^1 for ^2."_text, {note.place.file, note.place.language})
-                : composed("^1 for ^2 cannot be read: ^3."_text,
-                           {note.place.file, note.place.language, note.reason});
-        log.publish(NotesAdded{kLevel, translated("String tables"_text), std::move(text)});
+    // What is said is looked up in tables itself, which may bring further complaints.
+    for (auto taken = takeStringTableComplaints(); !taken.empty(); taken = takeStringTableComplaints()) {
+        for (const Note& note : notesOf(taken)) {
+            if (!log.hasListeners()) return;
+            log.publish(NotesAdded{kLevel, translated("String tables"_text), textOf(note)});
+        }
     }
 }
 

@@ -53,7 +53,7 @@ std::string StringDictionary::lookUp(std::string_view key) const {
     if (folder_.empty()) return std::string(key);
     if (!ofProcedure_) {
         const std::string_view file = stringTableFile(procedure_);
-        ofProcedure_ = file.empty() ? nullptr : loadStringTable(folder_ + std::string(file));
+        ofProcedure_ = file.empty() ? nullptr : loadForDictionary(folder_ + std::string(file));
     }
     if (*ofProcedure_ != nullptr) {
         if (const std::string* const text = find(**ofProcedure_, key)) return *text;
@@ -61,7 +61,7 @@ std::string StringDictionary::lookUp(std::string_view key) const {
     if (!ofLibraries_) {
         ofLibraries_.emplace();
         for (const std::string_view file : kLibraryTables) {
-            ofLibraries_->push_back(loadStringTable(folder_ + std::string(file)));
+            ofLibraries_->push_back(loadForDictionary(folder_ + std::string(file)));
         }
     }
     for (const Table& table : *ofLibraries_) {

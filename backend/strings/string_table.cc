@@ -26,9 +26,16 @@ constexpr ProcedureFile kFiles[] = {
     {"Stb Print", "stbprint.xlf"},
 };
 
+/// A complaint whose reason is not translated yet: to look that up may bring further complaints.
+struct PendingComplaint {
+    std::string path;
+    FileResult result;
+    bool missing;
+};
+
 /// What was complained about since the complaints were last taken.
 struct Complaints {
-    std::vector<StringTableComplaint> list;
+    std::vector<PendingComplaint> list;
     std::set<std::string, std::less<>> paths;
 };
 
@@ -37,10 +44,14 @@ Complaints& complaints() {
     return pending;
 }
 
-void complain(const std::string& path, const FileResult& result) {
-    if (!complaints().paths.insert(path).second) return;
-    complaints().list.push_back(
-        {path, FileSystem::current().isFile(path) ? shownReason(result) : std::string()});
+/// The broken files that dictionaries have complained of.
+std::set<std::string, std::less<>>& brokenForDictionaries() {
+    static std::set<std::string, std::less<>> paths;
+    return paths;
+}
+
+void complain(const std::string& path, const FileResult& result, bool missing) {
+    if (complaints().paths.insert(path).second) complaints().list.push_back({path, result, missing});
 }
 
 }  // namespace
@@ -50,7 +61,7 @@ FileResult FacSTStringTable::GetKeysAndValues(std::string_view path,
     entries.clear();
     const std::string file = toUtf8(path);
     const auto table = loadStringTable(file);
-    if (!table->result) complain(file, table->result);
+    if (!table->result) complain(file, table->result, !FileSystem::current().isFile(file));
     entries.reserve(table->entries.size());
     for (const keyValueGloss& entry : table->entries) {
         entries.push_back({fromUtf8(entry.key), fromUtf8(entry.value), fromUtf8(entry.gloss)});
@@ -58,7 +69,26 @@ FileResult FacSTStringTable::GetKeysAndValues(std::string_view path,
     return table->result;
 }
 
-std::vector<StringTableComplaint> takeStringTableComplaints() { return std::exchange(complaints(), {}).list; }
+std::shared_ptr<const LoadedStringTable> loadForDictionary(const std::string& path) {
+    auto table = loadStringTable(path);
+    if (!table->result && FileSystem::current().isFile(path) && brokenForDictionaries().insert(path).second) {
+        complain(toBackslashPath(path), table->result, false);
+    }
+    return table;
+}
+
+std::vector<StringTableComplaint> takeStringTableComplaints() {
+    std::vector<StringTableComplaint> taken;
+    for (const PendingComplaint& each : std::exchange(complaints(), {}).list) {
+        taken.push_back({each.path, each.missing ? std::string() : shownReason(each.result)});
+    }
+    return taken;
+}
+
+void forgetStringTables() {
+    clearStringTableCache();
+    brokenForDictionaries().clear();
+}
 
 std::string_view stringTableFile(std::string_view procedure) {
     for (const ProcedureFile& entry : kFiles) {

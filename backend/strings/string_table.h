@@ -34,14 +34,16 @@ class FacSTStringTable {
     FileResult GetKeysAndValues(std::string_view path, std::vector<keyValueGloss>& entries) const;
 };
 
-/// A table that was asked for by its path, and is missing or cannot be read. UTF-8.
+/// A table that is missing or cannot be read. UTF-8.
 struct StringTableComplaint {
     std::string path;
     std::string reason;  ///< why it cannot be read, as shown; empty for a file that is missing
 };
 
-/// The complaints about `FacSTStringTable::GetKeysAndValues` since they were last taken, in the order of the
-/// questions, each path once.
+/// The complaints since they were last taken, in the order of the questions, each path once: about every
+/// table that `FacSTStringTable::GetKeysAndValues` was asked for, and, once in the life of the process, about
+/// a broken one that a dictionary looked into. A dictionary may do without a table: what it lacks is shown in
+/// English.
 [[nodiscard]] std::vector<StringTableComplaint> takeStringTableComplaints();
 
 /// The string-table file of a procedure, without its folder: "outmodify.xlf" for "Output Modify". Empty for a

@@ -33,6 +33,6 @@ std::shared_ptr<const LoadedStringTable> loadStringTable(const std::string& path
     return table;
 }
 
-void forgetStringTables() { cache().clear(); }
+void clearStringTableCache() { cache().clear(); }
 
 }  // namespace vexa

@@ -24,4 +24,9 @@ struct LoadedStringTable {
 /// that cannot be read is remembered as well.
 [[nodiscard]] std::shared_ptr<const LoadedStringTable> loadStringTable(const std::string& path);
 
+void clearStringTableCache();
+
+/// The same as `loadStringTable`, for a dictionary: complains of a file that is there and cannot be read.
+[[nodiscard]] std::shared_ptr<const LoadedStringTable> loadForDictionary(const std::string& path);
+
 }  // namespace vexa

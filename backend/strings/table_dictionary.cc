@@ -14,7 +14,7 @@ FacSTDictionary::FacSTDictionary(std::string_view location) : location_(toUtf8(l
 void FacSTDictionary::SetProcedure(std::string_view procedure) {
     table_.reset();
     const std::string_view file = stringTableFile(procedure);
-    if (!file.empty()) table_ = loadStringTable(location_ + std::string(file));
+    if (!file.empty()) table_ = loadForDictionary(location_ + std::string(file));
 }
 
 std::string FacSTDictionary::LookUp(std::string_view key) const {

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -95,7 +96,7 @@ class UnitCollector final : public xml::DefaultHandler {
     std::vector<keyValueGloss>* entries_;
     std::vector<Part> open_;
     keyValueGloss unit_;
-    std::string target_;
+    std::optional<std::string> target_;
     std::u16string text_;  // of the source, target or note that is open
     FileResult refusal_;
 };
@@ -126,7 +127,7 @@ void UnitCollector::startElement(const XMLCh* uri, const XMLCh* localName, const
 void UnitCollector::beginUnit(const xml::Attributes& attributes) {
     static constexpr XMLCh kId[] = {'i', 'd', 0};
     unit_ = {utf8Of(attributes.getValue(kId)), "", ""};
-    target_.clear();
+    target_.reset();
 }
 
 void UnitCollector::characters(const XMLCh* text, XMLSize_t length) {
@@ -145,7 +146,7 @@ void UnitCollector::endText(Part part) {
 
 void UnitCollector::endUnit() {
     if (unit_.key.empty()) return;
-    if (!target_.empty()) unit_.value = std::move(target_);
+    if (target_) unit_.value = std::move(*target_);
     entries_->push_back(std::move(unit_));
 }
 

@@ -5,7 +5,9 @@
 
 #include "backend/paths/path_factory.h"
 #include "backend/pivot/bp_procedure.h"
+#include "backend/strings/dictionary.h"
 #include "backend/strings/string_table.h"
+#include "backend/strings/table_dictionary.h"
 #include "tests/unit/frontend/memory_file_system.h"
 #include "tests/unit/pivot/collected_log.h"
 #include "tests/unit/strings/sample_tables.h"
@@ -68,6 +70,37 @@ TEST_F(StringTableNotes, ABrokenFileIsANoteWithItsReason) {
                                      "There is no broken.xlf for fr."));
 }
 
+TEST_F(StringTableNotes, AFileThatIsThereWithItsEndingIsNamed) {
+    ask("de\\a");
+    ask("fr\\a");
+    ask("de\\");
+    publishStringTableNotes();
+    EXPECT_THAT(notes(),
+                ElementsAre("There is no a for de, fr. Did you mean a.xlf?", "There is no \"\" for de."));
+}
+
+TEST_F(StringTableNotes, ABrokenTableOfADictionaryIsNotedOnceInALife) {
+    FacSTDictionary dictionary("\\home\\lang\\de");
+    system_.files["\\home\\lang\\de\\outname.xlf"] = "<xliff";
+    for (int i = 0; i < 2; ++i) {
+        dictionary.SetProcedure("Output Name");
+        dictionary.SetProcedure("Output Save");
+        publishStringTableNotes();
+    }
+    EXPECT_THAT(notes(), ElementsAre("outname.xlf for de cannot be read: Line 1: unexpected end of input."));
+}
+
+// The table that the note's own words are looked up in is read no sooner than for the note.
+TEST_F(StringTableNotes, ATableThatBreaksTheNoteIsNotedBehindIt) {
+    system_.files["\\home\\lang\\de\\pivotlog.xlf"] = "<xliff";
+    StringDictionary::current().open("\\home\\lang\\de");
+    ask("fr\\a.xlf");
+    publishStringTableNotes();
+    StringDictionary::current().open("");
+    EXPECT_THAT(notes(), ElementsAre("There is no a.xlf for fr.",
+                                     "pivotlog.xlf for de cannot be read: Line 1: unexpected end of input."));
+}
+
 TEST_F(StringTableNotes, ComeOnceAndAtTheEndOfTheProcedure) {
     {
         const BpProcedure procedure("Stb Print", 2);
@@ -76,7 +109,7 @@ TEST_F(StringTableNotes, ComeOnceAndAtTheEndOfTheProcedure) {
         ask("file");
         EXPECT_THAT(notes(), IsEmpty());
     }
-    EXPECT_THAT(notes(), ElementsAre("There is no a.xlf for fr.", "There is no file for ."));
+    EXPECT_THAT(notes(), ElementsAre("There is no a.xlf for fr.", "There is no file for \"\"."));
     EXPECT_TRUE(std::holds_alternative<ProcedureEnded>(log_.events.back()));
     { const BpProcedure procedure("Stb Print", 2); }
     EXPECT_EQ(notes().size(), 2U);
