@@ -127,13 +127,20 @@ void TerminalListener::showMessageAt(std::string_view place, int level, std::str
 }
 
 void TerminalListener::show(const SyntaxErrorReported& error) {
-    const SourcePlace& place = error.place;
+    showAt(error.place, kErrorLevel, error.message);
+}
+
+void TerminalListener::show(const SyntaxWarned& warning) {
+    showAt(warning.place, kWarningLevel, warning.message);
+}
+
+void TerminalListener::showAt(const SourcePlace& place, int level, std::string_view text) {
     std::string where;
     if (!place.file.empty()) {
         where = printableText(place.file) + ':' + std::to_string(place.line) + ':' +
                 std::to_string(place.column) + ": ";
     }
-    showMessageAt(where, kErrorLevel, error.message);
+    showMessageAt(where, level, text);
     messages_ << sourceWithCaret(place) << std::flush;
 }
 

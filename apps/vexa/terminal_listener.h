@@ -31,6 +31,7 @@ class TerminalListener : public LogListener {
 
   private:
     void show(const SyntaxErrorReported& error);
+    void show(const SyntaxWarned& warning);
     void show(const ParserMessageReported& report);
     void show(const ErrorReported& error);
     void show(const NotesAdded& notes);
@@ -40,6 +41,7 @@ class TerminalListener : public LogListener {
     void show(const Event& /*event*/) {}
 
     [[nodiscard]] RenderOptions renderOptions() const;
+    void showAt(const SourcePlace& place, int level, std::string_view text);
     void showResult(const std::string& text);
     /// `place`: where it is, with its last colon, or empty.
     void showMessageAt(std::string_view place, int level, std::string_view text);

@@ -95,6 +95,8 @@ struct Writer {
         return line;
     }
 
+    std::optional<Json> operator()(const SyntaxWarned& /*warned*/) const { return std::nullopt; }
+
     std::optional<Json> operator()(const ParserMessageReported& report) const {
         Json line = event("parserMessage");
         line["method"] = report.method;

@@ -44,6 +44,12 @@ struct SyntaxErrorReported {
     SourcePlace place;
 };
 
+/// The parser library took a value that the command is going to ignore.
+struct SyntaxWarned {
+    std::string message;
+    SourcePlace place;
+};
+
 /// A method of `ParserMessage` was called.
 struct ParserMessageReported {
     using Argument = std::variant<std::string, double>;
@@ -80,8 +86,8 @@ struct TextPrinted {
 };
 
 using LogEvent = std::variant<CommandStarted, CommandFinished, ProcedureBegan, ProcedureEnded, LogFlushed,
-                              SyntaxErrorReported, ParserMessageReported, ErrorReported, NotesAdded,
-                              TableFinished, TextPrinted>;
+                              SyntaxErrorReported, SyntaxWarned, ParserMessageReported, ErrorReported,
+                              NotesAdded, TableFinished, TextPrinted>;
 
 /// Receives every event of the log. A listener must not publish into the log that calls it.
 class LogListener {

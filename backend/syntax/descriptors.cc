@@ -80,6 +80,11 @@ ParamDescriptor& ParamDescriptor::checkedByCommand() {
     return *this;
 }
 
+ParamDescriptor& ParamDescriptor::readAsOneText() {
+    readAsOneText_ = true;
+    return *this;
+}
+
 ParamDescriptor& ParamDescriptor::setValueLabel(std::string_view label) {
     valueLabel_ = label;
     return *this;

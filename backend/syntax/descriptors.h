@@ -81,6 +81,9 @@ class ParamDescriptor {
     /// and bounds stay declared, for help and completion. A qualifier may be marked by itself; the mark of
     /// its parameter counts for all of them.
     ParamDescriptor& checkedByCommand();
+    /// For values that are any tokens: the command reads one text and ignores anything else without a word of
+    /// its own, so the parser warns of that.
+    ParamDescriptor& readAsOneText();
     /// What the value is called in help texts, such as "file" or "name".
     ParamDescriptor& setValueLabel(std::string_view label);
 
@@ -90,6 +93,7 @@ class ParamDescriptor {
     [[nodiscard]] bool isValueRequired() const { return valueRequired_; }
     [[nodiscard]] UPSpecTypes::BracketOptions brackets() const { return brackets_; }
     [[nodiscard]] bool isCheckedByCommand() const { return checkedByCommand_; }
+    [[nodiscard]] bool isReadAsOneText() const { return readAsOneText_; }
     [[nodiscard]] std::string_view valueLabel() const { return valueLabel_; }
     [[nodiscard]] std::vector<std::string_view> stringValues() const;
     [[nodiscard]] bool hasStringValues() const { return !addedValues_.empty() || !constantValues_.empty(); }
@@ -107,6 +111,7 @@ class ParamDescriptor {
     bool required_;
     bool valueRequired_;
     bool checkedByCommand_ = false;
+    bool readAsOneText_ = false;
     std::span<const std::string_view> constantValues_;
     std::vector<std::string_view> addedValues_;  // stands for the constant ones as soon as it holds any
     std::optional<Boundary> lower_;

@@ -48,6 +48,10 @@ int UniversalParser::getCommandSpecifications() {
             SyntaxErrorReported{error_->message, placeOf(sequence_.command(), error_->offset)});
         return 1;
     }
+    for (ParseError& warning : warnings_) {
+        OutputLog::current().publish(
+            SyntaxWarned{std::move(warning.message), placeOf(sequence_.command(), warning.offset)});
+    }
     return mode != nullptr && mode->mode() == ParseMode::checkOnly ? 1 : 0;
 }
 
@@ -200,6 +204,11 @@ bool UniversalParser::parseParameter(const SubComDescriptor& descriptor, SubComO
     }
     if (auto error = checkValue(parameter, value, sequence_.command())) {
         return fail(std::move(error->message), error->offset.value_or(offset));
+    }
+    if (parameter.isReadAsOneText()) {
+        if (auto warning = checkOneText(parameter, value, sequence_.command())) {
+            warnings_.push_back({std::move(warning->message), warning->offset.value_or(offset)});
+        }
     }
     result.parameters_.emplace_back(parameter.name(), &keyword, value);
     return true;

@@ -14,7 +14,7 @@
 
 namespace vexa {
 
-/// Why a command was refused: at the byte `offset` of the command's text.
+/// Why a command was refused, or what is ignored in it: at the byte `offset` of the command's text.
 struct ParseError {
     std::string message;  ///< UTF-8
     std::size_t offset = 0;
@@ -103,6 +103,7 @@ class UniversalParser {
     std::size_t at_ = 0;
     std::vector<std::size_t> closings_;  // of every token; empty until first needed
     std::optional<ParseError> error_;
+    std::vector<ParseError> warnings_;
 };
 
 }  // namespace vexa

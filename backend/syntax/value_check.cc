@@ -277,9 +277,10 @@ std::string describeTokens(std::string_view label) {
         std::string_view label;
         SystemText text;
     } kKinds[] = {
-        {"file", "a file"_text},     {"folder", "a folder"_text}, {"name", "a name"_text},
-        {"text", "a text"_text},     {"title", "a title"_text},   {"width", "a width"_text},
-        {"format", "a format"_text}, {"color", "a color"_text},   {"font family", "a font family"_text},
+        {"file", "a file"_text},     {"folder", "a folder"_text},
+        {"name", "a name"_text},     {"text", "a text"_text},
+        {"title", "a title"_text},   {"width", "a width"_text},
+        {"format", "a format"_text}, {"font family", "a font family"_text},
     };
     for (const auto& kind : kKinds) {
         if (kind.label == label) return translated(kind.text);
@@ -292,6 +293,24 @@ std::string describeTokens(std::string_view label) {
 std::optional<ValueError> checkValue(const ParamDescriptor& parameter, std::span<const TokenInfoObj> value,
                                      const CommandText& command) {
     return ValueCheck(parameter, command).check(value);
+}
+
+std::optional<ValueError> checkOneText(const ParamDescriptor& parameter, std::span<const TokenInfoObj> value,
+                                       const CommandText& command) {
+    const ParamDescriptor oneText(parameter.name(), Spec::literalOrWord, false, true);
+    if (value.empty()) {
+        return ValueError{
+            composed(texts::kNeedsValue, {std::string(parameter.name()), describeValue(oneText)}), {}};
+    }
+    // A bracket that opens a list is itself what does not fit.
+    std::optional<ValueError> error = checkValue(oneText, value.first(1), command);
+    if (!error) {
+        error = checkValue(oneText, value, command);
+    }
+    if (error) {
+        appendSentence(error->message, translated("The value is ignored."_text));
+    }
+    return error;
 }
 
 std::string describeValue(const ParamDescriptor& parameter) {

@@ -38,6 +38,8 @@ void DocumentRecorder::handle(const LogFlushed& /*event*/) {}
 
 void DocumentRecorder::handle(const SyntaxErrorReported& event) { addMessage(3, event.message); }
 
+void DocumentRecorder::handle(const SyntaxWarned& event) { addMessage(2, event.message); }
+
 void DocumentRecorder::handle(const ParserMessageReported& event) {
     addMessage(event.warning ? 2 : 3, event.message);
 }

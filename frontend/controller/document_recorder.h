@@ -40,6 +40,7 @@ class DocumentRecorder : public LogListener {
     void handle(const ProcedureEnded& event);
     void handle(const LogFlushed& event);
     void handle(const SyntaxErrorReported& event);
+    void handle(const SyntaxWarned& event);
     void handle(const ParserMessageReported& event);
     void handle(const ErrorReported& event);
     void handle(const NotesAdded& event);

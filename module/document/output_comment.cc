@@ -29,9 +29,11 @@ constexpr int kProcedureValue = 2;
 
 constexpr std::string_view kBoldValues[] = {"YES", "NO", "TRUE", "FALSE"};
 
-constexpr auto kText = optionalParameter("TEXT", Spec::tokens, "'text'");
-constexpr auto kColor = optionalParameter("COLOR", Spec::tokens, "color");
-constexpr auto kBackground = optionalParameter("BGCOLOR", Spec::tokens, "color");
+constexpr auto kText = optionalParameter("TEXT", Spec::tokens, "'text'").asOneText();
+constexpr std::string_view kColorLabel =
+    "{black|blue|cyan|darkGray|gray|green|lightGray|magenta|orange|pink|white|yellow|#RRGGBB}";
+constexpr auto kColor = optionalParameter("COLOR", Spec::tokens, kColorLabel);
+constexpr auto kBackground = optionalParameter("BGCOLOR", Spec::tokens, kColorLabel);
 constexpr auto kBold = optionalParameter("BOLD", Spec::word).of(kBoldValues);
 
 constexpr double kNarrowest = 10.0;

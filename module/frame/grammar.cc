@@ -37,6 +37,9 @@ ParamDescriptor describe(const ParameterRow& row) {
         parameter.addQualifDesc(describe(qualifier));
     }
     setRules(parameter, row);
+    if (row.readAsOneText) {
+        parameter.readAsOneText();
+    }
     return parameter;
 }
 

@@ -48,6 +48,7 @@ struct ParameterRow {
     std::optional<Boundary> lower = {};
     std::optional<Boundary> upper = {};
     bool checkedByCommand = false;
+    bool readAsOneText = false;
 
     [[nodiscard]] constexpr ParameterRow of(std::span<const std::string_view> stringValues) const {
         ParameterRow row = *this;
@@ -75,6 +76,12 @@ struct ParameterRow {
     [[nodiscard]] constexpr ParameterRow checked() const {
         ParameterRow row = *this;
         row.checkedByCommand = true;
+        return row;
+    }
+    /// The command ignores what is no single text, and reports nothing.
+    [[nodiscard]] constexpr ParameterRow asOneText() const {
+        ParameterRow row = *this;
+        row.readAsOneText = true;
         return row;
     }
 };

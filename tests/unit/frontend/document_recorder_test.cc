@@ -139,10 +139,12 @@ TEST_F(Recorder, MessagesOfTheParserAreTaken) {
     receive(SyntaxErrorReported{"syntax", {}});
     receive(ParserMessageReported{"WrongValueType", {}, "value", false});
     receive(ParserMessageReported{"WrongValueType", {}, "dropped", true});
-    ASSERT_EQ(document.items().size(), 3U);
+    receive(SyntaxWarned{"doubtful", {}});
+    ASSERT_EQ(document.items().size(), 4U);
     EXPECT_EQ(document.items()[0].content, ItemContent(MessageContent{3, "syntax"}));
     EXPECT_EQ(document.items()[1].content, ItemContent(MessageContent{3, "value"}));
     EXPECT_EQ(document.items()[2].content, ItemContent(MessageContent{2, "dropped"}));
+    EXPECT_EQ(document.items()[3].content, ItemContent(MessageContent{2, "doubtful"}));
 }
 
 }  // namespace

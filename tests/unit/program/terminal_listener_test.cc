@@ -58,6 +58,12 @@ TEST_F(TerminalListenerTest, ShowsSyntaxErrorsWithTheirPlace) {
     EXPECT_EQ(results_.str(), "");
 }
 
+TEST_F(TerminalListenerTest, ShowsWarningsOfTheParserWithTheirPlace) {
+    listener_.receive(SyntaxWarned{"doubtful", {"case.vxs", 3, 2, "ab"}});
+    EXPECT_EQ(messages_.str(), "case.vxs:3:2: warning: doubtful\n  ab\n   ^\n");
+    EXPECT_EQ(results_.str(), "");
+}
+
 TEST_F(TerminalListenerTest, ShowsMessagesWithTheirCommandAndSeverity) {
     CommandText command;
     command.file = "case.vxs";

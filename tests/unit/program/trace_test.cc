@@ -49,6 +49,7 @@ TEST_F(TraceTest, WritesEachEventWithItsKeysInOrder) {
         {LogFlushed{}, R"({"event":"flush"})"},
         {SyntaxErrorReported{"wrong", {"a.vxs", 3, 4, "x"}},
          R"({"event":"syntaxError","message":"wrong","line":3,"column":4})"},
+        {SyntaxWarned{"doubtful", {"a.vxs", 3, 4, "x"}}, ""},
         {ParserMessageReported{"InvalidParamValue", {std::string("NAME"), 2.0, 2.5}, "m", false},
          R"({"event":"parserMessage","method":"InvalidParamValue","arguments":["NAME",2,2.5],"message":"m"})"},
         {ErrorReported{2, 3, "^1 no", {"a"}, "a no"},

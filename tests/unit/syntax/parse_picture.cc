@@ -10,7 +10,7 @@ namespace vexa {
 
 namespace {
 
-/// Keeps the last syntax error of the log.
+/// Keeps the last syntax error of the log, and all warnings.
 class ErrorCatcher : public LogListener {
   public:
     ErrorCatcher() { OutputLog::current().addListener(*this); }
@@ -24,10 +24,13 @@ class ErrorCatcher : public LogListener {
             if (error->place.line != 1) {
                 text.insert(0, "line " + std::to_string(error->place.line) + ", ");
             }
+        } else if (const auto* const warned = std::get_if<SyntaxWarned>(&event)) {
+            warnings += "; warned at " + std::to_string(warned->place.column) + ": " + warned->message;
         }
     }
 
     std::string text;
+    std::string warnings;
 };
 
 std::string pictureOf(const SubComObj& subcommand) {
@@ -81,7 +84,7 @@ std::string parsed(const CommandDescriptor& descriptor, const std::string& text)
             picture += "<" + pictureOf(*each, group.subcommands()) + ">";
         }
     }
-    return picture;
+    return picture + errors.warnings;
 }
 
 }  // namespace vexa

@@ -45,6 +45,27 @@ INSTANTIATE_TEST_SUITE_P(Keyword, ValueTest,
                                              p(Spec::keyword), "P=1",
                                              "2: P takes no value. Leave out \"=\" and what follows it."}));
 
+const std::string kIgnored = " The value is ignored.";
+const std::string kOneText = ": P takes one quoted text or one word.";
+
+ParamDescriptor oneText() { return p(Spec::tokens).readAsOneText(); }
+
+INSTANTIATE_TEST_SUITE_P(
+    ReadAsOneText, ValueTest,
+    testing::Values(
+        ValueCase{oneText(), "P=a", "{P=a}"}, ValueCase{oneText(), "P='a b'", "{P='a b'}"},
+        ValueCase{oneText(), "P=''", "{P=''}"}, ValueCase{oneText(), "P=all", "{P=all}"},
+        ValueCase{oneText(), "P=", "{P}; warned at 3: P needs a value: one quoted text or one word."},
+        ValueCase{oneText(), "P=5", "{P=5}; warned at 3" + kOneText + " Found \"5\"." + kIgnored},
+        ValueCase{oneText(), "P=*", "{P=*}; warned at 3" + kOneText + " Found \"*\"." + kIgnored},
+        ValueCase{oneText(), "P=(a)", "{P=( a )}; warned at 3" + kOneText + " Found \"(\"." + kIgnored},
+        ValueCase{oneText(), "P=ALL all",
+                  "{P=ALL all}; warned at 7" + kOneText +
+                      " Only one can be given; found \"all\" behind the first." + kIgnored},
+        ValueCase{oneText(), "P='a' b c",
+                  "{P='a' b c}; warned at 7" + kOneText +
+                      " Only one can be given; found \"b\" behind the first." + kIgnored}));
+
 INSTANTIATE_TEST_SUITE_P(
     FreeTokens, ValueTest,
     testing::Values(
