@@ -62,14 +62,27 @@ class CheckTexts(unittest.TestCase):
         self.refused(files, "stringtables/ko/outnew.xlf: ", "stringtables/ko/other.xlf: is no table that anything uses")
 
     def test_markers_that_are_missing_or_extra(self):
-        for text in ["taken", "^1 ^2", "^2"]:
+        for text in ["taken", "^1 ^2", "^2", "^1 ^1"]:
             with self.subTest(text=text):
                 self.refused(tree(ja=[("Name ^1 is taken.", "Name ^1 is taken.", text, None)]), "the markers of")
+
+    def test_markers_that_the_key_repeats(self):
+        key = "Name ^1 is none: ^2 takes ^1."
+        for text, wrong in [("^1 ^2", False), ("^1 ^2 ^1", False), ("^2 ^1 ^2", True), ("^1 ^1", True), ("^1 ^2 ^1 ^1", True)]:
+            with self.subTest(text=text):
+                result = self.result(tree(f'report("{key}"_text);', key, fr=[(key, key, text, None)]))
+                self.assertEqual("stringtables/fr/outnew.xlf: the markers of" in result.stdout, wrong, result.stdout)
 
     def test_a_text_without_translation(self):
         for target in [None, ""]:
             with self.subTest(target=target):
                 self.refused(tree(pl=[("Name ^1 is taken.", "Name ^1 is taken.", target, None)]), "is not translated")
+
+    def test_a_sentence_left_in_english(self):
+        for text, returncode in [("Choose another one.", 1), ("Viewer ^1 YES.", 0)]:
+            with self.subTest(text=text):
+                result = self.result(tree(f'report("{text}"_text);', text, ko=[(text, text, text, None)]))
+                self.assertEqual(result.returncode, returncode, result.stdout)
 
     def test_an_english_text_that_differs_from_its_key(self):
         self.refused(tree(english="The name ^1 is taken."), "the English text of")
