@@ -39,7 +39,9 @@ std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, Fi
     // What it needs is looked for in its own folder, too; no window is shown for what is missing.
     DWORD modeBefore = 0;
     SetThreadErrorMode(SEM_FAILCRITICALERRORS, &modeBefore);
-    HMODULE handle = LoadLibraryExW(systemPath(native).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    // Whole, since the system does not say what that means for a path from the working folder.
+    const std::wstring whole = wholeSystemPath(systemPath(native));
+    HMODULE handle = LoadLibraryExW(whole.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     const DWORD code = GetLastError();
     SetThreadErrorMode(modeBefore, nullptr);
     if (handle == nullptr) {
@@ -61,7 +63,8 @@ std::string programFolder() {
         }
         path.resize(path.size() * 2);
     }
-    return narrowText(path.substr(0, path.find_last_of(L'\\')));
+    // With the prefix of long paths where the program was started by one.
+    return pathOfSystem(path.substr(0, path.find_last_of(L'\\')));
 }
 
 }  // namespace vexa

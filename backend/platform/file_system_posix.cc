@@ -285,4 +285,6 @@ std::string toNativePath(std::string_view path) {
     return result;
 }
 
+std::filesystem::path streamPath(std::string_view path) { return toNativePath(path); }
+
 }  // namespace vexa

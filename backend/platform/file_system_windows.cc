@@ -25,12 +25,30 @@ FileResult failed(std::string reason) { return {false, std::move(reason)}; }
 /// `number`: one of the C library.
 FileResult failedAs(int number) { return failed(systemReason(number)); }
 
+bool meansHeld(DWORD code) { return code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION; }
+
+/// Does `action`, and again a few times while it fails because of another program, as `mayPass` tells by the
+/// code: programs that scan new files hold them for some moments.
+template <typename Action, typename Test>
+void withPatience(Action action, Test mayPass) {
+    constexpr int kMostTries = 5;
+    constexpr DWORD kFirstWait = 10;  // milliseconds
+    for (int tries = 1; !action() && tries < kMostTries && mayPass(GetLastError()); ++tries) {
+        Sleep(kFirstWait << tries);
+    }
+}
+
 /// An open file, closed with it.
 class File {
   public:
-    File(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0)
-        : handle_(CreateFileW(path.c_str(), access, kSharedWithAll, nullptr, disposition,
-                              FILE_ATTRIBUTE_NORMAL | flags, nullptr)) {}
+    File(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
+        const auto open = [&] {
+            handle_ = CreateFileW(path.c_str(), access, kSharedWithAll, nullptr, disposition,
+                                  FILE_ATTRIBUTE_NORMAL | flags, nullptr);
+            return isOpen();
+        };
+        withPatience(open, meansHeld);
+    }
     File(const File&) = delete;
     File& operator=(const File&) = delete;
     ~File() {
@@ -41,7 +59,7 @@ class File {
     [[nodiscard]] HANDLE handle() const { return handle_; }
 
   private:
-    HANDLE handle_;
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
 };
 
 FileResult tooLarge(std::uint64_t limit) {
@@ -93,6 +111,9 @@ FileResult followLinks(std::wstring& path) {
 /// What keeps the file at `path` from being replaced; nothing does where there is none, and `there` is false
 /// then.
 FileResult checkTarget(const std::wstring& path, bool& there) {
+    const std::wstring whole = wholeSystemPath(path);
+    if (namesDevice(whole)) return failed(std::string(kDevice));
+    if (namesStream(whole)) return failedAs(EINVAL);
     const DWORD attributes = GetFileAttributesW(path.c_str());
     there = attributes != INVALID_FILE_ATTRIBUTES;
     if (!there) return meansNoSuchFile(GetLastError()) ? FileResult{} : lastFailure();
@@ -105,8 +126,14 @@ FileResult checkTarget(const std::wstring& path, bool& there) {
     return isOnDisk(file) ? FileResult{} : failed(std::string(kDevice));
 }
 
-/// Gives the new file the rights of the one whose place it will take.
-void copyRights(const std::wstring& from, const std::wstring& to) {
+/// Gives the new file the rights of the one whose place it will take, and what else users set on it. What
+/// cannot be carried over is left: not every kind of disk has rights, and that is no reason to lose a
+/// document.
+void copyRightsAndAttributes(const std::wstring& from, const std::wstring& to) {
+    constexpr DWORD kSetByUsers =
+        FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    const DWORD attributes = GetFileAttributesW(from.c_str());
+    if (hasAttribute(attributes, kSetByUsers)) SetFileAttributesW(to.c_str(), attributes & kSetByUsers);
     DWORD size = 0;
     GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
     std::vector<char> rights(size);
@@ -223,9 +250,13 @@ bool WindowsFileSystem::isFile(const std::string& path) {
     const DWORD attributes = GetFileAttributesW(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || hasAttribute(attributes, FILE_ATTRIBUTE_DIRECTORY))
         return false;
-    // Devices have the attributes of files. A file that cannot be opened is one all the same.
+    // Devices have the attributes of files, also such as this machine lacks.
+    if (namesDevice(wholeSystemPath(name))) return false;
     const File file(name, 0, OPEN_EXISTING);
-    return !file.isOpen() || isOnDisk(file);
+    if (file.isOpen()) return isOnDisk(file);
+    // A file that others keep closed is one all the same.
+    const DWORD failure = GetLastError();
+    return failure == ERROR_ACCESS_DENIED || meansHeld(failure);
 }
 
 bool WindowsFileSystem::isFolder(const std::string& path) { return isFolderPath(systemPath(path)); }
@@ -272,7 +303,7 @@ FileResult WindowsFileSystem::createTemporary(const std::string& path, std::stri
         const File file(name, GENERIC_WRITE, CREATE_NEW);
         if (!file.isOpen() && GetLastError() == ERROR_FILE_EXISTS) continue;
         if (!file.isOpen()) return lastFailure();
-        if (there) copyRights(target, name);
+        if (there) copyRightsAndAttributes(target, name);
         temporary = pathOfSystem(name);
         return {};
     }
@@ -295,16 +326,11 @@ FileResult WindowsFileSystem::replace(const std::string& from, const std::string
     if (FileResult result = followLinks(target); !result) return result;
     const std::wstring source = systemPath(from);
     constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    // Programs that scan new files hold them for some moments.
-    constexpr int kMostTries = 5;
-    constexpr DWORD kFirstWait = 10;  // milliseconds
-    for (int tries = 1;; ++tries) {
-        if (MoveFileExW(source.c_str(), target.c_str(), kHow) != 0) return {};
-        const DWORD failure = GetLastError();
-        const bool held = failure == ERROR_ACCESS_DENIED || failure == ERROR_SHARING_VIOLATION;
-        if (!held || tries == kMostTries) return lastFailure();
-        Sleep(kFirstWait << tries);
-    }
+    bool done = false;
+    const auto move = [&] { return done = MoveFileExW(source.c_str(), target.c_str(), kHow) != 0; };
+    // A target that is open elsewhere is told as a lack of rights.
+    withPatience(move, [](DWORD code) { return code == ERROR_ACCESS_DENIED || meansHeld(code); });
+    return done ? FileResult{} : lastFailure();
 }
 
 FileResult WindowsFileSystem::remove(const std::string& path) {
@@ -317,5 +343,7 @@ FileSystem& nativeFileSystem() {
     static WindowsFileSystem fileSystem;
     return fileSystem;
 }
+
+std::filesystem::path streamPath(std::string_view path) { return systemPath(path); }
 
 }  // namespace vexa

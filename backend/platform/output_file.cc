@@ -1,9 +1,9 @@
 #include "backend/platform/output_file.h"
 
 #include <cerrno>
-#include <filesystem>
 #include <ios>
 
+#include "backend/platform/file_system_native.h"
 #include "backend/platform/system_reason.h"
 #include "backend/platform/system_text.h"
 
@@ -22,9 +22,7 @@ FileResult outcome(const std::ofstream& stream) {
 
 FileResult OutputFile::open(const std::string& path) {
     errno = 0;
-    const std::string native = toNativePath(path);
-    const std::u8string name(native.begin(), native.end());
-    stream_.open(std::filesystem::path(name), std::ios::binary | std::ios::trunc);
+    stream_.open(streamPath(path), std::ios::binary | std::ios::trunc);
     return outcome(stream_);
 }
 

@@ -14,12 +14,13 @@ namespace {
 constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
 constexpr std::wstring_view kLongSharePrefix = L"\\\\?\\UNC\\";
 constexpr std::wstring_view kShare = L"\\\\";
+constexpr std::wstring_view kDevices = L"\\\\.\\";
 
 /// Folders have a lower limit than files: room for a short name must be left.
 constexpr std::size_t kLongestUsualPath = MAX_PATH - 12;
 
 std::wstring withLongPrefix(const std::wstring& whole) {
-    if (whole.starts_with(kLongPrefix)) return whole;
+    if (whole.starts_with(kLongPrefix) || namesDevice(whole)) return whole;
     if (whole.starts_with(kShare)) return std::wstring(kLongSharePrefix) + whole.substr(kShare.size());
     return std::wstring(kLongPrefix) + whole;
 }
@@ -42,6 +43,12 @@ std::wstring systemPath(std::string_view path) { return systemPath(wideText(toNa
 std::wstring systemPath(const std::wstring& path) {
     const std::wstring whole = wholeSystemPath(path);
     return whole.size() < kLongestUsualPath ? path : withLongPrefix(whole);
+}
+
+bool namesDevice(std::wstring_view whole) { return whole.starts_with(kDevices); }
+
+bool namesStream(std::wstring_view whole) {
+    return whole.find(L':', lengthOfRoot(whole)) != std::wstring_view::npos;
 }
 
 std::size_t lengthOfRoot(std::wstring_view whole) {

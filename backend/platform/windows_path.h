@@ -19,5 +19,10 @@ namespace vexa {
 [[nodiscard]] std::wstring wholeSystemPath(const std::wstring& path);
 /// Characters of a whole path that name its drive or its share, prefix and all: "C:" or "\\server\\share".
 [[nodiscard]] std::size_t lengthOfRoot(std::wstring_view whole);
+/// True for a whole path that the system made of the name of a device ("\\.\CON"), which need not be there.
+[[nodiscard]] bool namesDevice(std::wstring_view whole);
+/// True for a whole path with a colon behind its drive's: it names a part of a file that no list of files
+/// shows.
+[[nodiscard]] bool namesStream(std::wstring_view whole);
 
 }  // namespace vexa

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <thread>
+
 #include "backend/platform/file_system.h"
+#include "backend/platform/file_system_native.h"
 #include "backend/platform/output_file.h"
 #include "backend/platform/windows_path.h"
 
@@ -118,6 +121,8 @@ TEST(PathsOfWindows, AreTextsUntilTheyAreUsed) {
     EXPECT_EQ(systemPath("c:/a/b"), L"c:\\a\\b");
     EXPECT_EQ(systemPath("//server/share/a"), L"\\\\server\\share\\a");
     EXPECT_EQ(systemPath("c:\\" + longName), L"\\\\?\\c:\\" + wideName);
+    EXPECT_EQ(systemPath("\\\\.\\c:\\" + longName), L"\\\\.\\c:\\" + wideName);
+    EXPECT_EQ(streamPath("c:/" + longName).native(), L"\\\\?\\c:\\" + wideName) << "for streams as well";
     EXPECT_EQ(systemPath("\\\\server\\share\\" + longName), L"\\\\?\\UNC\\server\\share\\" + wideName);
     EXPECT_EQ(pathOfSystem(L"\\\\?\\UNC\\server\\share\\a"), "\\\\server\\share\\a");
     EXPECT_EQ(pathOfSystem(L"\\\\?\\c:\\a"), "c:\\a");
@@ -143,8 +148,10 @@ TEST_F(FileSystemOfWindows, AShareThatIsNotThereStaysAsItIs) {
 
 TEST_F(FileSystemOfWindows, ADeviceIsNoFile) {
     string content;
-    EXPECT_FALSE(files().isFile("NUL"));
-    EXPECT_FALSE(files().isWritable("NUL"));
+    for (const string name : {"NUL", "CON", "PRN", "COM9", "LPT9", "CONIN$", "CONOUT$", "\\\\.\\COM9"}) {
+        EXPECT_FALSE(files().isFile(name)) << name;
+        EXPECT_FALSE(files().isWritable(name)) << name;
+    }
     EXPECT_EQ(files().readBeginning("NUL", content, 5).reason, "Not a file but a device or a pipe");
 }
 
@@ -187,6 +194,58 @@ TEST_F(FileSystemOfWindows, LeavesAProtectedFileAlone) {
     EXPECT_TRUE(files().isWritable(path("b")));
     EXPECT_FALSE(files().isWritable(path("none\\b")));
     EXPECT_FALSE(files().isWritable(folder_));
+}
+
+TEST_F(FileSystemOfWindows, ANameWithAColonIsNotWritten) {
+    for (const string name : {"a:s", "a::$DATA", "b:s"}) {
+        if (name[0] == 'a') write("a", "old");
+        EXPECT_FALSE(files().isWritable(path(name))) << name;
+        EXPECT_EQ(writeFileAtomically(path(name), "new").reason, "Invalid argument") << name;
+    }
+    EXPECT_EQ(contentOf("a"), "old");
+    EXPECT_FALSE(files().isFile(path("b")));
+    WIN32_FIND_DATAA found{};
+    EXPECT_EQ(FindFirstFileA(path("*.tmp").c_str(), &found), INVALID_HANDLE_VALUE) << found.cFileName;
+}
+
+TEST_F(FileSystemOfWindows, AReplacedFileKeepsItsAttributes) {
+    write("a", "old");
+    constexpr DWORD kWanted = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    ASSERT_NE(SetFileAttributesA(path("a").c_str(), kWanted), 0);
+    write("a", "new");
+    EXPECT_EQ(GetFileAttributesA(path("a").c_str()) & kWanted, kWanted);
+    EXPECT_EQ(contentOf("a"), "new");
+}
+
+TEST_F(FileSystemOfWindows, WaitsForAFileThatIsHeldForAMoment) {
+    const auto holdWhile = [this](auto action) {
+        HANDLE held = CreateFileA(path("a").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        ASSERT_NE(held, INVALID_HANDLE_VALUE);
+        std::thread release([held] {
+            Sleep(50);
+            CloseHandle(held);
+        });
+        const FileResult result = action();
+        release.join();
+        EXPECT_TRUE(result) << result.reason;
+    };
+    write("a", "old");
+    string temporary;
+    string content;
+    holdWhile([&] { return files().append(path("a"), ", older"); });
+    holdWhile([&] { return files().flush(path("a")); });
+    holdWhile([&] { return files().createTemporary(path("a"), temporary); });
+    holdWhile([&] { return files().replace(temporary, path("a")); });
+    holdWhile([&] { return files().read(path("a"), content, kLimit); });
+}
+
+TEST_F(FileSystemOfWindows, AFileThatIsHeldIsAFile) {
+    write("a", "old");
+    HANDLE held = CreateFileA(path("a").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_TRUE(files().isFile(path("a")));
+    EXPECT_EQ(writeFileAtomically(path("a"), "new").reason, "Device or resource busy");
+    CloseHandle(held);
+    EXPECT_EQ(contentOf("a"), "old");
 }
 
 TEST_F(FileSystemOfWindows, AFailedReplacementLeavesTheOldFileAndNoOther) {

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
-
 #include <windows.h>
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/adapter/go_to_caller.h"
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/file_system.h"
+#include "backend/platform/windows_path.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa {
@@ -57,6 +57,18 @@ TEST(LibraryOfWindows, IsFoundUnderEveryFormOfItsPath) {
         EXPECT_NE(library->find("STBPRINT"), nullptr);
         EXPECT_EQ(library->find("DllMain"), nullptr) << "is no entry";
     }
+}
+
+TEST(LibraryOfWindows, IsFoundFromTheWorkingFolder) {
+    const std::wstring file = systemPath(VEXA_MODULE_FILE);
+    const std::string name = pathOfSystem(file.substr(file.find_last_of(L'\\') + 1));
+    const std::wstring before = wholeSystemPath(L".");
+    SetCurrentDirectoryW(file.substr(0, file.find_last_of(L'\\')).c_str());
+    for (const std::string& path : {".\\" + name, "./" + name, "..\\bin\\" + name}) {
+        FileResult result;
+        EXPECT_NE(DynamicLibrary::load(path, result), nullptr) << path << ": " << result.reason;
+    }
+    SetCurrentDirectoryW(before.c_str());
 }
 
 TEST(LibraryOfWindows, SaysWhyItIsNotLoaded) {
