@@ -26,6 +26,15 @@ class WindowsLibrary final : public DynamicLibrary {
     HMODULE handle_;
 };
 
+/// `code`: why the library at `whole` is not loaded.
+FileResult loadFailure(const std::wstring& whole, DWORD code) {
+    // The system says the same of the library and of those that it needs.
+    if (code == ERROR_MOD_NOT_FOUND && GetFileAttributesW(whole.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        return {false, std::string("a library that it needs is missing"_text)};
+    }
+    return failureOf(code);
+}
+
 }  // namespace
 
 std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, FileResult& result) {
@@ -45,7 +54,7 @@ std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, Fi
     const DWORD code = GetLastError();
     SetThreadErrorMode(modeBefore, nullptr);
     if (handle == nullptr) {
-        result = failureOf(code);
+        result = loadFailure(whole, code);
         return nullptr;
     }
     result = {};

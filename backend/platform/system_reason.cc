@@ -21,6 +21,7 @@ constexpr KnownReason kReasons[] = {
     {ENOENT, "No such file or directory"_text},
     {EIO, "Input/output error"_text},
     {ENXIO, "No such device or address"_text},
+    {ENOEXEC, "Exec format error"_text},
     {EAGAIN, "Resource temporarily unavailable"_text},
     {ENOMEM, "Cannot allocate memory"_text},
     {EACCES, "Permission denied"_text},

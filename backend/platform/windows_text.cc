@@ -21,7 +21,7 @@ struct KnownError {
     int number;  // of the C library
 };
 
-constexpr std::array<KnownError, 24> kKnownErrors = {{
+constexpr std::array<KnownError, 25> kKnownErrors = {{
     {ERROR_FILE_NOT_FOUND, ENOENT},
     {ERROR_PATH_NOT_FOUND, ENOENT},
     {ERROR_INVALID_DRIVE, ENOENT},
@@ -46,16 +46,23 @@ constexpr std::array<KnownError, 24> kKnownErrors = {{
     {ERROR_BROKEN_PIPE, EPIPE},
     {ERROR_NO_DATA, EPIPE},
     {ERROR_NOT_SAME_DEVICE, EXDEV},
+    {ERROR_BAD_EXE_FORMAT, ENOEXEC},
 }};
 
-/// The system's sentence, without the period and line end that it has.
+/// Whether a sentence of the system has places for what only the system knows, such as "%1".
+bool hasInserts(std::wstring_view text) {
+    const std::size_t percent = text.find(L'%');
+    return percent != std::wstring_view::npos && text.substr(percent + 1, 1).find_first_of(L"123456789") == 0;
+}
+
+/// The system's sentence, without the period and line end that it has; only the code where that tells more.
 FileResult systemsOwnWords(DWORD code) {
     std::array<wchar_t, 512> buffer{};
     const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                         code, 0, buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
     std::wstring_view text(buffer.data(), length);
     while (!text.empty() && (text.back() <= L' ' || text.back() == L'.')) text.remove_suffix(1);
-    if (!text.empty()) return {false, narrowText(text)};
+    if (!text.empty() && !hasInserts(text)) return {false, narrowText(text)};
     return {false, std::string("Windows error ^1"_text), {std::to_string(code)}};
 }
 

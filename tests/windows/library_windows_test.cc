@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <array>
+
 #include "backend/adapter/client_adapter.h"
 #include "backend/adapter/go_to_caller.h"
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/file_system.h"
 #include "backend/platform/windows_path.h"
+#include "backend/platform/windows_text.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa {
@@ -77,6 +80,53 @@ TEST(LibraryOfWindows, SaysWhyItIsNotLoaded) {
         EXPECT_EQ(DynamicLibrary::load(path, result), nullptr) << path;
         EXPECT_FALSE(result) << path;
         EXPECT_NE(result.reason, "") << path;
+    }
+}
+
+/// A file of always the same name among the temporary ones. Wine does not let go of one whose import failed,
+/// so that it may stay.
+class ScratchLibrary {
+  public:
+    explicit ScratchLibrary(const std::string& content) {
+        std::array<wchar_t, MAX_PATH> folder{};
+        GetTempPathW(folder.size(), folder.data());
+        path = pathOfSystem(folder.data()) + "vexa-scratch-library.dll";
+        const FileResult result = writeFileAtomically(path, content);
+        EXPECT_TRUE(result) << result.reason;
+    }
+    ScratchLibrary(const ScratchLibrary&) = delete;
+    ScratchLibrary& operator=(const ScratchLibrary&) = delete;
+    ~ScratchLibrary() { static_cast<void>(FileSystem::current().remove(path)); }
+
+    std::string path;
+};
+
+TEST(LibraryOfWindows, SaysThatTheFileIsNoLibrary) {
+    const ScratchLibrary library("MZ is not enough");
+    FileResult result;
+    EXPECT_EQ(DynamicLibrary::load(library.path, result), nullptr);
+    EXPECT_EQ(result.reason, "Exec format error");
+}
+
+TEST(LibraryOfWindows, SaysThatAnotherLibraryIsMissing) {
+    std::string content;
+    ASSERT_TRUE(FileSystem::current().read(VEXA_MODULE_FILE, content, 100'000'000));
+    const std::string needed = "vexabackend.dll";
+    const std::size_t place = content.find(needed);
+    ASSERT_NE(place, std::string::npos);
+    const ScratchLibrary library(content.replace(place, needed.size(), "vexanowhere.dll"));
+    FileResult result;
+    EXPECT_EQ(DynamicLibrary::load(library.path, result), nullptr);
+    EXPECT_EQ(result.reason, "a library that it needs is missing");
+}
+
+TEST(FailuresOfWindows, HaveWordsWithoutHoles) {
+    EXPECT_EQ(failureOf(ERROR_BAD_EXE_FORMAT).reason, "Exec format error");
+    EXPECT_EQ(failureOf(ERROR_INVALID_ORDINAL).reason, "Windows error ^1") << "its sentence names a file";
+    EXPECT_EQ(failureOf(ERROR_INVALID_ORDINAL).arguments, std::vector<std::string>{"182"});
+    EXPECT_EQ(failureOf(ERROR_DLL_INIT_FAILED).arguments.size(), 0U) << "this one's is whole";
+    for (DWORD code = 1; code < 10000; ++code) {
+        EXPECT_EQ(failureOf(code).reason.find("%1"), std::string::npos) << code;
     }
 }
 
