@@ -14,6 +14,8 @@ constexpr int kWarningLevel = 2;
 
 }  // namespace
 
+bool hasEmbeddedFrontEnd() { return true; }
+
 EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalListener& terminal,
                                       std::string& /*problem*/) {
     auto adapter = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);

@@ -19,6 +19,9 @@ struct EmbeddedFrontEnd {
         recorder;  ///< puts what the log produces into the active document; dies first
 };
 
+/// False when this program has no front end.
+[[nodiscard]] bool hasEmbeddedFrontEnd();
+
 /// Without an adapter when this program has no front end; `problem` then says so, and what there is instead.
 /// `terminal` outlives what is made.
 [[nodiscard]] EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalListener& terminal,

@@ -7,6 +7,8 @@
 
 namespace vexa::program {
 
+bool hasEmbeddedFrontEnd() { return false; }
+
 EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& /*choices*/, TerminalListener& /*terminal*/,
                                       std::string& problem) {
     problem = translated(
