@@ -1,10 +1,13 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <optional>
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
+#include "backend/platform/character_set.h"
+#include "backend/platform/terminal.h"
 #include "backend/platform/text_width.h"
 #include "backend/strings/dictionary.h"
 
@@ -14,8 +17,21 @@ namespace {
 
 constexpr const char* kStandardInput = "<stdin>";
 
+/// What is typed until the end of the input, which a terminal gives as UTF-8.
+std::string typedText() {
+    std::string text;
+    while (const std::optional<std::string> line = readTerminalLine()) {
+        text += *line + '\n';
+    }
+    return fromUtf8(text);
+}
+
 /// Runs what standard input holds.
 FileResult runStandardInput(Session& session) {
+    if (isTerminal(StandardStream::input)) {
+        session.runText(typedText(), kStandardInput);
+        return {};
+    }
     std::string text((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
     if (std::cin.bad()) {
         return {false, std::string("reading broke off"_text)};

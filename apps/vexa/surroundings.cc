@@ -26,8 +26,8 @@ constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
 TerminalLook terminalLook() {
     TerminalLook look;
     look.width = terminalColumns(StandardStream::output);
-    look.boldResults = isTerminal(StandardStream::output) && !coloursUnwanted();
-    look.colouredMessages = isTerminal(StandardStream::error) && !coloursUnwanted();
+    look.boldResults = showsColours(StandardStream::output);
+    look.colouredMessages = showsColours(StandardStream::error);
     return look;
 }
 

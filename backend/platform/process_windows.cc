@@ -4,6 +4,7 @@
 #include <io.h>
 #include <windows.h>
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 
@@ -21,6 +22,7 @@ namespace vexa {
 namespace {
 
 constexpr std::size_t kOutputBuffer = std::size_t{64} * 1024;
+constexpr std::size_t kMessageBuffer = std::size_t{4} * 1024;
 
 /// Gives `stream` a place to write to, or to read nothing from, when it has none.
 void holdStream(std::FILE* stream, const char* mode) {
@@ -31,29 +33,49 @@ void holdStream(std::FILE* stream, const char* mode) {
 
 /// The console as it was, which belongs to whoever started the program.
 struct ConsoleBefore {
-    HANDLE handle = nullptr;
-    DWORD mode = 0;
+    struct Stream {
+        HANDLE handle = nullptr;
+        DWORD mode = 0;
+    };
+    std::array<Stream, 3> streams;
     UINT codePage = 0;
 };
 
 ConsoleBefore consoleBefore;
 
 void restoreConsole() {
-    SetConsoleMode(consoleBefore.handle, consoleBefore.mode);
-    SetConsoleOutputCP(consoleBefore.codePage);
+    for (const ConsoleBefore::Stream& each : consoleBefore.streams) {
+        if (each.handle != nullptr) SetConsoleMode(each.handle, each.mode);
+    }
+    if (consoleBefore.codePage != 0) SetConsoleOutputCP(consoleBefore.codePage);
+}
+
+/// Ctrl-C, and a window that is closed, end the program without its last steps.
+BOOL WINAPI restoreBeforeTheEnd(DWORD /*event*/) {
+    restoreConsole();
+    return FALSE;  // the system's own answer follows
+}
+
+void rememberConsole() {
+    constexpr std::array<DWORD, 3> kStreams = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
+    for (std::size_t i = 0; i < kStreams.size(); ++i) {
+        HANDLE handle = GetStdHandle(kStreams[i]);
+        DWORD mode = 0;
+        if (GetConsoleMode(handle, &mode) != 0) consoleBefore.streams[i] = {handle, mode};
+    }
+    consoleBefore.codePage = GetConsoleOutputCP();
+    static_cast<void>(std::atexit(restoreConsole));
+    SetConsoleCtrlHandler(restoreBeforeTheEnd, TRUE);
 }
 
 /// Has a console show UTF-8 and obey ANSI sequences, if the stream is one; other streams do not mind.
-void prepareConsole(DWORD stream) {
+bool prepareConsole(DWORD stream) {
     HANDLE handle = GetStdHandle(stream);
     DWORD mode = 0;
-    if (GetConsoleMode(handle, &mode) == 0) return;
-    if (consoleBefore.codePage == 0) {
-        consoleBefore = {handle, mode, GetConsoleOutputCP()};
-        static_cast<void>(std::atexit(restoreConsole));
-    }
+    if (GetConsoleMode(handle, &mode) == 0) return false;
     SetConsoleMode(handle, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
     SetConsoleOutputCP(CP_UTF8);
+    return true;
 }
 
 }  // namespace
@@ -65,13 +87,16 @@ void prepareStandardStreams() {
     for (std::FILE* const stream : {stdin, stdout, stderr}) {
         static_cast<void>(_setmode(_fileno(stream), _O_BINARY));
     }
+    rememberConsole();
     // Each library has a C++ library of its own, but all share one C library: the streams stay tied to that,
-    // and it does the buffering.
-    if (_isatty(_fileno(stdout)) == 0) {
-        static_cast<void>(std::setvbuf(stdout, nullptr, _IOFBF, kOutputBuffer));
-    }
+    // and it does the buffering. Without a buffer, which is what it gives to consoles, it writes the first
+    // byte of a text alone, and a console shows no characters that come in pieces.
+    static_cast<void>(std::setvbuf(stdout, nullptr, _IOFBF, kOutputBuffer));
     prepareConsole(STD_OUTPUT_HANDLE);
-    prepareConsole(STD_ERROR_HANDLE);
+    if (prepareConsole(STD_ERROR_HANDLE)) {
+        // Each text that is put into the stream is handed on at once all the same.
+        static_cast<void>(std::setvbuf(stderr, nullptr, _IOFBF, kMessageBuffer));
+    }
 }
 
 std::vector<std::string> commandLineWords(int argc, const char* const* argv) {

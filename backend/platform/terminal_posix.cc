@@ -61,7 +61,7 @@ std::size_t terminalColumns(StandardStream stream) {
     return known ? size.ws_col : 0;
 }
 
-bool coloursUnwanted() { return !environment("NO_COLOR").empty(); }
+bool showsColours(StandardStream stream) { return isTerminal(stream) && environment("NO_COLOR").empty(); }
 
 std::optional<std::string> readTerminalLine() {
     std::string line;

@@ -76,9 +76,13 @@ std::size_t terminalColumns(StandardStream stream) {
     return columns > 0 ? static_cast<std::size_t>(columns) : 0;
 }
 
-bool coloursUnwanted() {
-    const char* const value = std::getenv("NO_COLOR");
-    return value != nullptr && *value != '\0';
+bool showsColours(StandardStream stream) {
+    // Whether the console could be told to obey sequences when the program began; old ones print them.
+    DWORD mode = 0;
+    const bool obeys =
+        GetConsoleMode(handleOf(stream), &mode) != 0 && (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+    const char* const unwanted = std::getenv("NO_COLOR");
+    return obeys && (unwanted == nullptr || *unwanted == '\0');
 }
 
 std::optional<std::string> readSecretLine(const std::string& prompt) {
