@@ -107,9 +107,8 @@ void UnitCollector::refuse(SystemText reason, std::vector<std::string> arguments
 }
 
 Part UnitCollector::partOf(const XMLCh* uri, const XMLCh* localName) {
-    static constexpr XMLCh kNoName[] = {0};
     const bool own = uri == nullptr || *uri == 0 || equals(uri, kNamespace);
-    const XMLCh* const name = own ? localName : kNoName;
+    const XMLCh* const name = own ? localName : xml::XMLUni::fgZeroLenString;
     if (!open_.empty()) return partWithin(open_.back(), name);
     if (!equals(name, u"xliff")) refuse("It is no XLIFF file"_text);
     return Part::container;

@@ -45,10 +45,10 @@ struct ParameterRow {
     std::string_view valueLabel = {};  ///< what help texts call the value
     std::span<const QualifierRow> qualifiers = {};
     UPSpecTypes::BracketOptions brackets = UPSpecTypes::BracketOptions::none;
-    std::optional<Boundary> lower = {};
-    std::optional<Boundary> upper = {};
     bool checkedByCommand = false;
     bool readAsOneText = false;
+    std::optional<Boundary> lower = {};
+    std::optional<Boundary> upper = {};
 
     [[nodiscard]] constexpr ParameterRow of(std::span<const std::string_view> stringValues) const {
         ParameterRow row = *this;
