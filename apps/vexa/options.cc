@@ -15,13 +15,11 @@ constexpr const char* kVersion = "vexa 0.1.0";
 
 constexpr const char* kAdapters =
     "What answers requests: embedded (real documents, the default), none, no-controller, or script:FILE "
-    "(answers "
-    "out of FILE)";
+    "(answers out of FILE)";
 
 constexpr const char* kAdaptersWithoutFrontEnd =
     "What answers requests: none, no-controller, or script:FILE (answers out of FILE); to be given, since "
-    "this "
-    "program has no front end of its own";
+    "this program has no front end of its own";
 
 constexpr const char* kExamples = R"(Examples:
   vexa                                  commands typed at a prompt

@@ -1,8 +1,7 @@
 // Gives back the thread slots of this image when it is unloaded. A process has 1088 of them. The threads
 // library of the compiler, which stands in each image by itself, takes one when it is first used and keeps
 // it, so that a back end that loads and unloads the module again and again would run out of them. The linker
-// leads the calls of the runtime here
-// (--wrap), since the number of the slot is known to nobody else.
+// leads the calls of the runtime here (--wrap), since the number of the slot is known to nobody else.
 
 #include <windows.h>
 
