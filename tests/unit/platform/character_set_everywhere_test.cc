@@ -12,6 +12,113 @@ namespace {
 
 using std::string;
 
+TEST(CharacterSetEverywhere, KnowsTheNamesThatUsersType) {
+    const struct {
+        const char *typed, *name;
+        bool singleByte;
+    } cases[] = {
+        {"UTF-8", "UTF-8", false},
+        {"utf8", "UTF-8", false},
+        {"utf_8", "UTF-8", false},
+        {"windows-1252", "windows-1252", true},
+        {"CP1252", "windows-1252", true},
+        {"ISO-8859-1", "ISO-8859-1", true},
+        {"latin1", "ISO-8859-1", true},
+        {"iso-8859-15", "ISO-8859-15", true},
+        {"US-ASCII", "US-ASCII", true},
+        {"windows-1251", "windows-1251", true},
+        {"Shift_JIS", "Shift_JIS", false},
+        {"sjis", "Shift_JIS", false},
+        {"cp932", "Shift_JIS", false},
+        {"EUC-JP", "EUC-JP", false},
+        {"GBK", "GBK", false},
+        {"gb2312", "GB2312", false},
+        {"Big5", "Big5", false},
+        {"EUC-KR", "EUC-KR", false},
+    };
+    for (const auto& one : cases) {
+        const auto set = CharacterSet::find(one.typed);
+        ASSERT_NE(set, nullptr) << one.typed;
+        EXPECT_EQ(set->name(), one.name) << one.typed;
+        EXPECT_EQ(set->isSingleByte(), one.singleByte) << one.typed;
+        EXPECT_EQ(set->isUtf8(), string(one.name) == "UTF-8") << one.typed;
+    }
+}
+
+TEST(CharacterSetEverywhere, KnowsTheLengthsOfCharacters) {
+    const struct {
+        const char* set;
+        string text;
+        std::size_t length;
+    } cases[] = {
+        {"UTF-8", "a", 1},
+        {"UTF-8", "\u00e4x", 2},
+        {"UTF-8", "\u6f22x", 3},
+        {"UTF-8", "\U0001F600x", 4},
+        {"UTF-8", "\xE6\xBC", 1},
+        {"UTF-8", "\xFFx", 1},
+        {"windows-1252", "\xE4x", 1},
+        {"windows-1252", "\x81x", 1},
+        {"Shift_JIS", "\x83\x5Cx", 2},  // so, with a trail byte like a backslash
+        {"Shift_JIS", "\x83", 1},
+        {"Shift_JIS", "\xB1x", 1},  // a half-width letter
+        {"Shift_JIS", "\x83\x20", 1},
+        {"GBK", "\xBA\xBAx", 2},
+        {"GBK", "\x81\x40x", 2},
+        {"Big5", "\xA4\x5Cx", 2},
+        {"EUC-KR", "\xB0\xA1x", 2},
+        {"EUC-JP", "\xB4\xC1x", 2},
+        {"EUC-JP", "\x8E\xB1x", 2},
+        {"EUC-JP", "\x8F\xB0\xA1x", 3},
+        {"EUC-JP", "\x8F\xB0", 1},
+    };
+    for (const auto& one : cases) {
+        const auto set = CharacterSet::find(one.set);
+        ASSERT_NE(set, nullptr) << one.set;
+        EXPECT_EQ(set->characterLength(one.text.data(), one.text.size()), one.length)
+            << one.set << ' ' << one.text;
+        EXPECT_EQ(set->characterLength(one.text.data(), 0), 0U);
+    }
+}
+
+TEST(CharacterSetEverywhere, EveryTwoBytesHaveACharacterWithinThem) {
+    for (const char* name : {"Shift_JIS", "GBK", "Big5", "EUC-KR", "EUC-JP", "windows-1252", "UTF-8"}) {
+        const auto set = CharacterSet::find(name);
+        ASSERT_NE(set, nullptr) << name;
+        for (int pair = 0; pair < 0x10000; ++pair) {
+            const char bytes[] = {static_cast<char>(pair >> 8), static_cast<char>(pair & 0xFF)};
+            const std::size_t length = set->characterLength(bytes, 2);
+            ASSERT_GE(length, 1U) << name << ' ' << pair;
+            ASSERT_LE(length, pair < 0x8000 ? 1U : 2U) << name << ' ' << pair;
+        }
+    }
+}
+
+TEST(CharacterSetEverywhere, ConvertsThereAndBack) {
+    const struct {
+        const char* set;
+        string text, utf8;
+    } cases[] = {
+        {"UTF-8", "\u00e4\u6f22\U0001F600", "\u00e4\u6f22\U0001F600"},
+        {"windows-1252", "M\xFCller \x80", "M\u00fcller \u20ac"},
+        {"ISO-8859-1", "M\xFCller", "M\u00fcller"},
+        {"windows-1251", "\xC4\xE0", "\u0414\u0430"},
+        {"Shift_JIS", "a\x83\x5C\\~", "a\u30bd\\~"},
+        {"EUC-JP", "\xB4\xC1", "\u6f22"},
+        {"GBK", "\xBA\xBA", "\u6c49"},
+        {"Big5", "\xBA\x7E", "\u6f22"},
+        {"EUC-KR", "\xB0\xA1", "\uac00"},
+        {"Shift_JIS", "", ""},
+    };
+    for (const auto& one : cases) {
+        const auto set = CharacterSet::find(one.set);
+        ASSERT_NE(set, nullptr) << one.set;
+        EXPECT_EQ(set->toUtf8(one.text), one.utf8) << one.set;
+        EXPECT_EQ(set->fromUtf8(one.utf8), one.text) << one.set;
+        EXPECT_TRUE(set->toUtf16(one.text).has_value()) << one.set;
+    }
+}
+
 struct CharacterCase {
     string bytes, utf8;
 };
