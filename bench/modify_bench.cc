@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "backend/adapter/client_adapter.h"
-#include "backend/platform/character_set.h"
 #include "backend/session/session.h"
+#include "backend/text/character_set.h"
 #include "bench/measure.h"
 #include "bench/process_memory.h"
 #include "bench/ratios.h"

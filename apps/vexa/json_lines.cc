@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <iostream>
 
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa::program {
 

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "backend/platform/system_text.h"
 #include "backend/session/session.h"
+#include "backend/text/system_text.h"
 
 namespace vexa::program {
 

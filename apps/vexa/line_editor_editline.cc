@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "apps/vexa/line_editor.h"
-#include "backend/platform/character_set.h"
 #include "backend/session/syntax_completion.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "backend/adapter/go_to_caller.h"
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 

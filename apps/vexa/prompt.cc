@@ -8,10 +8,10 @@
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/line_editor.h"
 #include "apps/vexa/surroundings.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/terminal.h"
 #include "backend/session/command_cutter.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 

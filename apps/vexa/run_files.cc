@@ -6,10 +6,10 @@
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/terminal.h"
-#include "backend/platform/text_width.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
+#include "backend/text/text_width.h"
 
 namespace vexa::program {
 

@@ -5,9 +5,9 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
-#include "backend/platform/text_width.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/nearest_keyword.h"
+#include "backend/text/text_width.h"
 
 namespace vexa::program {
 

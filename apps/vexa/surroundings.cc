@@ -6,11 +6,11 @@
 #include "apps/vexa/adapter_stack.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/installation.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/clock.h"
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 

@@ -4,8 +4,8 @@
 #include <ostream>
 #include <variant>
 
-#include "backend/platform/text_width.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/text_width.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa::program {

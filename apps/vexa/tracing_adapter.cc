@@ -3,7 +3,7 @@
 #include <exception>
 
 #include "backend/adapter/go_to_caller.h"
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 

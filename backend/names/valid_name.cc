@@ -1,6 +1,6 @@
 #include "backend/names/valid_name.h"
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -1,8 +1,8 @@
 #include "backend/paths/client_file.h"
 
 #include "backend/paths/path_text.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

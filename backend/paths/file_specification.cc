@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "backend/paths/path_text.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

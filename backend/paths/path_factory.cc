@@ -1,7 +1,7 @@
 #include "backend/paths/path_factory.h"
 
-#include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

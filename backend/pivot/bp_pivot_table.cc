@@ -6,7 +6,7 @@
 #include "backend/pivot/bp_procedure.h"
 #include "backend/pivot/output_log.h"
 #include "backend/pivot/pivot_table_draft.h"
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -3,8 +3,8 @@
 #include "backend/pivot/output_log.h"
 #include "backend/pivot/pivot_table_draft.h"
 #include "backend/pivot/string_table_notes.h"
-#include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "backend/pivot/output_log.h"
-#include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

@@ -2,10 +2,10 @@
 
 #include "backend/paths/file_specification.h"
 #include "backend/pivot/bp_text.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
-#include "backend/platform/system_text.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "backend/pivot/pivot_table.h"
-#include "backend/platform/source_place.h"
+#include "backend/text/source_place.h"
 
 namespace vexa {
 

@@ -8,10 +8,10 @@
 
 #include "backend/paths/path_factory.h"
 #include "backend/pivot/output_log.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "backend/strings/string_table.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -12,8 +12,8 @@
 #include "backend/pivot/rendering/grid_writer.h"
 #include "backend/pivot/rendering/safe_text.h"
 #include "backend/pivot/rendering/sheet.h"
-#include "backend/platform/text_width.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/text_width.h"
 
 namespace vexa::rendering {
 

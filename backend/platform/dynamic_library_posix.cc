@@ -5,7 +5,7 @@
 
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/file_system.h"
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

@@ -2,9 +2,9 @@
 
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/file_system.h"
-#include "backend/platform/system_text.h"
 #include "backend/platform/windows_path.h"
 #include "backend/platform/windows_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

@@ -8,9 +8,9 @@
 
 #include "backend/platform/file_system_native.h"
 #include "backend/platform/system_reason.h"
-#include "backend/platform/system_text.h"
 #include "backend/platform/windows_path.h"
 #include "backend/platform/windows_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

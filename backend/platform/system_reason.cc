@@ -5,7 +5,7 @@
 #include <iterator>
 #include <system_error>
 
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

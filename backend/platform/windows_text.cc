@@ -6,9 +6,9 @@
 #include <array>
 #include <cerrno>
 
-#include "backend/platform/character_set_implementations.h"
 #include "backend/platform/system_reason.h"
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
+#include "backend/text/utf16.h"
 
 namespace vexa {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "backend/platform/character_set.h"
 #include "backend/session/command_cutter.h"
 #include "backend/syntax/nearest_keyword.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -7,13 +7,13 @@
 #include "backend/adapter/go_to_caller.h"
 #include "backend/paths/file_specification.h"
 #include "backend/pivot/output_log.h"
-#include "backend/platform/character_set.h"
 #include "backend/session/command_cutter.h"
 #include "backend/session/own_commands.h"
 #include "backend/session/session_messages.h"
 #include "backend/session/swallowed_command.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/parse_mode.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa {

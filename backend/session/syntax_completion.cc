@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "backend/platform/character_set.h"
 #include "backend/session/command_catalog.h"
 #include "backend/session/command_cutter.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

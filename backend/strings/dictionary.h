@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "backend/platform/file_system.h"
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

@@ -4,9 +4,9 @@
 #include <set>
 #include <utility>
 
-#include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
 #include "backend/strings/string_table_cache.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

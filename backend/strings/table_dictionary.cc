@@ -1,8 +1,8 @@
 #include "backend/strings/table_dictionary.h"
 
-#include "backend/platform/character_set.h"
 #include "backend/strings/string_table.h"
 #include "backend/strings/string_table_cache.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -14,8 +14,8 @@
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
-#include "backend/platform/character_set.h"
-#include "backend/platform/system_text.h"
+#include "backend/text/character_set.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

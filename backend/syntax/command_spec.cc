@@ -4,7 +4,7 @@
 #include <cassert>
 #include <iterator>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {

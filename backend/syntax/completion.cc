@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "backend/pivot/bp_text.h"
-#include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/nearest_keyword.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

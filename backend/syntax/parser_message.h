@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "backend/pivot/output_log.h"
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "backend/platform/character_set.h"
 #include "backend/syntax/nearest_keyword.h"
 #include "backend/syntax/refusal_texts.h"
 #include "backend/syntax/universal_parser.h"
 #include "backend/syntax/value_check.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

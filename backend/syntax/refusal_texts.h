@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <string>
 
-#include "backend/platform/system_text.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

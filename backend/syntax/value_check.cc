@@ -5,13 +5,13 @@
 #include <utility>
 #include <vector>
 
-#include "backend/platform/character_set.h"
-#include "backend/platform/text_width.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/command_spec.h"
 #include "backend/syntax/nearest_keyword.h"
 #include "backend/syntax/qualifiers.h"
 #include "backend/syntax/refusal_texts.h"
+#include "backend/text/character_set.h"
+#include "backend/text/text_width.h"
 
 namespace vexa {
 

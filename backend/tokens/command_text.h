@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "backend/platform/source_place.h"
+#include "backend/text/source_place.h"
 
 namespace vexa {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {

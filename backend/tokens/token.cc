@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {

@@ -6,7 +6,7 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/viewerxml/xml_library.h"
 
 namespace vexa {

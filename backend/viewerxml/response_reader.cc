@@ -14,8 +14,8 @@
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
-#include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 #include "backend/viewerxml/xml_library.h"
 
 namespace vexa {

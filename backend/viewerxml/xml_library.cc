@@ -2,7 +2,7 @@
 
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "backend/platform/utf8.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "frontend/controller/embedded_controller.h"
 #include "frontend/controller/messages.h"
 

@@ -1,7 +1,7 @@
 #include "frontend/controller/embedded_controller.h"
 
-#include "backend/platform/character_set.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 #include "frontend/controller/messages.h"
 
 namespace vexa::frontend {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "backend/adapter/client_adapter.h"
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 #include "frontend/controller/open_documents.h"
 
 namespace vexa::frontend {

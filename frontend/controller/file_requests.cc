@@ -4,9 +4,9 @@
 #include <memory>
 #include <utility>
 
-#include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 #include "frontend/controller/embedded_controller.h"
 #include "frontend/controller/messages.h"
 #include "frontend/controller/store_messages.h"

@@ -4,7 +4,7 @@
 // its argument is translated before.
 #pragma once
 
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 namespace vexa::frontend::messages {
 

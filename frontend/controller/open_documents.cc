@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::frontend {
 

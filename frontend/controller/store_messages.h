@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 #include "frontend/store/store_result.h"
 
 namespace vexa::frontend {

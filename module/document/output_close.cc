@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/document/commands.h"
 #include "module/frame/document_command.h"
 

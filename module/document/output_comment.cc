@@ -7,9 +7,9 @@
 
 #include "backend/pivot/bp_procedure.h"
 #include "backend/pivot/output_log.h"
-#include "backend/platform/character_set.h"
 #include "backend/syntax/parser_message.h"
 #include "backend/syntax/universal_parser.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/token_sequence.h"
 #include "module/document/commands.h"
 #include "module/document/comment_grammar.h"

@@ -1,7 +1,7 @@
 // OUTPUT NEW: makes a new document.
 
 #include "backend/names/valid_name.h"
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/document/commands.h"
 #include "module/frame/document_command.h"
 

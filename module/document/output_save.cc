@@ -1,7 +1,7 @@
 // OUTPUT SAVE: saves a document to a file. All checks run, so one command can report several of them; the
 // request is sent only when none failed.
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/document/commands.h"
 #include "module/frame/document_command.h"
 #include "module/frame/file_specification.h"

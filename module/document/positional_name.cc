@@ -1,6 +1,6 @@
 #include "module/document/positional_name.h"
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {

@@ -7,7 +7,7 @@
 
 #include "backend/paths/client_file.h"
 #include "backend/pivot/check_file_ref.h"
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/frame/text_value.h"
 #include "module/frame/xml_text.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/export/read_format.h"
 #include "module/frame/text_value.h"
 

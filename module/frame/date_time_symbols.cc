@@ -4,8 +4,8 @@
 
 #include "backend/paths/path_factory.h"
 #include "backend/platform/clock.h"
-#include "backend/platform/system_text.h"
 #include "backend/strings/table_dictionary.h"
+#include "backend/text/system_text.h"
 
 namespace vexa {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/frame/special_bytes.h"
 
 namespace vexa {
@@ -119,7 +119,7 @@ std::string escapeByCharacters(const std::string& text) {
     std::string escaped;
     escaped.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        // Length 0 is a zero byte: the platform's texts end there, this one need not.
+        // Length 0 is a zero byte: the texts of the text library end there, this one need not.
         const auto length = static_cast<std::size_t>(std::max(VEXAMBmbclen_A(text.c_str() + at), 1));
         const std::string_view character = std::string_view(text).substr(at, length);
         const std::string_view entity = length == 1 ? entityOf(character.front()) : std::string_view();

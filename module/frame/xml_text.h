@@ -14,7 +14,7 @@ namespace vexa {
 /// A byte of a multi-byte character is never replaced.
 [[nodiscard]] std::string escapeXml(std::string_view text);
 
-/// `text` in UTF-8, or nothing where it cannot be converted. The platform library's conversion ends at a zero
+/// `text` in UTF-8, or nothing where it cannot be converted. The text library's conversion ends at a zero
 /// byte.
 [[nodiscard]] std::string toXmlUtf8(const std::string& text);
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include <string_view>
-#include "backend/platform/system_text.h"
+#include "backend/text/system_text.h"
 
 #include "backend/syntax/command_spec.h"
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/frame/xml_text.h"
 #include "module/modify/modify_spec.h"
 #include "module/modify/parameter_values.h"

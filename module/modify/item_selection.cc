@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/frame/grammar.h"
 #include "module/frame/xml_text.h"
 

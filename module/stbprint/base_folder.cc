@@ -1,6 +1,6 @@
 #include "module/stbprint/base_folder.h"
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -13,8 +13,8 @@
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/pivot/output_log.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/file_system.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/command_text.h"
 #include "module/export/commands.h"
 #include "tests/unit/viewerxml/xml_judge.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "backend/platform/utf8.h"
+#include "backend/text/utf8.h"
 #include "backend/viewerxml/response_spec.h"
 
 namespace {

@@ -13,8 +13,8 @@
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/pivot/output_log.h"
-#include "backend/platform/character_set.h"
 #include "backend/platform/clock.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/command_text.h"
 #include "module/modify/commands.h"
 

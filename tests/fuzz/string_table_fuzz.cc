@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "backend/platform/utf8.h"
 #include "backend/strings/xliff_reader.h"
+#include "backend/text/utf8.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/command_text.h"
 #include "backend/tokens/token_sequence.h"
 

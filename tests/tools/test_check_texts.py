@@ -23,7 +23,7 @@ def table(*units):
 
 def tree(source='report("Name ^1 is taken."_text);', key="Name ^1 is taken.", english=None, note=None, **languages):
     """A tree with one source file and a table for each language; languages: units that replace those of one."""
-    files = {SOURCE: source, "backend/platform/system_text.h": 'constexpr SystemText operator""_text(const char*);'}
+    files = {SOURCE: source, "backend/text/system_text.h": 'constexpr SystemText operator""_text(const char*);'}
     for language in LANGUAGES:
         target = None if language == "en" else "^1."
         units = languages.get(language, [(key, english or key, target, note)])

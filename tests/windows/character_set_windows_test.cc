@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "backend/platform/character_set.h"
-#include "backend/platform/utf8.h"
+#include "backend/text/character_set.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "backend/platform/text_width.h"
+#include "backend/text/text_width.h"
 
 namespace vexa::rendering {
 

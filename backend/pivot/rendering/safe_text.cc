@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "backend/platform/text_width.h"
+#include "backend/text/text_width.h"
 
 namespace vexa::rendering {
 

@@ -6,9 +6,9 @@
 #include <array>
 #include <random>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "module/frame/xml_text.h"
-#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

@@ -10,9 +10,9 @@
 
 #include "backend/paths/path_factory.h"
 #include "backend/pivot/text_rendering.h"
-#include "backend/platform/line_breaks.h"
-#include "backend/platform/text_width.h"
-#include "backend/platform/utf8.h"
+#include "backend/text/line_breaks.h"
+#include "backend/text/text_width.h"
+#include "backend/text/utf8.h"
 #include "module/stbprint/commands.h"
 #include "module/stbprint/table_files.h"
 #include "tests/unit/module/command_fixture.h"

@@ -6,7 +6,7 @@
 #include <memory>
 #include <optional>
 
-#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "backend/paths/file_specification.h"
 #include "backend/platform/file_system.h"
-#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "backend/paths/file_specification.h"
 #include "tests/unit/pivot/collected_log.h"
-#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "backend/pivot/rendering/footnotes.h"
-#include "backend/platform/text_width.h"
+#include "backend/text/text_width.h"
 #include "tests/unit/pivot/example_tables.h"
 #include "tests/unit/strings/installed_texts.h"
 

@@ -10,7 +10,7 @@
 #include "backend/platform/file_system.h"
 #include "backend/strings/string_table.h"
 #include "backend/strings/table_dictionary.h"
-#include "tests/unit/platform/installed_character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa::program {
 namespace {

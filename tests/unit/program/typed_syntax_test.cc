@@ -6,7 +6,7 @@
 #include <iostream>
 
 #include "apps/vexa/actions.h"
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 namespace {

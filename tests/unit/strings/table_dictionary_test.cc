@@ -4,8 +4,8 @@
 
 #include "backend/strings/string_table.h"
 #include "tests/unit/frontend/memory_file_system.h"
-#include "tests/unit/platform/installed_character_set.h"
 #include "tests/unit/strings/sample_tables.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

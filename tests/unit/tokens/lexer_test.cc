@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "backend/tokens/command_text.h"
 #include "backend/tokens/token_sequence.h"
 

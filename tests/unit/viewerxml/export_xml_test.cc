@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 #include "tests/unit/viewerxml/whole_specification.h"
 #include "tests/unit/viewerxml/xml_judge.h"
 

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "backend/platform/character_set.h"
-#include "backend/platform/utf8.h"
+#include "backend/text/character_set.h"
+#include "backend/text/utf8.h"
 #include "backend/viewerxml/response_spec.h"
 #include "tests/unit/viewerxml/xml_judge.h"
 

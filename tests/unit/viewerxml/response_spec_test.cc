@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "backend/platform/character_set.h"
-#include "tests/unit/platform/installed_character_set.h"
+#include "backend/text/character_set.h"
 #include "tests/unit/strings/installed_texts.h"
+#include "tests/unit/text/installed_character_set.h"
 #include "tests/unit/viewerxml/xml_judge.h"
 
 namespace {

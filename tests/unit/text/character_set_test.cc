@@ -1,10 +1,10 @@
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "backend/platform/utf8.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 namespace {

@@ -1,6 +1,6 @@
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
-#include "backend/platform/character_set_implementations.h"
+#include "backend/text/character_set_implementations.h"
 
 namespace vexa {
 

@@ -1,4 +1,4 @@
-// How the character sets are made. For the platform library's own files.
+// How the character sets are made. For the text library's own files.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 
@@ -81,10 +81,5 @@ class CodePage final : public CharacterSet {
     std::unique_ptr<CodePageConverter> converter_;
     Lengths lengths_;
 };
-
-/// UTF-16 as UTF-8; a surrogate without its partner becomes U+FFFD.
-[[nodiscard]] std::string utf16ToUtf8(std::u16string_view text);
-/// UTF-8 as UTF-16; what cannot be read becomes U+FFFD, and `valid`, where given, false.
-[[nodiscard]] std::u16string utf8ToUtf16(std::string_view text, bool* valid = nullptr);
 
 }  // namespace vexa

@@ -1,9 +1,9 @@
-// The code pages of Windows, as converters. For the platform library's own files.
+// The code pages of Windows, as converters. For the text library's own files.
 #pragma once
 
 #include <memory>
 
-#include "backend/platform/character_set_implementations.h"
+#include "backend/text/character_set_implementations.h"
 
 namespace vexa {
 

@@ -1,4 +1,4 @@
-#include "backend/platform/letter_widths.h"
+#include "backend/text/letter_widths.h"
 
 #include <algorithm>
 #include <array>

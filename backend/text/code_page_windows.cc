@@ -1,4 +1,4 @@
-#include "backend/platform/code_page_windows.h"
+#include "backend/text/code_page_windows.h"
 
 #include <windows.h>
 
@@ -9,7 +9,7 @@
 #include <limits>
 #include <utility>
 
-#include "backend/platform/utf8.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 namespace {

@@ -1,8 +1,8 @@
-#include "backend/platform/letter_widths.h"
+#include "backend/text/letter_widths.h"
 
 #include <gtest/gtest.h>
 
-#include "backend/platform/letters.h"
+#include "backend/text/letters.h"
 
 namespace vexa {
 namespace {

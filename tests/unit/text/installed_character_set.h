@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "backend/platform/character_set.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 

@@ -1,4 +1,4 @@
-#include "backend/platform/utf8.h"
+#include "backend/text/utf8.h"
 
 #include <gtest/gtest.h>
 

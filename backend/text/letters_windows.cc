@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "backend/platform/letter_widths.h"
-#include "backend/platform/letters.h"
+#include "backend/text/letter_widths.h"
+#include "backend/text/letters.h"
 
 namespace vexa {
 

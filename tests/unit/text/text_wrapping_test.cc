@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "backend/platform/line_breaks.h"
-#include "backend/platform/text_width.h"
+#include "backend/text/line_breaks.h"
+#include "backend/text/text_width.h"
 
 namespace vexa {
 namespace {

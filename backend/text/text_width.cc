@@ -1,9 +1,9 @@
-#include "backend/platform/text_width.h"
+#include "backend/text/text_width.h"
 
 #include <algorithm>
 
-#include "backend/platform/letters.h"
-#include "backend/platform/utf8.h"
+#include "backend/text/letters.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "backend/platform/character_set.h"
-#include "tests/unit/platform/installed_character_set.h"
+#include "backend/text/character_set.h"
+#include "tests/unit/text/installed_character_set.h"
 
 namespace vexa {
 namespace {

@@ -1,8 +1,8 @@
 #include <string_view>
 
-#include "backend/platform/line_breaks.h"
-#include "backend/platform/text_width.h"
-#include "backend/platform/utf8.h"
+#include "backend/text/line_breaks.h"
+#include "backend/text/text_width.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 

@@ -1,4 +1,4 @@
-#include "backend/platform/line_breaks.h"
+#include "backend/text/line_breaks.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "backend/platform/text_width.h"
+#include "backend/text/text_width.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <array>
 #include <cassert>
 
-#include "backend/platform/character_set_implementations.h"
+#include "backend/text/character_set_implementations.h"
 
 namespace vexa {
 

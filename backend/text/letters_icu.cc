@@ -1,6 +1,6 @@
 #include <unicode/uchar.h>
 
-#include "backend/platform/letters.h"
+#include "backend/text/letters.h"
 
 namespace vexa {
 

@@ -4,9 +4,10 @@
 #include <array>
 #include <cstring>
 
-#include "backend/platform/character_set.h"
-#include "backend/platform/character_set_implementations.h"
-#include "backend/platform/utf8.h"
+#include "backend/text/character_set.h"
+#include "backend/text/character_set_implementations.h"
+#include "backend/text/utf16.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 

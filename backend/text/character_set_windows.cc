@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "backend/platform/character_set_implementations.h"
-#include "backend/platform/code_page_windows.h"
+#include "backend/text/character_set_implementations.h"
+#include "backend/text/code_page_windows.h"
 
 namespace vexa {
 

@@ -1,8 +1,9 @@
 #include <cassert>
 
-#include "backend/platform/character_set_implementations.h"
-#include "backend/platform/letters.h"
-#include "backend/platform/utf8.h"
+#include "backend/text/character_set_implementations.h"
+#include "backend/text/letters.h"
+#include "backend/text/utf16.h"
+#include "backend/text/utf8.h"
 
 namespace vexa {
 
