@@ -80,8 +80,8 @@ ParamDescriptor& ParamDescriptor::checkedByCommand() {
     return *this;
 }
 
-ParamDescriptor& ParamDescriptor::readAsOneText() {
-    readAsOneText_ = true;
+ParamDescriptor& ParamDescriptor::readOnly(UPSpecTypes::ReadValue what) {
+    readValue_ = what;
     return *this;
 }
 

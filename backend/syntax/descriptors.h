@@ -49,6 +49,15 @@ struct UPSpecTypes {
         inclusive = 1,  ///< the bound itself is allowed
         exclusive = 2,  ///< it is not
     };
+
+    /// What a command reads of a value; it passes over anything else without a word of its own.
+    enum class ReadValue : int {
+        everything,             ///< nothing is passed over
+        text,                   ///< one quoted text or one word, ALL among them
+        textButAll,             ///< the same, but ALL is none
+        textOrOperator,         ///< one quoted text, word or operator
+        quotedTextOrOwnKeyword  ///< one quoted text; of words the string values alone mean something
+    };
 };
 
 /// True when `word` spells `keyword`, which is ASCII, without regard to the case of ASCII letters.
@@ -81,9 +90,8 @@ class ParamDescriptor {
     /// and bounds stay declared, for help and completion. A qualifier may be marked by itself; the mark of
     /// its parameter counts for all of them.
     ParamDescriptor& checkedByCommand();
-    /// For values that are any tokens: the command reads one text and ignores anything else without a word of
-    /// its own, so the parser warns of that.
-    ParamDescriptor& readAsOneText();
+    /// The parser warns of what the command passes over.
+    ParamDescriptor& readOnly(UPSpecTypes::ReadValue what);
     /// What the value is called in help texts, such as "file" or "name".
     ParamDescriptor& setValueLabel(std::string_view label);
 
@@ -93,7 +101,7 @@ class ParamDescriptor {
     [[nodiscard]] bool isValueRequired() const { return valueRequired_; }
     [[nodiscard]] UPSpecTypes::BracketOptions brackets() const { return brackets_; }
     [[nodiscard]] bool isCheckedByCommand() const { return checkedByCommand_; }
-    [[nodiscard]] bool isReadAsOneText() const { return readAsOneText_; }
+    [[nodiscard]] UPSpecTypes::ReadValue readValue() const { return readValue_; }
     [[nodiscard]] std::string_view valueLabel() const { return valueLabel_; }
     [[nodiscard]] std::vector<std::string_view> stringValues() const;
     [[nodiscard]] bool hasStringValues() const { return !addedValues_.empty() || !constantValues_.empty(); }
@@ -111,7 +119,7 @@ class ParamDescriptor {
     bool required_;
     bool valueRequired_;
     bool checkedByCommand_ = false;
-    bool readAsOneText_ = false;
+    UPSpecTypes::ReadValue readValue_ = UPSpecTypes::ReadValue::everything;
     std::span<const std::string_view> constantValues_;
     std::vector<std::string_view> addedValues_;  // stands for the constant ones as soon as it holds any
     std::optional<Boundary> lower_;

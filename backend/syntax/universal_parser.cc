@@ -205,10 +205,8 @@ bool UniversalParser::parseParameter(const SubComDescriptor& descriptor, SubComO
     if (auto error = checkValue(parameter, value, sequence_.command())) {
         return fail(std::move(error->message), error->offset.value_or(offset));
     }
-    if (parameter.isReadAsOneText()) {
-        if (auto warning = checkOneText(parameter, value, sequence_.command())) {
-            warnings_.push_back({std::move(warning->message), warning->offset.value_or(offset)});
-        }
+    if (auto warning = checkRead(parameter, value, sequence_.command())) {
+        warnings_.push_back({std::move(warning->message), warning->offset.value_or(offset)});
     }
     result.parameters_.emplace_back(parameter.name(), &keyword, value);
     return true;

@@ -25,6 +25,7 @@ using Result = std::optional<ValueError>;
 constexpr std::size_t kShownLength = 48;
 
 constexpr SystemText kTakesNoValue = "^1 takes no value."_text;
+constexpr SystemText kUnquoted = "Without quotes this word does not count as a text."_text;
 
 std::string formatBound(double value) {
     char text[32];
@@ -198,8 +199,10 @@ class ValueCheck {
         const TokenInfoObj& name = *qualifier.keyword();
         const bool hasValue = qualifier.isTokenList();
         const ParamDescriptor* const known = parameter_.findQualifier(name.getString());
-        if (parameter_.isCheckedByCommand() || (known != nullptr && known->isCheckedByCommand())) {
-            return std::nullopt;
+        const bool noNumber = known != nullptr && known->spec() == Spec::number && !hasValue;
+        if (parameter_.isCheckedByCommand() ||
+            (known != nullptr && known->isCheckedByCommand() && !noNumber)) {
+            return std::nullopt;  // a number that is not there is nothing that the command could check
         }
         const bool bareKeyword =
             known == nullptr ? parameter_.hasStringValue(name.getString()) : known->spec() == Spec::keyword;
@@ -271,6 +274,28 @@ std::string firstQualifier(const ParamDescriptor& parameter) {
     return parameter.qualifiers().empty() ? "KEYWORD" : std::string(parameter.qualifiers().front().name());
 }
 
+/// True when the command reads the value.
+bool isRead(const ParamDescriptor& parameter, Tokens value) {
+    using Read = UPSpecTypes::ReadValue;
+    if (value.size() != 1) {
+        return false;
+    }
+    const TokenInfoObj& token = value.front();
+    switch (parameter.readValue()) {
+        case Read::everything:
+            return true;
+        case Read::text:
+            return token.isLiteral() || token.isWordLike();
+        case Read::textButAll:
+            return token.isLiteral() || token.isWord();
+        case Read::textOrOperator:
+            return !token.isNumber();
+        case Read::quotedTextOrOwnKeyword:
+            return token.isLiteral() || parameter.hasStringValue(token.getString());
+    }
+    return true;
+}
+
 /// What a value that is any tokens is called.
 std::string describeTokens(std::string_view label) {
     static constexpr struct {
@@ -295,21 +320,29 @@ std::optional<ValueError> checkValue(const ParamDescriptor& parameter, std::span
     return ValueCheck(parameter, command).check(value);
 }
 
-std::optional<ValueError> checkOneText(const ParamDescriptor& parameter, std::span<const TokenInfoObj> value,
-                                       const CommandText& command) {
-    const ParamDescriptor oneText(parameter.name(), Spec::literalOrWord, false, true);
+std::optional<ValueError> checkRead(const ParamDescriptor& parameter, std::span<const TokenInfoObj> value,
+                                    const CommandText& command) {
+    const bool named = parameter.readValue() == UPSpecTypes::ReadValue::quotedTextOrOwnKeyword;
+    if (parameter.readValue() == UPSpecTypes::ReadValue::everything || isRead(parameter, value)) {
+        return std::nullopt;
+    }
+    ParamDescriptor text(parameter.name(), Spec::literalOrWord, false, true);
+    if (named) {
+        text = parameter;
+    }
     if (value.empty()) {
-        return ValueError{
-            composed(texts::kNeedsValue, {std::string(parameter.name()), describeValue(oneText)}), {}};
+        return ValueError{composed(texts::kNeedsValue, {std::string(parameter.name()), describeValue(text)}),
+                          {}};
     }
     // A bracket that opens a list is itself what does not fit.
-    std::optional<ValueError> error = checkValue(oneText, value.first(1), command);
+    std::optional<ValueError> error = checkValue(text, value.first(1), command);
     if (!error) {
-        error = checkValue(oneText, value, command);
+        error = checkValue(text, value, command);
     }
-    if (error) {
-        appendSentence(error->message, translated("The value is ignored."_text));
+    if (!error) {  // a word, and only the quotes are missing
+        error = ValueError{sentences({whatItTakes(text), translated(kUnquoted)}), value.front().offset()};
     }
+    appendSentence(error->message, translated("The value is ignored."_text));
     return error;
 }
 

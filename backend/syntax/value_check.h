@@ -23,11 +23,11 @@ struct ValueError {
                                                    std::span<const TokenInfoObj> value,
                                                    const CommandText& command);
 
-/// What the user should know of a value that is read as one text: that it is empty, or anything else, which
-/// is ignored. Nothing for one text or word, ALL among them.
-[[nodiscard]] std::optional<ValueError> checkOneText(const ParamDescriptor& parameter,
-                                                     std::span<const TokenInfoObj> value,
-                                                     const CommandText& command);
+/// What the user should know of a value that its command passes over: that it is empty, or not of the kind
+/// that the command reads. Nothing for a value that is read.
+[[nodiscard]] std::optional<ValueError> checkRead(const ParamDescriptor& parameter,
+                                                  std::span<const TokenInfoObj> value,
+                                                  const CommandText& command);
 
 /// What a parameter takes, in words: "a whole number", "YES or NO".
 [[nodiscard]] std::string describeValue(const ParamDescriptor& parameter);

@@ -231,7 +231,7 @@ bool Lexer::readLiteralContent(std::string_view& content) {
     const std::size_t from = ++at_;
     std::string* undoubled = nullptr;
     std::size_t copied = from;
-    while (!atEnd() && text_[at_] != '\n') {
+    while (!atEnd() && text_[at_] != '\n' && text_[at_] != '\0') {
         if (text_[at_] != quote) {
             at_ += characterLength(at_);
             continue;
@@ -259,6 +259,9 @@ bool Lexer::readLiteral() {
     const std::size_t from = at_;
     std::string_view content;
     if (!readLiteralContent(content)) {
+        if (!atEnd() && text_[at_] == '\0') {
+            return refuseControlCharacter();  // many who read the text later would take it for its end
+        }
         return fail(from,
                     composed("This text is not closed before the end of its line: ^1 is missing. A longer "
                              "text is written in pieces: 'one ' + 'two'."_text,
@@ -293,16 +296,20 @@ void Lexer::joinLiterals() {
     tokens.emplace_back(TokenKind::literal, 0, whole, first.offset(), at_ - first.offset());
 }
 
+bool Lexer::refuseControlCharacter() {
+    return fail(
+        at_,
+        composed("A control character (code ^1) stands here. It has no meaning in a command; delete it."_text,
+                 {std::to_string(static_cast<unsigned char>(text_[at_]))}));
+}
+
 bool Lexer::readOperator() {
     const char c = text_[at_];
     const std::size_t from = at_;
     const int pair = pairCode(c, peek(1));
     const int code = pair != 0 ? pair : kOperatorCodes[static_cast<unsigned char>(c) & 0x7FU];
     if (code == 0) {
-        return fail(at_,
-                    composed("A control character (code ^1) stands here. It has no meaning in a command; "
-                             "delete it."_text,
-                             {std::to_string(static_cast<unsigned char>(c))}));
+        return refuseControlCharacter();
     }
     at_ += pair != 0 ? 2 : 1;
     add(TokenKind::operatorToken, code, text_.substr(from, at_ - from), from);

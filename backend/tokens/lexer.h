@@ -32,6 +32,7 @@ class Lexer {
     bool readNumber();
     bool readLiteral();
     bool readOperator();
+    bool refuseControlCharacter();
     /// Joins the literal just read to the one that a '+' before it left open.
     void joinLiterals();
 

@@ -102,7 +102,7 @@ void ExportElement::putFlag(ExportSetting setting, bool on, ExportAttributePart 
     putText(setting, on ? "true" : "false", part);
 }
 
-void ExportElement::putWhole(ExportSetting setting, int number, ExportAttributePart part) {
+void ExportElement::putWhole(ExportSetting setting, std::int64_t number, ExportAttributePart part) {
     putText(setting, std::to_string(number), part);
 }
 

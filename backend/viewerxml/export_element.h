@@ -1,6 +1,7 @@
 // What every part of an export specification is made of: settings that were made, each an attribute or more.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -99,7 +100,8 @@ class ExportElement {
     void putText(ExportSetting setting, std::string_view text,
                  ExportAttributePart part = ExportAttributePart::value);
     void putFlag(ExportSetting setting, bool on, ExportAttributePart part = ExportAttributePart::value);
-    void putWhole(ExportSetting setting, int number, ExportAttributePart part = ExportAttributePart::value);
+    void putWhole(ExportSetting setting, std::int64_t number,
+                  ExportAttributePart part = ExportAttributePart::value);
     /// The shortest form that reads back as the same number: 210, 0.01, 1e+20; INF, -INF and NaN for the
     /// rest.
     void putNumber(ExportSetting setting, double number);

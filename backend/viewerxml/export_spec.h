@@ -105,7 +105,7 @@ class ExportTextSpec : public DocumentFileSetting, public NotesAndCaptionsSettin
 
     void setEncoding(ENCODING encoding) { putChoice(ExportSetting::encoding, encoding); }
     /// `width` in characters; 0, with the text "0", when `autofit` is true.
-    void setColumnWidth(int width, std::string_view text, bool autofit) {
+    void setColumnWidth(std::int64_t width, std::string_view text, bool autofit) {
         putWhole(ExportSetting::columnWidth, width);
         putText(ExportSetting::columnWidth, text, ExportAttributePart::text);
         putFlag(ExportSetting::columnWidth, autofit, ExportAttributePart::autofit);

@@ -18,7 +18,8 @@ void outputActivate() {
     if (!command.parse()) {
         return;
     }
-    const auto settings = readPositionalName(command.leading().exportParamObj(), LoneEquals::isName);
+    const auto settings =
+        readPositionalName(command.leading().exportParamObj(), LoneEquals::isName, command.messages());
     if (!settings) {
         command.messages().WrongValueType("NAME", "", kOneName);
         return;

@@ -29,7 +29,8 @@ constexpr int kProcedureValue = 2;
 
 constexpr std::string_view kBoldValues[] = {"YES", "NO", "TRUE", "FALSE"};
 
-constexpr auto kText = optionalParameter("TEXT", Spec::tokens, "'text'").asOneText();
+constexpr auto kText =
+    optionalParameter("TEXT", Spec::tokens, "'text'").readOnly(UPSpecTypes::ReadValue::text);
 constexpr std::string_view kColorLabel =
     "{black|blue|cyan|darkGray|gray|green|lightGray|magenta|orange|pink|white|yellow|#RRGGBB}";
 constexpr auto kColor = optionalParameter("COLOR", Spec::tokens, kColorLabel);
@@ -138,18 +139,17 @@ std::int32_t readWidth(const SubComObj& leading, ParserMessage& messages) {
     if (given == nullptr) {
         return -1;
     }
-    const std::string text = given->joinedTokens();
-    const std::optional<double> width = given->getDoubleValue();
-    // An integer that 32 bits do not hold is out of bounds as any other.
-    if (!width || text.find_first_of(".eE") != std::string::npos) {
-        messages.IgnoredParamValue("WIDTH", "", text);
+    // Out of bounds in whatever form, and also where 32 bits do not hold it.
+    const double width = given->getDoubleValue().value_or(-1.0);  // the parser lets only numbers through
+    if (width < kNarrowest || width > kWidest) {
+        messages.ParamValueBreakBdry(width, kNarrowest, kInclusive, kWidest, kInclusive, "WIDTH", "");
         return -1;
     }
-    if (*width < kNarrowest || *width > kWidest) {
-        messages.ParamValueBreakBdry(*width, kNarrowest, kInclusive, kWidest, kInclusive, "WIDTH", "");
-        return -1;
+    const std::optional<std::int32_t> whole = given->getIntegerValue();
+    if (!whole) {
+        messages.IgnoredParamValue("WIDTH", "", given->joinedTokens());
     }
-    return static_cast<std::int32_t>(*width);
+    return whole.value_or(-1);
 }
 
 Comment readComment(const CommandSpec& command, ParserMessage& messages) {

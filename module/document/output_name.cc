@@ -17,7 +17,8 @@ void outputName() {
     if (!command.parse()) {
         return;
     }
-    const auto settings = readPositionalName(command.leading().exportParamObj(), LoneEquals::isSkipped);
+    const auto settings =
+        readPositionalName(command.leading().exportParamObj(), LoneEquals::isSkipped, command.messages());
     if (!settings) {
         command.messages().WrongValueType("NAME", "", kOneName);
         return;

@@ -12,10 +12,13 @@ constexpr CommandIdentity kIdentity{"OUTPUT OPEN", "Output Open"_text, "Output O
 
 constexpr ParameterRow kParameters[] = {
     {"FILE", UPSpecTypes::ParamSpec::tokens, true, true, {}, "file"},
-    {"NAME", UPSpecTypes::ParamSpec::word, false, true, {}, "name"},
+    optionalParameter("NAME", UPSpecTypes::ParamSpec::word, "name")
+        .readOnly(UPSpecTypes::ReadValue::textButAll),
     {"LOCK", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
     {"MINIMIZED", UPSpecTypes::ParamSpec::word, false, true, kYesNo},
-    {"PASSWORD", UPSpecTypes::ParamSpec::literalOrWord, false, true, kNone, "password"},
+    optionalParameter("PASSWORD", UPSpecTypes::ParamSpec::literalOrWord, "password")
+        .of(kNone)
+        .readOnly(UPSpecTypes::ReadValue::quotedTextOrOwnKeyword),
 };
 
 constexpr SubcommandRow kGrammar[] = {

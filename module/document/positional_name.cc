@@ -22,7 +22,8 @@ const TokenInfoObj* takeAssigned(Tokens tokens, std::size_t& at) {
 
 }  // namespace
 
-std::optional<PositionalName> readPositionalName(const ParamObj& list, LoneEquals loneEquals) {
+std::optional<PositionalName> readPositionalName(const ParamObj& list, LoneEquals loneEquals,
+                                                 ParserMessage& messages) {
     PositionalName result;
     bool nameGiven = false;
     const Tokens tokens = list.getTokenList();
@@ -38,6 +39,8 @@ std::optional<PositionalName> readPositionalName(const ParamObj& list, LoneEqual
                 nameGiven = true;
             } else if (equalsIgnoringCase(value->getString(), "YES")) {
                 result.minimized = OutputDocumentMinimized::yes;
+            } else if (!equalsIgnoringCase(value->getString(), "NO")) {
+                messages.IgnoredParamValue("MINIMIZED", "", value->getString());
             }
             continue;
         }

@@ -35,7 +35,9 @@ inline constexpr ExpectedValue kOneName{
 enum class LoneEquals { isName, isSkipped };
 
 /// Reads the tokens, or nothing when they do not fit: a keyword without "=" and value, or a second name by
-/// position. Without tokens the name is empty.
-[[nodiscard]] std::optional<PositionalName> readPositionalName(const ParamObj& tokens, LoneEquals loneEquals);
+/// position. Without tokens the name is empty. A value of MINIMIZED that is neither YES nor NO counts as NO,
+/// with a warning.
+[[nodiscard]] std::optional<PositionalName> readPositionalName(const ParamObj& tokens, LoneEquals loneEquals,
+                                                               ParserMessage& messages);
 
 }  // namespace vexa

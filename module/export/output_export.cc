@@ -38,7 +38,7 @@ constexpr auto kExportWords = wordsOf(kExportTypes);
 constexpr auto kLayerWords = wordsOf(kLayers);
 
 constexpr ParameterRow kParameters[] = {
-    optionalParameter("NAME", Spec::tokens, "name"),
+    optionalParameter("NAME", Spec::tokens, "name").readOnly(UPSpecTypes::ReadValue::textOrOperator),
     optionalParameter("PRINT", Spec::word).of(kPrintWords),
 };
 

@@ -1,7 +1,10 @@
 // TEXT: plain text, with images beside it.
 
+#include <charconv>
 #include <cstdint>
+#include <limits>
 #include <optional>
+#include <system_error>
 
 #include "backend/text/character_set.h"
 #include "module/export/read_format.h"
@@ -37,6 +40,19 @@ constexpr KeywordOption<ExportTextSpec> kKeywords[] = {
     {"IMAGEFORMAT", kImageFormats, setNumber<ExportTextSpec, &ExportTextSpec::setImageFormat>},
 };
 
+/// The number of a text of digits, a sign before them; however large, it stays a whole number.
+std::optional<std::int64_t> wholeNumber(std::string_view text) {
+    text.remove_prefix(text.starts_with('+') ? 1 : 0);
+    std::int64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stopped, error] = std::from_chars(text.data(), end, number);
+    if (stopped != end || error == std::errc::invalid_argument) {
+        return std::nullopt;
+    }
+    using Limits = std::numeric_limits<std::int64_t>;
+    return error == std::errc() ? number : text.starts_with('-') ? Limits::min() : Limits::max();
+}
+
 bool readColumnWidth(const SubComObj& given, ParserMessage& messages, ExportTextSpec& text) {
     const ParamObj* const width = given.getParamObj("COLUMNWIDTH");
     if (width == nullptr) {
@@ -46,8 +62,8 @@ bool readColumnWidth(const SubComObj& given, ParserMessage& messages, ExportText
         text.setColumnWidth(0, "0", true);
         return true;
     }
-    const std::optional<std::int32_t> number = width->getIntegerValue();
     const std::string typed = width->joinedTokens();
+    const std::optional<std::int64_t> number = wholeNumber(typed);
     if (!number || *number <= 0) {
         reportNotAboveZero(typed, "COLUMNWIDTH", messages);
         return false;

@@ -5,6 +5,7 @@
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/paths/file_specification.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 
@@ -12,8 +13,13 @@ namespace {
 
 using PathBuffer = std::array<char, kFileSpecificationCapacity>;
 
-bool isWhole(std::string_view file) {
-    return file.starts_with('\\') || file.starts_with('/') || (file.size() > 1 && file[1] == ':');
+/// Begins with a separator, or has a colon as its second character.
+bool isWhole(const std::string& file) {
+    if (file.starts_with('\\') || file.starts_with('/')) {
+        return true;
+    }
+    const int first = VEXAMBmbclen_A(file.c_str());
+    return first > 0 && file.c_str()[first] == ':';
 }
 
 }  // namespace

@@ -37,9 +37,7 @@ ParamDescriptor describe(const ParameterRow& row) {
         parameter.addQualifDesc(describe(qualifier));
     }
     setRules(parameter, row);
-    if (row.readAsOneText) {
-        parameter.readAsOneText();
-    }
+    parameter.readOnly(row.readValue);
     return parameter;
 }
 

@@ -46,7 +46,7 @@ struct ParameterRow {
     std::span<const QualifierRow> qualifiers = {};
     UPSpecTypes::BracketOptions brackets = UPSpecTypes::BracketOptions::none;
     bool checkedByCommand = false;
-    bool readAsOneText = false;
+    UPSpecTypes::ReadValue readValue = UPSpecTypes::ReadValue::everything;
     std::optional<Boundary> lower = {};
     std::optional<Boundary> upper = {};
 
@@ -78,10 +78,10 @@ struct ParameterRow {
         row.checkedByCommand = true;
         return row;
     }
-    /// The command ignores what is no single text, and reports nothing.
-    [[nodiscard]] constexpr ParameterRow asOneText() const {
+    /// The command passes over any other value and reports nothing, so the parser warns.
+    [[nodiscard]] constexpr ParameterRow readOnly(UPSpecTypes::ReadValue what) const {
         ParameterRow row = *this;
-        row.readAsOneText = true;
+        row.readValue = what;
         return row;
     }
 };

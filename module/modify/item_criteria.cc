@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
+#include "backend/tokens/token_sequence.h"
 #include "module/frame/xml_text.h"
 #include "module/modify/modify_spec.h"
 #include "module/modify/parameter_values.h"
@@ -74,14 +77,11 @@ std::vector<std::string_view> fieldsOf(std::string_view list) {
     return fields;
 }
 
-/// Digits only, or blanks only.
-bool isNumberField(std::string_view field) { return holdsOnly(field, "0123456789") || holdsOnly(field, " "); }
-
-/// The numbers of an instance list; a field of 0, without digits or of blanks alone is reported and left out.
-std::vector<std::int32_t> readNumbers(const std::vector<std::string_view>& fields, std::string_view literal,
+/// The numbers of an instance list; a field of 0 or without digits is reported and left out.
+std::vector<std::int32_t> readNumbers(std::string_view list, std::string_view literal,
                                       ParserMessage& messages) {
     std::vector<std::int32_t> numbers;
-    for (const std::string_view field : fields) {
+    for (const std::string_view field : fieldsOf(list)) {
         const std::int32_t number = leadingInteger(field);
         if (number == 0) {
             messages.ParamNeedInteger(literal, "IF");
@@ -92,12 +92,12 @@ std::vector<std::int32_t> readNumbers(const std::vector<std::string_view>& field
     return numbers;
 }
 
-/// What stands in parentheses behind a command's name: numbers, or LAST.
+/// What stands in parentheses behind a command's name: numbers, or LAST. Blanks alone are an empty field;
+/// beside digits or commas they are characters like any other that no number has.
 std::optional<std::vector<std::int32_t>> readInstanceList(std::string_view list, std::string_view literal,
                                                           ParserMessage& messages) {
-    const std::vector<std::string_view> fields = fieldsOf(list);
-    if (std::all_of(fields.begin(), fields.end(), isNumberField)) {
-        return readNumbers(fields, literal, messages);
+    if (holdsOnly(list, "0123456789,") || holdsOnly(list, " ")) {
+        return readNumbers(list, literal, messages);
     }
     if (AreStringsEqualCase(list, "LAST")) {
         return std::vector{kLastInstance};
@@ -132,11 +132,33 @@ bool readCommand(std::string_view literal, ParserMessage& messages, SelectionCri
     return true;
 }
 
+/// What is neither a quoted name nor LAST nor a separator names no command.
+bool isIgnored(const TokenInfoObj& token) {
+    return !token.isLiteral() && !token.spells("LAST") &&
+           token.getOperatorCode() != TokenSequenceBase::separator;
+}
+
+/// Warns of the ignored tokens from the first on, as they were typed, and gives how many they are.
+std::size_t warnOfIgnored(std::span<const TokenInfoObj> tokens, ParserMessage& messages) {
+    std::string text;
+    std::size_t count = 0;
+    std::size_t end = tokens.front().offset();
+    for (; count < tokens.size() && isIgnored(tokens[count]); ++count) {
+        text.append(tokens[count].offset() > end ? " " : "").append(tokens[count].getString());
+        end = tokens[count].offset() + tokens[count].length();
+    }
+    messages.IgnoredParamValue("COMMANDS", "IF", text);
+    return count;
+}
+
 bool readCommands(const ParamObj& commands, ParserMessage& messages, SelectionCriteria& criteria) {
-    for (const TokenInfoObj& token : commands.getTokenList()) {
-        if (token.spells("LAST")) {
+    const std::span<const TokenInfoObj> tokens = commands.getTokenList();
+    for (std::size_t i = 0; i < tokens.size(); ++i) {
+        if (isIgnored(tokens[i])) {
+            i += warnOfIgnored(tokens.subspan(i), messages) - 1;
+        } else if (tokens[i].spells("LAST")) {
             criteria.commands.push_back({"", kLastInstance});
-        } else if (token.isLiteral() && !readCommand(token.getString(), messages, criteria)) {
+        } else if (tokens[i].isLiteral() && !readCommand(tokens[i].getString(), messages, criteria)) {
             return false;
         }
     }

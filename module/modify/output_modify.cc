@@ -27,7 +27,8 @@ constexpr SystemText kTitle = "Output Modify"_text;
 constexpr int kProcedureValue = 2;
 
 constexpr ParameterRow kParameters[] = {
-    optionalParameter("NAME", UPSpecTypes::ParamSpec::tokens, "name"),
+    optionalParameter("NAME", UPSpecTypes::ParamSpec::tokens, "name")
+        .readOnly(UPSpecTypes::ReadValue::textOrOperator),
     optionalParameter("DEBUG", UPSpecTypes::ParamSpec::tokens, kNoValueLabel),
 };
 

@@ -30,8 +30,8 @@ constexpr SystemText kTitle = "Stb Print"_text;
 constexpr int kProcedureValue = 2;
 
 constexpr ParameterRow kParameters[] = {
-    optionalParameter("PROCEDURE", Spec::tokens, "'file'").asOneText(),
-    optionalParameter("LANGUAGE", Spec::tokens, "'language'").asOneText(),
+    optionalParameter("PROCEDURE", Spec::tokens, "'file'").readOnly(UPSpecTypes::ReadValue::text),
+    optionalParameter("LANGUAGE", Spec::tokens, "'language'").readOnly(UPSpecTypes::ReadValue::text),
 };
 
 constexpr SubcommandRow kGrammar[] = {

@@ -49,10 +49,12 @@ const Case kCases[] = {
 };
 
 TEST(PositionalName, ReadsEveryForm) {
+    ParserMessage messages;
     for (const Case& each : kCases) {
         const CommandText text{each.tokens, 0, "", 1};
         const CommandTokens tokens(text);
-        const auto read = readPositionalName(ParamObj({}, nullptr, tokens.tokens()), each.loneEquals);
+        const auto read =
+            readPositionalName(ParamObj({}, nullptr, tokens.tokens()), each.loneEquals, messages);
         ASSERT_EQ(read.has_value(), each.name.has_value()) << each.tokens;
         if (read) {
             EXPECT_EQ(read->name, *each.name) << each.tokens;

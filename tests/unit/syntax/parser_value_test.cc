@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Keyword, ValueTest,
 const std::string kIgnored = " The value is ignored.";
 const std::string kOneText = ": P takes one quoted text or one word.";
 
-ParamDescriptor oneText() { return p(Spec::tokens).readAsOneText(); }
+ParamDescriptor oneText() { return p(Spec::tokens).readOnly(UPSpecTypes::ReadValue::text); }
 
 INSTANTIATE_TEST_SUITE_P(
     ReadAsOneText, ValueTest,
@@ -65,6 +65,28 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{oneText(), "P='a' b c",
                   "{P='a' b c}; warned at 7" + kOneText +
                       " Only one can be given; found \"b\" behind the first." + kIgnored}));
+
+const std::string kUnquoted = " Without quotes this word does not count as a text.";
+
+ParamDescriptor readOnly(UPSpecTypes::ReadValue what) { return p(Spec::literalOrWord).readOnly(what); }
+
+INSTANTIATE_TEST_SUITE_P(
+    ReadOnly, ValueTest,
+    testing::Values(
+        ValueCase{readOnly(UPSpecTypes::ReadValue::textButAll), "P=a", "{P=a}"},
+        ValueCase{readOnly(UPSpecTypes::ReadValue::textButAll), "P='ALL'", "{P='ALL'}"},
+        ValueCase{readOnly(UPSpecTypes::ReadValue::textButAll), "P=ALL",
+                  "{P=ALL}; warned at 3" + kOneText + kUnquoted + kIgnored},
+        ValueCase{p(Spec::tokens).readOnly(UPSpecTypes::ReadValue::textOrOperator), "P=*", "{P=*}"},
+        ValueCase{p(Spec::tokens).readOnly(UPSpecTypes::ReadValue::textOrOperator), "P=all", "{P=all}"},
+        ValueCase{p(Spec::tokens).readOnly(UPSpecTypes::ReadValue::textOrOperator), "P=5",
+                  "{P=5}; warned at 3" + kOneText + " Found \"5\"." + kIgnored},
+        ValueCase{readOnly(UPSpecTypes::ReadValue::quotedTextOrOwnKeyword).addStringValue("NONE"), "P=none",
+                  "{P=none}"},
+        ValueCase{readOnly(UPSpecTypes::ReadValue::quotedTextOrOwnKeyword).addStringValue("NONE"), "P='a'",
+                  "{P='a'}"},
+        ValueCase{readOnly(UPSpecTypes::ReadValue::quotedTextOrOwnKeyword).addStringValue("NONE"), "P=a",
+                  "{P=a}; warned at 3: P takes one quoted text, or NONE." + kUnquoted + kIgnored}));
 
 INSTANTIATE_TEST_SUITE_P(
     FreeTokens, ValueTest,

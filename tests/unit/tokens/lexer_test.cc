@@ -179,6 +179,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "written in pieces: 'one ' + 'two'."},
         FailCase{"/* a", "This comment is not closed: \"*/\" is missing."},
         FailCase{"5x", "A number goes over into a word here. Put a blank between them, or quote the text."},
+        FailCase{std::string("'a\0b'", 5),
+                 "A control character (code 0) stands here. It has no meaning in a command; delete it."},
+        FailCase{std::string("'a' + \"\0", 8),
+                 "A control character (code 0) stands here. It has no meaning in a command; delete it."},
         FailCase{"\x02",
                  "A control character (code 2) stands here. It has no meaning in a command; delete it."}));
 
@@ -191,6 +195,13 @@ TEST(LexerPlaces, KnowsWhereTokensStand) {
     EXPECT_EQ(tokens.tokens()[1].offset(), 3U);  // a joined literal stands from its first to its last quote
     EXPECT_EQ(tokens.tokens()[1].length(), 13U);
     EXPECT_EQ(tokens.tokens()[2].offset(), 17U);
+}
+
+TEST(LexerPlaces, PointsAtAZeroByteInALiteral) {
+    const CommandText command = commandOf(std::string("w 'ab\0c'", 8));
+    const CommandTokens tokens(command);
+    ASSERT_TRUE(tokens.error());
+    EXPECT_EQ(tokens.error()->offset, 5U);
 }
 
 TEST(LexerPlaces, BeginsBehindTheName) {

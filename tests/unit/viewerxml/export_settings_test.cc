@@ -169,6 +169,8 @@ TEST(ExportSettings, Pages) {
          R"(encoding="2")"},
         {"text", [](ExportSpec& spec) { spec.text().setColumnWidth(80, "080", false); },
          R"(columnWidth="80" columnWidthText="080" columnWidthAutofit="false")"},
+        {"text", [](ExportSpec& spec) { spec.text().setColumnWidth(3'000'000'000, "3000000000", false); },
+         R"(columnWidth="3000000000" columnWidthText="3000000000" columnWidthAutofit="false")"},
         {"text", [](ExportSpec& spec) { spec.text().setColumnWidth(0, "0", true); },
          R"(columnWidth="0" columnWidthText="0" columnWidthAutofit="true")"},
         {"text", [](ExportSpec& spec) { spec.text().setSeparator(ExportTextSpec::SEPARATOR::SPACE); },
