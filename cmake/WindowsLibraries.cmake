@@ -11,10 +11,13 @@ foreach(name CLI11::CLI11 nlohmann_json::nlohmann_json)
   target_include_directories(${name} SYSTEM INTERFACE ${shown})
 endforeach()
 
-# Made by tools/build-xerces-for-windows.
-set(xerces ${PROJECT_SOURCE_DIR}/build/xerces-for-windows)
-add_library(XercesC::XercesC STATIC IMPORTED GLOBAL)
-set_target_properties(XercesC::XercesC PROPERTIES
-  IMPORTED_LOCATION ${xerces}/objects/xerces/src/libxerces-c.a
-  INTERFACE_COMPILE_DEFINITIONS XERCES_STATIC_LIBRARY
-  INTERFACE_INCLUDE_DIRECTORIES "${xerces}/objects/xerces/src;${xerces}/source/src")
+# What libzip needs: of this package the static library, not the other one.
+find_library(ZLIB_LIBRARY libz.a REQUIRED)
+find_package(ZLIB REQUIRED)
+# Made by tools/build-windows-libraries.
+include(${PROJECT_SOURCE_DIR}/build/libraries-for-windows/objects/libraries.cmake)
+add_library(PkgConfig::libdeflate ALIAS deflate)
+add_library(PkgConfig::libsodium ALIAS sodium)
+add_library(PkgConfig::libzip ALIAS zip)
+add_library(pugixml::pugixml ALIAS pugixml)
+add_library(XercesC::XercesC ALIAS xerces-c)

@@ -12,7 +12,7 @@ FOLDER = "build/windows/bin"
 def missing_tools():
     """Gets everything that has to come from outside; what could not be got, in words, or nothing."""
     for command, what in ((["tools/install-packages", "windows"], "mingw-w64 and Wine cannot be installed"),
-                          (["tools/build-xerces-for-windows", "--fetch"], "the sources of Xerces-C cannot be fetched")):
+                          (["tools/build-windows-libraries", "--fetch"], "the sources of its libraries cannot be fetched")):
         result = subprocess.run(command, cwd=repository.ROOT, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                 stderr=subprocess.STDOUT, text=True, errors="replace", check=False)
         if result.returncode != 0:

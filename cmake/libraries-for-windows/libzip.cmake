@@ -1,0 +1,11 @@
+# Archives with the one compression of zlib, whose package for the cross compiler Debian has, and without encryption.
+foreach(option COMMONCRYPTO GNUTLS MBEDTLS OPENSSL WINDOWS_CRYPTO BZIP2 LZMA)
+  set(ENABLE_${option} OFF CACHE BOOL "")
+endforeach()
+foreach(option TOOLS REGRESS EXAMPLES DOC)
+  set(BUILD_${option} OFF CACHE BOOL "")
+endforeach()
+add_subdirectory(${source} libzip EXCLUDE_FROM_ALL)
+set_target_properties(zip PROPERTIES EXCLUDE_FROM_ALL OFF)
+target_compile_options(zip PRIVATE -O2)
+list(APPEND exported_targets zip)
