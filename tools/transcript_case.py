@@ -12,10 +12,6 @@ FOR_A_FILE = ("file", "produced", "unpacked", "absent")
 ASSERTING = ("trace", "output", "messages")
 
 
-# Commands that send something to the front end.
-SENDING = re.compile(r"^\s*OUTPUT\s+(NEW|OPEN|SAVE|CLOSE|ACTIVATE|DISPLAY|NAME|MODIFY|EXPORT)\b", re.I | re.M)
-
-
 class FormError(Exception):
     """The transcript itself is wrong; the text says where and how."""
 
@@ -68,21 +64,6 @@ class Case:
     def differs_on_windows(self):
         """True when the case says why Windows cannot do the same."""
         return self.section("not") is not None
-
-    def names_no_adapter(self):
-        """True when syntax is run and nothing says what answers: the program's own front end would."""
-        words = (self.text("options") + self.text("args")).split()
-        if self.section("answers") or any(word.startswith("--adapter") for word in words):
-            return False
-        return not self.section("args") or next(iter(words), "run") == "run"
-
-    def needs_front_end(self):
-        """True when the program's own front end has to answer: nothing else is asked to, and something is sent."""
-        if self.text("args").split()[:1] == ["password"]:
-            return True
-        files = [section.text for section in self.all("file") if section.words[0].endswith(".vxs")]
-        syntax = "".join([self.text("input"), self.text("stdin"), *files])
-        return self.names_no_adapter() and SENDING.search(syntax) is not None
 
     def write(self):
         body = "".join(section.header() + section.text for section in self.sections)

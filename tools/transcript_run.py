@@ -120,13 +120,10 @@ def words_of(text, scratch):
     return [scratch.expand(word) for line in text.splitlines() for word in shlex.split(line)]
 
 
-def command_line(case, scratch, windows=False):
-    """windows: the program has no front end of its own, and is told so where nothing is sent to one."""
-    nobody = ["--adapter", "none"] if windows and case.names_no_adapter() else []
+def command_line(case, scratch):
     if case.section("args"):
-        words = words_of(case.text("args"), scratch)
-        return [*words[:1], *nobody, *words[1:]]
-    answers = ["--adapter", "script:answers.jsonl"] if case.section("answers") else nobody
+        return words_of(case.text("args"), scratch)
+    answers = ["--adapter", "script:answers.jsonl"] if case.section("answers") else []
     given = words_of(case.text("options"), scratch)
     return ["run", "--now", NOW, "--trace", "trace.jsonl", *answers, *given, "case.vxs"]
 
@@ -145,7 +142,7 @@ def execute(case, scratch, options, outcome):
     with tempfile.TemporaryFile() as stdin, tempfile.TemporaryFile() as stdout, tempfile.TemporaryFile() as stderr:
         stdin.write(scratch.expand(case.text("stdin")).encode("utf-8"))
         stdin.seek(0)
-        process = subprocess.Popen([*options.command, *command_line(case, scratch, options.windows)], cwd=scratch.path, stdin=stdin,
+        process = subprocess.Popen([*options.command, *command_line(case, scratch)], cwd=scratch.path, stdin=stdin,
                                    stdout=stdout, stderr=stderr, env=environment(case, scratch),
                                    start_new_session=True)
         try:

@@ -33,10 +33,7 @@ std::unique_ptr<AdapterStack> AdapterStack::make(const SessionChoices& choices, 
     std::unique_ptr<AdapterStack> stack(new AdapterStack);
     switch (choices.adapter) {
         case AdapterKind::embedded: {
-            EmbeddedFrontEnd embedded = makeEmbeddedFrontEnd(choices, terminal, problem);
-            if (embedded.adapter == nullptr) {
-                return nullptr;
-            }
+            EmbeddedFrontEnd embedded = makeEmbeddedFrontEnd(choices, terminal);
             stack->adapter_ = std::move(embedded.adapter);
             stack->recorder_ = std::move(embedded.recorder);
             break;

@@ -1,5 +1,6 @@
 #include "apps/vexa/embedded_front_end.h"
 
+#include <string>
 #include <utility>
 
 #include "backend/strings/dictionary.h"
@@ -14,10 +15,7 @@ constexpr int kWarningLevel = 2;
 
 }  // namespace
 
-bool hasEmbeddedFrontEnd() { return true; }
-
-EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalListener& terminal,
-                                      std::string& /*problem*/) {
+EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalListener& terminal) {
     auto adapter = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
     const auto reportLocked = [&terminal](const std::string& name) {
         terminal.showMessage(

@@ -1,9 +1,7 @@
-// The front end in this process. Not every system has it: there, another file stands in its place and says
-// so.
+// The front end in this process.
 #pragma once
 
 #include <memory>
-#include <string>
 
 #include "apps/vexa/options.h"
 #include "apps/vexa/terminal_listener.h"
@@ -19,12 +17,8 @@ struct EmbeddedFrontEnd {
         recorder;  ///< puts what the log produces into the active document; dies first
 };
 
-/// False when this program has no front end.
-[[nodiscard]] bool hasEmbeddedFrontEnd();
-
-/// Without an adapter when this program has no front end; `problem` then says so, and what there is instead.
 /// `terminal` outlives what is made.
-[[nodiscard]] EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalListener& terminal,
-                                                    std::string& problem);
+[[nodiscard]] EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices,
+                                                    TerminalListener& terminal);
 
 }  // namespace vexa::program

@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <string_view>
 
-#include "apps/vexa/embedded_front_end.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/language_choice.h"
 
@@ -16,10 +15,6 @@ constexpr const char* kVersion = "vexa 0.1.0";
 constexpr const char* kAdapters =
     "What answers requests: embedded (real documents, the default), none, no-controller, or script:FILE "
     "(answers out of FILE)";
-
-constexpr const char* kAdaptersWithoutFrontEnd =
-    "What answers requests: none, no-controller, or script:FILE (answers out of FILE); to be given, since "
-    "this program has no front end of its own";
 
 constexpr const char* kExamples = R"(Examples:
   vexa                                  commands typed at a prompt
@@ -36,21 +31,6 @@ Examples:
   echo "OUTPUT DISPLAY." | vexa run -
   vexa run --adapter script:answers.jsonl --trace - case.vxs
   vexa run --now 2026-03-05T10:07:09 --charset windows-1252 old.vxs)";
-
-constexpr const char* kExamplesWithoutFrontEnd = R"(Examples:
-  vexa check report.vxs                 finds errors in the syntax without running anything
-  vexa help OUTPUT SAVE                 shows what a command takes
-  vexa run --adapter script:answers.jsonl report.vxs    runs a syntax file
-  vexa run --adapter no-controller --trace - a.vxs      and writes down every request, message and table
-  vexa --adapter no-controller          commands typed at a prompt)";
-
-constexpr const char* kRunExamplesWithoutFrontEnd =
-    R"(Exit status: 0 no command reported an error, 1 a command did, 2 wrong usage or a file that cannot be read.
-
-Examples:
-  vexa run --adapter script:answers.jsonl --trace - case.vxs
-  echo OUTPUT DISPLAY. | vexa run --adapter no-controller -
-  vexa run --adapter none --now 2026-03-05T10:07:09 --charset windows-1252 old.vxs)";
 
 constexpr const char* kCheckExamples =
     R"(Files of INSERT are checked as well; CD and FILE HANDLE take effect for that.
@@ -132,8 +112,7 @@ void addSessionOptions(CLI::App& app, SessionChoices& choices) {
         return app.add_option_function<std::string>(
             name, [read, &choices](const std::string& text) { read(text, choices); }, help);
     };
-    addText("--adapter", readAdapter, hasEmbeddedFrontEnd() ? kAdapters : kAdaptersWithoutFrontEnd)
-        ->option_text("KIND");
+    addText("--adapter", readAdapter, kAdapters)->option_text("KIND");
     addText("--local-mode", readLocalMode,
             "Whether front end and back end see the same files: yes or no (no)")
         ->option_text("yes|no");
@@ -158,12 +137,11 @@ void describe(CLI::App& app, Options& options) {
     app.name("vexa");
     app.require_subcommand(0, 1);
     app.allow_windows_style_options(false);  // a path may begin with a slash
-    app.footer(hasEmbeddedFrontEnd() ? kExamples : kExamplesWithoutFrontEnd);
+    app.footer(kExamples);
     app.set_version_flag("--version", kVersion, "Print the version");
     addSessionOptions(app, options.session);
 
-    CLI::App* const run = addAction(app, options, Action::run, "run", "Run syntax files",
-                                    hasEmbeddedFrontEnd() ? kRunExamples : kRunExamplesWithoutFrontEnd);
+    CLI::App* const run = addAction(app, options, Action::run, "run", "Run syntax files", kRunExamples);
     run->add_option("FILE", options.files, "Syntax files, in this order; - is standard input")->required();
     run->add_flag("--stop-on-error", options.session.stopOnError,
                   "Run nothing after a command that reported an error");
@@ -180,11 +158,8 @@ void describe(CLI::App& app, Options& options) {
     help->add_option("--module", options.session.moduleFile, "The library of the commands")
         ->option_text("FILE");
 
-    CLI::App* const password = addAction(app, options, Action::password, "password",
-                                         "Print the encrypted form of a password", kPasswordExamples);
-    if (!hasEmbeddedFrontEnd()) {
-        password->group("");  // it only says what it cannot do: not listed
-    }
+    addAction(app, options, Action::password, "password", "Print the encrypted form of a password",
+              kPasswordExamples);
 }
 
 }  // namespace

@@ -83,6 +83,22 @@ bool meansNoSuchFile(DWORD code) { return code == ERROR_FILE_NOT_FOUND || code =
 /// The folder of a path, with its separator; empty for a name alone.
 std::wstring folderOf(const std::wstring& path) { return path.substr(0, path.find_last_of(L"\\:") + 1); }
 
+/// Why what was last tried with `path` failed. Of a path that leads through a file the system says only that
+/// there is none.
+FileResult lastFailureAt(const std::wstring& path) {
+    const DWORD code = GetLastError();
+    if (meansNoSuchFile(code) || code == ERROR_INVALID_NAME) {
+        for (std::size_t end = path.rfind(L'\\'); end != std::wstring::npos && end > 0;
+             end = path.rfind(L'\\', end - 1)) {
+            const DWORD attributes = GetFileAttributesW(path.substr(0, end).c_str());
+            if (attributes == INVALID_FILE_ATTRIBUTES) continue;
+            if (!hasAttribute(attributes, FILE_ATTRIBUTE_DIRECTORY)) return failedAs(ENOTDIR);
+            break;
+        }
+    }
+    return failureOf(code);
+}
+
 /// Where the path of an existing file or folder leads to in the end, links resolved; empty when there is
 /// none.
 std::wstring finalPath(const std::wstring& path) {
@@ -201,7 +217,7 @@ FileResult WindowsFileSystem::readWhole(const std::string& path, std::string& co
     const std::wstring name = systemPath(path);
     if (isFolderPath(name)) return failedAs(EISDIR);
     const File file(name, GENERIC_READ, OPEN_EXISTING);
-    if (!file.isOpen()) return lastFailure();
+    if (!file.isOpen()) return lastFailureAt(name);
     const bool onDisk = isOnDisk(file);
     if (!onDisk && !streams) return failed(std::string(kDevice));
     LARGE_INTEGER length{};
@@ -228,7 +244,7 @@ FileResult WindowsFileSystem::readBeginning(const std::string& path, std::string
     const std::wstring name = systemPath(path);
     if (isFolderPath(name)) return failedAs(EISDIR);
     const File file(name, GENERIC_READ, OPEN_EXISTING);
-    if (!file.isOpen()) return lastFailure();
+    if (!file.isOpen()) return lastFailureAt(name);
     if (!isOnDisk(file)) return failed(std::string(kDevice));
     content.resize(count);
     std::size_t filled = 0;
@@ -302,7 +318,7 @@ FileResult WindowsFileSystem::createTemporary(const std::string& path, std::stri
         const std::wstring name = systemPath(temporaryName(target));
         const File file(name, GENERIC_WRITE, CREATE_NEW);
         if (!file.isOpen() && GetLastError() == ERROR_FILE_EXISTS) continue;
-        if (!file.isOpen()) return lastFailure();
+        if (!file.isOpen()) return lastFailureAt(name);
         if (there) copyRightsAndAttributes(target, name);
         temporary = pathOfSystem(name);
         return {};

@@ -175,6 +175,18 @@ TEST_F(FileSystemOfWindows, RefusesWhatIsNoFile) {
     }
 }
 
+TEST_F(FileSystemOfWindows, AFileIsNoFolder) {
+    write("a", "old");
+    for (const string below : {"a\\b", "a\\b\\c", "a\\"}) {
+        string content;
+        EXPECT_EQ(files().read(path(below), content, kLimit).reason, "Not a directory") << below;
+        EXPECT_EQ(writeFileAtomically(path(below), "new").reason, "Not a directory") << below;
+        EXPECT_FALSE(files().isWritable(path(below))) << below;
+    }
+    EXPECT_EQ(writeFileAtomically(path("none\\b"), "new").reason, "No such file or directory");
+    EXPECT_EQ(contentOf("a"), "old");
+}
+
 TEST_F(FileSystemOfWindows, HonoursTheLimit) {
     write("long", string(kLimit + 1, 'x'));
     string content;
