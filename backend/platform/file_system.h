@@ -56,6 +56,10 @@ class FileSystem {
     /// the rights of the file there, and gives its name. Refuses what `replace` could not or should not
     /// replace: folders, devices, files without the right to write.
     virtual FileResult createTemporary(const std::string& path, std::string& temporary) = 0;
+    /// The same, but where no file is yet, only its owner may read the new one.
+    virtual FileResult createPrivateTemporary(const std::string& path, std::string& temporary) {
+        return createTemporary(path, temporary);
+    }
     virtual FileResult append(const std::string& path, std::string_view bytes) = 0;
     /// Brings the file's bytes to the disk.
     virtual FileResult flush(const std::string& path) = 0;

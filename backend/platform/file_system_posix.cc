@@ -138,11 +138,19 @@ class PosixFileSystem final : public FileSystem {
     bool isWritable(const std::string& path) override;
     std::string workingFolder() override;
     std::string canonicalPath(const std::string& path) override;
-    FileResult createTemporary(const std::string& path, std::string& temporary) override;
+    FileResult createTemporary(const std::string& path, std::string& temporary) override {
+        return createBeside(path, temporary, 0666);
+    }
+    FileResult createPrivateTemporary(const std::string& path, std::string& temporary) override {
+        return createBeside(path, temporary, 0600);
+    }
     FileResult append(const std::string& path, std::string_view bytes) override;
     FileResult flush(const std::string& path) override;
     FileResult replace(const std::string& from, const std::string& to) override;
     FileResult remove(const std::string& path) override;
+
+  private:
+    static FileResult createBeside(const std::string& path, std::string& temporary, mode_t rightsOfNew);
 };
 
 FileResult PosixFileSystem::read(const std::string& path, std::string& content, std::uint64_t limit) {
@@ -226,7 +234,7 @@ std::string PosixFileSystem::canonicalPath(const std::string& path) {
     return code ? std::filesystem::path(target).lexically_normal().string() : canonical.string();
 }
 
-FileResult PosixFileSystem::createTemporary(const std::string& path, std::string& temporary) {
+FileResult PosixFileSystem::createBeside(const std::string& path, std::string& temporary, mode_t rightsOfNew) {
     std::string target = toNativePath(path);
     if (FileResult result = followLinks(target); !result) return result;
     std::optional<mode_t> rights;
@@ -234,7 +242,7 @@ FileResult PosixFileSystem::createTemporary(const std::string& path, std::string
     constexpr int kMostTries = 100;
     for (int i = 0; i < kMostTries; ++i) {
         const std::string name = temporaryName(target);
-        const Descriptor file(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights ? 0600 : 0666);
+        const Descriptor file(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights ? 0600 : rightsOfNew);
         if (!file.isOpen() && errno == EEXIST) continue;
         if (!file.isOpen()) return failed(errno);
         temporary = name;

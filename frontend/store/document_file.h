@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "frontend/document/viewer_document.h"
+#include "frontend/package/package_result.h"
 #include "frontend/store/manifest.h"
 #include "frontend/store/protection.h"
 #include "frontend/store/store_result.h"
-#include "frontend/store/zip_writer.h"
 
 namespace vexa::frontend {
 

@@ -1,16 +1,20 @@
+#include <algorithm>
 #include <utility>
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "frontend/package/zip_reader.h"
 #include "frontend/store/document_file.h"
 #include "frontend/store/item_xml.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/password.h"
-#include "frontend/store/xml_writer.h"
-#include "frontend/store/zip_reader.h"
 
 namespace vexa::frontend {
 namespace {
+
+std::size_t countTags(std::string_view xml) {
+    return static_cast<std::size_t>(std::count(xml.begin(), xml.end(), '<'));
+}
 
 /// Puts a document together from an archive whose manifest has been read.
 class Assembly {
@@ -56,10 +60,10 @@ class Assembly {
             return {StoreProblem::damaged, composed("the entry ^1"_text, {entry})};
         }
         std::string xml;
-        if (StoreResult result = archive_.read(*place, limits::entryBytes, xml); !result) {
-            return result;
+        if (PackageResult result = archive_.read(*place, xml, limits::entryBytes); !result) {
+            return fromPackage(result);
         }
-        if ((tags_ += measureXml(xml).tags) > limits::totalTags) {
+        if ((tags_ += countTags(xml)) > limits::totalTags) {
             return {StoreProblem::tooLarge, "what it unpacks to"_text};
         }
         StoreResult result = readItemXml(static_cast<ItemKind>(content.index()), std::move(xml), content);
@@ -78,8 +82,8 @@ StoreResult readManifestEntry(const ZipReader& archive, std::string& xml, ReadMa
     if (!place) {
         return StoreProblem::notADocument;
     }
-    if (StoreResult result = archive.read(*place, limits::entryBytes, xml); !result) {
-        return result;
+    if (PackageResult result = archive.read(*place, xml, limits::entryBytes); !result) {
+        return fromPackage(result);
     }
     return readManifest(xml, manifest);
 }
@@ -111,14 +115,14 @@ StoreResult build(const ZipReader& archive, Manifest manifest, std::unique_ptr<V
 /// Opens an archive and reads its manifest, whose XML stays in `xml`.
 StoreResult openArchive(std::string_view bytes, ZipReader& archive, std::string& xml,
                         ReadManifest& manifest) {
-    if (StoreResult result = archive.open(bytes); !result) {
-        return result;
+    if (PackageResult result = archive.open(bytes); !result) {
+        return fromPackage(result);
     }
     return readManifestEntry(archive, xml, manifest);
 }
 
 StoreResult readInner(std::string_view bytes, std::unique_ptr<ViewerDocument>& document) {
-    ZipReader archive;
+    ZipReader archive(limits::archive);
     std::string xml;
     ReadManifest manifest;
     if (StoreResult result = openArchive(bytes, archive, xml, manifest); !result) {
@@ -140,8 +144,8 @@ StoreResult readProtected(const ZipReader& archive, const Protection& protection
         return StoreProblem::passwordMissing;
     }
     std::string sealed;
-    if (StoreResult result = archive.read(*place, limits::totalBytes, sealed); !result) {
-        return result;
+    if (PackageResult result = archive.read(*place, sealed); !result) {
+        return fromPackage(result);
     }
     return unsealWith(password, protection, manifestXml, sealed, plain);
 }
@@ -151,7 +155,7 @@ StoreResult readProtected(const ZipReader& archive, const Protection& protection
 StoreResult readDocument(std::string_view bytes, const std::string& password,
                          std::unique_ptr<ViewerDocument>& document) {
     document.reset();
-    ZipReader archive;
+    ZipReader archive(limits::archive);
     std::string xml;
     ReadManifest manifest;
     if (StoreResult result = openArchive(bytes, archive, xml, manifest); !result) {

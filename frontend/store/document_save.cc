@@ -1,11 +1,14 @@
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <optional>
 #include <utility>
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/document/flat_table.h"
+#include "frontend/package/output_files.h"
+#include "frontend/package/zip_writer.h"
 #include "frontend/store/document_file.h"
 #include "frontend/store/item_xml.h"
 #include "frontend/store/limits.h"
@@ -38,20 +41,17 @@ class Plan {
         return {};
     }
 
-    [[nodiscard]] ZipPlan zip() const {
-        ZipPlan zip;
-        zip.names.emplace_back(manifestEntry);
-        for (std::size_t index = 0; index < contents_.size(); ++index) {
-            zip.names.push_back(itemEntry(index));
-        }
-        zip.content = [this](std::size_t index, std::string& content) {
-            if (index > 0) {
-                return writeContent(*contents_[index - 1], content);
+    /// Adds every entry to an archive and finishes it.
+    StoreResult write(ZipWriter& archive) const {
+        PackageResult added = archive.add(manifestEntry, writeManifest(manifest_));
+        for (std::size_t index = 0; added && index < contents_.size(); ++index) {
+            std::string content;
+            if (StoreResult result = writeContent(*contents_[index], content); !result) {
+                return result;
             }
-            content = writeManifest(manifest_);
-            return StoreResult();
-        };
-        return zip;
+            added = archive.add(itemEntry(index), std::move(content));
+        }
+        return fromPackage(added ? archive.finish() : added);
     }
 
   private:
@@ -106,30 +106,27 @@ class Plan {
     int depth_ = 0;
 };
 
-StoreResult writeProtected(const ZipPlan& inner, const SaveOptions& options, const ByteSink& sink) {
+StoreResult writeProtected(const Plan& plan, const SaveOptions& options, const ByteSink& sink) {
     std::string plain;
-    const ByteSink gather = [&plain](std::string_view bytes) {
-        plain += bytes;
-        return StoreResult();
-    };
-    if (StoreResult result = writeZip(inner, gather); !result) {
+    ZipWriter inner(gatherInto(plain), limits::archive);
+    if (StoreResult result = plan.write(inner); !result) {
         return result;
     }
     const Protection protection = makeProtection(options.keyCost);
-    const std::string manifest = writeProtectedManifest(protection);
-    ZipPlan outer{{manifestEntry, sealedEntry}, nullptr, false};
-    outer.content = [&](std::size_t index, std::string& content) {
-        if (index > 0) {
-            return seal(options.passwordForm, protection, manifest, plain, content);
-        }
-        content = manifest;
-        return StoreResult();
-    };
-    return writeZip(outer, sink);
+    std::string manifest = writeProtectedManifest(protection);
+    std::string sealed;
+    if (StoreResult result = seal(options.passwordForm, protection, manifest, plain, sealed); !result) {
+        return result;
+    }
+    ZipWriter outer(sink, limits::archive, 1);
+    PackageResult added = outer.addStored(manifestEntry, std::move(manifest));
+    added = added ? outer.addStored(sealedEntry, std::move(sealed)) : added;
+    return fromPackage(added ? outer.finish() : added);
 }
 
-StoreResult fromFileResult(const FileResult& result) {
-    return result ? StoreResult() : StoreResult(StoreProblem::cannotWrite, shownReason(result));
+StoreResult writePlain(const Plan& plan, const ByteSink& sink) {
+    ZipWriter archive(sink, limits::archive);
+    return plan.write(archive);
 }
 
 }  // namespace
@@ -139,34 +136,27 @@ StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& opt
     if (StoreResult result = plan.check(); !result) {
         return result;
     }
-    return options.passwordForm.empty() ? writeZip(plan.zip(), sink)
-                                        : writeProtected(plan.zip(), options, sink);
+    try {
+        return options.passwordForm.empty() ? writePlain(plan, sink) : writeProtected(plan, options, sink);
+    } catch (const std::bad_alloc&) {
+        return StoreProblem::noMemory;
+    }
 }
 
 StoreResult saveDocument(const ViewerDocument& document, const std::string& path,
                          const SaveOptions& options) {
-    FileSystem& files = FileSystem::current();
-    if (files.isFolder(path)) {
+    if (FileSystem::current().isFolder(path)) {
         return StoreProblem::isFolder;
     }
-    std::string temporary;
-    if (FileResult made = files.createTemporary(path, temporary); !made) {
-        return fromFileResult(made);
+    OutputFiles files;
+    std::size_t file = 0;
+    // What can be opened with a password only is nobody else's to copy.
+    const auto rights = options.passwordForm.empty() ? NewFileRights::usual : NewFileRights::ownerOnly;
+    if (PackageResult begun = files.begin(path, file, rights); !begun) {
+        return fromPackage(begun);
     }
-    StoreResult result = writeDocument(document, options, [&](std::string_view bytes) {
-        return fromFileResult(files.append(temporary, bytes));
-    });
-    if (result) {
-        result = fromFileResult(files.flush(temporary));
-    }
-    if (result) {
-        result = fromFileResult(files.replace(temporary, path));
-    }
-    if (!result) {
-        // What made the save fail is what matters; a temporary file that stays behind harms nobody.
-        static_cast<void>(files.remove(temporary));
-    }
-    return result;
+    StoreResult result = writeDocument(document, options, files.sink(file));
+    return result ? fromPackage(files.commit()) : result;
 }
 
 }  // namespace vexa::frontend

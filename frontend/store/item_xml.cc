@@ -6,9 +6,9 @@
 #include <memory>
 #include <utility>
 
+#include "frontend/package/xml_reader.h"
+#include "frontend/package/xml_writer.h"
 #include "frontend/store/limits.h"
-#include "frontend/store/xml_reader.h"
-#include "frontend/store/xml_writer.h"
 
 namespace vexa::frontend {
 namespace {
@@ -91,7 +91,7 @@ bool readContentOf(ItemKind kind, const XmlReader& xml, ItemContent& content) {
 const char* kindWord(ItemKind kind) { return kindWords[static_cast<std::size_t>(kind)]; }
 
 StoreResult writeItemXml(const ItemContent& content, std::string& xml) {
-    XmlWriter writer;
+    XmlWriter writer(documentFileXml);
     std::visit([&writer](const auto& item) { write(item, writer); }, content);
     const bool fits = writer.tags() <= limits::entryTags && writer.quotes() <= limits::entryQuotes;
     xml = writer.take();
@@ -103,7 +103,8 @@ StoreResult writeItemXml(const ItemContent& content, std::string& xml) {
 
 StoreResult readItemXml(ItemKind kind, std::string xml, ItemContent& content) {
     XmlReader reader;
-    if (StoreResult result = reader.parse(std::move(xml), kindWord(kind)); !result) {
+    if (StoreResult result = fromPackage(reader.parse(std::move(xml), kindWord(kind), limits::xml));
+        !result) {
         return result;
     }
     if (!readContentOf(kind, reader, content)) {

@@ -5,6 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "frontend/package/xml_check.h"
+#include "frontend/package/zip_entry.h"
+
 namespace vexa::frontend::limits {
 
 inline constexpr std::uint64_t fileBytes = 512ULL << 20;
@@ -21,6 +24,11 @@ inline constexpr std::size_t entryQuotes = 8'000'000;
 inline constexpr std::size_t totalTags = 16'000'000;
 /// How deep headings nest.
 inline constexpr int outlineDepth = 64;
+
+/// The sealed content of a protected file is one entry, so the archive itself allows one as large as all.
+inline constexpr ZipLimits archive{fileBytes, entries, totalBytes, totalBytes, entryNameBytes, false};
+/// Headings and the item under them nest in the manifest, and nothing nests deeper.
+inline constexpr XmlLimits xml{entryTags, entryQuotes, static_cast<std::size_t>(outlineDepth) + 8};
 
 /// The cost of a password's key, as a file may ask for it: passes over the memory, and bytes.
 inline constexpr std::uint64_t keyOperations = 8;

@@ -4,10 +4,10 @@
 #include <string_view>
 #include <utility>
 
+#include "frontend/package/xml_reader.h"
 #include "frontend/store/item_xml.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/manifest.h"
-#include "frontend/store/xml_reader.h"
 
 namespace vexa::frontend {
 namespace {
@@ -107,7 +107,7 @@ StoreResult readManifest(std::string xml, ReadManifest& manifest) {
         return StoreProblem::notADocument;
     }
     XmlReader reader;
-    if (StoreResult result = reader.parse(std::move(xml), root); !result) {
+    if (StoreResult result = fromPackage(reader.parse(std::move(xml), root, limits::xml)); !result) {
         return {result.problem, "the manifest"_text};
     }
     if (StoreResult result = readFormat(reader.root()); !result) {

@@ -1,9 +1,9 @@
 #include <array>
 #include <cstdio>
 
+#include "frontend/package/xml_writer.h"
 #include "frontend/store/item_xml.h"
 #include "frontend/store/manifest.h"
-#include "frontend/store/xml_writer.h"
 
 namespace vexa::frontend {
 namespace {
@@ -27,7 +27,7 @@ std::string itemEntry(std::size_t index) {
 }
 
 std::string writeManifest(const Manifest& manifest) {
-    XmlWriter xml;
+    XmlWriter xml(documentFileXml);
     xml.begin("vexaDocument").attribute("format", currentFormat);
     xml.attribute("type", manifest.type == DocumentFileType::document ? "VXV" : "VXW");
     xml.flag("locked", manifest.locked).flag("dataModel", manifest.dataModel).optional("name", manifest.name);
@@ -37,7 +37,7 @@ std::string writeManifest(const Manifest& manifest) {
 }
 
 std::string writeProtectedManifest(const Protection& protection) {
-    XmlWriter xml;
+    XmlWriter xml(documentFileXml);
     xml.begin("vexaDocument").attribute("format", currentFormat).flag("protected", true);
     xml.begin("protection").attribute("scheme", protectionScheme);
     xml.attribute("operations", std::to_string(protection.cost.operations));

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "backend/strings/dictionary.h"
+#include "frontend/package/package_result.h"
 
 namespace vexa::frontend {
 
@@ -44,5 +45,8 @@ struct [[nodiscard]] StoreResult {
 
     explicit operator bool() const { return problem == StoreProblem::none; }
 };
+
+/// The same of what went on below.
+StoreResult fromPackage(const PackageResult& result);
 
 }  // namespace vexa::frontend

@@ -6,8 +6,8 @@
 #include <cstring>
 #include <limits>
 
+#include "frontend/package/xml_reader.h"
 #include "frontend/store/item_xml.h"
-#include "frontend/store/xml_reader.h"
 
 namespace vexa::frontend {
 namespace {

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <string>
 
+#include "frontend/package/xml_writer.h"
 #include "frontend/store/item_xml.h"
-#include "frontend/store/xml_writer.h"
 
 namespace vexa::frontend {
 namespace {

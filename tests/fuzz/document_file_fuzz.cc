@@ -14,10 +14,7 @@ namespace {
 
 std::string save(const ViewerDocument& document) {
     std::string bytes;
-    const StoreResult result = writeDocument(document, {}, [&bytes](std::string_view block) {
-        bytes += block;
-        return StoreResult();
-    });
+    const StoreResult result = writeDocument(document, {}, gatherInto(bytes));
     return result ? bytes : std::string();
 }
 

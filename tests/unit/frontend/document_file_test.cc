@@ -7,7 +7,7 @@
 #include "frontend/store/item_xml.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/password.h"
-#include "frontend/store/xml_writer.h"
+#include "frontend/package/xml_escapes.h"
 #include "tests/unit/frontend/sample_documents.h"
 
 namespace vexa::frontend {
@@ -90,7 +90,7 @@ TEST(DocumentFile, ATableThatIsTooLargeForAGridIsRefused) {
     SaveOptions options;
     options.dataModel = false;
     const StoreResult result =
-        writeDocument(document, options, [](std::string_view) { return StoreResult(); });
+        writeDocument(document, options, [](std::string_view) { return PackageResult(); });
     EXPECT_EQ(result.problem, StoreProblem::tableTooLarge);
     EXPECT_EQ(result.detail, "Wide");
 }
@@ -112,7 +112,7 @@ TEST(DocumentFile, AnOutlineThatIsTooDeepIsRefused) {
     const auto again = opened(saved(document));
     ASSERT_NE(again, nullptr);
     document.add(makeItem("too deep", TextContent{}), heading);
-    const StoreResult result = writeDocument(document, {}, [](std::string_view) { return StoreResult(); });
+    const StoreResult result = writeDocument(document, {}, [](std::string_view) { return PackageResult(); });
     EXPECT_EQ(result.problem, StoreProblem::beyondLimits);
 }
 
@@ -184,7 +184,7 @@ TEST(XmlText, EveryByteSurvives) {
     ASSERT_TRUE(readItemXml(ItemKind::text, xml, content));
     EXPECT_EQ(std::get<TextContent>(content).text, all);
     for (std::string bad : {"\\", "\\4", "x\\4g", "\\a0", "\\"}) {
-        EXPECT_FALSE(decodeText(bad)) << bad;
+        EXPECT_FALSE(decodeBackslashes(bad)) << bad;
     }
 }
 

@@ -61,10 +61,7 @@ std::unique_ptr<ViewerDocument> makeEveryKind() {
 
 std::string saved(const ViewerDocument& document, const SaveOptions& options) {
     std::string bytes;
-    const StoreResult result = writeDocument(document, options, [&bytes](std::string_view block) {
-        bytes += block;
-        return StoreResult();
-    });
+    const StoreResult result = writeDocument(document, options, gatherInto(bytes));
     EXPECT_EQ(result.problem, StoreProblem::none) << result.detail;
     return result ? bytes : std::string();
 }

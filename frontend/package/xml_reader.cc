@@ -1,18 +1,27 @@
-#include "frontend/store/xml_reader.h"
+#include "frontend/package/xml_reader.h"
 
 #include <charconv>
 #include <cstring>
 #include <utility>
 
-#include "frontend/store/limits.h"
-#include "frontend/store/xml_writer.h"
+#include "frontend/package/xml_escapes.h"
 
 namespace vexa::frontend {
 namespace {
 
-// Text is embedded in its element, which saves a node; blanks count as text only where nothing else stands.
-constexpr unsigned parseOptions =
+// Text is embedded in its element, which saves a node.
+constexpr unsigned oneTextOptions =
     pugi::parse_escapes | pugi::parse_ws_pcdata_single | pugi::parse_embed_pcdata;
+constexpr unsigned mixedOptions = pugi::parse_escapes | pugi::parse_ws_pcdata;
+
+unsigned optionsFor(const XmlPolicy& policy) {
+    unsigned options = policy.mixed ? mixedOptions : oneTextOptions;
+    if (policy.sections) {
+        options |= pugi::parse_cdata;
+    }
+    // Other programs rely on what XML says of line ends and blanks; ours writes none that would change.
+    return policy.mixed ? options | pugi::parse_eol | pugi::parse_wconv_attribute : options;
+}
 
 template <typename Number>
 bool readNumberText(const char* text, Number& value) {
@@ -35,23 +44,21 @@ bool readOptional(const pugi::xml_node& node, const char* attribute, std::option
 
 }  // namespace
 
-StoreResult XmlReader::parse(std::string xml, std::string_view root) {
+PackageResult XmlReader::parse(std::string xml, std::string_view root, const XmlLimits& limits,
+                               const XmlPolicy& policy) {
     buffer_ = std::move(xml);
-    const XmlSize size = measureXml(buffer_);
-    if (size.tags > limits::entryTags || size.quotes > limits::entryQuotes) {
-        return {StoreProblem::tooLarge, "XML elements"_text};
+    if (PackageResult result = checkXml(buffer_, limits, policy, size_); !result) {
+        return result;
     }
-    if (buffer_.find("<!") != std::string::npos || buffer_.find('\0') != std::string::npos) {
-        return {StoreProblem::damaged, "XML that does not belong into a document"_text};
-    }
-    const pugi::xml_parse_result result =
-        document_.load_buffer_inplace(buffer_.data(), buffer_.size(), parseOptions, pugi::encoding_utf8);
+    const pugi::xml_parse_result result = document_.load_buffer_inplace(
+        buffer_.data(), buffer_.size(), optionsFor(policy), pugi::encoding_utf8);
     if (!result) {
-        return {StoreProblem::damaged, result.description()};
+        return result.status == pugi::status_out_of_memory
+                   ? PackageResult(PackageProblem::noMemory)
+                   : PackageResult::named(PackageProblem::damaged, result.description());
     }
-    const pugi::xml_node element = document_.document_element();
-    if (root != element.name() || element.next_sibling() || element.previous_sibling()) {
-        return {StoreProblem::damaged, "another root element than expected"_text};
+    if (!root.empty() && root != document_.document_element().name()) {
+        return {PackageProblem::damaged, "another root element than expected"_text};
     }
     return {};
 }
@@ -62,7 +69,7 @@ bool readText(const pugi::xml_node& node, const char* attribute, std::string& va
         return true;
     }
     value = found.value();
-    return decodeText(value);
+    return decodeBackslashes(value);
 }
 
 bool readInteger(const pugi::xml_node& node, const char* attribute, int& value) {
@@ -92,7 +99,7 @@ bool readFlag(const pugi::xml_node& node, const char* attribute, bool& value) {
 
 bool readContent(const pugi::xml_node& node, std::string& value) {
     value = node.value();
-    return !node.first_child() && decodeText(value);
+    return !node.first_child() && decodeBackslashes(value);
 }
 
 }  // namespace vexa::frontend
