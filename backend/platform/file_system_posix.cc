@@ -234,7 +234,8 @@ std::string PosixFileSystem::canonicalPath(const std::string& path) {
     return code ? std::filesystem::path(target).lexically_normal().string() : canonical.string();
 }
 
-FileResult PosixFileSystem::createBeside(const std::string& path, std::string& temporary, mode_t rightsOfNew) {
+FileResult PosixFileSystem::createBeside(const std::string& path, std::string& temporary,
+                                         mode_t rightsOfNew) {
     std::string target = toNativePath(path);
     if (FileResult result = followLinks(target); !result) return result;
     std::optional<mode_t> rights;

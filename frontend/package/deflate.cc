@@ -45,9 +45,8 @@ bool Inflater::unpack(std::string_view packed, std::size_t bytes, std::string& t
     text.resize(bytes + 1);
     std::size_t taken = 0;
     std::size_t made = 0;
-    const libdeflate_result result =
-        libdeflate_deflate_decompress_ex(decompressor_.get(), packed.data(), packed.size(), text.data(),
-                                         text.size(), &taken, &made);
+    const libdeflate_result result = libdeflate_deflate_decompress_ex(
+        decompressor_.get(), packed.data(), packed.size(), text.data(), text.size(), &taken, &made);
     text.resize(bytes);
     return result == LIBDEFLATE_SUCCESS && taken == packed.size() && made == bytes;
 }

@@ -30,8 +30,8 @@ class Inflater {
   public:
     Inflater();
 
-    /// Unpacks exactly `bytes` bytes from all of `packed`; false when that is not what it holds. `text` is then
-    /// of no use.
+    /// Unpacks exactly `bytes` bytes from all of `packed`; false when that is not what it holds. `text` is
+    /// then of no use.
     [[nodiscard]] bool unpack(std::string_view packed, std::size_t bytes, std::string& text);
 
   private:

@@ -24,7 +24,8 @@ class OutputFiles {
     OutputFiles& operator=(const OutputFiles&) = delete;
 
     /// Begins the file `path` (UTF-8, either separator); the number that it has here goes to `file`. Symbolic
-    /// links are followed. Fails where no file can be made or replaced, and for a place that was begun before.
+    /// links are followed. Fails where no file can be made or replaced, and for a place that was begun
+    /// before.
     PackageResult begin(const std::string& path, std::size_t& file,
                         NewFileRights rights = NewFileRights::usual);
     PackageResult write(std::size_t file, std::string_view bytes);

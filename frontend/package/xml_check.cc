@@ -74,8 +74,9 @@ bool isKnownEntity(std::string_view name) {
 
 bool isUtf8Name(std::string_view name) {
     std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 32) : byte; });
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](char byte) {
+        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 32) : byte;
+    });
     return lower == "utf-8" || lower == "us-ascii";
 }
 
@@ -160,7 +161,8 @@ class Scanner {
         const std::size_t end = xml_.substr(at_, 64).find(';');
         const std::string_view name =
             end == std::string_view::npos ? std::string_view() : xml_.substr(at_ + 1, end - 1);
-        const bool known = !name.empty() && (name.front() == '#' ? isCharacterReference(name) : isKnownEntity(name));
+        const bool known =
+            !name.empty() && (name.front() == '#' ? isCharacterReference(name) : isKnownEntity(name));
         at_ += known ? end + 1 : 0;
         return known || fail(undefinedEntity);
     }

@@ -36,9 +36,10 @@ struct XmlSize {
     std::size_t quotes = 0;
 };
 
-/// Refuses XML that is not well formed or not UTF-8, names an entity that XML does not define, has an attribute
-/// twice, holds characters that XML cannot hold, has none or several root elements or text beside the root,
-/// or is beyond the limits or the policy; the detail tells line and column. `size` tells what there is.
+/// Refuses XML that is not well formed or not UTF-8, names an entity that XML does not define, has an
+/// attribute twice, holds characters that XML cannot hold, has none or several root elements or text beside
+/// the root, or is beyond the limits or the policy; the detail tells line and column. `size` tells what there
+/// is.
 PackageResult checkXml(std::string_view xml, const XmlLimits& limits, const XmlPolicy& policy, XmlSize& size);
 
 }  // namespace vexa::frontend

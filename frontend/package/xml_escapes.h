@@ -8,7 +8,8 @@
 namespace vexa::frontend {
 
 enum class XmlEscapes {
-    /// Every text survives: a backslash, a control character, U+007F, U+FFFE, U+FFFF and each byte that belongs
+    /// Every text survives: a backslash, a control character, U+007F, U+FFFE, U+FFFF and each byte that
+    /// belongs
     /// to no valid UTF-8 character are written as a backslash and two hexadecimal digits a byte. Document
     /// files are written so.
     backslashes,

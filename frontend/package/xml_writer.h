@@ -1,4 +1,5 @@
-// Writes XML into a text, element by element, or through it into a sink, so that a big document is never held.
+// Writes XML into a text, element by element, or through it into a sink, so that a big document is never
+// held.
 #pragma once
 
 #include <cstddef>

@@ -56,8 +56,8 @@ PackageResult ZipReader::readAll() {
 // The end record is the last thing of an archive but for a comment, whose length it tells.
 PackageResult ZipReader::findDirectory(Directory& directory) const {
     constexpr std::size_t longestComment = 0xFFFF;
-    const PackageResult none = beginsWith(bytes_, localSignature) ? damagedArchive()
-                                                                  : PackageResult(PackageProblem::notAnArchive);
+    const PackageResult none =
+        beginsWith(bytes_, localSignature) ? damagedArchive() : PackageResult(PackageProblem::notAnArchive);
     if (bytes_.size() < endBytes) {
         return none;
     }
@@ -222,8 +222,9 @@ bool ZipReader::placeEntry(std::size_t place, std::uint64_t end) {
     const std::size_t nameBytes = record.two();
     const std::size_t content = localBytes + nameBytes + record.two();
     constexpr std::uint16_t compared = flagEncrypted | flagSizesBehind;
-    if (!signature || ((flags ^ flags_[place]) & compared) != 0 || method != entry.method || local.size() < content ||
-        local.substr(localBytes, nameBytes) != entry.name || local.size() - content < entry.packedBytes) {
+    if (!signature || ((flags ^ flags_[place]) & compared) != 0 || method != entry.method ||
+        local.size() < content || local.substr(localBytes, nameBytes) != entry.name ||
+        local.size() - content < entry.packedBytes) {
         return false;
     }
     contentAt_[place] = entry.offset + content;

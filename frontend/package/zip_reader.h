@@ -1,5 +1,5 @@
-// Reads zip archives from memory, hostile ones too: nothing is unpacked before it was asked for, and never more than it
-// declares.
+// Reads zip archives from memory, hostile ones too: nothing is unpacked before it was asked for, and never
+// more than it declares.
 #pragma once
 
 #include <cstddef>
@@ -20,9 +20,9 @@ class ZipReader {
   public:
     explicit ZipReader(const ZipLimits& limits = {}) : limits_(limits) {}
 
-    /// `bytes` must live as long as the reader. Refuses what is no archive, is cut off, contradicts itself, has
-    /// anything before, between or behind its records, is encrypted or beyond the limits, or has entries that
-    /// overlap or whose names are doubled or would leave a folder. After a failure there are no entries.
+    /// `bytes` must live as long as the reader. Refuses what is no archive, is cut off, contradicts itself,
+    /// has anything before, between or behind its records, is encrypted or beyond the limits, or has entries
+    /// that overlap or whose names are doubled or would leave a folder. After a failure there are no entries.
     PackageResult open(std::string_view bytes);
 
     /// Entries in the order of the archive's directory.

@@ -4,10 +4,10 @@
 
 #include <cmath>
 
+#include "frontend/package/xml_escapes.h"
 #include "frontend/store/item_xml.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/password.h"
-#include "frontend/package/xml_escapes.h"
 #include "tests/unit/frontend/sample_documents.h"
 
 namespace vexa::frontend {
