@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -19,11 +20,15 @@ namespace vexa::tables {
 
 enum class GridRole : std::uint8_t { corner, columnLabel, rowLabel, data };
 
+/// The dimension of a cell that belongs to none: data, the corner, an empty header.
+inline constexpr DimensionId noDimension = UINT32_MAX;
+
 /// A style with everything set.
 struct ShownStyle {
-    AreaLook look;                        ///< fonts, colours, alignment, margins
-    std::array<BorderLine, 4> borders{};  ///< top, right, bottom, left
-    CellStyle own;                        ///< what the table itself sets, beyond its look
+    AreaLook look;  ///< fonts, colours, alignment, margins
+    std::array<BorderLine, 4>
+        borders{};  ///< top, right, bottom, left; neighbours both bear the line between them
+    CellStyle own;  ///< what the table itself sets, beyond its look
 
     bool operator==(const ShownStyle&) const = default;
 };
@@ -45,8 +50,8 @@ struct GridCell {
     std::uint32_t textLength = 0;
     std::uint32_t marks = 0;  ///< 0 for none, else 1 + index into `TableGrid::marks`
     /// Of a label: the dimension that it belongs to, its category, or its group where `category` is
-    /// `noGroup`.
-    DimensionId dimension = 0;
+    /// `noGroup`; the dimension's own label has neither.
+    DimensionId dimension = noDimension;
     CategoryId category = noGroup;
     GroupId group = noGroup;
     Place place = 0;  ///< of a data cell
@@ -74,12 +79,13 @@ struct TableGrid {
     std::uint32_t columns = 0;
     std::uint32_t headerRows = 0;    ///< the first rows hold column labels
     std::uint32_t labelColumns = 0;  ///< the first columns hold row labels
-    std::vector<GridCell>
-        cells;  ///< by row, then by column of their first place; each place belongs to one cell
+    /// By row, then by column of their first place; each place of the grid belongs to one cell.
+    std::vector<GridCell> cells;
     std::vector<std::size_t> rowBegin;  ///< index of the first cell of each row, and one more for the end
     std::vector<std::optional<double>> widths;  ///< of each column, points; nothing where none is set
     std::optional<double> minColumnWidth;       ///< of data columns, points
     std::optional<double> maxColumnWidth;
+    std::optional<double> maxLabelWidth;  ///< of columns of row labels, points
     std::vector<ShownStyle> styles;
     std::vector<std::vector<std::string>> marks;  ///< the marks that a cell bears, "a", "b"
     std::string texts;
@@ -97,25 +103,59 @@ struct TableGrid {
 };
 
 struct LayoutOptions {
-    bool notesAndCaptions = true;  ///< caption, footnotes and their marks
+    bool notesAndCaptions = true;         ///< caption, footnotes and their marks
+    std::string_view behindLabel = ": ";  ///< between a layer dimension's label and its category
+    /// The grids of one `TableLayout` share their letters, and each footnote is listed once: with the first
+    /// grid that refers to it, or with the first one of all. Otherwise each grid begins with "a".
+    bool lettersGoOn = false;
 };
 
-/// The most places that a grid may have.
+/// The most places that a grid may have. A table that is mostly empty may have `maximalEmptyPlaces` and some
+/// more for each of its values.
 inline constexpr std::uint64_t maximalGridPlaces = 20'000'000;
+inline constexpr std::uint64_t maximalEmptyPlaces = 2'000'000;
 
-/// Whether a table's grid stays within `maximalGridPlaces`; beyond, `layOut` shows the first rows only.
+struct PreparedTable;
+class FootnoteLetters;
+
+/// Lays out a table's layers one after the other: what they have in common is found out once.
+class TableLayout {
+  public:
+    /// Keeps the table's data, view and style.
+    explicit TableLayout(Table table, const LayoutOptions& options = {});
+    TableLayout(TableLayout&&) noexcept;
+    TableLayout& operator=(TableLayout&&) noexcept;
+    ~TableLayout();
+
+    /// The grid of one layer, which `layersOf` gave. Takes time in proportion to the grid.
+    [[nodiscard]] TableGrid grid(Place layer);
+    /// Whether the grid stays within the limits; beyond them its last rows, or all, are left out.
+    [[nodiscard]] bool fits() const;
+    /// Rows and columns of a grid, labels included.
+    [[nodiscard]] std::size_t rows() const;
+    [[nodiscard]] std::size_t columns() const;
+
+  private:
+    std::unique_ptr<const PreparedTable> prepared_;
+    std::unique_ptr<FootnoteLetters> letters_;
+    bool isFirst_ = true;
+};
+
+/// Whether a table's grid stays within the limits; beyond, `layOut` shows the first rows only.
 [[nodiscard]] bool fitsGrid(const Table& table);
 
-/// The grid of one layer, which `layersOf` gave.
+/// The grid of one layer, which `layersOf` gave. For several layers a `TableLayout` is faster.
 [[nodiscard]] TableGrid layOut(const Table& table, Place layer, const LayoutOptions& options = {});
 /// The grid of the layer that is shown now.
 [[nodiscard]] TableGrid layOut(const Table& table, const LayoutOptions& options = {});
 /// The grid of a table without dimensions; its cells keep their places and span nothing.
 [[nodiscard]] TableGrid layOut(const FlatTable& table, const LayoutOptions& options = {});
 
-/// What the grids of all layers show, as one flat table; nothing when that has more than `maximalFlatCells`
-/// places.
+/// What the grids of all layers show, as one flat table: footnote marks stand behind the texts, footnotes
+/// below the caption. Nothing when that has more than `maximalFlatCells` places or `maximalFlatBytes` of
+/// text.
 [[nodiscard]] std::optional<FlatTable> flatten(const Table& table);
+inline constexpr std::size_t maximalFlatBytes = 64'000'000;
 
 /// The letters of the footnote with this number, from 0: a, b, ..., z, aa, ab, ...
 [[nodiscard]] std::string footnoteLetters(std::size_t number);
