@@ -4,6 +4,8 @@
 #include <utility>
 
 namespace vexa::frontend {
+// Set apart from the types of the same names in item.h until everything uses those.
+inline namespace former {
 namespace {
 
 /// The labels over (or beside) a category, outermost group first, the category's own label last.
@@ -236,4 +238,5 @@ std::optional<FlatTable> flatten(const PivotTable& table) {
     return flattening.make();
 }
 
+}  // namespace former
 }  // namespace vexa::frontend

@@ -11,6 +11,8 @@
 #include "backend/pivot/pivot_table.h"
 
 namespace vexa::frontend {
+// Set apart from the types of the same names in item.h until everything uses those.
+inline namespace former {
 
 /// One place of the grid.
 struct FlatCell {
@@ -48,4 +50,5 @@ constexpr std::uint64_t maximalFlatCells = 1'000'000;
 /// The grid that `table` shows, or nothing when it would have more than `maximalFlatCells` places.
 [[nodiscard]] std::optional<FlatTable> flatten(const PivotTable& table);
 
+}  // namespace former
 }  // namespace vexa::frontend

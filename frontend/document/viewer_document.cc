@@ -4,6 +4,8 @@
 #include <utility>
 
 namespace vexa::frontend {
+// Set apart from the types of the same names in item.h until everything uses those.
+inline namespace former {
 namespace {
 
 /// The item of that id in `items`, which may be constant, or null.
@@ -60,4 +62,5 @@ ViewerItem* ViewerDocument::change(ItemId id) {
     return item;
 }
 
+}  // namespace former
 }  // namespace vexa::frontend

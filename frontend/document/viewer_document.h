@@ -8,6 +8,8 @@
 #include "frontend/document/viewer_item.h"
 
 namespace vexa::frontend {
+// Set apart from the types of the same names in item.h until everything uses those.
+inline namespace former {
 
 /// How a document came to be locked. The mark is kept in the document's file; read-only ends when it is
 /// closed.
@@ -60,4 +62,5 @@ class ViewerDocument {
     ItemId lastId_ = 0;
 };
 
+}  // namespace former
 }  // namespace vexa::frontend

@@ -1,6 +1,8 @@
 #include "frontend/document/viewer_item.h"
 
 namespace vexa::frontend {
+// Set apart from the types of the same names in item.h until everything uses those.
+inline namespace former {
 
 ItemContent emptyContent(ItemKind kind) {
     switch (kind) {
@@ -37,4 +39,5 @@ bool operator==(const ViewerItem& left, const ViewerItem& right) {
            left.subtype == right.subtype && left.content == right.content;
 }
 
+}  // namespace former
 }  // namespace vexa::frontend

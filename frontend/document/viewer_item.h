@@ -12,6 +12,8 @@
 #include "frontend/document/flat_table.h"
 
 namespace vexa::frontend {
+// Set apart from the types of the same names in item.h until everything uses those.
+inline namespace former {
 
 struct ViewerItem;
 
@@ -89,4 +91,5 @@ struct ViewerItem {
 [[nodiscard]] bool operator==(const TableContent& left, const TableContent& right);
 [[nodiscard]] bool operator==(const FlatTableContent& left, const FlatTableContent& right);
 
+}  // namespace former
 }  // namespace vexa::frontend
