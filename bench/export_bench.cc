@@ -11,7 +11,7 @@
 #include <string>
 
 #include "backend/adapter/client_adapter.h"
-#include "backend/paths/client_file.h"
+#include "backend/paths/file_specification.h"
 #include "backend/platform/file_system.h"
 #include "backend/session/session.h"
 #include "backend/viewerxml/export_xml.h"

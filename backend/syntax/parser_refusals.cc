@@ -219,7 +219,7 @@ std::string UniversalParser::foundNext() const {
 }
 
 bool UniversalParser::fail(std::string message, std::size_t offset) {
-    error_ = ParseError{std::move(message), offset};
+    error_ = CommandError{std::move(message), offset};
     return false;
 }
 

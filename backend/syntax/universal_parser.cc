@@ -39,7 +39,7 @@ int UniversalParser::getCommandSpecifications() {
         return 1;
     }
     if (sequence_.error()) {
-        error_ = ParseError{sequence_.error()->message, sequence_.error()->offset};
+        error_ = sequence_.error();
     } else {
         parse();
     }
@@ -48,7 +48,7 @@ int UniversalParser::getCommandSpecifications() {
             SyntaxErrorReported{error_->message, placeOf(sequence_.command(), error_->offset)});
         return 1;
     }
-    for (ParseError& warning : warnings_) {
+    for (CommandError& warning : warnings_) {
         OutputLog::current().publish(
             SyntaxWarned{std::move(warning.message), placeOf(sequence_.command(), warning.offset)});
     }

@@ -14,12 +14,6 @@
 
 namespace vexa {
 
-/// Why a command was refused, or what is ignored in it: at the byte `offset` of the command's text.
-struct ParseError {
-    std::string message;  ///< UTF-8
-    std::size_t offset = 0;
-};
-
 /// Fills a `CommandSpec` from tokens. All three must outlive the parser; the results refer to the tokens.
 class UniversalParser {
   public:
@@ -102,8 +96,8 @@ class UniversalParser {
     const CommandDescriptor& descriptor_;
     std::size_t at_ = 0;
     std::vector<std::size_t> closings_;  // of every token; empty until first needed
-    std::optional<ParseError> error_;
-    std::vector<ParseError> warnings_;
+    std::optional<CommandError> error_;
+    std::vector<CommandError> warnings_;
 };
 
 }  // namespace vexa

@@ -335,7 +335,7 @@ void Lexer::add(TokenKind kind, int operatorCode, std::string_view text, std::si
 }
 
 bool Lexer::fail(std::size_t offset, std::string message) {
-    sequence_.error_ = TokenError{std::move(message), offset};
+    sequence_.error_ = CommandError{std::move(message), offset};
     return false;
 }
 

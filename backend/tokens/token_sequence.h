@@ -14,8 +14,8 @@
 
 namespace vexa {
 
-/// Why a text could not be cut into tokens: at the byte `offset` of the command's text.
-struct TokenError {
+/// Why a command was refused, or what is ignored in it: at the byte `offset` of the command's text.
+struct CommandError {
     std::string message;  ///< UTF-8
     std::size_t offset = 0;
 };
@@ -65,7 +65,7 @@ class TokenSequenceBase {
 
     /// The tokens that could be read: all of them, or those before the error.
     [[nodiscard]] std::span<const TokenInfoObj> tokens() const { return tokens_; }
-    [[nodiscard]] const std::optional<TokenError>& error() const { return error_; }
+    [[nodiscard]] const std::optional<CommandError>& error() const { return error_; }
     /// The command that the tokens were cut from; it must outlive the sequence.
     [[nodiscard]] const CommandText& command() const { return *command_; }
 
@@ -79,7 +79,7 @@ class TokenSequenceBase {
     const CommandText* command_;
     std::vector<TokenInfoObj> tokens_;
     std::list<std::string> joined_;  // values of literals that do not stand in the text as they are
-    std::optional<TokenError> error_;
+    std::optional<CommandError> error_;
 };
 
 /// The tokens of the command now being executed.

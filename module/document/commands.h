@@ -3,6 +3,8 @@
 // sends nothing and goes into the log.) No exception of the module's own leaves it.
 #pragma once
 
+#include "module/frame/grammar.h"
+
 namespace vexa {
 
 void outputNew();
@@ -13,5 +15,9 @@ void outputDisplay();
 void outputOpen();
 void outputSave();
 void outputComment();
+
+/// The rows of OUTPUT COMMENT in the order in which they are added; a later row of a name replaces the
+/// earlier.
+[[nodiscard]] GrammarTable outputCommentGrammar();
 
 }  // namespace vexa

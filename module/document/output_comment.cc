@@ -5,17 +5,11 @@
 #include <iterator>
 #include <vector>
 
-#include "backend/pivot/bp_procedure.h"
-#include "backend/pivot/output_log.h"
-#include "backend/syntax/parser_message.h"
-#include "backend/syntax/universal_parser.h"
 #include "backend/text/character_set.h"
-#include "backend/tokens/token_sequence.h"
 #include "module/document/commands.h"
-#include "module/document/comment_grammar.h"
+#include "module/frame/command.h"
 #include "module/frame/date_time_symbols.h"
-#include "module/frame/grammar.h"
-#include "module/frame/text_value.h"
+#include "module/frame/given_values.h"
 
 namespace vexa {
 
@@ -23,9 +17,7 @@ namespace {
 
 using Spec = UPSpecTypes::ParamSpec;
 
-constexpr std::string_view kName = "OUTPUT COMMENT";
-constexpr SystemText kTitle = "Output Comment"_text;
-constexpr int kProcedureValue = 2;
+constexpr CommandIdentity kIdentity{"OUTPUT COMMENT", "Output Comment"_text, "Output Comment"};
 
 constexpr std::string_view kBoldValues[] = {"YES", "NO", "TRUE", "FALSE"};
 
@@ -152,18 +144,17 @@ std::int32_t readWidth(const SubComObj& leading, ParserMessage& messages) {
     return whole.value_or(-1);
 }
 
-Comment readComment(const CommandSpec& command, ParserMessage& messages) {
-    const SubComObj& leading = *command.getSubComObj("");
+Comment readComment(Command& command) {
     Comment comment;
-    comment.width = readWidth(leading, messages);
-    comment.whole = readLine(leading, messages);
+    comment.width = readWidth(command.leading(), command.messages());
+    comment.whole = readLine(command.leading(), command.messages());
     if (!comment.whole.text.empty()) {
         comment.lines.push_back(comment.whole);
     }
     std::vector<const SubComObj*> lines;
-    command.getSubComObj(lines, "LINE");
+    command.spec().getSubComObj(lines, "LINE");
     for (const SubComObj* const line : lines) {
-        comment.lines.push_back(readLine(*line, messages));
+        comment.lines.push_back(readLine(*line, command.messages()));
     }
     return comment;
 }
@@ -216,18 +207,9 @@ void buildTable(const Comment& comment, BpProcedure& procedure) {
 GrammarTable outputCommentGrammar() { return kGrammar; }
 
 void outputComment() {
-    BpProcedure procedure(kTitle, kProcedureValue);
-    ParserMessage messages;
-    messages.SetCommandName(kName);
-    messages.SetProcedureTitle(kTitle);
-    CommandSpec command;
-    CommandDescriptor descriptor(kName, kTitle);
-    describe(descriptor, kGrammar);
-    VEXA_TokenSequence tokens(true);
-    const int result = UniversalParser(tokens, command, descriptor).getCommandSpecifications();
-    BP_FLUSHLOG();
-    if (result == 0) {
-        buildTable(readComment(command, messages), procedure);
+    Command command(kIdentity, kGrammar);
+    if (command.parse()) {
+        buildTable(readComment(command), command.procedure());
     }
 }
 

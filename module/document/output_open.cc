@@ -2,7 +2,7 @@
 
 #include "module/document/commands.h"
 #include "module/frame/document_command.h"
-#include "module/frame/file_specification.h"
+#include "module/frame/given_values.h"
 
 namespace vexa {
 

@@ -4,7 +4,7 @@
 #include "backend/text/character_set.h"
 #include "module/document/commands.h"
 #include "module/frame/document_command.h"
-#include "module/frame/file_specification.h"
+#include "module/frame/given_values.h"
 #include "module/frame/report.h"
 
 namespace vexa {

@@ -7,17 +7,14 @@
 #include <string>
 #include <utility>
 
-#include "backend/pivot/bp_procedure.h"
-#include "backend/pivot/output_log.h"
-#include "backend/syntax/universal_parser.h"
-#include "backend/tokens/token_sequence.h"
 #include "backend/viewerxml/export_xml.h"
 #include "module/export/commands.h"
 #include "module/export/export_response.h"
 #include "module/export/format_values.h"
 #include "module/export/formats.h"
+#include "module/frame/command.h"
+#include "module/frame/given_values.h"
 #include "module/frame/report.h"
-#include "module/frame/text_value.h"
 #include "module/frame/xml_text.h"
 
 namespace vexa {
@@ -26,9 +23,7 @@ namespace {
 
 using Spec = UPSpecTypes::ParamSpec;
 
-constexpr std::string_view kName = "OUTPUT EXPORT";
-constexpr SystemText kTitle = "Output Export"_text;
-constexpr int kProcedureValue = 2;
+constexpr CommandIdentity kIdentity{"OUTPUT EXPORT", "Output Export"_text, "OUTPUT EXPORT"};
 
 constexpr Choice kPrintOptions[] = {{"ALWAYS", 0}, {"NEVER", 1}, {"ERRORS", 2}};
 constexpr Choice kExportTypes[] = {{"ALL", 0}, {"VISIBLE", 1}};
@@ -72,22 +67,12 @@ constexpr SystemText kImagesBesideDocument =
 constexpr SystemText kTwoDocuments =
     "Exporting to more than one document type in a single OUTPUT EXPORT command is not allowed."_text;
 
-/// One run of the command. Its parts are destroyed in reverse order; nothing is kept between two runs.
-class ExportCommand {
+/// One run of the command.
+class ExportCommand : public Command {
   public:
-    ExportCommand() : procedure_(kTitle, kProcedureValue), descriptor_(kName, kTitle) {
-        messages_.SetCommandName(kName);
-        messages_.SetProcedureTitle(kName);
-        describe(descriptor_);
-    }
+    ExportCommand() : Command(kIdentity, {}) { describe(descriptor()); }
 
-    /// False on a syntax error, which the parser has reported.
-    [[nodiscard]] bool parse() {
-        const int result = UniversalParser(tokens_, command_, descriptor_).getCommandSpecifications();
-        BP_FLUSHLOG();
-        return result == 0;
-    }
-
+    /// Once it is parsed.
     void run();
 
   private:
@@ -97,7 +82,7 @@ class ExportCommand {
     template <typename Format>
     [[nodiscard]] int readDocument(ReadDocument<Format> read, Format& format) {
         std::string path;
-        if (!read(command_, messages_, format, path)) {
+        if (!read(spec(), messages(), format, path)) {
             return 0;
         }
         documentFile_ = std::move(path);
@@ -109,28 +94,22 @@ class ExportCommand {
     void dropImages();
     void send();
 
-    BpProcedure procedure_;
-    CommandDescriptor descriptor_;
-    VEXA_TokenSequence tokens_{true};
-    CommandSpec command_;
-    ParserMessage messages_;
-    ExportSpec spec_;
+    ExportSpec export_;
     std::string documentFile_;
 };
 
 void ExportCommand::readGlobal() {
-    const SubComObj& leading = *command_.getSubComObj("");
-    const ParamObj* const name = leading.getParamObj("NAME");
+    const ParamObj* const name = leading().getParamObj("NAME");
     if (const std::optional<TextValue> value = name != nullptr ? textValue(*name) : std::nullopt) {
-        spec_.global().setName(escapeXml(value->text));
+        export_.global().setName(escapeXml(value->text));
     }
     const KeywordOption<ExportGlobalSpec> options[] = {
         {"PRINT", kPrintOptions, setNumber<ExportGlobalSpec, &ExportGlobalSpec::setPrintOption>}};
-    readKeywords<ExportGlobalSpec>(leading, options, spec_.global());
+    readKeywords<ExportGlobalSpec>(leading(), options, export_.global());
 }
 
 void ExportCommand::readContents() {
-    const SubComObj* const given = command_.getSubComObj("CONTENTS");
+    const SubComObj* const given = spec().getSubComObj("CONTENTS");
     if (given == nullptr) {
         return;
     }
@@ -138,51 +117,52 @@ void ExportCommand::readContents() {
         {"EXPORT", kExportTypes, setNumber<ExportContentsSpec, &ExportContentsSpec::setExport>},
         {"LAYERS", kLayers, setNumber<ExportContentsSpec, &ExportContentsSpec::setLayers>},
         {"MODELVIEWS", kLayers, setNumber<ExportContentsSpec, &ExportContentsSpec::setModelViews>}};
-    spec_.contents().setModelViews(ExportContentsSpec::MODELVIEWS_TYPE::PRINTSETTING);
-    readKeywords<ExportContentsSpec>(*given, options, spec_.contents());
+    export_.contents().setModelViews(ExportContentsSpec::MODELVIEWS_TYPE::PRINTSETTING);
+    readKeywords<ExportContentsSpec>(*given, options, export_.contents());
 }
 
 /// The formats that images can go with. How many were read.
 int ExportCommand::readTextDocuments() {
     int count = 0;
-    count += readDocument(readHtml, spec_.html());
-    count += readDocument(readReport, spec_.report());
-    count += readDocument(readText, spec_.text());
+    count += readDocument(readHtml, export_.html());
+    count += readDocument(readReport, export_.report());
+    count += readDocument(readText, export_.text());
     return count;
 }
 
 int ExportCommand::readImages(bool rootRequired) {
     int count = 0;
-    count += readBmp(command_, messages_, spec_.bmp(), rootRequired) ? 1 : 0;
-    count += readEmf(command_, messages_, spec_.emf(), rootRequired) ? 1 : 0;
-    count += readEps(command_, messages_, spec_.eps(), rootRequired) ? 1 : 0;
-    count += readJpg(command_, messages_, spec_.jpg(), rootRequired) ? 1 : 0;
-    count += readPng(command_, messages_, spec_.png(), rootRequired) ? 1 : 0;
-    count += readTif(command_, messages_, spec_.tif(), rootRequired) ? 1 : 0;
+    count += readBmp(spec(), messages(), export_.bmp(), rootRequired) ? 1 : 0;
+    count += readEmf(spec(), messages(), export_.emf(), rootRequired) ? 1 : 0;
+    count += readEps(spec(), messages(), export_.eps(), rootRequired) ? 1 : 0;
+    count += readJpg(spec(), messages(), export_.jpg(), rootRequired) ? 1 : 0;
+    count += readPng(spec(), messages(), export_.png(), rootRequired) ? 1 : 0;
+    count += readTif(spec(), messages(), export_.tif(), rootRequired) ? 1 : 0;
     return count;
 }
 
 int ExportCommand::readOtherDocuments() {
     int count = 0;
-    count += readDocument(readDoc, spec_.doc());
-    count += readDocument(readPdf, spec_.pdf());
-    count += readDocument(readPpt, spec_.ppt());
-    count += readDocument(readXls, spec_.xls());
-    count += readDocument(readXlsx, spec_.xlsx());
-    count += readDocument(readXlsm, spec_.xlsm());
+    count += readDocument(readDoc, export_.doc());
+    count += readDocument(readPdf, export_.pdf());
+    count += readDocument(readPpt, export_.ppt());
+    count += readDocument(readXls, export_.xls());
+    count += readDocument(readXlsx, export_.xlsx());
+    count += readDocument(readXlsm, export_.xlsm());
     return count;
 }
 
 void ExportCommand::dropImages() {
-    for (ExportFormat* const images : std::initializer_list<ExportFormat*>{
-             &spec_.bmp(), &spec_.emf(), &spec_.eps(), &spec_.jpg(), &spec_.png(), &spec_.tif()}) {
+    for (ExportFormat* const images :
+         std::initializer_list<ExportFormat*>{&export_.bmp(), &export_.emf(), &export_.eps(), &export_.jpg(),
+                                              &export_.png(), &export_.tif()}) {
         images->setOptionPresent(false);
     }
 }
 
 void ExportCommand::send() {
-    const std::string specification = ExportXML::convertToXML(spec_);
-    const ExportReporting reporting(procedure_, spec_.global().getPrintOption(), documentFile_);
+    const std::string specification = ExportXML::convertToXML(export_);
+    const ExportReporting reporting(procedure(), export_.global().getPrintOption(), documentFile_);
     reporting.send(specification);
 }
 
@@ -205,8 +185,8 @@ void ExportCommand::run() {
     } else if (textDocuments + otherDocuments + images > 0) {
         send();
     } else {
-        messages_.SubComRequired({"DOC", "HTML", "REPORT", "PDF", "PPT", "TEXT", "XLS", "XLSX", "XLSM", "BMP",
-                                  "EMF", "EPS", "JPG", "PNG", "TIF"});
+        messages().SubComRequired({"DOC", "HTML", "REPORT", "PDF", "PPT", "TEXT", "XLS", "XLSX", "XLSM",
+                                   "BMP", "EMF", "EPS", "JPG", "PNG", "TIF"});
     }
 }
 

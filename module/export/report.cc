@@ -6,7 +6,7 @@
 #include "module/export/format_values.h"
 #include "module/export/formats.h"
 #include "module/export/targets.h"
-#include "module/frame/text_value.h"
+#include "module/frame/given_values.h"
 #include "module/frame/xml_text.h"
 
 namespace vexa {

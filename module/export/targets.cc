@@ -5,10 +5,10 @@
 #include <string_view>
 #include <utility>
 
-#include "backend/paths/client_file.h"
+#include "backend/paths/file_specification.h"
 #include "backend/pivot/check_file_ref.h"
 #include "backend/text/character_set.h"
-#include "module/frame/text_value.h"
+#include "module/frame/given_values.h"
 #include "module/frame/xml_text.h"
 
 namespace vexa {

@@ -8,7 +8,7 @@
 
 #include "backend/text/character_set.h"
 #include "module/export/read_format.h"
-#include "module/frame/text_value.h"
+#include "module/frame/given_values.h"
 
 namespace vexa {
 

@@ -2,60 +2,25 @@
 
 #include <utility>
 
-#include "backend/pivot/output_log.h"
 #include "module/frame/report.h"
-#include "module/frame/request_sequence.h"
 
 namespace vexa {
 
 namespace {
 
-constexpr int kProcedureValue = 2;
+constexpr std::int32_t kLargestNumber = 2'000'000'000;
 constexpr SystemText kNameTooLong = "Output name ^1 is too long."_text;
-
-OutputController* findController() {
-    ClientAdapter* const adapter = GetAdapter();
-    return adapter == nullptr ? nullptr : adapter->outputController();
-}
-
-std::optional<ParserMessage> makeMessages(const CommandIdentity& identity) {
-    std::optional<ParserMessage> messages;
-    if (!identity.parserTitle.empty()) {
-        messages.emplace();
-        messages->SetCommandName(identity.name);
-        messages->SetProcedureTitle(identity.parserTitle);
-    }
-    return messages;
-}
-
-CommandDescriptor makeDescriptor(const CommandIdentity& identity, GrammarTable grammar) {
-    CommandDescriptor descriptor(identity.name);
-    describe(descriptor, grammar);
-    return descriptor;
-}
 
 }  // namespace
 
-DocumentCommand::DocumentCommand(const CommandIdentity& identity, GrammarTable grammar)
-    : name_(identity.name),
-      procedure_(identity.procedureTitle, kProcedureValue),
-      controller_(findController()),
-      messages_(makeMessages(identity)),
-      descriptor_(makeDescriptor(identity, grammar)),
-      tokens_(true),
-      parser_(tokens_, spec_, descriptor_) {}
+std::int32_t RequestSequence::next() {
+    last_ = last_ >= kLargestNumber ? 1 : last_ + 1;
+    return last_;
+}
 
-bool DocumentCommand::parse() {
-    const int result = parser_.getCommandSpecifications();
-    BP_FLUSHLOG();
-    if (result != 0) {
-        return false;
-    }
-    if (controller_ == nullptr) {
-        reportNotImplemented(name_);
-        return false;
-    }
-    return true;
+RequestSequence& RequestSequence::ofModule() {
+    static RequestSequence sequence;
+    return sequence;
 }
 
 bool DocumentCommand::refusesLongName(std::string_view name) {
@@ -87,13 +52,13 @@ void DocumentCommand::sendUnanswered(OutputControllerCommand command, const std:
     const VexawMsgOutputControllerRequest request(RequestSequence::ofModule().next(), command, name.c_str(),
                                                   "", minimized);
     VexawMsgOutputControllerResponse response;
-    controller_->Send(request, response);
+    controller().Send(request, response);
 }
 
 std::optional<VexawMsgOutputControllerResponse> DocumentCommand::exchange(
     const VexawMsgOutputControllerRequest& request) {
     std::optional<VexawMsgOutputControllerResponse> response(std::in_place);
-    if (controller_->Send(request, *response)) {
+    if (controller().Send(request, *response)) {
         return response;
     }
     const VUString message = response->GetMsgString();

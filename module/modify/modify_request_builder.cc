@@ -15,6 +15,20 @@ constexpr std::size_t kGroupsForEstimate = 64;
 
 }  // namespace
 
+ModifyEventWriter::ModifyEventWriter(std::string& request) : request_(request) { request_ += "<modifyEvent"; }
+
+void ModifyEventWriter::closeStartTag() {
+    if (startTagOpen_) {
+        request_ += '>';
+        startTagOpen_ = false;
+    }
+}
+
+void ModifyEventWriter::finish() {
+    closeStartTag();
+    request_ += "</modifyEvent>";
+}
+
 ModifyRequestBuilder::ModifyRequestBuilder(std::string& request, const ModifyEnvelope& envelope,
                                            const ModifySpec& handlers, const CommandSpec& command,
                                            ParserMessage& messages)

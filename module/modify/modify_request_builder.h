@@ -5,10 +5,26 @@
 
 #include "backend/syntax/command_spec.h"
 #include "backend/syntax/parser_message.h"
-#include "module/modify/modify_event_writer.h"
 #include "module/modify/modify_spec.h"
 
 namespace vexa {
+
+/// The element of one selection group, modifyEvent: its tags. Who holds the writer appends attributes while
+/// the start tag is open, and children behind it.
+class ModifyEventWriter {
+  public:
+    /// Appends the beginning of the start tag to `request`, which must outlive the writer.
+    explicit ModifyEventWriter(std::string& request);
+
+    /// Closes the start tag unless that has been done.
+    void closeStartTag();
+    /// Appends the end tag, behind the closed start tag.
+    void finish();
+
+  private:
+    std::string& request_;
+    bool startTagOpen_ = true;
+};
 
 /// What the request says of itself.
 struct ModifyEnvelope {

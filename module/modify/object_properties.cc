@@ -5,7 +5,6 @@
 #include "module/frame/xml_text.h"
 #include "module/modify/modify_spec.h"
 #include "module/modify/parameter_values.h"
-#include "module/modify/points.h"
 
 namespace vexa {
 

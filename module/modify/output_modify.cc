@@ -5,12 +5,9 @@
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/adapter/go_to_caller.h"
-#include "backend/pivot/bp_procedure.h"
-#include "backend/pivot/output_log.h"
 #include "backend/platform/standard_output.h"
-#include "backend/syntax/universal_parser.h"
 #include "backend/text/character_set.h"
-#include "backend/tokens/token_sequence.h"
+#include "module/frame/command.h"
 #include "module/frame/report.h"
 #include "module/frame/xml_text.h"
 #include "module/modify/commands.h"
@@ -22,9 +19,7 @@ namespace vexa {
 
 namespace {
 
-constexpr std::string_view kName = "OUTPUT MODIFY";
-constexpr SystemText kTitle = "Output Modify"_text;
-constexpr int kProcedureValue = 2;
+constexpr CommandIdentity kIdentity{"OUTPUT MODIFY", "Output Modify"_text, "OUTPUT MODIFY"};
 
 constexpr ParameterRow kParameters[] = {
     optionalParameter("NAME", UPSpecTypes::ParamSpec::tokens, "name")
@@ -49,23 +44,14 @@ constexpr SystemText kInvalidFont = "Specified FONT (^1) is not installed."_text
 constexpr int kTranslatable = 1;
 constexpr int kNotTranslatable = 0;
 
-/// One run of the command. Its parts are destroyed in reverse order; nothing is kept between two runs.
-class ModifyCommand {
+/// One run of the command.
+class ModifyCommand : public Command {
   public:
-    ModifyCommand() : procedure_(kTitle, kProcedureValue), descriptor_(kName, kTitle) {
-        messages_.SetCommandName(kName);
-        messages_.SetProcedureTitle(kName);
-        describe(descriptor_, kGrammar);
-        descriptor_.addGroupComDesc(describeSelectionGroup(handlers_));
+    ModifyCommand() : Command(kIdentity, kGrammar) {
+        descriptor().addGroupComDesc(describeSelectionGroup(handlers_));
     }
 
-    /// False on a syntax error, which the parser has reported.
-    [[nodiscard]] bool parse() {
-        const int result = UniversalParser(tokens_, spec_, descriptor_).getCommandSpecifications();
-        BP_FLUSHLOG();
-        return result == 0;
-    }
-
+    /// Once it is parsed.
     void run();
 
   private:
@@ -75,28 +61,22 @@ class ModifyCommand {
     [[nodiscard]] std::string exchange() const;
     void buildSummary(const ModifyCounts& counts);
 
-    BpProcedure procedure_;
     ModifySpec handlers_ = makeModifySpec();
-    CommandDescriptor descriptor_;
-    VEXA_TokenSequence tokens_{true};
-    CommandSpec spec_;
-    ParserMessage messages_;
     ModifyEnvelope envelope_;
     std::string request_;
 };
 
 void ModifyCommand::readEnvelope() {
-    const SubComObj* const leading = spec_.getSubComObj("");
-    const ParamObj* const name = leading->getParamObj("NAME");
+    const ParamObj* const name = leading().getParamObj("NAME");
     if (name != nullptr) {
         const bool all = name->isOperatorValue(TokenSequenceBase::all);
         envelope_.documentName = all ? std::string() : escapeXml(name->getStringToken());
     }
-    envelope_.debug = leading->getParamObj("DEBUG") != nullptr;
+    envelope_.debug = leading().getParamObj("DEBUG") != nullptr;
 }
 
 bool ModifyCommand::printsReport() const {
-    const SubComObj* const report = spec_.getSubComObj("REPORT");
+    const SubComObj* const report = spec().getSubComObj("REPORT");
     const ParamObj* const print = report != nullptr ? report->getParamObj("PRINTREPORT") : nullptr;
     return print != nullptr && print->isStringValue("YES");
 }
@@ -112,7 +92,7 @@ std::string ModifyCommand::exchange() const {
     try {
         ClientAdapter* const adapter = GetAdapter();
         if (adapter == nullptr) {
-            reportNotImplemented(kName);
+            reportNotImplemented(kIdentity.name);
             return {};
         }
         std::string reply = adapter->exchangeModify(request_);
@@ -134,8 +114,8 @@ std::string ModifyCommand::exchange() const {
 
 void ModifyCommand::buildSummary(const ModifyCounts& counts) {
     BpPivotTable table =
-        procedure_.PivotTable(BpString("Output Modify Summary"_text, kTranslatable),
-                              BpString("Output Modify Summary Table", kNotTranslatable), true);
+        procedure().PivotTable(BpString("Output Modify Summary"_text, kTranslatable),
+                               BpString("Output Modify Summary Table", kNotTranslatable), true);
     constexpr int kDimensionKind = 2;
     BpDimension dimension = table.Dimension(BpString("E60801"_text, kTranslatable), kDimensionKind);
     dimension.Position(0, 1, 1, 0);
@@ -149,7 +129,7 @@ void ModifyCommand::buildSummary(const ModifyCounts& counts) {
 
 void ModifyCommand::run() {
     readEnvelope();
-    const bool valid = ModifyRequestBuilder(request_, envelope_, handlers_, spec_, messages_).close();
+    const bool valid = ModifyRequestBuilder(request_, envelope_, handlers_, spec(), messages()).close();
     printRequest();
     if (!valid) {
         return;

@@ -1,7 +1,9 @@
 #include "module/modify/parameter_values.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
+#include <utility>
 
 #include "module/frame/date_time_symbols.h"
 #include "module/frame/xml_text.h"
@@ -44,6 +46,15 @@ std::string_view takeField(std::string_view& list) {
     const std::string_view field = list.substr(0, comma);
     list.remove_prefix(std::min(comma + 1, list.size()));
     return field;
+}
+
+std::optional<double> pointsOfUnit(std::string_view unit) {
+    constexpr std::pair<std::string_view, double> kUnits[] = {
+        {"CENTIMETERS", 28.3464567}, {"INCHES", 72.0}, {"POINTS", 1.0}};
+    const auto* const found = std::find_if(std::begin(kUnits), std::end(kUnits), [unit](const auto& each) {
+        return AreStringsEqualCase(each.first, unit);
+    });
+    return found == std::end(kUnits) ? std::nullopt : std::optional(found->second);
 }
 
 }  // namespace vexa

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "backend/syntax/command_spec.h"
-#include "module/frame/text_value.h"
+#include "module/frame/given_values.h"
 
 namespace vexa {
 
@@ -26,5 +27,9 @@ namespace vexa {
 /// Cuts `list` at its first comma and gives what stood before it; what is behind the comma stays in `list`,
 /// all of an empty text when there is none.
 std::string_view takeField(std::string_view& list);
+
+/// How many points the unit CENTIMETERS, INCHES or POINTS is, without regard to case; nothing for another
+/// one.
+[[nodiscard]] std::optional<double> pointsOfUnit(std::string_view unit);
 
 }  // namespace vexa

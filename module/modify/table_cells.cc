@@ -13,7 +13,6 @@
 #include "module/modify/font_style.h"
 #include "module/modify/modify_spec.h"
 #include "module/modify/parameter_values.h"
-#include "module/modify/points.h"
 
 namespace vexa {
 

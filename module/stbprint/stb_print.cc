@@ -7,15 +7,10 @@
 #include <vector>
 
 #include "backend/paths/path_factory.h"
-#include "backend/pivot/bp_procedure.h"
-#include "backend/pivot/output_log.h"
 #include "backend/strings/string_table.h"
-#include "backend/syntax/universal_parser.h"
 #include "backend/text/character_set.h"
 #include "backend/text/system_text.h"
-#include "backend/tokens/token_sequence.h"
-#include "module/frame/grammar.h"
-#include "module/stbprint/base_folder.h"
+#include "module/frame/command.h"
 #include "module/stbprint/commands.h"
 #include "module/stbprint/table_files.h"
 
@@ -25,9 +20,7 @@ namespace {
 
 using Spec = UPSpecTypes::ParamSpec;
 
-constexpr std::string_view kName = "STB PRINT";
-constexpr SystemText kTitle = "Stb Print"_text;
-constexpr int kProcedureValue = 2;
+constexpr CommandIdentity kIdentity{"STB PRINT", "Stb Print"_text, ""};
 
 constexpr ParameterRow kParameters[] = {
     optionalParameter("PROCEDURE", Spec::tokens, "'file'").readOnly(UPSpecTypes::ReadValue::text),
@@ -128,22 +121,15 @@ void print(const Selection& selection, BpProcedure& procedure) {
 }  // namespace
 
 void stbPrint() {
-    BpProcedure procedure(kTitle, kProcedureValue);
-    CommandSpec command;
-    CommandDescriptor descriptor(kName, kTitle);
-    describe(descriptor, kGrammar);
-    VEXA_TokenSequence tokens(true);
-    const int result = UniversalParser(tokens, command, descriptor).getCommandSpecifications();
-    BP_FLUSHLOG();
-    if (result != 0) {
+    Command command(kIdentity, kGrammar);
+    if (!command.parse()) {
         return;
     }
-    const SubComObj& leading = *command.getSubComObj("");
-    const std::optional<std::string_view> file = readText(leading, "PROCEDURE");
-    const std::optional<std::string_view> language = readText(leading, "LANGUAGE");
+    const std::optional<std::string_view> file = readText(command.leading(), "PROCEDURE");
+    const std::optional<std::string_view> language = readText(command.leading(), "LANGUAGE");
     print({file ? std::span(&*file, 1) : std::span<const std::string_view>(kStringTableFiles),
            language ? std::span(&*language, 1) : std::span<const std::string_view>(kLanguages)},
-          procedure);
+          command.procedure());
 }
 
 }  // namespace vexa

@@ -1,6 +1,27 @@
 #include "module/stbprint/table_files.h"
 
+#include "backend/text/character_set.h"
+
 namespace vexa {
+
+namespace {
+
+/// Cuts before the last backslash, or slash where `slashes` is true; a trail byte of a character is neither.
+void cutAtLastSeparator(std::string& path, bool slashes) {
+    const char* last = nullptr;
+    for (const char* at = path.c_str(); *at != '\0';) {
+        const int length = VEXAMBmbclen_A(at);
+        if (length == 1 && (*at == '\\' || (slashes && *at == '/'))) {
+            last = at;
+        }
+        at += length > 0 ? length : 1;
+    }
+    if (last != nullptr) {
+        path.resize(static_cast<std::size_t>(last - path.c_str()));
+    }
+}
+
+}  // namespace
 
 const std::array<std::string_view, 94> kStringTableFiles = {
     "agrcoef.xlf",  "avgtabs.xlf",  "barmaps.xlf",  "bartabs.xlf",   "binomtst.xlf",  "boxplots.xlf",
@@ -20,5 +41,11 @@ const std::array<std::string_view, 94> kStringTableFiles = {
     "stbprint.xlf", "survhaz.xlf",  "synparse.xlf", "timeplot.xlf",  "twostage.xlf",  "unicount.xlf",
     "varcomps.xlf", "vexaprog.xlf", "viewxml.xlf",  "weightls.xlf",
 };
+
+std::string baseFolder(std::string languagePath) {
+    cutAtLastSeparator(languagePath, true);
+    cutAtLastSeparator(languagePath, false);
+    return languagePath;
+}
 
 }  // namespace vexa

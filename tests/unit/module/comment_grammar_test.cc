@@ -1,4 +1,4 @@
-#include "module/document/comment_grammar.h"
+#include "module/document/commands.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -95,5 +95,18 @@ TEST_F(DocumentCommands, RefusedCloseIsNotReported) {
     EXPECT_TRUE(all<ErrorReported>().empty());
 }
 
+TEST(RequestSequence, BeginsWithOne) {
+    RequestSequence sequence;
+    EXPECT_EQ(sequence.next(), 1);
+    EXPECT_EQ(sequence.next(), 2);
+}
+
+TEST(RequestSequence, BeginsAgainAfterTwoThousandMillion) {
+    RequestSequence sequence(1'999'999'999);
+    EXPECT_EQ(sequence.next(), 2'000'000'000);
+    EXPECT_EQ(sequence.next(), 1);
+    EXPECT_EQ(sequence.next(), 2);
+}
+
 }  // namespace
 }  // namespace vexa

@@ -9,7 +9,6 @@
 #include "module/frame/grammar.h"
 #include "module/modify/color_value.h"
 #include "module/modify/parameter_values.h"
-#include "module/modify/points.h"
 
 namespace vexa {
 namespace {

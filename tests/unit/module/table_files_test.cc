@@ -1,6 +1,7 @@
 #include "module/stbprint/table_files.h"
 
 #include <gtest/gtest.h>
+#include "tests/unit/text/installed_character_set.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -44,6 +45,31 @@ TEST(TableFiles, HaveTheTablesOfTheCommands) {
           "Output Modify", "Output Name", "Output New", "Output Open", "Output Save", "Stb Print"}) {
         EXPECT_TRUE(isKnown(stringTableFile(procedure))) << procedure;
     }
+}
+
+TEST(BaseFolder, IsCutAtTheLastSeparatorAndThenAtTheLastBackslash) {
+    const struct {
+        const char *path, *base;
+    } cases[] = {
+        {"c:\\product\\lang\\en\\", "c:\\product\\lang"},
+        {"c:\\product\\lang\\en/", "c:\\product\\lang"},
+        {"c:\\product\\lang/en\\", "c:\\product"},      // the second cut knows no slash
+        {"c:/product/lang/en/", "c:/product/lang/en"},  // and is left out here
+        {"c:\\product\\lang\\en", "c:\\product"},
+        {"\\en\\", ""},
+        {"en\\", "en"},
+        {"en", "en"},
+        {"", ""},
+    };
+    for (const auto& one : cases) {
+        EXPECT_EQ(baseFolder(one.path), one.base) << one.path;
+    }
+}
+
+TEST(BaseFolder, IsNotCutWithinACharacter) {
+    const InstalledCharacterSet installed("Shift_JIS");
+    EXPECT_EQ(baseFolder("c:\\lang\\\x95\\\\"),
+              "c:\\lang");  // the last letter ends in the byte of a backslash
 }
 
 }  // namespace

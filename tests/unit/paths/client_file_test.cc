@@ -1,4 +1,3 @@
-#include "backend/paths/client_file.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "module/frame/file_specification.h"
+#include "module/frame/given_values.h"
 
 #include <algorithm>
 #include <array>
@@ -6,6 +6,7 @@
 #include "backend/adapter/client_adapter.h"
 #include "backend/paths/file_specification.h"
 #include "backend/text/character_set.h"
+#include "backend/tokens/token_sequence.h"
 
 namespace vexa {
 
@@ -23,6 +24,17 @@ bool isWhole(const std::string& file) {
 }
 
 }  // namespace
+
+std::optional<TextValue> textValue(const ParamObj& parameter) {
+    TextValue value;
+    if (parameter.getStringOrLiteral(value.text, value.isLiteral)) {
+        return value;
+    }
+    if (parameter.isOperatorValue(TokenSequenceBase::all)) {
+        return TextValue{parameter.getStringToken()};
+    }
+    return std::nullopt;
+}
 
 std::string readFileSpecification(const ParamObj& file, std::string_view keyword, ParserMessage& messages) {
     std::string text(file.getStringToken());

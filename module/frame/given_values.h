@@ -1,6 +1,7 @@
-// The files that users name.
+// Values that several commands read: texts, and the files that users name.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,15 @@
 #include "backend/syntax/parser_message.h"
 
 namespace vexa {
+
+/// A value that is one quoted text or one word, ALL among them.
+struct TextValue {
+    std::string_view text;  ///< lives as long as the command's tokens
+    bool isLiteral = false;
+};
+
+/// Nothing when the value is anything else.
+[[nodiscard]] std::optional<TextValue> textValue(const ParamObj& parameter);
 
 /// The whole path that the value of the file parameter `keyword` means, written with backslashes: handles
 /// resolved, a relative name expanded where front end and back end do not see the same files. Empty when the

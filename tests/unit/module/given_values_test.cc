@@ -1,4 +1,4 @@
-#include "module/frame/file_specification.h"
+#include "module/frame/given_values.h"
 
 #include <gtest/gtest.h>
 
