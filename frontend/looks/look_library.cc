@@ -1,0 +1,67 @@
+#include "frontend/looks/look_library.h"
+
+#include <utility>
+
+#include "backend/platform/file_system.h"
+#include "backend/strings/dictionary.h"
+#include "backend/text/system_text.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+constexpr std::uint64_t largestFile = 1U << 20;
+
+/// A name is no path: it stays in its folder.
+bool isPlainName(std::string_view name) {
+    return !name.empty() && name.find_first_of("/\\:") == std::string_view::npos && name.front() != '.' &&
+           name.find('\0') == std::string_view::npos;
+}
+
+std::string smallLetters(std::string_view name) {
+    std::string small(name);
+    for (char& each : small) {
+        if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
+    }
+    return small;
+}
+
+/// A look that was read from the folders is known by its name from then on.
+ReadLook named(ReadLook look, const std::string& name, const std::string& file) {
+    if (look.look == nullptr) {
+        look.problem = file + ": " + look.problem;
+        return look;
+    }
+    tables::TableLook known = *look.look;
+    known.name = name;
+    known.source.clear();
+    return {std::make_shared<const tables::TableLook>(std::move(known)), {}};
+}
+
+}  // namespace
+
+ReadLook LookLibrary::find(std::string_view name) {
+    const auto known = found_.find(name);
+    if (known != found_.end()) return known->second;
+    ReadLook look = read(name);
+    found_.emplace(name, look);
+    return look;
+}
+
+ReadLook LookLibrary::read(std::string_view name) const {
+    const std::string small = smallLetters(name);
+    if (small == tables::plainLook()->name) return {tables::plainLook(), {}};
+    for (const std::string& folder : folders_) {
+        for (const std::string& spelling : {std::string(name), small}) {
+            const std::string file =
+                folder + (folder.ends_with('/') || folder.ends_with('\\') ? "" : "/") + spelling + ".tlk";
+            std::string content;
+            if (!isPlainName(name) || !FileSystem::current().read(file, content, largestFile)) continue;
+            return named(readLook(content), spelling, file);
+        }
+    }
+    return {nullptr,
+            composed("There is no table look named ^1 in the folders Looks."_text, {std::string(name)})};
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,1 @@
+vexa_fuzz_target(table_look LINKS vexa_frontend)
