@@ -185,8 +185,8 @@ struct CellCondition {
 enum class CellReach { cell, column, row, columnData, rowData, columnHeader, rowHeader };
 
 struct CellReplacement {
-    std::optional<std::string> text;  ///< not empty
-    double number = -1.0;             ///< where there is no text; -1 empties the cell
+    std::optional<std::string> text;
+    double number = -1.0;  ///< where there is no text; -1 empties the cell
 
     bool operator==(const CellReplacement&) const = default;
 };
@@ -238,7 +238,7 @@ struct ModifyGroup {
 
     std::optional<IndexChange> index;
     bool deletes = false;
-    std::optional<GraphChange> graph;  ///< nothing also where the request has a bare `<modifyGraph`
+    std::optional<GraphChange> graph;  ///< nothing also for a bare `<modifyGraph`
     std::optional<ObjectChange> object;
     std::optional<TableChange> table;
     std::vector<CellsChange> cells;  ///< in their order

@@ -1,0 +1,40 @@
+// What the transcripts expect to go over the wire.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace vexa {
+
+struct WiredText {
+    std::string place;  ///< the transcript below its folder, and the number of the event in it, from 1
+    std::string text;
+};
+
+/// The texts of the events `event` in the transcripts of `area`, in the order of their places.
+[[nodiscard]] inline std::vector<WiredText> wiredTexts(const std::string& area, const std::string& event) {
+    const std::filesystem::path folder = std::filesystem::path(VEXA_TRANSCRIPTS) / area;
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file()) files.push_back(entry.path());
+    }
+    std::sort(files.begin(), files.end());
+    std::vector<WiredText> texts;
+    for (const std::filesystem::path& file : files) {
+        std::ifstream stream(file, std::ios::binary);
+        int count = 0;
+        for (std::string line; std::getline(stream, line);) {
+            if (!line.starts_with("{\"event\":\"" + event + "\"")) continue;
+            const nlohmann::json found = nlohmann::json::parse(line);
+            texts.push_back(
+                {std::filesystem::relative(file, folder).generic_string() + " " + std::to_string(++count),
+                 found.at("text").get<std::string>()});
+        }
+    }
+    return texts;
+}
+
+}  // namespace vexa
