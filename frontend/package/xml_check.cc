@@ -275,6 +275,9 @@ class Scanner {
             return fail(besideRoot);
         }
         hasRoot_ = true;
+        if (open_.size() >= limits_.depth) {
+            return fail(tooDeep);
+        }
         ++at_;
         const std::string_view element = name();
         if (element.empty()) {
@@ -284,12 +287,9 @@ class Scanner {
             return false;
         }
         if (take("/>")) {
-            return open_.size() < limits_.depth || fail(tooDeep);
+            return true;
         }
         open_.push_back(element);
-        if (open_.size() > limits_.depth) {
-            return fail(tooDeep);
-        }
         return take(">") || fail(brokenTag);
     }
 
@@ -301,8 +301,8 @@ class Scanner {
             if (at_ == xml_.size() || xml_[at_] == '>' || xml_[at_] == '/' || xml_[at_] == '?') {
                 return areDistinct();
             }
-            const std::string_view attribute = name();
-            if (!parted || attribute.empty()) {
+            const std::string_view attribute = parted ? name() : std::string_view();
+            if (attribute.empty()) {
                 return fail(brokenTag);
             }
             blanks();

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "backend/platform/file_system.h"
 
@@ -19,8 +20,9 @@ class MemoryFileSystem : public FileSystem {
     std::map<std::string, std::string> files;
     std::map<std::string, std::string> links;  ///< symbolic links and what they name, from the root
     std::string folder;                        ///< a path that is a folder; empty for none
-    int failingOperation = 0;  ///< the changing operation that fails, counted from 1; 0 for none
-    int operations = 0;        ///< changing operations so far
+    int failingOperation = 0;           ///< the changing operation that fails, counted from 1; 0 for none
+    int operations = 0;                 ///< changing operations so far
+    std::vector<std::string> replaced;  ///< the files that were put in their places, in that order
 
     FileResult read(const std::string& path, std::string& content, std::uint64_t limit) override {
         const auto found = files.find(path);
@@ -56,6 +58,7 @@ class MemoryFileSystem : public FileSystem {
         return step([&] {
             files[to] = files[from];
             files.erase(from);
+            replaced.push_back(to);
         });
     }
     FileResult remove(const std::string& path) override {
