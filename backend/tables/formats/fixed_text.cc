@@ -49,7 +49,7 @@ class WholeDigits {
     [[nodiscard]] const char* end() const { return buffer_.data() + buffer_.size(); }
     void put(unsigned digit) { *--first_ = static_cast<char>('0' + digit); }
 
-    std::array<char, 20> buffer_;
+    std::array<char, 20> buffer_{};
     char* first_ = buffer_.data() + buffer_.size();
 };
 

@@ -1,0 +1,1 @@
+vexa_fuzz_target(display_format LINKS vexa_backend)
