@@ -25,17 +25,18 @@ class Walker {
         WalkPlace place;
         std::size_t next = 0;
         bool descends = true;
+        bool silent = false;  // under an item that is passed over: counted, but not visited
     };
 
     void step() {
         Open& top = open_.back();
         const std::vector<ItemId>& children = top.place.node.children;
-        if (top.descends && top.next < children.size()) {
+        if (top.next < children.size()) {
             const std::size_t index = top.next++;
             enter(*outline_.find(children[index]), &top, index);
             return;
         }
-        visitor_.leave(top.place);
+        if (!top.silent) visitor_.leave(top.place);
         if (top.place.run != nullptr && top.place.run->header == top.place.node.id) runs_.pop_back();
         open_.pop_back();
     }
@@ -55,7 +56,8 @@ class Walker {
             place.view = isView ? index : above->place.view;
         }
         if (node.item.type() == ItemType::header && !node.item.command.empty()) place.run = &begin(node);
-        entered.descends = visitor_.enter(place);
+        entered.silent = above != nullptr && !above->descends;
+        entered.descends = !entered.silent && visitor_.enter(place);
     }
 
     const Run& begin(const OutlineNode& header) {

@@ -41,8 +41,8 @@ struct WalkPlace {
 class OutlineVisitor {
   public:
     virtual ~OutlineVisitor() = default;
-    /// Called for every item, before what stands under it; false passes over what stands under it, and then
-    /// `leave` is called at once.
+    /// Called for every item, before what stands under it; false passes over what stands under it, which
+    /// keeps its numbers and counts as runs all the same.
     virtual bool enter(const WalkPlace& place) = 0;
     /// Called for every item behind what stands under it.
     virtual void leave(const WalkPlace& place) { static_cast<void>(place); }

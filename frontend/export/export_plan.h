@@ -1,0 +1,48 @@
+// What of a document is exported: its items in their order, with the layers and views that are asked for.
+// Every exporter writes this list and never walks the outline itself.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "backend/tables/layout/axis_lines.h"
+#include "frontend/document/walk.h"
+
+namespace vexa::frontend {
+
+/// Which of several layers or views are exported. `printSetting`: what the item itself says, `visible` where
+/// it says nothing.
+enum class ExportedParts { printSetting, all, visible };
+
+struct ExportSelection {
+    bool hiddenItems = false;  ///< what is hidden too
+    ExportedParts layers = ExportedParts::printSetting;
+    ExportedParts views = ExportedParts::printSetting;
+    std::vector<ItemType> excluded;  ///< types that are left out
+};
+
+/// One item to be exported. The outline that it stands in must live as long.
+struct ExportedItem {
+    const OutlineNode* node = nullptr;
+    std::size_t number = 0;  ///< in the outline, from 1, as `vexa show` prints it
+    std::size_t depth = 0;   ///< of headers, and models, around it; a header on the top level has 0
+    std::string label;       ///< as shown
+    std::vector<tables::Place> layers;  ///< of a table: what `layOut` takes, in their order; at least one
+
+    [[nodiscard]] const Item& item() const { return node->item; }
+};
+
+struct ExportPlan {
+    std::vector<ExportedItem> items;  ///< headers and models among them, before what stands under them
+    bool documentIsEmpty = false;     ///< there is no item at all
+    std::size_t pictures = 0;         ///< charts and trees in `items`
+
+    /// There are items, but none of them is exported.
+    [[nodiscard]] bool everythingIsHidden() const { return items.empty() && !documentIsEmpty; }
+};
+
+/// A header is only in the plan where something under it is. `outline` must live as long as the plan.
+[[nodiscard]] ExportPlan planExport(const Outline& outline, const ExportSelection& selection);
+
+}  // namespace vexa::frontend
