@@ -53,7 +53,8 @@ class FileSystem {
     [[nodiscard]] virtual std::string canonicalPath(const std::string& path) = 0;
 
     /// Makes a new empty file in the folder of what `path` names (behind symbolic links, if it is one), with
-    /// the rights of the file there, and gives its name. Refuses what `replace` could not or should not
+    /// owner, group, rights and attributes of the file there as far as the system lets us (never more rights
+    /// for anybody), and gives its name. Refuses what `replace` could not or should not
     /// replace: folders, devices, files without the right to write.
     virtual FileResult createTemporary(const std::string& path, std::string& temporary) = 0;
     /// The same, but where no file is yet, only its owner may read the new one.
@@ -68,10 +69,6 @@ class FileSystem {
     virtual FileResult replace(const std::string& from, const std::string& to) = 0;
     virtual FileResult remove(const std::string& path) = 0;
 };
-
-/// Writes a whole file so that `path` holds either its old or its new content at every moment: temporary file
-/// in the same folder, flushed, renamed. The temporary file is gone on failure.
-FileResult writeFileAtomically(const std::string& path, std::string_view content);
 
 /// A path in the system's own form: the separators of the system in the place of backslashes and slashes.
 [[nodiscard]] std::string toNativePath(std::string_view path);

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 
 #include "backend/platform/file_system_native.h"
 #include "backend/platform/system_reason.h"
+#include "backend/platform/temporary_files.h"
 #include "backend/text/system_text.h"
 
 namespace vexa {
@@ -79,14 +81,58 @@ FileResult followLinks(std::string& path) {
     return failed(ELOOP);
 }
 
-/// The rights of the file at `path`, nothing when there is no such file; fails when it must not be replaced.
-FileResult rightsOfTarget(const std::string& path, std::optional<mode_t>& rights) {
+/// What a file that takes the place of another one inherits.
+struct Predecessor {
+    std::string path;
+    uid_t owner = 0;
+    gid_t group = 0;
+    mode_t rights = 0;
+};
+
+/// The file at `path`, nothing when there is no such file; fails when it must not be replaced.
+FileResult lookAtTarget(const std::string& path, std::optional<Predecessor>& target) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? FileResult{} : failed(errno);
     if (std::string reason = refusal(status); !reason.empty()) return failed(std::move(reason));
     // A rename asks only for the folder's rights; a file that the user protected stays as it is.
     if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return failed(errno);
-    rights = status.st_mode & 0777U;
+    target = {path, status.st_uid, status.st_gid, status.st_mode & 0777U};
+    return {};
+}
+
+/// Copies extended attributes as far as the system lets us; false when a list of further users and groups is
+/// among those that it does not.
+bool copyAttributes(const std::string& from, int to) {
+    constexpr std::string_view kAccessList = "system.posix_acl_access";
+    std::string names;
+    const ssize_t length = listxattr(from.c_str(), nullptr, 0);
+    if (length <= 0) return true;
+    names.resize(static_cast<std::size_t>(length));
+    const ssize_t listed = listxattr(from.c_str(), names.data(), names.size());
+    names.resize(listed > 0 ? static_cast<std::size_t>(listed) : 0);
+    bool complete = true;
+    for (std::size_t at = 0; at < names.size(); at = names.find('\0', at) + 1) {
+        const char* const name = names.c_str() + at;
+        std::array<char, 65536> value{};
+        const ssize_t size = getxattr(from.c_str(), name, value.data(), value.size());
+        const bool copied =
+            size >= 0 && fsetxattr(to, name, value.data(), static_cast<std::size_t>(size), 0) == 0;
+        complete = complete && (copied || name != kAccessList);
+    }
+    return complete;
+}
+
+/// Makes the new file its predecessor's equal. Where the group or the list of further users cannot be kept,
+/// whoever is in the group that the file has now may do what everybody may.
+FileResult inherit(const Predecessor& from, int to) {
+    struct stat status {};
+    if (fstat(to, &status) != 0) return failed(errno);
+    const bool sameGroup = status.st_gid == from.group || fchown(to, static_cast<uid_t>(-1), from.group) == 0;
+    // Only the superuser can give files away; everybody else's new file is his own.
+    if (status.st_uid != from.owner) static_cast<void>(fchown(to, from.owner, static_cast<gid_t>(-1)) == 0);
+    const mode_t narrow = (from.rights & ~mode_t{070}) | ((from.rights & 07U) << 3U & from.rights);
+    if (fchmod(to, sameGroup ? from.rights : narrow) != 0) return failed(errno);
+    if (!copyAttributes(from.path, to) && fchmod(to, narrow) != 0) return failed(errno);
     return {};
 }
 
@@ -218,9 +264,9 @@ std::string PosixFileSystem::workingFolder() {
 
 bool PosixFileSystem::isWritable(const std::string& path) {
     std::string target = toNativePath(path);
-    std::optional<mode_t> rights;
-    if (!followLinks(target) || !rightsOfTarget(target, rights)) return false;
-    return rights || faccessat(AT_FDCWD, folderOf(target).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+    std::optional<Predecessor> there;
+    if (!followLinks(target) || !lookAtTarget(target, there)) return false;
+    return there || faccessat(AT_FDCWD, folderOf(target).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 std::string PosixFileSystem::canonicalPath(const std::string& path) {
@@ -238,19 +284,27 @@ FileResult PosixFileSystem::createBeside(const std::string& path, std::string& t
                                          mode_t rightsOfNew) {
     std::string target = toNativePath(path);
     if (FileResult result = followLinks(target); !result) return result;
-    std::optional<mode_t> rights;
-    if (FileResult result = rightsOfTarget(target, rights); !result) return result;
+    std::optional<Predecessor> there;
+    if (FileResult result = lookAtTarget(target, there); !result) return result;
     constexpr int kMostTries = 100;
     for (int i = 0; i < kMostTries; ++i) {
         const std::string name = temporaryName(target);
-        const Descriptor file(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights ? 0600 : rightsOfNew);
-        if (!file.isOpen() && errno == EEXIST) continue;
-        if (!file.isOpen()) return failed(errno);
-        temporary = name;
-        if (!rights || fchmod(file.number(), *rights) == 0) return {};
-        const int code = errno;
-        unlink(name.c_str());
-        return failed(code);
+        rememberTemporary(name);
+        const Descriptor file(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, there ? 0600 : rightsOfNew);
+        if (!file.isOpen()) {
+            const int code = errno;
+            forgetTemporary(name);
+            if (code == EEXIST) continue;
+            return failed(code);
+        }
+        FileResult result = there ? inherit(*there, file.number()) : FileResult{};
+        if (result) {
+            temporary = name;
+        } else {
+            unlink(name.c_str());
+            forgetTemporary(name);
+        }
+        return result;
     }
     return failed(EEXIST);
 }
@@ -272,13 +326,17 @@ FileResult PosixFileSystem::flush(const std::string& path) {
 FileResult PosixFileSystem::replace(const std::string& from, const std::string& to) {
     std::string target = toNativePath(to);
     if (FileResult result = followLinks(target); !result) return result;
-    if (rename(toNativePath(from).c_str(), target.c_str()) != 0) return failed(errno);
+    const std::string source = toNativePath(from);
+    if (rename(source.c_str(), target.c_str()) != 0) return failed(errno);
+    forgetTemporary(source);
     return syncFolder(folderOf(target));
 }
 
 FileResult PosixFileSystem::remove(const std::string& path) {
-    if (unlink(toNativePath(path).c_str()) != 0) return failed(errno);
-    return {};
+    const std::string name = toNativePath(path);
+    const FileResult result = unlink(name.c_str()) == 0 ? FileResult{} : failed(errno);
+    forgetTemporary(name);
+    return result;
 }
 
 }  // namespace

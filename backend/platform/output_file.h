@@ -10,7 +10,7 @@
 namespace vexa {
 
 /// Opened for writing, its old content gone. For files that may be read while they grow; a file that must not
-/// be lost is written with `writeFileAtomically`.
+/// be lost is made beside its place and put there as a whole (`FileSystem::createTemporary`).
 class OutputFile {
   public:
     /// `path`: UTF-8, with either separator.

@@ -7,6 +7,7 @@
 #include "backend/platform/file_system_native.h"
 #include "backend/platform/output_file.h"
 #include "backend/platform/windows_path.h"
+#include "tests/unit/platform/replaced_file.h"
 
 namespace vexa {
 namespace {
@@ -44,7 +45,7 @@ class FileSystemOfWindows : public ::testing::Test {
     static FileSystem& files() { return FileSystem::current(); }
     [[nodiscard]] string path(const string& name) const { return folder_ + '\\' + name; }
     void write(const string& name, const string& content) const {
-        const FileResult result = writeFileAtomically(path(name), content);
+        const FileResult result = replaceFile(path(name), content);
         EXPECT_TRUE(result) << result.reason;
     }
     [[nodiscard]] string contentOf(const string& name) const {
@@ -108,7 +109,7 @@ TEST_F(FileSystemOfWindows, TakesPathsBeyondTheUsualLimit) {
         ASSERT_NE(CreateDirectoryW(systemPath(below).c_str(), nullptr), 0) << below;
     }
     const string name = deep + "\\\u00e4.txt";
-    ASSERT_TRUE(writeFileAtomically(name, "far away"));
+    ASSERT_TRUE(replaceFile(name, "far away"));
     string content;
     EXPECT_TRUE(files().read(name, content, kLimit));
     EXPECT_EQ(content, "far away");
@@ -180,10 +181,10 @@ TEST_F(FileSystemOfWindows, AFileIsNoFolder) {
     for (const string below : {"a\\b", "a\\b\\c", "a\\"}) {
         string content;
         EXPECT_EQ(files().read(path(below), content, kLimit).reason, "Not a directory") << below;
-        EXPECT_EQ(writeFileAtomically(path(below), "new").reason, "Not a directory") << below;
+        EXPECT_EQ(replaceFile(path(below), "new").reason, "Not a directory") << below;
         EXPECT_FALSE(files().isWritable(path(below))) << below;
     }
-    EXPECT_EQ(writeFileAtomically(path("none\\b"), "new").reason, "No such file or directory");
+    EXPECT_EQ(replaceFile(path("none\\b"), "new").reason, "No such file or directory");
     EXPECT_EQ(contentOf("a"), "old");
 }
 
@@ -201,7 +202,7 @@ TEST_F(FileSystemOfWindows, LeavesAProtectedFileAlone) {
     write("a", "old");
     protect("a");
     EXPECT_FALSE(files().isWritable(path("a")));
-    EXPECT_EQ(writeFileAtomically(path("a"), "new").reason, "Permission denied");
+    EXPECT_EQ(replaceFile(path("a"), "new").reason, "Permission denied");
     EXPECT_EQ(contentOf("a"), "old");
     EXPECT_TRUE(files().isWritable(path("b")));
     EXPECT_FALSE(files().isWritable(path("none\\b")));
@@ -212,7 +213,7 @@ TEST_F(FileSystemOfWindows, ANameWithAColonIsNotWritten) {
     for (const string name : {"a:s", "a::$DATA", "b:s"}) {
         if (name[0] == 'a') write("a", "old");
         EXPECT_FALSE(files().isWritable(path(name))) << name;
-        EXPECT_EQ(writeFileAtomically(path(name), "new").reason, "Invalid argument") << name;
+        EXPECT_EQ(replaceFile(path(name), "new").reason, "Invalid argument") << name;
     }
     EXPECT_EQ(contentOf("a"), "old");
     EXPECT_FALSE(files().isFile(path("b")));
@@ -255,7 +256,7 @@ TEST_F(FileSystemOfWindows, AFileThatIsHeldIsAFile) {
     write("a", "old");
     HANDLE held = CreateFileA(path("a").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_TRUE(files().isFile(path("a")));
-    EXPECT_EQ(writeFileAtomically(path("a"), "new").reason, "Device or resource busy");
+    EXPECT_EQ(replaceFile(path("a"), "new").reason, "Device or resource busy");
     CloseHandle(held);
     EXPECT_EQ(contentOf("a"), "old");
 }

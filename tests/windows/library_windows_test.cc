@@ -10,6 +10,7 @@
 #include "backend/platform/windows_path.h"
 #include "backend/platform/windows_text.h"
 #include "backend/tokens/command_text.h"
+#include "tests/unit/platform/replaced_file.h"
 
 namespace vexa {
 namespace {
@@ -91,7 +92,7 @@ class ScratchLibrary {
         std::array<wchar_t, MAX_PATH> folder{};
         GetTempPathW(folder.size(), folder.data());
         path = pathOfSystem(folder.data()) + "vexa-scratch-library.dll";
-        const FileResult result = writeFileAtomically(path, content);
+        const FileResult result = replaceFile(path, content);
         EXPECT_TRUE(result) << result.reason;
     }
     ScratchLibrary(const ScratchLibrary&) = delete;

@@ -2,14 +2,18 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <thread>
 
 #include "backend/strings/dictionary.h"
+#include "tests/unit/platform/replaced_file.h"
 
 namespace vexa {
 namespace {
@@ -47,6 +51,27 @@ class FileSystemTest : public ::testing::Test {
     }
 
     fs::path folder_;
+};
+
+/// The superuser may write everywhere, so the test of rights is carried out as another user.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() {
+        constexpr uid_t kNobody = 65534;
+        if (superuser_) {
+            EXPECT_EQ(seteuid(kNobody), 0);
+        }
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() {
+        if (superuser_) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+
+  private:
+    bool superuser_ = geteuid() == 0;
 };
 
 TEST_F(FileSystemTest, ReadsWholeFilesUpToTheLimit) {
@@ -163,24 +188,97 @@ TEST_F(FileSystemTest, TellsFilesFromFolders) {
 }
 
 TEST_F(FileSystemTest, WritesNewAndOldFiles) {
-    EXPECT_TRUE(writeFileAtomically(path("a"), "first"));
+    EXPECT_TRUE(replaceFile(path("a"), "first"));
     EXPECT_EQ(contentOf("a"), "first");
-    EXPECT_TRUE(writeFileAtomically(toBackslashPath(path("a")), "second"));
+    EXPECT_TRUE(replaceFile(toBackslashPath(path("a")), "second"));
     EXPECT_EQ(contentOf("a"), "second");
-    EXPECT_TRUE(writeFileAtomically(path("a"), ""));
+    EXPECT_TRUE(replaceFile(path("a"), ""));
     EXPECT_EQ(contentOf("a"), "");
     EXPECT_EQ(filesInFolder(), 1U);
 }
 
 TEST_F(FileSystemTest, ANewFileHasTheUsualRightsAndAnOldOneKeepsItsOwn) {
     const mode_t mask = umask(027);
-    EXPECT_TRUE(writeFileAtomically(path("new"), "x"));
+    EXPECT_TRUE(replaceFile(path("new"), "x"));
     write("old", "x");
     ASSERT_EQ(chmod(path("old").c_str(), 0604), 0);
-    EXPECT_TRUE(writeFileAtomically(path("old"), "y"));
+    EXPECT_TRUE(replaceFile(path("old"), "y"));
     umask(mask);
     EXPECT_EQ(modeOf("new"), 0640U);
     EXPECT_EQ(modeOf("old"), 0604U);
+}
+
+TEST_F(FileSystemTest, ANewPrivateFileIsItsOwnersAlone) {
+    const mode_t mask = umask(0);
+    write("old", "x");
+    ASSERT_EQ(chmod(path("old").c_str(), 0644), 0);
+    string made;
+    string kept;
+    EXPECT_TRUE(FileSystem::current().createPrivateTemporary(path("new"), made));
+    EXPECT_TRUE(FileSystem::current().createPrivateTemporary(path("old"), kept));
+    umask(mask);
+    EXPECT_EQ(modeOf(fs::path(made).filename().c_str()), 0600U);
+    EXPECT_EQ(modeOf(fs::path(kept).filename().c_str()), 0644U);
+}
+
+TEST_F(FileSystemTest, AFileKeepsItsOwnerItsGroupAndItsAttributes) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can give files away";
+    write("a", "old");
+    ASSERT_EQ(chown(path("a").c_str(), 1234, 2345), 0);
+    ASSERT_EQ(chmod(path("a").c_str(), 0660), 0);
+    const bool attributes = setxattr(path("a").c_str(), "user.note", "kept", 4, 0) == 0;
+    EXPECT_TRUE(replaceFile(path("a"), "new"));
+    struct stat status {};
+    ASSERT_EQ(stat(path("a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 1234U);
+    EXPECT_EQ(status.st_gid, 2345U);
+    EXPECT_EQ(modeOf("a"), 0660U);
+    string value(4, ' ');
+    if (attributes) {
+        EXPECT_EQ(getxattr(path("a").c_str(), "user.note", value.data(), value.size()), 4);
+        EXPECT_EQ(value, "kept");
+    }
+}
+
+TEST_F(FileSystemTest, AGroupThatCannotBeKeptGetsNoMoreThanEverybody) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can make a file of another group";
+    write("a", "old");
+    ASSERT_EQ(chown(path("a").c_str(), 65534, 2345), 0);
+    ASSERT_EQ(chmod(path("a").c_str(), 0664), 0);
+    ASSERT_EQ(chmod(folder_.c_str(), 0777), 0);
+    {
+        const OrdinaryUser user;
+        EXPECT_TRUE(replaceFile(path("a"), "new"));
+    }
+    struct stat status {};
+    ASSERT_EQ(stat(path("a").c_str(), &status), 0);
+    EXPECT_NE(status.st_gid, 2345U);
+    EXPECT_EQ(modeOf("a"), 0644U);
+}
+
+/// How a process ends that makes a temporary file in this folder and gets `signal`.
+int statusAfter(int signal, const string& target) {
+    const pid_t child = fork();
+    if (child == 0) {
+        string temporary;
+        const bool made = static_cast<bool>(FileSystem::current().createTemporary(target, temporary));
+        raise(signal);
+        _exit(made ? 7 : 8);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+TEST_F(FileSystemTest, ASignalThatEndsTheProcessTakesItsTemporaryFilesAlong) {
+    string ours;
+    ASSERT_TRUE(FileSystem::current().createTemporary(path("a"), ours));
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        const int status = statusAfter(signal, path("a"));
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
+        EXPECT_EQ(filesInFolder(), 1U) << "that of the parent stays";
+    }
+    EXPECT_TRUE(FileSystem::current().remove(ours));
 }
 
 TEST_F(FileSystemTest, WritesThroughSymbolicLinks) {
@@ -189,11 +287,11 @@ TEST_F(FileSystemTest, WritesThroughSymbolicLinks) {
     fs::create_symlink("sub/file", folder_ / "link");
     fs::create_symlink("link", folder_ / "second");
     fs::create_symlink("sub/new", folder_ / "dangling");
-    EXPECT_TRUE(writeFileAtomically(path("second"), "new"));
+    EXPECT_TRUE(replaceFile(path("second"), "new"));
     EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
     EXPECT_TRUE(fs::is_symlink(folder_ / "second"));
     EXPECT_EQ(contentOf("sub/file"), "new");
-    EXPECT_TRUE(writeFileAtomically(path("dangling"), "made"));
+    EXPECT_TRUE(replaceFile(path("dangling"), "made"));
     EXPECT_EQ(contentOf("sub/new"), "made");
 }
 
@@ -202,33 +300,12 @@ TEST_F(FileSystemTest, RefusesTargetsThatCannotBeReplaced) {
     write("file", "");
     for (const string& target :
          {folder_.string(), path("loop"), path("none/a"), path("file/a"), string("/dev/null")}) {
-        const FileResult result = writeFileAtomically(target, "x");
+        const FileResult result = replaceFile(target, "x");
         EXPECT_FALSE(result) << target;
         EXPECT_NE(result.reason, "") << target;
     }
     EXPECT_EQ(filesInFolder(), 2U);
 }
-
-/// The superuser may write everywhere, so the test of rights is carried out as another user.
-class OrdinaryUser {
-  public:
-    OrdinaryUser() {
-        constexpr uid_t kNobody = 65534;
-        if (superuser_) {
-            EXPECT_EQ(seteuid(kNobody), 0);
-        }
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-    ~OrdinaryUser() {
-        if (superuser_) {
-            EXPECT_EQ(seteuid(0), 0);
-        }
-    }
-
-  private:
-    bool superuser_ = geteuid() == 0;
-};
 
 TEST_F(FileSystemTest, LeavesAProtectedFileAlone) {
     write("a", "old");
@@ -237,7 +314,7 @@ TEST_F(FileSystemTest, LeavesAProtectedFileAlone) {
     FileResult result;
     {
         const OrdinaryUser user;
-        result = writeFileAtomically(path("a"), "new");
+        result = replaceFile(path("a"), "new");
     }
     EXPECT_FALSE(result);
     EXPECT_EQ(result.reason, "Permission denied");
@@ -265,66 +342,6 @@ TEST_F(FileSystemTest, TellsThatProtectedFilesAndFoldersMayNotBeWritten) {
     EXPECT_FALSE(FileSystem::current().isWritable(path("a")));
     EXPECT_FALSE(FileSystem::current().isWritable(path("closed/new")));
     EXPECT_TRUE(FileSystem::current().isWritable(path("new")));
-}
-
-/// The system's file system, whose `failing`-th operation fails.
-class FaultyFileSystem final : public FileSystem {
-  public:
-    FaultyFileSystem(FileSystem& files, int failing) : files_(files), failing_(failing) {}
-
-    [[nodiscard]] int operations() const { return operations_; }
-
-    FileResult read(const string& path, string& content, std::uint64_t limit) override {
-        return fails() ? failure() : files_.read(path, content, limit);
-    }
-    FileResult readStream(const string& path, string& content, std::uint64_t limit) override {
-        return fails() ? failure() : files_.readStream(path, content, limit);
-    }
-    bool isFile(const string& path) override { return files_.isFile(path); }
-    bool isFolder(const string& path) override { return files_.isFolder(path); }
-    string workingFolder() override { return files_.workingFolder(); }
-    string canonicalPath(const string& path) override { return files_.canonicalPath(path); }
-    FileResult createTemporary(const string& path, string& temporary) override {
-        return fails() ? failure() : files_.createTemporary(path, temporary);
-    }
-    FileResult append(const string& path, std::string_view bytes) override {
-        if (!fails()) return files_.append(path, bytes);
-        static_cast<void>(files_.append(path, bytes.substr(0, bytes.size() / 2)));
-        return failure();
-    }
-    FileResult flush(const string& path) override { return fails() ? failure() : files_.flush(path); }
-    FileResult replace(const string& from, const string& to) override {
-        return fails() ? failure() : files_.replace(from, to);
-    }
-    FileResult remove(const string& path) override { return files_.remove(path); }
-
-  private:
-    bool fails() { return ++operations_ == failing_; }
-    static FileResult failure() { return {false, "No space left on device"}; }
-
-    FileSystem& files_;
-    int failing_;
-    int operations_ = 0;
-};
-
-TEST_F(FileSystemTest, AFailureOfAnyOperationLeavesTheOldFileAndNoOther) {
-    constexpr int kOperations = 4;
-    write("a", "old");
-    for (int failing = 1; failing <= kOperations; ++failing) {
-        FaultyFileSystem faulty(FileSystem::current(), failing);
-        FileSystem::install(&faulty);
-        const FileResult result = writeFileAtomically(path("a"), "new");
-        FileSystem::install(nullptr);
-        EXPECT_FALSE(result) << failing;
-        EXPECT_EQ(result.reason, "No space left on device") << failing;
-        EXPECT_EQ(contentOf("a"), "old") << failing;
-        EXPECT_EQ(filesInFolder(), 1U) << failing;
-    }
-    FaultyFileSystem sound(FileSystem::current(), 0);
-    FileSystem::install(&sound);
-    EXPECT_TRUE(writeFileAtomically(path("a"), "new"));
-    EXPECT_EQ(sound.operations(), kOperations);
-    EXPECT_EQ(contentOf("a"), "new");
 }
 
 TEST(PathForms, ExchangeTheSeparators) {
