@@ -3,6 +3,7 @@
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import time
@@ -115,3 +116,14 @@ def ctest_counter(path, reports):
         failed = sum(state == "fail" for state in states)
         return len(states) - skipped - failed, failed
     return count
+
+
+def run_ctest(tally, title, preset, drive=""):
+    """The tests of a build, counted case by case. drive: what stands before paths of this machine where they run."""
+    results = repository.ROOT / "build" / preset / "results"
+    shutil.rmtree(results, ignore_errors=True)
+    results.mkdir()
+    whole = results / "ctest.xml"
+    run(tally, title,
+        ["ctest", "--preset", preset, "--label-exclude", "counted-apart", "--progress", "--output-junit", str(whole)],
+        ctest_counter(whole, results), {"GTEST_OUTPUT": f"xml:{drive}{results}/", "GTEST_BRIEF": "1"})

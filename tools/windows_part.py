@@ -20,15 +20,6 @@ def missing_tools():
     return None, ""
 
 
-def count_cases(report):
-    """Counts the cases in the report of a test program; none, or one that was not run, is a failure."""
-    def count(_output, _status):
-        states = steps.states_of_cases(report) if report.is_file() else []
-        passed = states.count("run")
-        return passed, len(states) - passed if states else 1
-    return count
-
-
 def run(tally, may_skip):
     """may_skip: pass over everything, with a line that says so, where the tools cannot be had."""
     missing, said = missing_tools()
@@ -43,9 +34,6 @@ def run(tally, may_skip):
         return
     steps.run(tally, "windows: exported names", ["tools/check_exports", f"{FOLDER}/vexaoutput.dll"])
     steps.run(tally, "windows: needed libraries", ["tools/check_imports"])
-    report = repository.ROOT / "build" / "windows" / "unit-tests.xml"
-    report.unlink(missing_ok=True)
-    steps.run(tally, "windows: unit tests", ["tools/wine", f"{FOLDER}/vexa_windows_test.exe", "--gtest_brief=1",
-                                             "--gtest_output=xml:build/windows/unit-tests.xml"], count_cases(report))
+    steps.run_ctest(tally, "windows: unit tests", "windows", "Z:")
     steps.run(tally, "windows: transcripts", ["tools/transcripts", "--windows", "--program", f"{FOLDER}/vexa.exe"],
               steps.count_closing_line)
