@@ -37,3 +37,5 @@ def run(tally, may_skip):
     steps.run_ctest(tally, "windows: unit tests", "windows", "Z:")
     steps.run(tally, "windows: transcripts", ["tools/transcripts", "--windows", "--program", f"{FOLDER}/vexa.exe"],
               steps.count_closing_line)
+    if steps.run(tally, "windows: the program of this system", ["tools/build", "release", "vexa", "vexa_output"]):
+        steps.run(tally, "windows: the same documents as on this system", ["tools/compare_systems"], steps.count_closing_line)
