@@ -1,5 +1,6 @@
-# Libraries for the Windows build, under the names that they have elsewhere. The header-only ones are this machine's own:
-# their folders are shown to the cross compiler, and nothing else of this machine's headers.
+# Libraries for the Windows build, under the names that they have elsewhere, so that those who look for them find them. The
+# header-only ones are this machine's own: their folders are shown to the cross compiler, and nothing else of this machine's
+# headers.
 
 set(shown ${CMAKE_BINARY_DIR}/header-only)
 file(MAKE_DIRECTORY ${shown})
@@ -21,3 +22,10 @@ add_library(PkgConfig::libsodium ALIAS sodium)
 add_library(PkgConfig::libzip ALIAS zip)
 add_library(pugixml::pugixml ALIAS pugixml)
 add_library(XercesC::XercesC ALIAS xerces-c)
+
+# Found are those above, wherever they are looked for.
+foreach(package CLI11 nlohmann_json pugixml XercesC)
+  file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/${package}Config.cmake "")
+endforeach()
+file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/PkgConfigConfig.cmake
+  "function(pkg_check_modules name)\n  if(NOT TARGET PkgConfig::\${name})\n    message(FATAL_ERROR \"\${name} is not there\")\n  endif()\nendfunction()\n")

@@ -11,6 +11,7 @@ namespace vexa::frontend {
 namespace {
 
 constexpr std::uint64_t largestFile = 1U << 20;
+constexpr std::string_view extension = ".tlk";
 
 /// A name is no path: it stays in its folder.
 bool isPlainName(std::string_view name) {
@@ -24,6 +25,14 @@ std::string smallLetters(std::string_view name) {
         if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
     }
     return small;
+}
+
+/// The name as the file has it, where file names are found without regard to case; a look has one name.
+std::string ownSpelling(const std::string& file, const std::string& typed) {
+    std::string own = FileSystem::current().canonicalPath(file);
+    own.erase(0, own.find_last_of("/\\") + 1);
+    if (smallLetters(own) != smallLetters(typed) + std::string(extension)) return typed;
+    return own.substr(0, typed.size());
 }
 
 /// A look that was read from the folders is known by its name from then on.
@@ -54,10 +63,10 @@ ReadLook LookLibrary::read(std::string_view name) const {
     for (const std::string& folder : folders_) {
         for (const std::string& spelling : {std::string(name), small}) {
             const std::string file =
-                folder + (folder.ends_with('/') || folder.ends_with('\\') ? "" : "/") + spelling + ".tlk";
+                folder + (folder.ends_with('/') || folder.ends_with('\\') ? "" : "/") + spelling + std::string(extension);
             std::string content;
             if (!isPlainName(name) || !FileSystem::current().read(file, content, largestFile)) continue;
-            return named(readLook(content), spelling, file);
+            return named(readLook(content), ownSpelling(file, spelling), file);
         }
     }
     return {nullptr,

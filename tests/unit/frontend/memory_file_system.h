@@ -40,7 +40,7 @@ class MemoryFileSystem : public FileSystem {
     std::string workingFolder() override { return "/docs"; }
     std::string canonicalPath(const std::string& path) override {
         const std::filesystem::path whole = std::filesystem::path(workingFolder()) / path;
-        std::string normal = whole.lexically_normal().string();
+        std::string normal = whole.lexically_normal().generic_string();
         const auto link = links.find(normal);
         return link == links.end() ? normal : link->second;
     }
