@@ -49,7 +49,7 @@ TEST(Walk, EntersAndLeavesInOrder) {
     notebook.lines.clear();
     notebook.passedOver = "a";
     walk(outline, notebook);
-    EXPECT_THAT(notebook.lines, ElementsAre("a(0 1 Means#1)", "/a", "c(0 2 )", "/c"));
+    EXPECT_THAT(notebook.lines, ElementsAre("a(0 1 Means#1)", "/a", "c(0 3 )", "/c"));
 }
 
 TEST(Walk, WhatStandsUnderAHiddenHeaderIsHidden) {
