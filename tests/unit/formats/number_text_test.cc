@@ -175,6 +175,18 @@ TEST(NumberText, WhatIsNoNumberHasItsName) {
     }
 }
 
+TEST(NumberText, OneNumberInEveryFormat) {
+    expectRows({{1234.5, "F8.2", "1234.50"},
+                {1234.5, "COMMA9.2", "1,234.50"},
+                {1234.5, "DOT9.2", "1.234,50"},
+                {1234.5, "DOLLAR9.2", "$1,234.50"},
+                {1234.5, "PCT8.1", "1234.5%"},
+                {1234.5, "E9.2", "1.23E+03"},
+                {1234.5, "N6", "001235"},
+                {1234.5, "", "1234.5"},
+                {1772705229, "TIME", "492418:07:09"}});
+}
+
 TEST(NumberText, IsAppended) {
     std::string text = "mean ";
     appendNumber(text, 1.5, {FormatKind::plain, 8, 2});
