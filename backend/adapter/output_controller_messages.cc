@@ -38,7 +38,9 @@ VexawMsgOutputControllerRequest::VexawMsgOutputControllerRequest(
       yesNo_(yesNo) {}
 
 const VexawMsgOutputDocument* VexawMsgOutputControllerResponse::GetOutputDocumentItem(int index) const {
-    if (index < 0 || index >= GetOutputDocumentCount()) return nullptr;
+    if (index < 0 || index >= GetOutputDocumentCount()) {
+        return nullptr;
+    }
     return &documents_[static_cast<std::size_t>(index)];
 }
 

@@ -18,12 +18,16 @@ constexpr int kInvalid = 1;
 }  // namespace
 
 int ValidateVexaNameCheckLastChar(const char* text) {
-    if (text == nullptr || !mayBegin(static_cast<unsigned char>(*text))) return kInvalid;
+    if (text == nullptr || !mayBegin(static_cast<unsigned char>(*text))) {
+        return kInvalid;
+    }
     unsigned char last = 0;
     // By character: a trail byte may look like any ASCII character.
     for (int length = 0; (length = VEXAMBmbclen_A(text)) > 0; text += length) {
         last = static_cast<unsigned char>(*text);
-        if (!mayGoOn(last)) return kInvalid;
+        if (!mayGoOn(last)) {
+            return kInvalid;
+        }
     }
     return last == '.' || last == '_' ? kInvalid : kValid;
 }

@@ -17,7 +17,9 @@ constexpr int kNotExpanded = 1;
 
 /// Fills `buffer` with `path` if there is room for it and its final zero.
 int store(const std::string& path, char* buffer) {
-    if (path.size() >= static_cast<std::size_t>(kFileSpecificationCapacity)) return kNotExpanded;
+    if (path.size() >= static_cast<std::size_t>(kFileSpecificationCapacity)) {
+        return kNotExpanded;
+    }
     std::memcpy(buffer, path.c_str(), path.size() + 1);
     return kExpanded;
 }
@@ -29,7 +31,9 @@ std::string withBackslashes(std::string_view path) {
         const std::size_t length = segmentLength(path);
         result.append(path.substr(0, length));
         path.remove_prefix(length);
-        if (path.empty()) break;
+        if (path.empty()) {
+            break;
+        }
         result.push_back('\\');
         path.remove_prefix(1);
     }
@@ -74,15 +78,21 @@ std::string FileLocations::handle(std::string_view name) const {
 }
 
 bool FileLocations::changeFolder(std::string_view folder) {
-    if (folder.empty()) return false;
+    if (folder.empty()) {
+        return false;
+    }
     std::string next = wholePath(folder, this->folder());
-    if (!FileSystem::current().isFolder(toUtf8(next))) return false;
+    if (!FileSystem::current().isFolder(toUtf8(next))) {
+        return false;
+    }
     folder_ = std::move(next);
     return true;
 }
 
 std::string FileLocations::folder() const {
-    if (!folder_.empty()) return folder_;
+    if (!folder_.empty()) {
+        return folder_;
+    }
     return fromUtf8(toBackslashPath(FileSystem::current().workingFolder()));
 }
 
@@ -92,20 +102,30 @@ void FileLocations::reset() {
 }
 
 int ExpandDirectoryHandle(const char* text, char* buffer, int length) {
-    if (text == nullptr || length <= 0) return kNotExpanded;
+    if (text == nullptr || length <= 0) {
+        return kNotExpanded;
+    }
     const std::string_view whole(text, static_cast<std::size_t>(length));
     const std::size_t name = segmentLength(whole);
     const std::string target = FileLocations::current().handle(whole.substr(0, name));
-    if (target.empty()) return kNotExpanded;
-    if (name == whole.size()) return store(withBackslashes(target), buffer);
+    if (target.empty()) {
+        return kNotExpanded;
+    }
+    if (name == whole.size()) {
+        return store(withBackslashes(target), buffer);
+    }
     return store(withBackslashes(joinedPath(target, whole.substr(name + 1))), buffer);
 }
 
 int ExpandFileSpecification(const char* text, char* buffer) {
-    if (text == nullptr || *text == '\0') return kNotExpanded;
+    if (text == nullptr || *text == '\0') {
+        return kNotExpanded;
+    }
     const std::string folder = FileLocations::current().folder();
     // Without a folder (the working folder was deleted) a relative name has no whole form.
-    if (folder.empty() && !isWholePath(text)) return kNotExpanded;
+    if (folder.empty() && !isWholePath(text)) {
+        return kNotExpanded;
+    }
     return store(wholePath(text, folder), buffer);
 }
 
@@ -123,12 +143,16 @@ std::string withoutFinalSeparators(std::string path) {
 
 std::string wholeFileName(std::string name) {
     // No system has a longer name or one with a zero byte; the buffers would cut such a name to another one.
-    if (name.size() >= kFileSpecificationCapacity || name.find('\0') != std::string::npos) return name;
+    if (name.size() >= kFileSpecificationCapacity || name.find('\0') != std::string::npos) {
+        return name;
+    }
     std::array<char, kFileSpecificationCapacity> buffer{};
     if (ExpandDirectoryHandle(name.c_str(), buffer.data(), static_cast<int>(name.size())) == kExpanded) {
         name = buffer.data();
     }
-    if (ExpandFileSpecification(name.c_str(), buffer.data()) == kExpanded) name = buffer.data();
+    if (ExpandFileSpecification(name.c_str(), buffer.data()) == kExpanded) {
+        name = buffer.data();
+    }
     return name;
 }
 

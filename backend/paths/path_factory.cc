@@ -26,7 +26,9 @@ class LanguageFolder final : public PathFinder {
   public:
     [[nodiscard]] std::string getPath() const override {
         const Installation& paths = installation();
-        if (paths.folder.empty()) return {};
+        if (paths.folder.empty()) {
+            return {};
+        }
         return fromUtf8(paths.folder + "lang\\" + paths.language + '\\');
     }
 };
@@ -48,7 +50,9 @@ const PathFinder* PathFactory::getPathInstance(int instance) {
 
 void installPaths(std::string_view installationFolder, std::string_view language) {
     std::string folder = toBackslashPath(installationFolder);
-    if (!folder.empty() && folder.back() != '\\') folder.push_back('\\');
+    if (!folder.empty() && folder.back() != '\\') {
+        folder.push_back('\\');
+    }
     installation() = {std::move(folder), std::string(language)};
 }
 

@@ -19,8 +19,12 @@ bool endsInSeparator(std::string_view path) {
     std::size_t at = 0;
     for (;;) {
         at += segmentLength(path.substr(at));
-        if (at == path.size()) return false;
-        if (++at == path.size()) return true;
+        if (at == path.size()) {
+            return false;
+        }
+        if (++at == path.size()) {
+            return true;
+        }
     }
 }
 
@@ -55,7 +59,9 @@ std::vector<std::string_view> namesOf(std::string_view path, const Root& root) {
         const std::size_t length = segmentLength(path);
         const std::string_view name = path.substr(0, length);
         path.remove_prefix(std::min(length + 1, path.size()));
-        if (name.empty() || name == ".") continue;
+        if (name.empty() || name == ".") {
+            continue;
+        }
         if (name != "..") {
             names.push_back(name);
         } else if (names.size() > root.names) {
@@ -69,13 +75,19 @@ std::vector<std::string_view> namesOf(std::string_view path, const Root& root) {
 
 std::size_t segmentLength(std::string_view path) {
     std::size_t at = 0;
-    while (at < path.size() && !isSeparator(path[at])) at += characterAt(path, at);
+    while (at < path.size() && !isSeparator(path[at])) {
+        at += characterAt(path, at);
+    }
     return at;
 }
 
 bool isWholePath(std::string_view path) {
-    if (path.empty()) return false;
-    if (isSeparator(path[0])) return true;
+    if (path.empty()) {
+        return false;
+    }
+    if (isSeparator(path[0])) {
+        return true;
+    }
     const std::size_t first = characterAt(path, 0);
     return first < path.size() && path[first] == ':';
 }
@@ -85,16 +97,22 @@ std::string resolvedPath(std::string_view path) {
     const Root root = takeRoot(path);
     std::string result = root.text;
     for (const std::string_view name : namesOf(path, root)) {
-        if (result.size() > root.text.size()) result.push_back('\\');
+        if (result.size() > root.text.size()) {
+            result.push_back('\\');
+        }
         result.append(name);
     }
-    if (folder && result.size() > root.text.size()) result.push_back('\\');
+    if (folder && result.size() > root.text.size()) {
+        result.push_back('\\');
+    }
     return result;
 }
 
 std::string joinedPath(std::string_view folder, std::string_view rest) {
     std::string result(folder);
-    if (!endsInSeparator(folder)) result.push_back('\\');
+    if (!endsInSeparator(folder)) {
+        result.push_back('\\');
+    }
     return result.append(rest);
 }
 

@@ -20,7 +20,9 @@ constexpr std::string_view kWideMarks[] = {"\u3002", "\uff1f", "\uff01"};  // ã€
 
 const std::string* find(const LoadedStringTable& table, std::string_view key) {
     const auto found = table.positions.find(key);
-    if (found == table.positions.end()) return nullptr;
+    if (found == table.positions.end()) {
+        return nullptr;
+    }
     const std::string& text = table.entries[found->second].value;
     return text.empty() ? nullptr : &text;
 }
@@ -39,7 +41,9 @@ StringDictionary& StringDictionary::current() {
 void StringDictionary::open(std::string_view folder) {
     folder_ = folder;
     const bool ended = folder_.empty() || folder_.back() == '\\' || folder_.back() == '/';
-    if (!ended) folder_.push_back('\\');
+    if (!ended) {
+        folder_.push_back('\\');
+    }
     ofProcedure_.reset();
     ofLibraries_.reset();
 }
@@ -50,13 +54,17 @@ void StringDictionary::setProcedure(std::string_view procedure) {
 }
 
 std::string StringDictionary::lookUp(std::string_view key) const {
-    if (folder_.empty()) return std::string(key);
+    if (folder_.empty()) {
+        return std::string(key);
+    }
     if (!ofProcedure_) {
         const std::string_view file = stringTableFile(procedure_);
         ofProcedure_ = file.empty() ? nullptr : loadForDictionary(folder_ + std::string(file));
     }
     if (*ofProcedure_ != nullptr) {
-        if (const std::string* const text = find(**ofProcedure_, key)) return *text;
+        if (const std::string* const text = find(**ofProcedure_, key)) {
+            return *text;
+        }
     }
     if (!ofLibraries_) {
         ofLibraries_.emplace();
@@ -65,7 +73,9 @@ std::string StringDictionary::lookUp(std::string_view key) const {
         }
     }
     for (const Table& table : *ofLibraries_) {
-        if (const std::string* const text = find(*table, key)) return *text;
+        if (const std::string* const text = find(*table, key)) {
+            return *text;
+        }
     }
     return std::string(key);
 }
@@ -99,7 +109,9 @@ void appendSentence(std::string& message, std::string_view sentence) {
     const bool wide =
         std::any_of(std::begin(kWideMarks), std::end(kWideMarks),
                     [&message](std::string_view mark) { return std::string_view(message).ends_with(mark); });
-    if (!message.empty() && !sentence.empty() && !wide) message += ' ';
+    if (!message.empty() && !sentence.empty() && !wide) {
+        message += ' ';
+    }
     message += sentence;
 }
 

@@ -51,7 +51,9 @@ std::set<std::string, std::less<>>& brokenForDictionaries() {
 }
 
 void complain(const std::string& path, const FileResult& result, bool missing) {
-    if (complaints().paths.insert(path).second) complaints().list.push_back({path, result, missing});
+    if (complaints().paths.insert(path).second) {
+        complaints().list.push_back({path, result, missing});
+    }
 }
 
 }  // namespace
@@ -61,7 +63,9 @@ FileResult FacSTStringTable::GetKeysAndValues(std::string_view path,
     entries.clear();
     const std::string file = toUtf8(path);
     const auto table = loadStringTable(file);
-    if (!table->result) complain(file, table->result, !FileSystem::current().isFile(file));
+    if (!table->result) {
+        complain(file, table->result, !FileSystem::current().isFile(file));
+    }
     entries.reserve(table->entries.size());
     for (const keyValueGloss& entry : table->entries) {
         entries.push_back({fromUtf8(entry.key), fromUtf8(entry.value), fromUtf8(entry.gloss)});
@@ -92,7 +96,9 @@ void forgetStringTables() {
 
 std::string_view stringTableFile(std::string_view procedure) {
     for (const ProcedureFile& entry : kFiles) {
-        if (entry.procedure == procedure) return entry.file;
+        if (entry.procedure == procedure) {
+            return entry.file;
+        }
     }
     return {};
 }

@@ -17,7 +17,9 @@ std::shared_ptr<const LoadedStringTable> read(const std::string& path) {
     auto table = std::make_shared<LoadedStringTable>();
     std::string bytes;
     table->result = FileSystem::current().read(path, bytes, FacSTStringTable::kLimit);
-    if (table->result) table->result = readXliff(bytes, table->entries);
+    if (table->result) {
+        table->result = readXliff(bytes, table->entries);
+    }
     for (std::size_t i = 0; i < table->entries.size(); ++i) {
         table->positions.insert_or_assign(table->entries[i].key, i);
     }
@@ -29,7 +31,9 @@ std::shared_ptr<const LoadedStringTable> read(const std::string& path) {
 std::shared_ptr<const LoadedStringTable> loadStringTable(const std::string& path) {
     // One file is one table, whichever separators its path is written with.
     auto& table = cache()[toBackslashPath(path)];
-    if (table == nullptr) table = read(path);
+    if (table == nullptr) {
+        table = read(path);
+    }
     return table;
 }
 

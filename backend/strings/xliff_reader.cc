@@ -30,7 +30,9 @@ constexpr std::u16string_view kNamespace = u"urn:oasis:names:tc:xliff:document:1
 std::string utf8Of(const XMLCh* text) {
     static_assert(sizeof(XMLCh) == sizeof(char16_t));
     std::u16string units;
-    if (text != nullptr) units.assign(text, text + xml::XMLString::stringLen(text));
+    if (text != nullptr) {
+        units.assign(text, text + xml::XMLString::stringLen(text));
+    }
     return VEXAMBU16ToU8(units.c_str());
 }
 
@@ -38,7 +40,9 @@ std::string utf8Of(const XMLCh* text) {
 /// of the time of reading.
 bool equals(const XMLCh* text, std::u16string_view wanted) {
     for (const char16_t each : wanted) {
-        if (static_cast<char16_t>(*text++) != each) return false;
+        if (static_cast<char16_t>(*text++) != each) {
+            return false;
+        }
     }
     return *text == 0;
 }
@@ -59,15 +63,25 @@ bool isText(Part part) {
 }
 
 Part partWithin(Part parent, const XMLCh* name) {
-    if (isText(parent)) return Part::inlineText;
+    if (isText(parent)) {
+        return Part::inlineText;
+    }
     if (parent == Part::container &&
         (equals(name, u"file") || equals(name, u"body") || equals(name, u"group"))) {
         return Part::container;
     }
-    if (parent == Part::container && equals(name, u"trans-unit")) return Part::unit;
-    if (parent != Part::unit) return Part::ignored;
-    if (equals(name, u"source")) return Part::source;
-    if (equals(name, u"target")) return Part::target;
+    if (parent == Part::container && equals(name, u"trans-unit")) {
+        return Part::unit;
+    }
+    if (parent != Part::unit) {
+        return Part::ignored;
+    }
+    if (equals(name, u"source")) {
+        return Part::source;
+    }
+    if (equals(name, u"target")) {
+        return Part::target;
+    }
     return equals(name, u"note") ? Part::note : Part::ignored;
 }
 
@@ -109,17 +123,27 @@ void UnitCollector::refuse(SystemText reason, std::vector<std::string> arguments
 Part UnitCollector::partOf(const XMLCh* uri, const XMLCh* localName) {
     const bool own = uri == nullptr || *uri == 0 || equals(uri, kNamespace);
     const XMLCh* const name = own ? localName : xml::XMLUni::fgZeroLenString;
-    if (!open_.empty()) return partWithin(open_.back(), name);
-    if (!equals(name, u"xliff")) refuse("It is no XLIFF file"_text);
+    if (!open_.empty()) {
+        return partWithin(open_.back(), name);
+    }
+    if (!equals(name, u"xliff")) {
+        refuse("It is no XLIFF file"_text);
+    }
     return Part::container;
 }
 
 void UnitCollector::startElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* /*qualifiedName*/,
                                  const xml::Attributes& attributes) {
-    if (open_.size() == kDeepestNesting) refuse("Its elements are nested too deeply"_text);
+    if (open_.size() == kDeepestNesting) {
+        refuse("Its elements are nested too deeply"_text);
+    }
     const Part part = partOf(uri, localName);
-    if (part == Part::unit) beginUnit(attributes);
-    if (part != Part::inlineText) text_.clear();
+    if (part == Part::unit) {
+        beginUnit(attributes);
+    }
+    if (part != Part::inlineText) {
+        text_.clear();
+    }
     open_.push_back(part);
 }
 
@@ -130,22 +154,36 @@ void UnitCollector::beginUnit(const xml::Attributes& attributes) {
 }
 
 void UnitCollector::characters(const XMLCh* text, XMLSize_t length) {
-    if (open_.empty() || !isText(open_.back())) return;
+    if (open_.empty() || !isText(open_.back())) {
+        return;
+    }
     text_.append(text, text + length);
 }
 
 void UnitCollector::endText(Part part) {
     const std::string text = VEXAMBU16ToU8(text_.c_str());
-    if (part == Part::source) unit_.value = text;
-    if (part == Part::target) target_ = text;
-    if (part != Part::note) return;
-    if (!unit_.gloss.empty()) unit_.gloss.push_back('\n');
+    if (part == Part::source) {
+        unit_.value = text;
+    }
+    if (part == Part::target) {
+        target_ = text;
+    }
+    if (part != Part::note) {
+        return;
+    }
+    if (!unit_.gloss.empty()) {
+        unit_.gloss.push_back('\n');
+    }
     unit_.gloss += text;
 }
 
 void UnitCollector::endUnit() {
-    if (unit_.key.empty()) return;
-    if (target_) unit_.value = std::move(*target_);
+    if (unit_.key.empty()) {
+        return;
+    }
+    if (target_) {
+        unit_.value = std::move(*target_);
+    }
     entries_->push_back(std::move(unit_));
 }
 
@@ -154,8 +192,12 @@ void UnitCollector::endElement(const XMLCh* /*uri*/, const XMLCh* /*localName*/,
     assert(!open_.empty());
     const Part part = open_.back();
     open_.pop_back();
-    if (part == Part::unit) endUnit();
-    if (part == Part::source || part == Part::target || part == Part::note) endText(part);
+    if (part == Part::unit) {
+        endUnit();
+    }
+    if (part == Part::source || part == Part::target || part == Part::note) {
+        endText(part);
+    }
 }
 
 void UnitCollector::startDTD(const XMLCh* /*name*/, const XMLCh* /*publicId*/, const XMLCh* /*systemId*/) {
@@ -195,7 +237,9 @@ void parse(std::string_view bytes, UnitCollector& collector) {
 FileResult readXliff(std::string_view bytes, std::vector<keyValueGloss>& entries) {
     static const bool usable = initialiseParser();
     entries.clear();
-    if (!usable) return {false, std::string("The XML parser could not be started"_text)};
+    if (!usable) {
+        return {false, std::string("The XML parser could not be started"_text)};
+    }
     UnitCollector collector(entries);
     try {
         parse(bytes, collector);

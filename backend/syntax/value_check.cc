@@ -242,7 +242,9 @@ class ValueCheck {
 /// What a number must be, by which bounds it has; empty for none.
 SystemText boundsText(const ParamDescriptor& parameter) {
     const auto kind = [](const std::optional<Boundary>& bound) {
-        if (!bound) return 0;
+        if (!bound) {
+            return 0;
+        }
         return bound->option == UPSpecTypes::BoundaryOption::inclusive ? 1 : 2;
     };
     static constexpr SystemText kTexts[3][3] = {
@@ -308,7 +310,9 @@ std::string describeTokens(std::string_view label) {
         {"format", "a format"_text}, {"font family", "a font family"_text},
     };
     for (const auto& kind : kKinds) {
-        if (kind.label == label) return translated(kind.text);
+        if (kind.label == label) {
+            return translated(kind.text);
+        }
     }
     return translated("a value"_text);
 }
