@@ -3,7 +3,7 @@
 FUZZ_SECONDS ?= 30
 
 .DEFAULT_GOAL := help
-.PHONY: help packages build demo test bench format bless fuzz windows asan tidy analyze check-format coverage
+.PHONY: help packages build install demo test bench format bless fuzz windows asan tidy analyze check-format coverage
 
 help: ## Print this list
 	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' Makefile
@@ -13,6 +13,9 @@ packages: ## Install the Debian packages that are missing (nothing happens when 
 
 build: packages ## Build the program: build/release/bin/vexa, the module in build/release/lib
 	@tools/build release vexa vexa_output
+
+install: build ## Install into PREFIX (/opt/vexa): one folder, which can be moved anywhere
+	@cmake --install build/release $(if $(PREFIX),--prefix $(PREFIX)) > /dev/null && echo "installed"
 
 demo: build ## Build, then run examples/demo.vxs and show what it made and traced (build/demo)
 	@tools/demo

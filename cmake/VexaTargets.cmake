@@ -10,6 +10,11 @@ if(WIN32)
   set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 else()
   set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+  # A tree finds its own libraries wherever it stands, that of the build and an installed one.
+  set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib")
+  set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+  # Everything is bound when it is loaded, and what was bound is read-only from then on.
+  add_link_options(LINKER:-z,relro LINKER:-z,now)
 endif()
 
 # Results of earlier compilations are used again where ccache is there.
@@ -44,11 +49,18 @@ if(WIN32)
     <algorithm> <array> <functional> <map> <memory> <optional> <string> <string_view> <utility> <variant> <vector>)
 endif()
 
+# What is shipped checks its stack and the bounds of copies. (Not the tests, which are not optimised.)
+add_library(vexa_hardening INTERFACE)
+if(NOT WIN32)
+  target_compile_options(vexa_hardening INTERFACE
+    $<$<CONFIG:Release>:-fstack-protector-strong> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+endif()
+
 # vexa_part(NAME source...): one folder of the back end, the module or the front end, as objects that the shared
 # libraries, the program and the tests are linked from. VEXA_READS_OWN_HEADERS: names itself what is read once for it.
 function(vexa_part name)
   add_library(${name} OBJECT ${ARGN})
-  target_link_libraries(${name} PUBLIC vexa_options)
+  target_link_libraries(${name} PUBLIC vexa_options PRIVATE vexa_hardening)
   if(WIN32 AND NOT VEXA_READS_OWN_HEADERS)
     target_precompile_headers(${name} REUSE_FROM vexa_read_once)
   endif()

@@ -5,12 +5,11 @@
 
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/language_choice.h"
+#include "backend/platform/version.h"
 
 namespace vexa::program {
 
 namespace {
-
-constexpr const char* kVersion = "vexa 0.1.0";
 
 constexpr const char* kAdapters =
     "What answers requests: embedded (real documents, the default), none, no-controller, or script:FILE "
@@ -138,7 +137,7 @@ void describe(CLI::App& app, Options& options) {
     app.require_subcommand(0, 1);
     app.allow_windows_style_options(false);  // a path may begin with a slash
     app.footer(kExamples);
-    app.set_version_flag("--version", kVersion, "Print the version");
+    app.set_version_flag("--version", std::string("vexa ").append(productVersion()), "Print the version");
     addSessionOptions(app, options.session);
 
     CLI::App* const run = addAction(app, options, Action::run, "run", "Run syntax files", kRunExamples);
