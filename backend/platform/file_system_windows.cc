@@ -6,8 +6,10 @@
 #include <cerrno>
 #include <vector>
 
+#include "backend/platform/file_rights_windows.h"
 #include "backend/platform/file_system_native.h"
 #include "backend/platform/system_reason.h"
+#include "backend/platform/temporary_files.h"
 #include "backend/platform/windows_path.h"
 #include "backend/platform/windows_text.h"
 #include "backend/text/system_text.h"
@@ -41,9 +43,11 @@ void withPatience(Action action, Test mayPass) {
 /// An open file, closed with it.
 class File {
   public:
-    File(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
+    /// `rights`: those of a new file; null for those that its folder gives it.
+    File(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0,
+         SECURITY_ATTRIBUTES* rights = nullptr) {
         const auto open = [&] {
-            handle_ = CreateFileW(path.c_str(), access, kSharedWithAll, nullptr, disposition,
+            handle_ = CreateFileW(path.c_str(), access, kSharedWithAll, rights, disposition,
                                   FILE_ATTRIBUTE_NORMAL | flags, nullptr);
             return isOpen();
         };
@@ -142,23 +146,6 @@ FileResult checkTarget(const std::wstring& path, bool& there) {
     return isOnDisk(file) ? FileResult{} : failed(std::string(kDevice));
 }
 
-/// Gives the new file the rights of the one whose place it will take, and what else users set on it. What
-/// cannot be carried over is left: not every kind of disk has rights, and that is no reason to lose a
-/// document.
-void copyRightsAndAttributes(const std::wstring& from, const std::wstring& to) {
-    constexpr DWORD kSetByUsers =
-        FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
-    const DWORD attributes = GetFileAttributesW(from.c_str());
-    if (hasAttribute(attributes, kSetByUsers)) SetFileAttributesW(to.c_str(), attributes & kSetByUsers);
-    DWORD size = 0;
-    GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-    std::vector<char> rights(size);
-    if (size != 0 &&
-        GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0) {
-        SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION, rights.data());
-    }
-}
-
 std::wstring temporaryName(const std::wstring& target) {
     static std::atomic<unsigned> counter{0};
     return folderOf(target) + L".vexa-" + std::to_wstring(GetCurrentProcessId()) + L'-' +
@@ -201,6 +188,7 @@ class WindowsFileSystem final : public FileSystem {
     std::string workingFolder() override;
     std::string canonicalPath(const std::string& path) override;
     FileResult createTemporary(const std::string& path, std::string& temporary) override;
+    FileResult createPrivateTemporary(const std::string& path, std::string& temporary) override;
     FileResult append(const std::string& path, std::string_view bytes) override;
     FileResult flush(const std::string& path) override;
     FileResult replace(const std::string& from, const std::string& to) override;
@@ -209,6 +197,9 @@ class WindowsFileSystem final : public FileSystem {
   private:
     static FileResult readWhole(const std::string& path, std::string& content, std::uint64_t limit,
                                 bool streams);
+    /// `rights`: those of the new file where none is yet; null for those that its folder gives it.
+    static FileResult makeTemporary(const std::string& path, SECURITY_ATTRIBUTES* rights,
+                                    std::string& temporary);
 };
 
 FileResult WindowsFileSystem::readWhole(const std::string& path, std::string& content, std::uint64_t limit,
@@ -309,6 +300,16 @@ std::string WindowsFileSystem::canonicalPath(const std::string& path) {
 }
 
 FileResult WindowsFileSystem::createTemporary(const std::string& path, std::string& temporary) {
+    return makeTemporary(path, nullptr, temporary);
+}
+
+FileResult WindowsFileSystem::createPrivateTemporary(const std::string& path, std::string& temporary) {
+    OwnerOnly rights;
+    return rights.works() ? makeTemporary(path, rights.attributes(), temporary) : lastFailure();
+}
+
+FileResult WindowsFileSystem::makeTemporary(const std::string& path, SECURITY_ATTRIBUTES* rights,
+                                            std::string& temporary) {
     std::wstring target = systemPath(path);
     if (FileResult result = followLinks(target); !result) return result;
     bool there = false;
@@ -316,11 +317,12 @@ FileResult WindowsFileSystem::createTemporary(const std::string& path, std::stri
     constexpr int kMostTries = 100;
     for (int i = 0; i < kMostTries; ++i) {
         const std::wstring name = systemPath(temporaryName(target));
-        const File file(name, GENERIC_WRITE, CREATE_NEW);
+        const File file(name, GENERIC_WRITE, CREATE_NEW, 0, there ? nullptr : rights);
         if (!file.isOpen() && GetLastError() == ERROR_FILE_EXISTS) continue;
         if (!file.isOpen()) return lastFailureAt(name);
         if (there) copyRightsAndAttributes(target, name);
         temporary = pathOfSystem(name);
+        rememberTemporary(temporary);
         return {};
     }
     return failedAs(EEXIST);
@@ -346,11 +348,16 @@ FileResult WindowsFileSystem::replace(const std::string& from, const std::string
     const auto move = [&] { return done = MoveFileExW(source.c_str(), target.c_str(), kHow) != 0; };
     // A target that is open elsewhere is told as a lack of rights.
     withPatience(move, [](DWORD code) { return code == ERROR_ACCESS_DENIED || meansHeld(code); });
-    return done ? FileResult{} : lastFailure();
+    if (!done) return lastFailure();
+    forgetTemporary(pathOfSystem(source));
+    return {};
 }
 
 FileResult WindowsFileSystem::remove(const std::string& path) {
-    return DeleteFileW(systemPath(path).c_str()) != 0 ? FileResult{} : lastFailure();
+    const std::wstring name = systemPath(path);
+    const FileResult result = DeleteFileW(name.c_str()) != 0 ? FileResult{} : lastFailure();
+    forgetTemporary(pathOfSystem(name));
+    return result;
 }
 
 }  // namespace

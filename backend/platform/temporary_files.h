@@ -5,8 +5,9 @@
 
 namespace vexa {
 
-/// From now on the file at `path` is removed when SIGINT, SIGTERM or SIGHUP ends the process. Signals that
-/// somebody handles or ignores already when the first file is remembered stay with him.
+/// From now on the file at `path` is removed when SIGINT, SIGTERM or SIGHUP ends the process, on Windows
+/// Ctrl-C, Ctrl-Break, the end of the console or of the user's session. Signals that somebody handles or
+/// ignores already when the first file is remembered stay with him.
 void rememberTemporary(const std::string& path);
 void forgetTemporary(const std::string& path);
 

@@ -2,10 +2,12 @@
 #include <windows.h>
 
 #include <thread>
+#include <vector>
 
 #include "backend/platform/file_system.h"
 #include "backend/platform/file_system_native.h"
 #include "backend/platform/output_file.h"
+#include "backend/platform/temporary_files.h"
 #include "backend/platform/windows_path.h"
 #include "tests/unit/platform/replaced_file.h"
 
@@ -259,6 +261,71 @@ TEST_F(FileSystemOfWindows, AFileThatIsHeldIsAFile) {
     EXPECT_EQ(replaceFile(path("a"), "new").reason, "Device or resource busy");
     CloseHandle(held);
     EXPECT_EQ(contentOf("a"), "old");
+}
+
+/// How many have rights to a file, and whether everybody is among them.
+struct Rights {
+    DWORD holders = 0;
+    bool everybody = false;
+};
+
+Rights rightsTo(const string& name) {
+    std::vector<char> bytes(1024);
+    std::vector<char> everybody(SECURITY_MAX_SID_SIZE);
+    DWORD size = 0;
+    auto length = static_cast<DWORD>(everybody.size());
+    EXPECT_NE(CreateWellKnownSid(WinWorldSid, nullptr, everybody.data(), &length), 0);
+    EXPECT_NE(GetFileSecurityA(name.c_str(), DACL_SECURITY_INFORMATION, bytes.data(),
+                               static_cast<DWORD>(bytes.size()), &size),
+              0);
+    ACL* list = nullptr;
+    BOOL present = FALSE;
+    BOOL byDefault = FALSE;
+    EXPECT_NE(GetSecurityDescriptorDacl(bytes.data(), &present, &list, &byDefault), 0);
+    Rights rights{list->AceCount};
+    for (DWORD i = 0; i < list->AceCount; ++i) {
+        void* entry = nullptr;
+        EXPECT_NE(GetAce(list, i, &entry), 0);
+        if (EqualSid(&static_cast<ACCESS_ALLOWED_ACE*>(entry)->SidStart, everybody.data()) != 0) {
+            rights.everybody = true;
+        }
+    }
+    return rights;
+}
+
+TEST_F(FileSystemOfWindows, APrivateFileIsForItsOwnerAlone) {
+    string open;
+    string closed;
+    ASSERT_TRUE(files().createTemporary(path("a"), open));
+    ASSERT_TRUE(files().createPrivateTemporary(path("a"), closed));
+    EXPECT_LT(rightsTo(closed).holders, rightsTo(open).holders);
+    EXPECT_FALSE(rightsTo(closed).everybody);
+    EXPECT_TRUE(files().append(closed, "text"));
+    EXPECT_TRUE(files().replace(closed, path("a")));
+    EXPECT_EQ(contentOf("a"), "text");
+    EXPECT_FALSE(rightsTo(path("a")).everybody);
+    ASSERT_TRUE(files().createTemporary(path("a"), closed));
+    EXPECT_FALSE(rightsTo(closed).everybody) << "and so is what takes its place";
+}
+
+TEST_F(FileSystemOfWindows, TemporaryFilesAreTakenAlongAtTheEnd) {
+    string left;
+    string replaced;
+    string removed;
+    ASSERT_TRUE(files().createTemporary(path("a"), left));
+    ASSERT_TRUE(files().createTemporary(path("b"), replaced));
+    ASSERT_TRUE(files().createTemporary(path("c"), removed));
+    ASSERT_TRUE(files().replace(replaced, path("b")));
+    ASSERT_TRUE(files().remove(removed));
+    // What is made under these names now is nobody's temporary file.
+    write(replaced.substr(folder_.size() + 1), "new");
+    write(removed.substr(folder_.size() + 1), "new");
+    removeTemporaries();
+    EXPECT_FALSE(files().isFile(left));
+    EXPECT_TRUE(files().isFile(path("b")));
+    EXPECT_TRUE(files().isFile(replaced));
+    EXPECT_TRUE(files().isFile(removed));
+    EXPECT_FALSE(files().remove(left)) << "and is forgotten";
 }
 
 TEST_F(FileSystemOfWindows, AFailedReplacementLeavesTheOldFileAndNoOther) {
