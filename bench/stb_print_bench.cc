@@ -7,9 +7,9 @@
 #include <string>
 #include <variant>
 
+#include "apps/rendering/table_rendering.h"
 #include "backend/paths/path_factory.h"
 #include "backend/pivot/output_log.h"
-#include "backend/pivot/text_rendering.h"
 #include "backend/session/session.h"
 #include "backend/strings/dictionary.h"
 #include "backend/strings/string_table.h"
@@ -32,16 +32,16 @@ class Counter final : public LogListener {
     Counter& operator=(const Counter&) = delete;
 
     void receive(const LogEvent& event) override {
-        RenderOptions options;
+        rendering::RenderOptions options;
         options.width = kTerminalWidth;
         if (const auto* const finished = std::get_if<TableFinished>(&event)) {
             ++tables;
             texts += finished->table->cells.size();
             if (rendering_) {
-                bytes += renderTable(*finished->table, options).size();
+                bytes += rendering::renderTable(finished->shown, options).size();
             }
         } else if (const auto* const notes = std::get_if<NotesAdded>(&event); notes && rendering_) {
-            bytes += renderNotes(*notes, options).size();
+            bytes += rendering::renderNotes(*notes, options).size();
         }
     }
 

@@ -1,6 +1,8 @@
 #include "apps/vexa/surroundings.h"
 
+#include <cstdlib>
 #include <iostream>
+#include <string_view>
 #include <vector>
 
 #include "apps/vexa/adapter_stack.h"
@@ -23,10 +25,22 @@ constexpr const char* kModulePlace = "/vexaoutput.dll";
 constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
 #endif
 
+/// Terminals say themselves that they have all colours; those that say nothing have a palette by now.
+rendering::ColorDepth colorDepth(bool styled) {
+    if (!styled) {
+        return rendering::ColorDepth::none;
+    }
+    const char* const said = std::getenv("COLORTERM");
+    const std::string_view depth = said == nullptr ? "" : said;
+    return depth == "truecolor" || depth == "24bit" ? rendering::ColorDepth::full
+                                                    : rendering::ColorDepth::palette;
+}
+
 TerminalLook terminalLook() {
     TerminalLook look;
     look.width = terminalColumns(StandardStream::output);
-    look.boldResults = showsColours(StandardStream::output);
+    look.styledResults = showsColours(StandardStream::output);
+    look.resultColors = colorDepth(look.styledResults);
     look.colouredMessages = showsColours(StandardStream::error);
     return look;
 }

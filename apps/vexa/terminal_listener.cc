@@ -4,6 +4,7 @@
 #include <ostream>
 #include <variant>
 
+#include "apps/rendering/table_rendering.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/text_width.h"
 #include "backend/tokens/command_text.h"
@@ -152,16 +153,20 @@ void TerminalListener::show(const ErrorReported& error) {
     showMessageAt(currentPlace(), error.level, error.message);
 }
 
-void TerminalListener::show(const NotesAdded& notes) { showResult(renderNotes(notes, renderOptions())); }
-
-void TerminalListener::show(const TableFinished& table) {
-    showResult(renderTable(*table.table, renderOptions()));
+void TerminalListener::show(const NotesAdded& notes) {
+    showResult(rendering::renderNotes(notes, renderOptions()));
 }
 
-RenderOptions TerminalListener::renderOptions() const {
-    RenderOptions options;
+void TerminalListener::show(const TableFinished& table) {
+    rendering::renderTable(table.shown, renderOptions(),
+                           [this](std::string_view piece) { results_ << piece; });
+}
+
+rendering::RenderOptions TerminalListener::renderOptions() const {
+    rendering::RenderOptions options;
     options.width = look_.width;
-    options.bold = look_.boldResults;
+    options.styled = look_.styledResults;
+    options.colors = look_.resultColors;
     return options;
 }
 

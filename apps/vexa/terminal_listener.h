@@ -6,14 +6,15 @@
 #include <string>
 #include <string_view>
 
+#include "apps/rendering/text_style.h"
 #include "backend/pivot/output_log.h"
-#include "backend/pivot/text_rendering.h"
 
 namespace vexa::program {
 
 struct TerminalLook {
-    std::size_t width = 0;          ///< columns of the result stream, 0 for no limit
-    bool boldResults = false;       ///< the result stream shows ANSI sequences
+    std::size_t width = 0;       ///< columns of the result stream, 0 for no limit
+    bool styledResults = false;  ///< the result stream shows ANSI sequences
+    rendering::ColorDepth resultColors = rendering::ColorDepth::none;
     bool colouredMessages = false;  ///< the message stream does
 };
 
@@ -40,7 +41,7 @@ class TerminalListener : public LogListener {
     template <typename Event>
     void show(const Event& /*event*/) {}
 
-    [[nodiscard]] RenderOptions renderOptions() const;
+    [[nodiscard]] rendering::RenderOptions renderOptions() const;
     void showAt(const SourcePlace& place, int level, std::string_view text);
     void showResult(const std::string& text);
     /// `place`: where it is, with its last colon, or empty.

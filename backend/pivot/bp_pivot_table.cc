@@ -6,6 +6,7 @@
 #include "backend/pivot/bp_procedure.h"
 #include "backend/pivot/output_log.h"
 #include "backend/pivot/pivot_table_draft.h"
+#include "backend/pivot/shown_table.h"
 #include "backend/text/character_set.h"
 
 namespace vexa {
@@ -103,7 +104,10 @@ void BpPivotTable::Finish() {
     OutputLog& log = OutputLog::current();
     if (!log.hasListeners()) return;
     draft->finish();
-    log.publish(TableFinished{std::make_shared<const PivotTable>(std::move(draft->table))});
+    auto built = std::make_shared<const PivotTable>(std::move(draft->table));
+    tables::Table shown = shownTable(*built);
+    std::string subtype = built->subtype;
+    log.publish(TableFinished{std::move(built), std::move(shown), std::move(subtype)});
 }
 
 }  // namespace vexa

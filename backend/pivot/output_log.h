@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "backend/pivot/pivot_table.h"
+#include "backend/tables/model/table.h"
 #include "backend/text/source_place.h"
 
 namespace vexa {
@@ -77,7 +78,10 @@ struct NotesAdded {
 };
 
 struct TableFinished {
-    std::shared_ptr<const PivotTable> table;
+    std::shared_ptr<const PivotTable>
+        table;              ///< what the command asked for, as the trace tells it; never null
+    tables::Table shown{};  ///< what is shown and kept
+    std::string subtype{};
 };
 
 /// Plain text that a command printed.

@@ -1,7 +1,8 @@
-// The finished pivot table: a plain value that the output log hands to its listeners.
+// A pivot table as a command asked for it, kinds, positions and flags included, with its cells in the order
+// in which they were filled. Only the trace tells that much; what is shown of it is a `tables::Table`
+// (shown_table.h).
 //
-// Every text is UTF-8. A table is made by the builder classes of bp_procedure.h and never changes afterwards;
-// listeners that keep it share it.
+// Every text is UTF-8. A table is made by the builder classes of bp_procedure.h and never changes afterwards.
 #pragma once
 
 #include <array>

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "apps/rendering/table_rendering.h"
 #include "backend/paths/path_factory.h"
-#include "backend/pivot/text_rendering.h"
 #include "backend/text/line_breaks.h"
 #include "backend/text/text_width.h"
 #include "backend/text/utf8.h"
@@ -130,7 +130,8 @@ TEST_F(StbPrintRendering, CutsNoWordAndTearsNothingOffInAnyLanguage) {
             for (const std::string& word : words) {
                 ASSERT_LE(displayWidth(word), kNarrowestColumn) << word;
             }
-            for (const std::string& line : split(renderTable(table, {kTerminal, true, false}), "\n")) {
+            for (const std::string& line :
+                 split(rendering::renderTable(event.shown, {kTerminal, true, false}), "\n")) {
                 expectWellCut(line, words);
             }
         }
@@ -143,13 +144,14 @@ TEST_F(StbPrintRendering, StaysWithinTheTerminalWithAllLanguagesTogether) {
     EXPECT_EQ(all<TableFinished>().size(), 2 * kStringTableFiles.size());
     for (const TableFinished& event : all<TableFinished>()) {
         const std::set<std::string> words = wordsOf(*event.table);
-        for (const std::string& line : split(renderTable(*event.table, {kTerminal, true, false}), "\n")) {
+        for (const std::string& line :
+             split(rendering::renderTable(event.shown, {kTerminal, true, false}), "\n")) {
             expectWellCut(line, words);
         }
     }
     EXPECT_FALSE(all<NotesAdded>().empty());
     for (const NotesAdded& notes : all<NotesAdded>()) {
-        for (const std::string& line : split(renderNotes(notes, {kTerminal, true, false}), "\n")) {
+        for (const std::string& line : split(rendering::renderNotes(notes, {kTerminal, true, false}), "\n")) {
             EXPECT_LE(displayWidth(line), kTerminal) << line;
         }
     }

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "backend/pivot/bp_procedure.h"
-#include "backend/pivot/pivot_table.h"
+#include "backend/tables/model/table.h"
 
 namespace vexa {
 
@@ -16,31 +16,31 @@ BpString plain(std::string_view text);
 /// A dimension on an axis.
 BpDimension dimension(BpPivotTable& table, const std::string& label, int axis);
 /// The table that `fill` builds.
-PivotTable built(const std::string& title, const std::function<void(BpPivotTable&)>& fill);
+tables::Table built(const std::string& title, const std::function<void(BpPivotTable&)>& fill);
 
 /// The open documents: one without a name, one active.
-PivotTable documents();
+tables::Table documents();
 /// A comment of two lines, with a hidden title.
-PivotTable comment();
+tables::Table comment();
 /// Counts by region and sex below two years, the first of which is divided into quarters.
-PivotTable grouped();
+tables::Table grouped();
 /// A layer a country; the second has no cell for the second row.
-PivotTable layered();
+tables::Table layered();
 /// Wide characters take two columns of the terminal, combining ones none.
-PivotTable wideTexts();
+tables::Table wideTexts();
 /// Texts of a language by keys, of which one is a sentence.
-PivotTable longKeys();
+tables::Table longKeys();
 /// Rows of which some stand in a group, and one in a group that is not shown.
-PivotTable exportSummary();
+tables::Table exportSummary();
 /// A group that stands nowhere but above one of two columns, and a long text without blanks.
-PivotTable crowded();
+tables::Table crowded();
 /// One column dimension alone.
-PivotTable columnsOnly();
+tables::Table columnsOnly();
 /// One layer dimension alone.
-PivotTable layersOnly();
+tables::Table layersOnly();
 /// Row and column dimension, categories as told, and no cell.
-PivotTable withoutCells(const std::vector<std::string>& keys);
+tables::Table withoutCells(const std::vector<std::string>& keys);
 /// More columns than a terminal holds, under groups that the cuts go through.
-PivotTable broad();
+tables::Table broad();
 
 }  // namespace vexa

@@ -1,14 +1,17 @@
 // Whole pictures of tables, as a user sees them.
 #include <gtest/gtest.h>
 
-#include "backend/pivot/text_rendering.h"
-#include "tests/unit/pivot/example_tables.h"
+#include "apps/rendering/table_rendering.h"
+#include "tests/unit/rendering/example_tables.h"
 
 namespace vexa {
 namespace {
 
+using rendering::RenderOptions;
+using rendering::renderTable;
+
 /// The picture after a line feed, with the sequences for bold text written out as <b> and </b>.
-std::string picture(const PivotTable& table, const RenderOptions& options) {
+std::string picture(const tables::Table& table, const RenderOptions& options) {
     std::string text = '\n' + renderTable(table, options);
     const std::pair<std::string, std::string> marks[] = {{"\x1b[1m", "<b>"}, {"\x1b[0m", "</b>"}};
     for (const auto& [sequence, mark] : marks) {
@@ -196,13 +199,14 @@ Country: Norway
 └──────────┴────────┴──────────────┘
 
 Country: Peru
-┌───────┬────────────┐
-│       │  Measure   │
-│       ├────────────┤
-│ Kind  │      Count │
-├───────┼────────────┤
-│ first │ 1005 [b,a] │
-└───────┴────────────┘
+┌──────────┬──────────────────────┐
+│          │       Measure        │
+│          ├────────────┬─────────┤
+│ Kind     │      Count │ Comment │
+├──────────┼────────────┼─────────┤
+│ first    │ 1005 [b,a] │         │
+│ repeated │            │         │
+└──────────┴────────────┴─────────┘
 [a] Checked by hand
 [b] Estimated
 )");
@@ -222,13 +226,14 @@ Country: Norway
 +----------+--------+--------------+
 
 Country: Peru
-+-------+------------+
-|       |  Measure   |
-|       +------------+
-| Kind  |      Count |
-+-------+------------+
-| first | 1005 [b,a] |
-+-------+------------+
++----------+----------------------+
+|          |       Measure        |
+|          +------------+---------+
+| Kind     |      Count | Comment |
++----------+------------+---------+
+| first    | 1005 [b,a] |         |
+| repeated |            |         |
++----------+------------+---------+
 [a] Checked by hand
 [b] Estimated
 )");

@@ -1,4 +1,4 @@
-#include "tests/unit/pivot/example_tables.h"
+#include "tests/unit/rendering/example_tables.h"
 
 #include "backend/pivot/bp_procedure.h"
 #include "tests/unit/pivot/collected_log.h"
@@ -13,21 +13,21 @@ BpNumber count(double value) { return {value, BpProcedure::Count}; }
 
 BpString plain(std::string_view text) { return {text, 0}; }
 
-PivotTable built(const std::string& title, const std::function<void(BpPivotTable&)>& fill) {
+tables::Table built(const std::string& title, const std::function<void(BpPivotTable&)>& fill) {
     const CollectedLog log;
     {
         BpProcedure procedure("Output Display", 2);
         BpPivotTable table = procedure.PivotTable(plain(title), plain(""), true);
         fill(table);
     }
-    return log.tables().at(0);
+    return log.all<TableFinished>().at(0).shown;
 }
 
 BpDimension dimension(BpPivotTable& table, const std::string& label, int axis) {
     return table.Dimension(plain(label), 2).Position(axis, 1, 1, 1);
 }
 
-PivotTable documents() {
+tables::Table documents() {
     return built("Output Document", [](BpPivotTable& table) {
         table.Caption(plain("Output Document"));
         table.MinDataColumnWidth(150);
@@ -39,7 +39,7 @@ PivotTable documents() {
     });
 }
 
-PivotTable comment() {
+tables::Table comment() {
     return built("Comment", [](BpPivotTable& table) {
         table.Caption(plain("Comment"));
         table.HideTitle();
@@ -52,7 +52,7 @@ PivotTable comment() {
     });
 }
 
-PivotTable grouped() {
+tables::Table grouped() {
     return built("Cases", [](BpPivotTable& table) {
         table.Caption(plain("Weighted by frequency"));
         BpDimension region = dimension(table, "Region", 0);
@@ -71,7 +71,7 @@ PivotTable grouped() {
     });
 }
 
-PivotTable layered() {
+tables::Table layered() {
     return built("Visits", [](BpPivotTable& table) {
         BpDimension country = dimension(table, "Country", 2);
         BpDimension kind = dimension(table, "Kind", 0);
@@ -91,7 +91,7 @@ PivotTable layered() {
     });
 }
 
-PivotTable wideTexts() {
+tables::Table wideTexts() {
     return built("文字の幅", [](BpPivotTable& table) {
         BpDimension key = dimension(table, "Key", 0);
         BpDimension language = dimension(table, "Language", 1);
@@ -106,7 +106,7 @@ PivotTable wideTexts() {
     });
 }
 
-PivotTable longKeys() {
+tables::Table longKeys() {
     return built("texts.xlf", [](BpPivotTable& table) {
         BpDimension key = dimension(table, "Key", 0);
         BpDimension language = dimension(table, "Language", 1);
@@ -122,7 +122,7 @@ PivotTable longKeys() {
     });
 }
 
-PivotTable exportSummary() {
+tables::Table exportSummary() {
     return built("Export Summary", [](BpPivotTable& table) {
         table.MaxDataColumnWidth(200);
         BpDimension contents = table.Dimension(plain("Contents"), 2).Position(0, 1, 1, 0);
@@ -136,7 +136,7 @@ PivotTable exportSummary() {
     });
 }
 
-PivotTable crowded() {
+tables::Table crowded() {
     return built("A title that is longer than the terminal of this picture is wide", [](BpPivotTable& table) {
         BpDimension row = dimension(table, "Row", 0);
         BpDimension column = dimension(table, "", 1);
@@ -151,7 +151,7 @@ PivotTable crowded() {
     });
 }
 
-PivotTable columnsOnly() {
+tables::Table columnsOnly() {
     return built("Columns", [](BpPivotTable& table) {
         BpDimension column = dimension(table, "Measure", 1);
         column.Category(plain("Count")).Cell(count(3));
@@ -159,7 +159,7 @@ PivotTable columnsOnly() {
     });
 }
 
-PivotTable layersOnly() {
+tables::Table layersOnly() {
     return built("Layers", [](BpPivotTable& table) {
         BpDimension layer = dimension(table, "Year", 2);
         layer.Category(plain("2025")).Cell(count(1));
@@ -167,7 +167,7 @@ PivotTable layersOnly() {
     });
 }
 
-PivotTable withoutCells(const std::vector<std::string>& keys) {
+tables::Table withoutCells(const std::vector<std::string>& keys) {
     return built("croutput.xlf Help", [&](BpPivotTable& table) {
         BpDimension key = dimension(table, "Key", 0);
         dimension(table, "Language", 1).Category(plain("de"));
@@ -175,7 +175,7 @@ PivotTable withoutCells(const std::vector<std::string>& keys) {
     });
 }
 
-PivotTable broad() {
+tables::Table broad() {
     return built("Monthly", [](BpPivotTable& table) {
         BpDimension row = dimension(table, "Place", 0);
         BpDimension month = dimension(table, "Month", 1);

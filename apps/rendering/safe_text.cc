@@ -1,4 +1,4 @@
-#include "backend/pivot/rendering/safe_text.h"
+#include "apps/rendering/safe_text.h"
 
 #include <algorithm>
 

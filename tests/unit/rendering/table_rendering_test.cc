@@ -1,16 +1,18 @@
-#include "backend/pivot/text_rendering.h"
+#include "apps/rendering/table_rendering.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "backend/pivot/rendering/footnotes.h"
 #include "backend/text/text_width.h"
-#include "tests/unit/pivot/example_tables.h"
+#include "tests/unit/rendering/example_tables.h"
 #include "tests/unit/strings/installed_texts.h"
 
 namespace vexa {
 namespace {
+
+using rendering::renderNotes;
+using rendering::renderTable;
 
 std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> lines(1);
@@ -25,18 +27,12 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-TEST(TextRendering, LettersNotesLikeColumnsOfASpreadsheet) {
-    const std::pair<std::size_t, const char*> cases[] = {{0, "a"},   {25, "z"},  {26, "aa"},  {27, "ab"},
-                                                         {51, "az"}, {52, "ba"}, {701, "zz"}, {702, "aaa"}};
-    for (const auto& [number, letters] : cases) EXPECT_EQ(rendering::footnoteLetters(number), letters);
-}
-
 TEST(TextRendering, ItsOwnWordsAreInTheLanguageOfTheUser) {
     const InstalledTexts texts{{"pivotlog.xlf", "(empty)", "(vide)"}, {"pivotlog.xlf", "^1: ^2", "^1 : ^2"}};
-    EXPECT_EQ(renderTable(PivotTable(), {}), "(vide)\n");
+    EXPECT_EQ(renderTable(built("", [](BpPivotTable&) {}), {}), "(vide)\n");
     EXPECT_EQ(renderNotes({1, "Fichier", "a"}, {}), "Fichier : a\n");
     EXPECT_EQ(renderNotes({1, "", "a"}, {}), "a\n");
-    const PivotTable layered = built("", [](BpPivotTable& draft) {
+    const tables::Table layered = built("", [](BpPivotTable& draft) {
         dimension(draft, "", 0).Category(plain("r")).Cell(plain("x"));
         dimension(draft, "Ann\u00e9e", 2).Category(plain("2026"));
     });
@@ -56,7 +52,7 @@ TEST(TextRendering, KeepsDataColumnsWithinTheirPoints) {
         {11, 11, 90, 6},    {11, 11, 2, 2},     {-5, {}, 3, 3},    {0, 0, 3, 3},
     };
     for (const Case& each : cases) {
-        const PivotTable table = built("", [&](BpPivotTable& draft) {
+        const tables::Table table = built("", [&](BpPivotTable& draft) {
             if (each.least) draft.MinDataColumnWidth(*each.least);
             if (each.most) draft.MaxDataColumnWidth(*each.most);
             dimension(draft, "", 0).Category(plain("r")).Cell(plain(std::string(each.text, 'x')));
@@ -69,7 +65,7 @@ TEST(TextRendering, KeepsDataColumnsWithinTheirPoints) {
 }
 
 TEST(TextRendering, StaysWithinTheTerminalWhateverItsWidth) {
-    const std::pair<const char*, PivotTable> tables[] = {
+    const std::pair<const char*, tables::Table> tables[] = {
         {"documents", documents()}, {"comment", comment()}, {"grouped", grouped()},
         {"layered", layered()},     {"wide", wideTexts()},  {"export", exportSummary()},
         {"crowded", crowded()},     {"broad", broad()},
@@ -92,7 +88,7 @@ TEST(TextRendering, DrawsSomethingInATerminalThatIsTooNarrow) {
 
 TEST(TextRendering, ShowsOfSeveralDimensionsOnlyRowsThatHaveCells) {
     constexpr std::size_t count = 2000;
-    const PivotTable table = built("", [](BpPivotTable& draft) {
+    const tables::Table table = built("", [](BpPivotTable& draft) {
         BpDimension outer = dimension(draft, "Outer", 0);
         BpDimension inner = dimension(draft, "Inner", 0);
         for (std::size_t i = 0; i < count; ++i) {
@@ -107,7 +103,7 @@ TEST(TextRendering, ShowsOfSeveralDimensionsOnlyRowsThatHaveCells) {
 }
 
 TEST(TextRendering, SharesTheLettersOfEqualNotes) {
-    const PivotTable table = built("", [](BpPivotTable& draft) {
+    const tables::Table table = built("", [](BpPivotTable& draft) {
         BpDimension rows = dimension(draft, "", 0);
         rows.Category(plain("1")).Cell(plain("x")).Note(plain("one")).Note(plain("two"));
         rows.Category(plain("2")).Cell(plain("y")).Note(plain("two"));
