@@ -13,6 +13,7 @@ namespace vexa {
 class OwnerOnly {
   public:
     OwnerOnly();
+    ~OwnerOnly() = default;
     OwnerOnly(const OwnerOnly&) = delete;
     OwnerOnly& operator=(const OwnerOnly&) = delete;
 

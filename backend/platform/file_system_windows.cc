@@ -355,7 +355,7 @@ FileResult WindowsFileSystem::replace(const std::string& from, const std::string
 
 FileResult WindowsFileSystem::remove(const std::string& path) {
     const std::wstring name = systemPath(path);
-    const FileResult result = DeleteFileW(name.c_str()) != 0 ? FileResult{} : lastFailure();
+    FileResult result = DeleteFileW(name.c_str()) != 0 ? FileResult{} : lastFailure();
     forgetTemporary(pathOfSystem(name));
     return result;
 }

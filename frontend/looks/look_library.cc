@@ -62,8 +62,9 @@ ReadLook LookLibrary::read(std::string_view name) const {
     if (small == tables::plainLook()->name) return {tables::plainLook(), {}};
     for (const std::string& folder : folders_) {
         for (const std::string& spelling : {std::string(name), small}) {
-            const std::string file = folder + (folder.ends_with('/') || folder.ends_with('\\') ? "" : "/") +
-                                     spelling + std::string(extension);
+            std::string file = folder;
+            if (!folder.ends_with('/') && !folder.ends_with('\\')) file += '/';
+            file.append(spelling).append(extension);
             std::string content;
             if (!isPlainName(name) || !FileSystem::current().read(file, content, largestFile)) continue;
             return named(readLook(content), ownSpelling(file, spelling), file);
