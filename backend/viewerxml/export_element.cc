@@ -4,65 +4,13 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstddef>
 #include <tuple>
+
+#include "backend/viewerxml/export_names.h"
 
 namespace vexa {
 
 namespace {
-
-/// The attributes of the settings, in their order.
-constexpr std::array kNames = {"name",
-                               "printOption",
-                               "export",
-                               "layers",
-                               "modelViews",
-                               "documentFile",
-                               "notesAndCaptions",
-                               "wideTables",
-                               "pageSizeWidth",
-                               "pageSizeHeight",
-                               "slideSizeWidth",
-                               "slideSizeHeight",
-                               "topMargin",
-                               "bottomMargin",
-                               "leftMargin",
-                               "rightMargin",
-                               "pageBreaks",
-                               "imageFormat",
-                               "styling",
-                               "interactiveLayers",
-                               "title",
-                               "mHT",
-                               "excludeTexts",
-                               "excludeLogs",
-                               "excludeNotes",
-                               "excludeWarnings",
-                               "restyle",
-                               "embedBookmarks",
-                               "embedFonts",
-                               "slideTitles",
-                               "encoding",
-                               "columnWidth",
-                               "separator",
-                               "rowBorder",
-                               "columnBorder",
-                               "operation",
-                               "sheet",
-                               "location",
-                               "startCell",
-                               "imageRoot",
-                               "percentSize",
-                               "compress",
-                               "width",
-                               "preview",
-                               "fontHandling",
-                               "grayscale",
-                               "depth"};
-static_assert(kNames.size() == static_cast<std::size_t>(ExportSetting::depth) + 1);
-
-constexpr std::array kEndings = {"", "Unit", "Text", "Autofit"};
-static_assert(kEndings.size() == static_cast<std::size_t>(ExportAttributePart::autofit) + 1);
 
 bool comesBefore(const ExportAttribute& left, const ExportAttribute& right) {
     return std::tie(left.setting, left.part) < std::tie(right.setting, right.part);
@@ -79,14 +27,10 @@ std::string shortestForm(double number) {
 }  // namespace
 
 std::string ExportAttribute::xmlName() const {
-    return std::string(kNames.at(static_cast<std::size_t>(setting))) +
-           kEndings.at(static_cast<std::size_t>(part));
+    return std::string(formOf(setting).name).append(endingOf(part));
 }
 
-bool ExportAttribute::isEscaped() const {
-    return setting == ExportSetting::name || setting == ExportSetting::documentFile ||
-           setting == ExportSetting::title;
-}
+bool ExportAttribute::isEscaped() const { return formOf(setting).kind == SettingKind::escapedText; }
 
 void ExportElement::putText(ExportSetting setting, std::string_view text, ExportAttributePart part) {
     ExportAttribute attribute{setting, part, std::string(text)};

@@ -121,6 +121,8 @@ class ExportElement {
     void putUrl(std::string_view address, std::string_view label);
 
   private:
+    friend class ExportElementFiller;
+
     std::vector<ExportAttribute> attributes_;  // sorted by setting and part, each once
     std::vector<ExportUrl> urls_;
 };

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 #include "backend/text/character_set.h"
@@ -50,10 +51,14 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
+/// Six digits, as the module writes them, or as many as the number needs.
 std::string shown(double number) {
-    std::array<char, 32> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%g", number);
-    return {text.data(), static_cast<std::size_t>(length)};
+    std::array<char, 64> text{};
+    static_cast<void>(std::snprintf(text.data(), text.size(), "%g", number));
+    if (std::strtod(text.data(), nullptr) != number) {
+        static_cast<void>(std::snprintf(text.data(), text.size(), "%.17g", number));
+    }
+    return text.data();
 }
 
 /// Appends attributes and elements.
@@ -259,12 +264,9 @@ void Writer::writeCondition(const CellCondition& condition) {
             return put(name, "top(" + count + ")");
         case Kind::bottom:
             return put(name, "bottom(" + count + ")");
-        case Kind::comparison: {
-            std::array<char, 64> number{};
-            static_cast<void>(std::snprintf(number.data(), number.size(), "%.17g", condition.number));
-            return put(name,
-                       escaped(kComparisons[static_cast<std::size_t>(condition.comparison)]) + number.data());
-        }
+        case Kind::comparison:
+            return put(name, escaped(kComparisons[static_cast<std::size_t>(condition.comparison)]) +
+                                 shown(condition.number));
     }
 }
 
