@@ -204,7 +204,8 @@ class Scanner {
             const bool declares = isNext("<?xml") && !isNameByte(peek(5));
             return policy_.instructions && !declares ? passOver(2, "?>") : fail(notTaken);
         }
-        const bool allowed = policy_.documentTypes && isNext("<!DOCTYPE") && !hasRoot_ && open_.empty();
+        const bool first = !hasRoot_ && size.documentTypeEnd == 0;
+        const bool allowed = policy_.documentTypes && isNext("<!DOCTYPE") && first;
         return allowed ? documentType() : fail(notTaken);
     }
 
@@ -230,12 +231,16 @@ class Scanner {
         int brackets = 0;
         for (std::size_t end = at_; end < xml_.size(); ++end) {
             const char byte = xml_[end];
-            if (byte == '"' || byte == '\'') {
+            if (xml_.substr(end).starts_with("<!--")) {
+                end = std::min(xml_.find("-->", end + 4), xml_.size() - 3) + 2;
+            } else if (byte == '"' || byte == '\'') {
                 end = std::min(xml_.find(byte, end + 1), xml_.size());
             } else if (byte == '<' || byte == '>') {
                 brackets += byte == '<' ? 1 : -1;
             }
             if (brackets == 0) {
+                size.documentType = at_;
+                size.documentTypeEnd = end + 1;
                 at_ = end + 1;
                 return true;
             }

@@ -34,6 +34,9 @@ inline constexpr XmlPolicy foreignXml{false, true, true, true, true};
 struct XmlSize {
     std::size_t tags = 0;
     std::size_t quotes = 0;
+    /// Where a document type stands; both 0 without one.
+    std::size_t documentType = 0;
+    std::size_t documentTypeEnd = 0;
 };
 
 /// Refuses XML that is not well formed or not UTF-8, names an entity that XML does not define, has an

@@ -1,5 +1,6 @@
 #include "frontend/package/xml_reader.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <utility>
@@ -50,6 +51,9 @@ PackageResult XmlReader::parse(std::string xml, std::string_view root, const Xml
     if (PackageResult result = checkXml(buffer_, limits, policy, size_); !result) {
         return result;
     }
+    // The parser does not find its way through every document type.
+    std::fill(buffer_.begin() + static_cast<std::ptrdiff_t>(size_.documentType),
+              buffer_.begin() + static_cast<std::ptrdiff_t>(size_.documentTypeEnd), ' ');
     const pugi::xml_parse_result result = document_.load_buffer_inplace(
         buffer_.data(), buffer_.size(), optionsFor(policy), pugi::encoding_utf8);
     if (!result) {

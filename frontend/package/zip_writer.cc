@@ -12,7 +12,7 @@ using namespace zipformat;
 namespace {
 
 // What waits to be compressed, for each thread: enough that none is idle, little beside the document.
-constexpr std::size_t waitingBytesOfAThread = 4U << 20U;
+constexpr std::size_t waitingBytesOfAThread = 2U << 20U;
 constexpr std::size_t waitingJobsOfAThread = 256;
 constexpr std::uint16_t versionNeeded = 20;
 constexpr std::uint16_t versionWide = 45;

@@ -90,6 +90,7 @@ TEST(XmlCheck, TakesByPolicyOnly) {
         XmlPolicy policy;
     } cases[] = {
         {"<!DOCTYPE a [<!ENTITY b \"]>\"><!ELEMENT a ANY>]><a/>", {true, false, false, false, false}},
+        {"<!DOCTYPE a [<!-- don't < > --> <!ENTITY b \"c\"]<>>]><a/>", {true, false, false, false, false}},
         {"<!DOCTYPE html><a/>", {true, false, false, false, false}},
         {"<!-- ä < & --><a><!----></a><!-- x -->", {false, true, false, false, false}},
         {"<a><![CDATA[< & ]] >]]></a>", {false, false, true, false, false}},
@@ -107,9 +108,10 @@ TEST(XmlCheck, TakesByPolicyOnly) {
 TEST(XmlCheck, RefusesUnderEveryPolicy) {
     for (const char* xml :
          {"<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>", "<a><!DOCTYPE a></a>", "<a/><!DOCTYPE a>",
-          "<!DOCTYPE a [", "<!DOCTYPE a \">", "<!-- ", "<a><!-- </a>", "<a><![CDATA[</a>",
-          "<![CDATA[x]]><a/>", "<a><?x</a>", "<a><?xml version='1.0'?></a>", " <?xml version='1.0'?><a/>",
-          "<!-- \x01 --><a/>", "<!x><a/>", "<a><!ELEMENT b></a>", "<a><![CDATA[\xff]]></a>"}) {
+          "<!DOCTYPE a [", "<!DOCTYPE a><!DOCTYPE a><a/>", "<!DOCTYPE a [<!--", "<!DOCTYPE a \">", "<!-- ",
+          "<a><!-- </a>", "<a><![CDATA[</a>", "<![CDATA[x]]><a/>", "<a><?x</a>",
+          "<a><?xml version='1.0'?></a>", " <?xml version='1.0'?><a/>", "<!-- \x01 --><a/>", "<!x><a/>",
+          "<a><!ELEMENT b></a>", "<a><![CDATA[\xff]]></a>"}) {
         EXPECT_EQ(check(xml, everything).problem, PackageProblem::damaged) << xml;
     }
 }
