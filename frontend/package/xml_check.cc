@@ -202,7 +202,8 @@ class Scanner {
         }
         if (isNext("<?")) {
             const bool declares = isNext("<?xml") && !isNameByte(peek(5));
-            return policy_.instructions && !declares ? passOver(2, "?>") : fail(notTaken);
+            const bool allowed = policy_.instructions && !declares && isNameStart(peek(2));
+            return allowed ? passOver(2, "?>") : fail(notTaken);
         }
         const bool first = !hasRoot_ && size.documentTypeEnd == 0;
         const bool allowed = policy_.documentTypes && isNext("<!DOCTYPE") && first;
