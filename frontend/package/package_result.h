@@ -23,7 +23,8 @@ enum class PackageProblem {
     damaged,           ///< truncated, changed, or not well formed; detail: where
     tooLarge,          ///< beyond the limits that were given; detail: which
     otherCompression,  ///< an entry is neither stored nor deflated; detail: the method's number
-    unsafeName,        ///< an entry name that leaves the archive, or that it has twice; detail: the name
+    unsafeName,  ///< an entry name that leaves the archive; in what is written also a second of that name;
+                 ///< detail: it
     // what is written
     beyondLimits,  ///< could not be read again within the limits that were given; detail: which
 };

@@ -86,6 +86,10 @@ class Scanner {
         : xml_(xml), limits_(limits), policy_(policy) {}
 
     bool scan() {
+        // Far more than there may be is told as such, whatever else is wrong with it.
+        if (static_cast<std::size_t>(std::count(xml_.begin(), xml_.end(), '<')) > limits_.tags) {
+            return fail("XML elements"_text, PackageProblem::tooLarge);
+        }
         if (xml_.starts_with("\xEF\xBB\xBF")) {
             at_ = 3;
         }
@@ -184,9 +188,7 @@ class Scanner {
     }
 
     bool markup() {
-        if (++size.tags > limits_.tags) {
-            return fail("XML elements"_text, PackageProblem::tooLarge);
-        }
+        ++size.tags;
         if (isNext("<!") || isNext("<?")) {
             return special();
         }

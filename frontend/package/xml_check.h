@@ -12,7 +12,7 @@ namespace vexa::frontend {
 
 /// They bound the memory that the parsed XML takes, and how deep its readers nest.
 struct XmlLimits {
-    std::size_t tags = 4'000'000;    ///< `<`
+    std::size_t tags = 4'000'000;    ///< `<`, wherever it stands
     std::size_t quotes = 8'000'000;  ///< `"` and `'` inside tags
     std::size_t depth = 256;
 };

@@ -134,7 +134,7 @@ PackageResult ZipReader::readDirectory(const Directory& directory) {
             return result;
         }
         if (!places_.emplace(entry.name, entries_.size() - 1).second) {
-            return PackageResult::named(PackageProblem::unsafeName, entry.name);
+            return damagedArchive();
         }
     }
     return central.empty() ? PackageResult() : damagedArchive();

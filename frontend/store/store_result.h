@@ -23,7 +23,7 @@ enum class StoreProblem {
     damaged,           ///< truncated or changed; detail: where
     otherCompression,  ///< an entry is neither stored nor deflated; detail: the method's number
     newerFormat,       ///< detail: its format version
-    unsafeName,        ///< an entry name that leaves the archive, or that it has twice; detail: the name
+    unsafeName,        ///< an entry name that leaves the archive; detail: the name
     passwordMissing,
     passwordWrong,
     // the document to be saved

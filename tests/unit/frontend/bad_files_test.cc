@@ -145,8 +145,8 @@ TEST(BadFiles, WithDoubledOrUnknownEntries) {
         zipOf({{"manifest.xml", oneText}, {"items/000001.xml", "<text/>"}, {"items/000002.xml", "<text/>"}});
     EXPECT_EQ(problemOf(doubled).problem, StoreProblem::damaged);
     replaceAll(doubled, "items/000002.xml", "items/000001.xml");
-    EXPECT_EQ(problemOf(doubled).problem, StoreProblem::unsafeName);
-    EXPECT_EQ(problemOf(doubled).detail, "items/000001.xml");
+    EXPECT_EQ(problemOf(doubled).problem, StoreProblem::damaged);
+    EXPECT_EQ(problemOf(doubled).detail, "the archive");
 }
 
 TEST(BadFiles, ThatUnpackToGigabytes) {

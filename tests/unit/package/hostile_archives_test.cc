@@ -86,7 +86,7 @@ TEST(HostileArchives, WithEntriesThatOverlap) {
     bomb.replace(second, bomb.size() - second,
                  bytes.substr(first, second - first) + bytes.substr(endOf(bytes)));
     bomb = with(bomb, endOf(bomb) + 12, 2 * (second - first), 4);
-    EXPECT_EQ(outcomeOf(bomb).problem, PackageProblem::unsafeName) << "the name is there twice";
+    EXPECT_EQ(outcomeOf(bomb).problem, PackageProblem::damaged) << "the name is there twice";
     bomb[second + 46] = 'F';
     EXPECT_EQ(outcomeOf(bomb).problem, PackageProblem::damaged);
 }
@@ -97,8 +97,8 @@ TEST(HostileArchives, WithNamesThatAreThereTwice) {
         bytes[at + 2] = 'a';
     }
     const PackageResult result = outcomeOf(bytes);
-    EXPECT_EQ(result.problem, PackageProblem::unsafeName);
-    EXPECT_EQ(result.shownDetail(), "aaa");
+    EXPECT_EQ(result.problem, PackageProblem::damaged);
+    EXPECT_EQ(result.shownDetail(), "the archive");
 }
 
 TEST(HostileArchives, WithOtherNamesInHeadersThanInTheDirectory) {

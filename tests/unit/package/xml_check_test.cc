@@ -106,12 +106,26 @@ TEST(XmlCheck, TakesByPolicyOnly) {
 }
 
 TEST(XmlCheck, RefusesUnderEveryPolicy) {
-    for (const char* xml :
-         {"<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>", "<a><!DOCTYPE a></a>", "<a/><!DOCTYPE a>",
-          "<!DOCTYPE a [", "<!DOCTYPE a><!DOCTYPE a><a/>", "<!DOCTYPE a [<!--", "<!DOCTYPE a \">", "<!-- ",
-          "<a><!-- </a>", "<a><![CDATA[</a>", "<![CDATA[x]]><a/>", "<a><?x</a>", "<a><?0?></a>", "<a><??></a>",
-          "<a><?xml version='1.0'?></a>", " <?xml version='1.0'?><a/>", "<!-- \x01 --><a/>", "<!x><a/>",
-          "<a><!ELEMENT b></a>", "<a><![CDATA[\xff]]></a>"}) {
+    for (const char* xml : {"<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>",
+                            "<a><!DOCTYPE a></a>",
+                            "<a/><!DOCTYPE a>",
+                            "<!DOCTYPE a [",
+                            "<!DOCTYPE a><!DOCTYPE a><a/>",
+                            "<!DOCTYPE a [<!--",
+                            "<!DOCTYPE a \">",
+                            "<!-- ",
+                            "<a><!-- </a>",
+                            "<a><![CDATA[</a>",
+                            "<![CDATA[x]]><a/>",
+                            "<a><?x</a>",
+                            "<a><?0?></a>",
+                            "<a><?></a>",
+                            "<a><?xml version='1.0'?></a>",
+                            " <?xml version='1.0'?><a/>",
+                            "<!-- \x01 --><a/>",
+                            "<!x><a/>",
+                            "<a><!ELEMENT b></a>",
+                            "<a><![CDATA[\xff]]></a>"}) {
         EXPECT_EQ(check(xml, everything).problem, PackageProblem::damaged) << xml;
     }
 }
