@@ -1,0 +1,268 @@
+#include "frontend/modify/cell_selection.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <unordered_set>
+#include <utility>
+
+#include "backend/tables/layout/axis_lines.h"
+#include "frontend/modify/cell_condition.h"
+#include "frontend/modify/line_selection.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+using namespace tables;
+using Request = frontend::CellKind;
+
+/// The statistic that a keyword of cells asks for.
+struct Statistic {
+    Request kind;
+    StatisticRole role;
+};
+constexpr Statistic statistics[] = {{Request::correlation, StatisticRole::correlation},
+                                    {Request::count, StatisticRole::count},
+                                    {Request::mean, StatisticRole::mean},
+                                    {Request::median, StatisticRole::median},
+                                    {Request::percent, StatisticRole::percent},
+                                    {Request::residual, StatisticRole::residual},
+                                    {Request::significance, StatisticRole::significance}};
+
+/// The cells of a table while they are chosen: a flag a place of rows, columns and layers as shown, and
+/// labels.
+class CellChooser {
+  public:
+    CellChooser(const Table& table, const CellsChange& change)
+        : table_(table),
+          change_(change),
+          rows_(axisLines(table, Axis::row)),
+          columns_(axisLines(table, Axis::column)),
+          layers_(layersOf(table, LayerChoice::all)) {}
+
+    [[nodiscard]] bool fits() const {
+        const std::uint64_t lines = std::max<std::uint64_t>(1, rows_.size());
+        const std::uint64_t perLayer = lines * std::max<std::uint64_t>(1, columns_.size());
+        return lines <= maximalSelectedCells && perLayer <= maximalSelectedCells &&
+               perLayer * layers_.size() <= maximalSelectedCells;
+    }
+
+    void choose(SelectedCells& cells) {
+        chosen_.assign(rows_.size() * columns_.size() * layers_.size(), 0);
+        chooseAreas(cells);
+        if (isConditional(change_.condition)) {
+            labels_.clear();
+            cells.title = cells.caption = cells.footnotes = false;
+            keepMatching();
+        }
+        widen();
+        collect(cells);
+    }
+
+  private:
+    [[nodiscard]] bool asksForStatistics() const {
+        return std::any_of(std::begin(statistics), std::end(statistics),
+                           [&](const Statistic& each) { return change_.chooses(each.kind); });
+    }
+
+    void chooseAreas(SelectedCells& cells) {
+        cells.title = change_.chooses(Request::title);
+        cells.caption = change_.chooses(Request::caption);
+        cells.footnotes = change_.chooses(Request::footnotes);
+        const bool body = change_.chooses(Request::body);
+        const bool headers = change_.chooses(Request::headers);
+        if (asksForStatistics() || !change_.labels.empty() || !change_.positions.empty()) {
+            chooseShared(body || !headers, headers || !body);
+            return;
+        }
+        if (body) std::fill(chosen_.begin(), chosen_.end(), 1);
+        if (headers) addAllLabels();
+    }
+
+    /// What statistics, expressions and positions share, data and labels as asked for.
+    void chooseShared(bool data, bool labels) {
+        std::fill(chosen_.begin(), chosen_.end(), data ? 1 : 0);
+        std::optional<std::set<SelectedLabel>> shared;
+        const auto keepShared = [&](std::set<SelectedLabel> own) {
+            if (!shared) {
+                shared = std::move(own);
+                return;
+            }
+            std::erase_if(*shared, [&](const SelectedLabel& each) { return !own.contains(each); });
+        };
+        if (asksForStatistics()) {
+            keepDataOfStatistics();
+            keepShared(change_.chooses(Request::headers) ? labelsOfStatistics() : std::set<SelectedLabel>{});
+        }
+        if (!change_.labels.empty()) keepLines(linesOfLabels(table_, change_, rows_, columns_), keepShared);
+        if (!change_.positions.empty())
+            keepLines(linesOfPositions(table_, change_, rows_, columns_), keepShared);
+        if (labels && shared) labels_ = std::move(*shared);
+    }
+
+    template <typename KeepLabels>
+    void keepLines(SelectedLines lines, const KeepLabels& keepLabels) {
+        forEachCell([&](std::size_t row, std::size_t column, std::size_t, char& chosen) {
+            if (!lines.rows[row] && !lines.columns[column]) chosen = 0;
+        });
+        keepLabels(std::move(lines.labels));
+    }
+
+    [[nodiscard]] bool isWanted(StatisticRole role) const {
+        return std::any_of(std::begin(statistics), std::end(statistics), [&](const Statistic& each) {
+            return each.role == role && change_.chooses(each.kind);
+        });
+    }
+
+    /// Which lines of an axis have a category of a wanted statistic.
+    [[nodiscard]] std::vector<char> linesOfStatistics(const AxisLines& lines) const {
+        std::vector<char> wanted(lines.size());
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            for (std::size_t d = 0; d < lines.dimensions().size(); ++d) {
+                const auto& categories = table_.data->dimensions()[lines.dimensions()[d]].categories;
+                if (isWanted(categories[lines.line(i)[d]].role)) wanted[i] = 1;
+            }
+        }
+        return wanted;
+    }
+
+    void keepDataOfStatistics() {
+        const std::vector<char> rows = linesOfStatistics(rows_);
+        const std::vector<char> columns = linesOfStatistics(columns_);
+        std::vector<char> layers(layers_.size());
+        std::vector<CategoryId> ids;
+        for (std::size_t i = 0; i < layers_.size() && table_.data->placeCount() > 0; ++i) {
+            table_.data->coordinates(layers_[i], ids);
+            for (const DimensionId id : table_.view->layers) {
+                if (isWanted(table_.data->dimensions()[id].categories[ids[id]].role)) layers[i] = 1;
+            }
+        }
+        forEachCell([&](std::size_t row, std::size_t column, std::size_t layer, char& chosen) {
+            if (!rows[row] && !columns[column] && !layers[layer]) chosen = 0;
+        });
+    }
+
+    [[nodiscard]] std::set<SelectedLabel> labelsOfStatistics() const {
+        std::set<SelectedLabel> labels;
+        for (const std::vector<DimensionId>* axis : {&table_.view->rows, &table_.view->columns}) {
+            for (const DimensionId id : *axis) {
+                const TableDimension& dimension = table_.data->dimensions()[id];
+                for (const CategoryId category : shownCategories(dimension, table_.view->dimensions[id])) {
+                    if (isWanted(dimension.categories[category].role)) labels.insert({id, category, false});
+                }
+            }
+        }
+        return labels;
+    }
+
+    void addAllLabels() {
+        for (const std::vector<DimensionId>* axis : {&table_.view->rows, &table_.view->columns}) {
+            for (const DimensionId id : *axis) {
+                const TableDimension& dimension = table_.data->dimensions()[id];
+                for (const CategoryId category : shownCategories(dimension, table_.view->dimensions[id])) {
+                    labels_.insert({id, category, false});
+                }
+                for (GroupId group = 0; group < dimension.groups.size(); ++group)
+                    labels_.insert({id, group, true});
+            }
+        }
+    }
+
+    void keepMatching() {
+        ConditionJudge judge(*table_.data, change_.condition);
+        forEachCell([&](std::size_t row, std::size_t column, std::size_t layer, char& chosen) {
+            if (chosen) judge.look(placeAt(row, column, layer));
+        });
+        judge.decide();
+        forEachCell([&](std::size_t row, std::size_t column, std::size_t layer, char& chosen) {
+            if (chosen && !judge.meets(placeAt(row, column, layer))) chosen = 0;
+        });
+    }
+
+    /// Which lines of an axis have a chosen cell, or a chosen label at their end.
+    [[nodiscard]] std::vector<char> chosenLines(Axis axis) {
+        const AxisLines& lines = axis == Axis::row ? rows_ : columns_;
+        std::vector<char> has(lines.size());
+        forEachCell([&](std::size_t row, std::size_t column, std::size_t, char& chosen) {
+            if (chosen) has[axis == Axis::row ? row : column] = 1;
+        });
+        for (std::size_t i = 0; i < lines.size() && !lines.dimensions().empty(); ++i) {
+            if (labels_.contains(labelOf(lines, i))) has[i] = 1;
+        }
+        return has;
+    }
+
+    [[nodiscard]] static SelectedLabel labelOf(const AxisLines& lines, std::size_t line) {
+        return {lines.dimensions().back(), lines.line(line).back(), false};
+    }
+
+    void widen() {
+        const CellReach reach = change_.reach;
+        if (reach == CellReach::cell) return;
+        const bool toColumns =
+            reach == CellReach::column || reach == CellReach::columnData || reach == CellReach::columnHeader;
+        const bool withData = reach != CellReach::columnHeader && reach != CellReach::rowHeader;
+        const bool withLabels = reach != CellReach::columnData && reach != CellReach::rowData;
+        const Axis axis = toColumns ? Axis::column : Axis::row;
+        const AxisLines& lines = toColumns ? columns_ : rows_;
+        const std::vector<char> has = chosenLines(axis);
+        forEachCell([&](std::size_t row, std::size_t column, std::size_t, char& chosen) {
+            chosen = withData && has[toColumns ? column : row] ? 1 : 0;
+        });
+        labels_.clear();
+        for (std::size_t i = 0; i < lines.size() && withLabels && !lines.dimensions().empty(); ++i) {
+            if (has[i]) labels_.insert(labelOf(lines, i));
+        }
+    }
+
+    void collect(SelectedCells& cells) {
+        forEachCell([&](std::size_t row, std::size_t column, std::size_t layer, char& chosen) {
+            if (chosen) cells.data.push_back(placeAt(row, column, layer));
+        });
+        std::set<SelectedLabel> columns;
+        const std::vector<char> has = chosenLines(Axis::column);
+        for (std::size_t i = 0; i < has.size(); ++i) {
+            if (!has[i]) continue;
+            cells.hasColumns = true;
+            if (!columns_.dimensions().empty()) columns.insert(labelOf(columns_, i));
+        }
+        cells.columns.assign(columns.begin(), columns.end());
+        cells.labels.assign(labels_.begin(), labels_.end());
+    }
+
+    template <typename Action>
+    void forEachCell(const Action& action) {
+        std::size_t index = 0;
+        for (std::size_t layer = 0; layer < layers_.size(); ++layer) {
+            for (std::size_t row = 0; row < rows_.size(); ++row) {
+                for (std::size_t column = 0; column < columns_.size(); ++column) {
+                    action(row, column, layer, chosen_[index++]);
+                }
+            }
+        }
+    }
+
+    [[nodiscard]] Place placeAt(std::size_t row, std::size_t column, std::size_t layer) const {
+        return rows_.offset(row) + columns_.offset(column) + layers_[layer];
+    }
+
+    const Table& table_;
+    const CellsChange& change_;
+    AxisLines rows_;
+    AxisLines columns_;
+    std::vector<Place> layers_;
+    std::vector<char> chosen_;
+    std::set<SelectedLabel> labels_;
+};
+
+}  // namespace
+
+bool selectCells(const Table& table, const CellsChange& change, SelectedCells& cells) {
+    CellChooser chooser(table, change);
+    if (!chooser.fits()) return false;
+    chooser.choose(cells);
+    return true;
+}
+
+}  // namespace vexa::frontend

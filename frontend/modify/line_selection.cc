@@ -1,0 +1,138 @@
+#include "frontend/modify/line_selection.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "frontend/document/compared_text.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+using namespace tables;
+
+constexpr char separator = ';';
+
+bool wantsRows(const CellsChange& change) { return change.dimension != CellDimension::columns; }
+bool wantsColumns(const CellsChange& change) { return change.dimension != CellDimension::rows; }
+
+void addLabels(const Table& table, const std::vector<DimensionId>& axis,
+               std::unordered_set<std::string>& labels) {
+    for (const DimensionId id : axis) {
+        for (const TableCategory& each : table.data->dimensions()[id].categories)
+            labels.insert(comparedText(each.label));
+        for (const TableGroup& each : table.data->dimensions()[id].groups)
+            labels.insert(comparedText(each.label));
+    }
+}
+
+/// Which categories and groups of a dimension have a wanted label, or stand under a group that has one.
+class NamedOfDimension {
+  public:
+    NamedOfDimension(const TableDimension& dimension, const std::unordered_set<std::string>& wanted)
+        : categories_(dimension.categories.size()),
+          groups_(dimension.groups.size()),
+          inGroup_(dimension.groups.size()) {
+        for (std::size_t i = 0; i < groups_.size(); ++i) {
+            const TableGroup& group = dimension.groups[i];
+            groups_[i] = !group.label.empty() && wanted.contains(comparedText(group.label)) ? 1 : 0;
+            inGroup_[i] = groups_[i] || (group.parent != noGroup && inGroup_[group.parent]) ? 1 : 0;
+        }
+        for (std::size_t i = 0; i < categories_.size(); ++i) {
+            const TableCategory& category = dimension.categories[i];
+            own_.push_back(wanted.contains(comparedText(category.label)) ? 1 : 0);
+            categories_[i] = own_[i] || (category.group != noGroup && inGroup_[category.group]) ? 1 : 0;
+        }
+    }
+
+    [[nodiscard]] bool names(CategoryId category) const { return categories_[category] != 0; }
+    [[nodiscard]] bool namesItself(CategoryId category) const { return own_[category] != 0; }
+    [[nodiscard]] const std::vector<char>& groups() const { return groups_; }
+
+  private:
+    std::vector<char> categories_;
+    std::vector<char> groups_;
+    std::vector<char> inGroup_;
+    std::vector<char> own_;
+};
+
+void chooseByLabels(const Table& table, const AxisLines& lines, const std::unordered_set<std::string>& wanted,
+                    std::vector<char>& chosen, std::set<SelectedLabel>& labels) {
+    const std::vector<DimensionId>& dimensions = lines.dimensions();
+    for (std::size_t d = 0; d < dimensions.size(); ++d) {
+        const NamedOfDimension named(table.data->dimensions()[dimensions[d]], wanted);
+        const bool isInnermost = d + 1 == dimensions.size();
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            const CategoryId category = lines.line(i)[d];
+            if (!named.names(category)) continue;
+            chosen[i] = 1;
+            labels.insert({dimensions.back(), lines.line(i).back(), false});
+            // A category of an outer dimension stands over its lines as a group does.
+            if (!isInnermost && named.namesItself(category)) labels.insert({dimensions[d], category, false});
+        }
+        for (std::size_t group = 0; group < named.groups().size(); ++group) {
+            if (named.groups()[group]) labels.insert({dimensions[d], static_cast<GroupId>(group), true});
+        }
+    }
+}
+
+void chooseByPositions(const AxisLines& lines, const std::vector<std::int32_t>& positions,
+                       std::vector<char>& chosen, std::set<SelectedLabel>& labels) {
+    for (const std::int32_t position : positions) {
+        if (position < 1 || static_cast<std::size_t>(position) > lines.size()) continue;
+        const std::size_t line = static_cast<std::size_t>(position) - 1;
+        chosen[line] = 1;
+        if (!lines.dimensions().empty())
+            labels.insert({lines.dimensions().back(), lines.line(line).back(), false});
+    }
+}
+
+}  // namespace
+
+std::unordered_set<std::string> cutLabels(std::string_view joined,
+                                          const std::unordered_set<std::string>& known) {
+    std::vector<std::size_t> cuts;  // where pieces end
+    for (std::size_t i = 0; i < joined.size(); ++i) {
+        if (joined[i] == separator) cuts.push_back(i);
+    }
+    cuts.push_back(joined.size());
+    std::ptrdiff_t most = 0;  // separators that a known label holds
+    for (const std::string& each : known)
+        most = std::max(most, std::count(each.begin(), each.end(), separator));
+    std::unordered_set<std::string> labels;
+    std::size_t begin = 0;
+    for (std::size_t first = 0; first < cuts.size();) {
+        std::size_t last = std::min(cuts.size() - 1, first + static_cast<std::size_t>(most));
+        std::string piece = comparedText(joined.substr(begin, cuts[last] - begin));
+        while (last > first && !known.contains(piece)) {
+            --last;
+            piece = comparedText(joined.substr(begin, cuts[last] - begin));
+        }
+        if (known.contains(piece)) labels.insert(std::move(piece));
+        begin = cuts[last] + 1;
+        first = last + 1;
+    }
+    return labels;
+}
+
+SelectedLines linesOfLabels(const Table& table, const CellsChange& change, const AxisLines& rows,
+                            const AxisLines& columns) {
+    SelectedLines lines{std::vector<char>(rows.size()), std::vector<char>(columns.size()), {}};
+    std::unordered_set<std::string> known;
+    if (wantsRows(change)) addLabels(table, rows.dimensions(), known);
+    if (wantsColumns(change)) addLabels(table, columns.dimensions(), known);
+    const std::unordered_set<std::string> wanted = cutLabels(change.labels, known);
+    if (wantsRows(change)) chooseByLabels(table, rows, wanted, lines.rows, lines.labels);
+    if (wantsColumns(change)) chooseByLabels(table, columns, wanted, lines.columns, lines.labels);
+    return lines;
+}
+
+SelectedLines linesOfPositions(const Table&, const CellsChange& change, const AxisLines& rows,
+                               const AxisLines& columns) {
+    SelectedLines lines{std::vector<char>(rows.size()), std::vector<char>(columns.size()), {}};
+    if (wantsRows(change)) chooseByPositions(rows, change.positions, lines.rows, lines.labels);
+    if (wantsColumns(change)) chooseByPositions(columns, change.positions, lines.columns, lines.labels);
+    return lines;
+}
+
+}  // namespace vexa::frontend

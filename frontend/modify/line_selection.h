@@ -1,0 +1,35 @@
+// Rows and columns that are named by a label or a position.
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "backend/tables/layout/axis_lines.h"
+#include "frontend/modify/cell_selection.h"
+
+namespace vexa::frontend {
+
+struct SelectedLines {
+    std::vector<char> rows;  ///< one a row, in the order shown
+    std::vector<char> columns;
+    std::set<SelectedLabel> labels;  ///< of the lines, and of groups that were named
+};
+
+/// Lines whose innermost label, or the label of a group or an outer category over them, is one of
+/// `change.labels`.
+[[nodiscard]] SelectedLines linesOfLabels(const tables::Table& table, const CellsChange& change,
+                                          const tables::AxisLines& rows, const tables::AxisLines& columns);
+
+/// Lines whose position, from 1, is one of `change.positions`.
+[[nodiscard]] SelectedLines linesOfPositions(const tables::Table& table, const CellsChange& change,
+                                             const tables::AxisLines& rows, const tables::AxisLines& columns);
+
+/// Cuts labels that are joined by `;` into the longest pieces that are in `known`; pieces that are in none of
+/// them are left out. Texts are compared ones, see `comparedText`.
+[[nodiscard]] std::unordered_set<std::string> cutLabels(std::string_view joined,
+                                                        const std::unordered_set<std::string>& known);
+
+}  // namespace vexa::frontend
