@@ -5,8 +5,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "backend/strings/dictionary.h"
 #include "frontend/modify/cell_selection.h"
+#include "frontend/modify/number_formats.h"
 
 namespace vexa::frontend {
 
@@ -64,18 +64,20 @@ void changeWidths(TableStyle& style, const CellsChange& change, const SelectedCe
     for (const SelectedLabel& column : cells.columns) style.setWidth(column.dimension, column.id, width);
 }
 
-void changeFormats(const TableData& data, TableStyle& style, DisplayFormat format,
+/// A number that is shown in that format already gets none of its own.
+void changeFormats(const TableData& data, const TableView& view, TableStyle& style, DisplayFormat format,
                    const SelectedCells& cells) {
+    const NumberFormats formats(data, view, style);
     for (const Place place : cells.data) {
         const TableCell* const cell = data.find(place);
         if (cell == nullptr || cell->kind != tables::CellKind::number) continue;
-        style.setCellFormat(place, format, data.placeCount());
+        if (!formats.isShownIn(format, place, *cell)) style.setCellFormat(place, format, data.placeCount());
     }
 }
 
 bool changesStyle(const PreparedCellsChange& prepared) {
     const CellsChange& change = *prepared.change;
-    return change.revertToDefault || change.columnWidth || prepared.format || !prepared.style.isEmpty();
+    return change.revertToDefault || change.columnWidth || !prepared.style.isEmpty();
 }
 
 /// A table whose one data column stands under no dimension keeps the column's width as that of all data
@@ -140,37 +142,43 @@ void replaceTexts(TableView& view, const CellReplacement& replacement, const Sel
     if (cells.caption) view.caption = *replacement.text;
 }
 
-/// A text has no format: those that a style gives to cells that become texts go.
+/// What is no number has no format: those that a style gives to cells that become texts or empty go.
 void dropFormats(TableStyle& style, const CellReplacement& replacement, const SelectedCells& cells,
                  Place placeCount) {
-    if (!replacement.text || style.cellFormats().isEmpty()) return;
+    const bool keepsNumbers = !replacement.text && replacement.number != emptying;
+    if (keepsNumbers || style.cellFormats().isEmpty()) return;
     for (const Place place : cells.data) style.setCellFormat(place, {}, placeCount);
 }
 
+/// Values come before formats, which are for the numbers that are there afterwards.
 Table apply(const Table& table, const PreparedCellsChange& prepared, const SelectedCells& cells) {
     const CellsChange& change = *prepared.change;
+    const Place placeCount = table.data->placeCount();
     TableView view = *table.view;
-    TableStyle style = *table.style;
-    if (changesStyle(prepared)) {
-        changeWidths(style, change, cells);
-        changeOnlyColumn(view, change, cells);
-        StyleChanger(style, prepared, table.data->placeCount()).change(cells);
-        if (prepared.format) changeFormats(*table.data, style, *prepared.format, cells);
-    }
+    auto style = std::make_shared<TableStyle>(*table.style);
     Table changed = table;
     if (change.replacement) {
         changed.data = replaceData(table.data, *change.replacement, cells);
         replaceTexts(view, *change.replacement, cells);
-        dropFormats(style, *change.replacement, cells, table.data->placeCount());
+        dropFormats(*style, *change.replacement, cells, placeCount);
+    }
+    if (changesStyle(prepared)) {
+        changeWidths(*style, change, cells);
+        changeOnlyColumn(view, change, cells);
+        StyleChanger(*style, prepared, placeCount).change(cells);
+    }
+    if (prepared.format) {
+        changeFormats(*changed.data, view, *style, *prepared.format, cells);
+        changed.data = withoutOwnTexts(changed.data, cells.data);
     }
     changed.view = std::make_shared<const TableView>(std::move(view));
-    changed.style = std::make_shared<const TableStyle>(std::move(style));
+    changed.style = std::move(style);
     return changed;
 }
 
 /// Keeps the old pointers where nothing is different.
 Table keepSame(const Table& before, Table after) {
-    if (*after.data == *before.data) after.data = before.data;
+    if (after.data != before.data && *after.data == *before.data) after.data = before.data;
     if (*after.view == *before.view) after.view = before.view;
     if (*after.style == *before.style) after.style = before.style;
     return after;
@@ -181,10 +189,13 @@ Table keepSame(const Table& before, Table after) {
 Table changeCells(const Table& table, const PreparedCellsChange& prepared, ItemPlan& plan) {
     SelectedCells cells;
     if (!selectCells(table, *prepared.change, cells)) {
-        plan.passOver(translated("The table has too many cells for a selection."_text.key()));
+        plan.report("The table has too many cells for a selection."_text);
         return table;
     }
-    if (cells.isEmpty()) return table;
+    if (cells.isEmpty()) {
+        plan.passOver("It has no such cells."_text);
+        return table;
+    }
     Table changed = keepSame(table, apply(table, prepared, cells));
     const bool same =
         changed.data == table.data && changed.view == table.view && changed.style == table.style;

@@ -145,27 +145,19 @@ class CellChooser {
 
     [[nodiscard]] std::set<SelectedLabel> labelsOfStatistics() const {
         std::set<SelectedLabel> labels;
-        for (const std::vector<DimensionId>* axis : {&table_.view->rows, &table_.view->columns}) {
-            for (const DimensionId id : *axis) {
-                const TableDimension& dimension = table_.data->dimensions()[id];
-                for (const CategoryId category : shownCategories(dimension, table_.view->dimensions[id])) {
-                    if (isWanted(dimension.categories[category].role)) labels.insert({id, category, false});
-                }
+        for (const AxisLines* const lines : {&rows_, &columns_}) {
+            for (const SelectedLabel& each : shownLabels(*table_.data, *lines)) {
+                const TableDimension& dimension = table_.data->dimensions()[each.dimension];
+                if (!each.isGroup && isWanted(dimension.categories[each.id].role)) labels.insert(each);
             }
         }
         return labels;
     }
 
     void addAllLabels() {
-        for (const std::vector<DimensionId>* axis : {&table_.view->rows, &table_.view->columns}) {
-            for (const DimensionId id : *axis) {
-                const TableDimension& dimension = table_.data->dimensions()[id];
-                for (const CategoryId category : shownCategories(dimension, table_.view->dimensions[id])) {
-                    labels_.insert({id, category, false});
-                }
-                for (GroupId group = 0; group < dimension.groups.size(); ++group)
-                    labels_.insert({id, group, true});
-            }
+        for (const AxisLines* const lines : {&rows_, &columns_}) {
+            const std::vector<SelectedLabel> shown = shownLabels(*table_.data, *lines);
+            labels_.insert(shown.begin(), shown.end());
         }
     }
 

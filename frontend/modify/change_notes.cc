@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "backend/strings/dictionary.h"
+
 namespace vexa::frontend {
 
 namespace {
@@ -22,6 +24,10 @@ SystemText changeText(ChangeKind kind) { return changeTexts[static_cast<std::siz
 void ItemPlan::add(ChangeKind kind) {
     if (std::find(changes.begin(), changes.end(), kind) == changes.end()) changes.push_back(kind);
 }
+
+void ItemPlan::report(SystemText reason) { passedOver.push_back({translated(reason.key()), true}); }
+
+void ItemPlan::passOver(SystemText reason) { passedOver.push_back({translated(reason.key()), false}); }
 
 void Complaints::invalidFormat(const std::string& format) {
     if (known_.insert("format " + format).second) formats_.push_back(format);

@@ -36,13 +36,24 @@ inline constexpr std::size_t changeKindCount = 15;
 /// What a kind of change is called in the table of a dry run.
 [[nodiscard]] SystemText changeText(ChangeKind kind);
 
+/// Why something that was asked for does not apply to an item.
+struct PassedOver {
+    std::string reason;  ///< as shown, UTF-8
+    bool isReported;     ///< false for what is passed over in silence, but for a dry run
+
+    bool operator==(const PassedOver&) const = default;
+};
+
 /// What one group does to one item. Only what really changes something is a change.
 struct ItemPlan {
-    std::vector<ChangeKind> changes;   ///< each once, in the order in which they happened
-    std::vector<std::string> reasons;  ///< why something that was asked for does not apply; as shown, UTF-8
+    std::vector<ChangeKind> changes;  ///< each once, in the order in which they happened
+    std::vector<PassedOver> passedOver;
 
     void add(ChangeKind kind);
-    void passOver(std::string reason) { reasons.push_back(std::move(reason)); }
+    /// For what the user cannot have meant.
+    void report(SystemText reason);
+    /// For what the items of a selection may well lack.
+    void passOver(SystemText reason);
 };
 
 /// Formats and fonts that do not exist, each once, in the order in which they came up.

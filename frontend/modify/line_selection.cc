@@ -56,9 +56,25 @@ class NamedOfDimension {
     std::vector<char> own_;
 };
 
+/// The innermost labels whose lines are all chosen.
+void addInnermostLabels(const AxisLines& lines, const std::vector<char>& chosen,
+                        std::set<SelectedLabel>& labels) {
+    const DimensionId dimension = lines.dimensions().back();
+    std::unordered_set<CategoryId> left;
+    for (std::size_t i = 0; i < lines.size() && lines.dimensions().size() > 1; ++i) {
+        if (!chosen[i]) left.insert(lines.line(i).back());
+    }
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const CategoryId category = lines.line(i).back();
+        if (chosen[i] && !left.contains(category)) labels.insert({dimension, category, false});
+    }
+}
+
 void chooseByLabels(const Table& table, const AxisLines& lines, const std::unordered_set<std::string>& wanted,
                     std::vector<char>& chosen, std::set<SelectedLabel>& labels) {
     const std::vector<DimensionId>& dimensions = lines.dimensions();
+    if (dimensions.empty()) return;
+    const std::vector<SelectedLabel> shown = shownLabels(*table.data, lines);
     for (std::size_t d = 0; d < dimensions.size(); ++d) {
         const NamedOfDimension named(table.data->dimensions()[dimensions[d]], wanted);
         const bool isInnermost = d + 1 == dimensions.size();
@@ -66,14 +82,15 @@ void chooseByLabels(const Table& table, const AxisLines& lines, const std::unord
             const CategoryId category = lines.line(i)[d];
             if (!named.names(category)) continue;
             chosen[i] = 1;
-            labels.insert({dimensions.back(), lines.line(i).back(), false});
             // A category of an outer dimension stands over its lines as a group does.
             if (!isInnermost && named.namesItself(category)) labels.insert({dimensions[d], category, false});
         }
-        for (std::size_t group = 0; group < named.groups().size(); ++group) {
-            if (named.groups()[group]) labels.insert({dimensions[d], static_cast<GroupId>(group), true});
+        for (const SelectedLabel& each : shown) {
+            if (each.isGroup && each.dimension == dimensions[d] && named.groups()[each.id])
+                labels.insert(each);
         }
     }
+    addInnermostLabels(lines, chosen, labels);
 }
 
 void chooseByPositions(const AxisLines& lines, const std::vector<std::int32_t>& positions,
@@ -87,7 +104,32 @@ void chooseByPositions(const AxisLines& lines, const std::vector<std::int32_t>& 
     }
 }
 
+/// Marks a group and those around it.
+void markGroups(const TableDimension& dimension, GroupId group, std::vector<char>& marked) {
+    for (; group != noGroup && !marked[group]; group = dimension.groups[group].parent) marked[group] = 1;
+}
+
 }  // namespace
+
+std::vector<SelectedLabel> shownLabels(const TableData& data, const AxisLines& lines) {
+    std::vector<SelectedLabel> labels;
+    for (std::size_t d = 0; d < lines.dimensions().size(); ++d) {
+        const DimensionId id = lines.dimensions()[d];
+        const TableDimension& dimension = data.dimensions()[id];
+        std::vector<char> categories(dimension.categories.size());
+        std::vector<char> groups(dimension.groups.size());
+        for (std::size_t i = 0; i < lines.size(); ++i) categories[lines.line(i)[d]] = 1;
+        for (CategoryId category = 0; category < categories.size(); ++category) {
+            if (!categories[category]) continue;
+            labels.push_back({id, category, false});
+            markGroups(dimension, dimension.categories[category].group, groups);
+        }
+        for (GroupId group = 0; group < groups.size(); ++group) {
+            if (groups[group] && !dimension.groups[group].label.empty()) labels.push_back({id, group, true});
+        }
+    }
+    return labels;
+}
 
 std::unordered_set<std::string> cutLabels(std::string_view joined,
                                           const std::unordered_set<std::string>& known) {

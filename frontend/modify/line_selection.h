@@ -19,13 +19,18 @@ struct SelectedLines {
 };
 
 /// Lines whose innermost label, or the label of a group or an outer category over them, is one of
-/// `change.labels`.
+/// `change.labels`. A label that stands over several lines, as that of a category beside several outer ones
+/// does, is selected when all of them are.
 [[nodiscard]] SelectedLines linesOfLabels(const tables::Table& table, const CellsChange& change,
                                           const tables::AxisLines& rows, const tables::AxisLines& columns);
 
 /// Lines whose position, from 1, is one of `change.positions`.
 [[nodiscard]] SelectedLines linesOfPositions(const tables::Table& table, const CellsChange& change,
                                              const tables::AxisLines& rows, const tables::AxisLines& columns);
+
+/// The labels that stand on an axis: of categories, and of groups that have one.
+[[nodiscard]] std::vector<SelectedLabel> shownLabels(const tables::TableData& data,
+                                                     const tables::AxisLines& lines);
 
 /// Cuts labels that are joined by `;` into the longest pieces that are in `known`; pieces that are in none of
 /// them are left out. Texts are compared ones, see `comparedText`.

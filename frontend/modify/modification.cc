@@ -49,31 +49,48 @@ std::shared_ptr<const tables::TableLook> knownLook(std::shared_ptr<const tables:
 /// Applies one group to one outline and notes what it does.
 class GroupRun {
   public:
-    GroupRun(Modification& modification, std::unordered_set<ItemId>& touched, std::size_t group)
-        : modification_(modification), outline_(modification.outline), touched_(touched), group_(group) {}
+    GroupRun(Modification& modification, std::unordered_set<ItemId>& touched, std::size_t group,
+             PlanDetail detail)
+        : modification_(modification),
+          outline_(modification.outline),
+          touched_(touched),
+          group_(group),
+          detail_(detail) {}
 
     template <typename Prepared>
     void run(const Prepared& prepared) {
         const ModifyGroup& group = *prepared.group;
-        const std::vector<SelectedItem> selected = selectItems(outline_, group);
+        std::vector<MissedItem> missed;
+        const std::vector<SelectedItem> selected =
+            selectItems(outline_, group, detail_ == PlanDetail::allOfTheTypes ? &missed : nullptr);
         modification_.selected += selected.size();
         const std::size_t first = modification_.items.size();
-        for (const SelectedItem& each : selected) {
-            modification_.items.push_back(
-                {group_, each.number, shownLabel(outline_.find(each.id)->item), {}});
-        }
+        for (const SelectedItem& each : selected) list(each, true);
+        for (const MissedItem& each : missed) list(each.item, false).plan.passOver(each.reason);
         if (group.deletes) {
             remove(selected, first);
-            return;
+        } else {
+            for (std::size_t i = 0; i < selected.size(); ++i) {
+                touched_.insert(selected[i].id);
+                change(prepared, selected[i].id, static_cast<std::int64_t>(i),
+                       modification_.items[first + i].plan);
+            }
         }
-        for (std::size_t i = 0; i < selected.size(); ++i) {
-            touched_.insert(selected[i].id);
-            change(prepared, selected[i].id, static_cast<std::int64_t>(i),
-                   modification_.items[first + i].plan);
-        }
+        const auto begin = modification_.items.begin() + static_cast<std::ptrdiff_t>(first);
+        std::sort(begin, modification_.items.end(),
+                  [](const PlannedItem& a, const PlannedItem& b) { return a.number < b.number; });
     }
 
   private:
+    PlannedItem& list(const SelectedItem& item, bool selected) {
+        PlannedItem& planned = modification_.items.emplace_back();
+        planned.group = group_;
+        planned.number = item.number;
+        planned.label = shownLabel(outline_.find(item.id)->item);
+        planned.selected = selected;
+        return planned;
+    }
+
     void remove(const std::vector<SelectedItem>& selected, std::size_t first) {
         for (std::size_t i = 0; i < selected.size(); ++i) {
             modification_.items[first + i].plan.add(ChangeKind::deletion);
@@ -108,6 +125,7 @@ class GroupRun {
     Outline& outline_;
     std::unordered_set<ItemId>& touched_;
     std::size_t group_;
+    PlanDetail detail_;
 };
 
 /// Whether an item differs, apart from what stands under it.
@@ -163,11 +181,13 @@ void PreparedRequest::prepare(const ModifyGroup& group, LookSource& looks) {
     groups_.push_back(std::move(prepared));
 }
 
-Modification PreparedRequest::plan(const Outline& outline) const {
+Modification PreparedRequest::plan(const Outline& outline, PlanDetail detail) const {
     Modification modification;
     modification.outline = outline;
     std::unordered_set<ItemId> touched;
-    for (std::size_t i = 0; i < groups_.size(); ++i) GroupRun(modification, touched, i + 1).run(groups_[i]);
+    for (std::size_t i = 0; i < groups_.size(); ++i) {
+        GroupRun(modification, touched, i + 1, detail).run(groups_[i]);
+    }
     modification.modified = countModified(outline, modification.outline, touched);
     return modification;
 }

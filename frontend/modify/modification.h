@@ -13,13 +13,18 @@
 
 namespace vexa::frontend {
 
-/// What one group does to one item that it selects.
+/// What one group does to one item.
 struct PlannedItem {
     std::size_t group = 0;   ///< from 1
     std::size_t number = 0;  ///< of the item in the outline as the group finds it, from 1
     std::string label;       ///< as the group finds it
-    ItemPlan plan;
+    bool selected = true;
+    ItemPlan plan;  ///< of an item that is not selected: why
 };
+
+/// What a plan lists: the items that are selected, or, for a user who looks for others, also those of the
+/// selected types that are not.
+enum class PlanDetail { selectedItems, allOfTheTypes };
 
 struct Modification {
     Outline outline;                 ///< as it is afterwards
@@ -45,7 +50,8 @@ class PreparedRequest {
 
     /// What the request does to a document with this outline. Groups happen one after the other, each with
     /// what those before have changed; instances and indexes are counted anew.
-    [[nodiscard]] Modification plan(const Outline& outline) const;
+    [[nodiscard]] Modification plan(const Outline& outline,
+                                    PlanDetail detail = PlanDetail::selectedItems) const;
 
   private:
     struct Group;

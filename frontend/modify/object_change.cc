@@ -1,6 +1,5 @@
 #include "frontend/modify/object_change.h"
 
-#include "backend/strings/dictionary.h"
 #include "frontend/modify/label_index.h"
 
 namespace vexa::frontend {
@@ -28,7 +27,7 @@ void changeSize(Outline& outline, ItemId id, const ObjectChange& change, ItemPla
     const std::optional<ItemSize> present = presentSize(outline, node);
     const bool inPercent = change.widthPercent || change.heightPercent;
     if (!present && inPercent) {
-        plan.passOver(translated("It has no size that a percentage could be taken of."_text.key()));
+        plan.report("It has no size that a percentage could be taken of."_text);
         return;
     }
     const ItemSize from = present.value_or(ItemSize{});
@@ -55,8 +54,9 @@ std::optional<ItemSize> presentSize(const Outline& outline, const OutlineNode& n
     const OutlineNode* const view =
         shown < node.children.size() ? outline.find(node.children[shown]) : nullptr;
     std::optional<ItemSize> size = view == nullptr ? std::nullopt : shownSize(view->item);
-    if (size && item.width) size = ItemSize{*item.width, size->height * *item.width / size->width};
-    if (size && item.height) size = ItemSize{size->width * *item.height / size->height, *item.height};
+    if (!size || size->width <= 0 || size->height <= 0) return size;
+    if (item.width) return ItemSize{*item.width, size->height * *item.width / size->width};
+    if (item.height) return ItemSize{size->width * *item.height / size->height, *item.height};
     return size;
 }
 
@@ -71,7 +71,12 @@ void changeObject(Outline& outline, ItemId id, const ObjectChange& change, ItemP
         outline.change(id).label = change.label;
         plan.add(ChangeKind::label);
     }
-    if (asksForSize(change) && hasSize(outline.find(id)->item.type())) changeSize(outline, id, change, plan);
+    if (!asksForSize(change)) return;
+    if (hasSize(outline.find(id)->item.type())) {
+        changeSize(outline, id, change, plan);
+    } else {
+        plan.passOver("Only charts, trees and models get a size."_text);
+    }
 }
 
 void appendIndex(Outline& outline, ItemId id, IndexNotation notation, std::int64_t number, ItemPlan& plan) {

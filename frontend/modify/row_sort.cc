@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <numeric>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -84,15 +84,16 @@ std::optional<std::size_t> findColumn(const TableData& data, const AxisLines& co
     return std::nullopt;
 }
 
-/// What the other row dimensions add to a place: their first shown categories. Nothing where one shows none.
-std::optional<Place> firstOfOthers(const TableData& data, const TableView& view) {
+/// What the other row dimensions add to a place: their first combination that is shown. Nothing where there
+/// is none.
+std::optional<Place> firstOfOthers(const Table& table) {
+    if (table.view->rows.size() == 1) return 0;
+    const AxisLines rows = axisLines(table, Axis::row);
+    if (rows.isEmpty()) return std::nullopt;
+    const std::vector<DimensionId>& dimensions = rows.dimensions();
     Place offset = 0;
-    for (std::size_t i = 0; i + 1 < view.rows.size(); ++i) {
-        const DimensionId id = view.rows[i];
-        const std::vector<CategoryId> shown = shownCategories(data.dimensions()[id], view.dimensions[id]);
-        if (shown.empty()) return std::nullopt;
-        offset += shown.front() * data.stride(id);
-    }
+    for (std::size_t i = 0; i + 1 < dimensions.size(); ++i)
+        offset += rows.line(0)[i] * table.data->stride(dimensions[i]);
     return offset;
 }
 
@@ -108,17 +109,18 @@ SortKey keyOf(const TableData& data, DimensionId dimension, CategoryId category,
     return key;
 }
 
+std::vector<CategoryId> identity(std::size_t count) {
+    std::vector<CategoryId> order(count);
+    std::iota(order.begin(), order.end(), CategoryId{0});
+    return order;
+}
+
 /// The order of a dimension's categories with each group's members sorted among the places that the group
 /// has.
-std::vector<CategoryId> sortedOrder(const TableData& data, DimensionId dimension, const DimensionView& view,
-                                    Place base, bool ascending) {
+std::vector<CategoryId> sortedOrder(const TableData& data, DimensionId dimension,
+                                    const std::vector<CategoryId>& order, Place base, bool ascending) {
     const std::vector<TableCategory>& categories = data.dimensions()[dimension].categories;
-    std::vector<CategoryId> order = view.order;
-    if (order.empty()) {
-        order.resize(categories.size());
-        std::iota(order.begin(), order.end(), CategoryId{0});
-    }
-    std::unordered_map<GroupId, std::vector<std::size_t>> placesOfGroups;
+    std::map<GroupId, std::vector<std::size_t>> placesOfGroups;
     for (std::size_t i = 0; i < order.size(); ++i) placesOfGroups[categories[order[i]].group].push_back(i);
     std::vector<CategoryId> sorted(order.size());
     for (const auto& [group, places] : placesOfGroups) {
@@ -133,21 +135,25 @@ std::vector<CategoryId> sortedOrder(const TableData& data, DimensionId dimension
 
 }  // namespace
 
-bool sortRows(const Table& table, TableView& view, const SortChange& sort) {
-    if (view.rows.empty()) return false;
+SortOutcome sortRows(const Table& table, TableView& view, const SortChange& sort) {
     const TableData& data = *table.data;
     const Table arranged{table.data, std::make_shared<const TableView>(view), table.style};
     const AxisLines columns = axisLines(arranged, Axis::column);
     const std::optional<std::size_t> column = findColumn(data, columns, sort);
-    const std::optional<Place> others = firstOfOthers(data, view);
-    if (!column || !others) return false;
+    if (!column) return SortOutcome::noSuchColumn;
+    if (view.rows.empty()) return SortOutcome::same;
+    const std::optional<Place> others = firstOfOthers(arranged);
+    if (!others) return SortOutcome::same;
+    const DimensionId dimension = view.rows.back();
     const Place base = *others + columns.offset(*column) + layersOf(arranged, LayerChoice::shown).front();
-    DimensionView& rows = view.dimensions[view.rows.back()];
-    std::vector<CategoryId> order = sortedOrder(data, view.rows.back(), rows, base, sort.ascending);
-    if (order == rows.order || (rows.order.empty() && std::is_sorted(order.begin(), order.end())))
-        return false;
-    rows.order = std::move(order);
-    return true;
+    DimensionView& rows = view.dimensions[dimension];
+    const std::vector<CategoryId> unsorted = identity(data.dimensions()[dimension].categories.size());
+    const std::vector<CategoryId>& before = rows.order.empty() ? unsorted : rows.order;
+    std::vector<CategoryId> order = sortedOrder(data, dimension, before, base, sort.ascending);
+    if (order == before) return SortOutcome::same;
+    // The order of the data is written as no order, so that equal views are equal values.
+    rows.order = order == unsorted ? std::vector<CategoryId>{} : std::move(order);
+    return SortOutcome::sorted;
 }
 
 }  // namespace vexa::frontend

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -66,7 +67,8 @@ struct Candidate {
 
 class Selection : public OutlineVisitor {
   public:
-    Selection(const Outline& outline, const ModifyGroup& group) : group_(group) {
+    Selection(const Outline& outline, const ModifyGroup& group, std::vector<MissedItem>* missed)
+        : group_(group), missed_(missed) {
         for (const CommandCriterion& each : group.commands) {
             commands_.push_back({comparedText(each.name), &each});
             needsRuns_ = needsRuns_ || each.run || each.last;
@@ -78,14 +80,18 @@ class Selection : public OutlineVisitor {
     }
 
     bool enter(const WalkPlace& place) override {
-        if (isWanted(place)) {
-            candidates_.push_back(
-                {{place.node.id, place.number}, place.run == nullptr ? 0 : place.run->header});
+        const SelectedType type = selectedBy[static_cast<std::size_t>(place.item().type())];
+        if (!group_.types.includes(type)) return true;
+        const SelectedItem item{place.node.id, place.number};
+        if (const std::optional<SystemText> reason = reasonAgainst(place)) {
+            if (missed_ != nullptr) missed_->push_back({item, *reason});
+        } else {
+            candidates_.push_back({item, place.run == nullptr ? 0 : place.run->header});
         }
         return true;
     }
 
-    [[nodiscard]] std::vector<SelectedItem> take() const {
+    [[nodiscard]] std::vector<SelectedItem> take() {
         if (!group_.instances.empty()) return instances();
         std::vector<SelectedItem> items;
         items.reserve(candidates_.size());
@@ -94,12 +100,15 @@ class Selection : public OutlineVisitor {
     }
 
   private:
-    [[nodiscard]] bool isWanted(const WalkPlace& place) const {
-        if (!group_.types.includes(selectedBy[static_cast<std::size_t>(place.item().type())])) return false;
+    /// The criterion that an item does not meet; instances apart.
+    [[nodiscard]] std::optional<SystemText> reasonAgainst(const WalkPlace& place) const {
         // Views of models are selected by their own types, but not by `all`.
-        if (group_.types.all && place.model != nullptr) return false;
-        if (group_.visibleOnly && place.hidden) return false;
-        return meetsCommand(place) && meetsSubtype(place.item()) && meetsLabel(place.item());
+        if (group_.types.all && place.model != nullptr) return "It is a view of a model."_text;
+        if (group_.visibleOnly && place.hidden) return "It is hidden."_text;
+        if (!meetsCommand(place)) return "It is of another command, or of another run."_text;
+        if (!meetsSubtype(place.item())) return "It has another subtype."_text;
+        if (!meetsLabel(place.item())) return "It has another label."_text;
+        return std::nullopt;
     }
 
     [[nodiscard]] bool meetsCommand(const WalkPlace& place) const {
@@ -135,7 +144,7 @@ class Selection : public OutlineVisitor {
     }
 
     /// The n-th or last candidates: of each run where a command is asked for, else of the document.
-    [[nodiscard]] std::vector<SelectedItem> instances() const {
+    [[nodiscard]] std::vector<SelectedItem> instances() {
         std::unordered_map<ItemId, std::size_t> counts;
         for (const Candidate& each : candidates_) ++counts[countedIn(each)];
         std::unordered_map<ItemId, std::size_t> seen;
@@ -147,7 +156,11 @@ class Selection : public OutlineVisitor {
                 group_.instances.begin(), group_.instances.end(), [&](const InstanceCriterion& instance) {
                     return instance.isLast() ? isLast : number == static_cast<std::size_t>(*instance.number);
                 });
-            if (wanted) items.push_back(each.item);
+            if (wanted) {
+                items.push_back(each.item);
+            } else if (missed_ != nullptr) {
+                missed_->push_back({each.item, "It is another instance."_text});
+            }
         }
         return items;
     }
@@ -157,6 +170,7 @@ class Selection : public OutlineVisitor {
     }
 
     const ModifyGroup& group_;
+    std::vector<MissedItem>* missed_;
     std::vector<ComparedCommand> commands_;
     std::vector<std::string> subtypes_;
     std::vector<ComparedLabel> labels_;
@@ -167,8 +181,9 @@ class Selection : public OutlineVisitor {
 
 }  // namespace
 
-std::vector<SelectedItem> selectItems(const Outline& outline, const ModifyGroup& group) {
-    Selection selection(outline, group);
+std::vector<SelectedItem> selectItems(const Outline& outline, const ModifyGroup& group,
+                                      std::vector<MissedItem>* missed) {
+    Selection selection(outline, group, missed);
     walk(outline, selection);
     return selection.take();
 }

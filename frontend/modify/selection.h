@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "backend/text/system_text.h"
 #include "frontend/document/outline.h"
 #include "frontend/requests/modify_request.h"
 
@@ -16,7 +17,15 @@ struct SelectedItem {
     bool operator==(const SelectedItem&) const = default;
 };
 
-/// The items that `group` selects, in the order of the outline. One pass over the outline.
-[[nodiscard]] std::vector<SelectedItem> selectItems(const Outline& outline, const ModifyGroup& group);
+/// An item of a selected type that is not selected all the same.
+struct MissedItem {
+    SelectedItem item;
+    SystemText reason;
+};
+
+/// The items that `group` selects, in the order of the outline. One pass over the outline. `missed`, where it
+/// is not null, gets the others of the selected types.
+[[nodiscard]] std::vector<SelectedItem> selectItems(const Outline& outline, const ModifyGroup& group,
+                                                    std::vector<MissedItem>* missed = nullptr);
 
 }  // namespace vexa::frontend

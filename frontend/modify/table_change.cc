@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "backend/strings/dictionary.h"
 #include "frontend/document/compared_text.h"
+#include "frontend/modify/number_formats.h"
 #include "frontend/modify/row_sort.h"
 
 namespace vexa::frontend {
@@ -67,9 +67,12 @@ std::optional<CategoryId> categoryMeant(const TableDimension& dimension, const D
 
 void chooseLayers(const Table& table, TableView& view, const TableChange& change, ItemPlan& plan) {
     for (const LayerChange& each : change.layers) {
-        for (const DimensionId id : layersMeant(table, view, each.layer)) {
+        const std::vector<DimensionId> layers = layersMeant(table, view, each.layer);
+        if (layers.empty()) plan.passOver("It has no such layer."_text);
+        for (const DimensionId id : layers) {
             const auto category =
                 categoryMeant(table.data->dimensions()[id], view.dimensions[id], each.category);
+            if (!category) plan.passOver("The layer has no such category."_text);
             if (!category || view.dimensions[id].shown == *category) continue;
             view.dimensions[id].shown = *category;
             plan.add(ChangeKind::layer);
@@ -79,35 +82,45 @@ void chooseLayers(const Table& table, TableView& view, const TableChange& change
 
 /// Whether some number of the table is shown in another format.
 bool showsOtherFormat(const Table& table, const TableView& view, DisplayFormat format) {
-    const std::vector<DimensionId> order = view.formatOrder();
+    const NumberFormats formats(*table.data, view, *table.style);
     bool other = false;
     table.data->forEachCell([&](Place place, const TableCell& cell) {
         if (other || cell.kind != tables::CellKind::number) return;
-        DisplayFormat present = table.style->cellFormat(place);
-        if (present.kind == FormatKind::none) present = table.style->format();
-        if (present.kind == FormatKind::none) present = table.data->formatOf(place, cell, order);
-        other = present != format;
+        other = !formats.isShownIn(format, place, cell);
     });
     return other;
 }
 
-/// The changed style, or the one that the table has.
-std::shared_ptr<const TableStyle> changeStyle(const Table& table, const TableView& view,
-                                              const PreparedTableChange& prepared, ItemPlan& plan) {
+/// Style and, where numbers have texts of their own, data of the table in other formats and another look.
+void changeStyle(const TableView& view, const PreparedTableChange& prepared, Table& table, ItemPlan& plan) {
     const bool changesFormat = prepared.format && showsOtherFormat(table, view, *prepared.format);
     const bool changesLook = prepared.look != nullptr && prepared.look != table.style->look() &&
                              !(*prepared.look == *table.style->look());
-    if (!changesFormat && !changesLook) return table.style;
-    TableStyle style = *table.style;
+    if (!changesFormat && !changesLook) return;
+    auto style = std::make_shared<TableStyle>(*table.style);
     if (changesFormat) {
-        style.setFormat(*prepared.format);
+        style->setFormat(*prepared.format);
+        table.data = withoutOwnTexts(table.data);
         plan.add(ChangeKind::format);
     }
     if (changesLook) {
-        style.setLook(prepared.look);
+        style->setLook(prepared.look);
         plan.add(ChangeKind::look);
     }
-    return std::make_shared<const TableStyle>(std::move(style));
+    table.style = std::move(style);
+}
+
+void sort(const Table& table, TableView& view, const SortChange& change, ItemPlan& plan) {
+    switch (sortRows(table, view, change)) {
+        case SortOutcome::sorted:
+            plan.add(ChangeKind::sorting);
+            break;
+        case SortOutcome::noSuchColumn:
+            plan.passOver("It has no such column to sort by."_text);
+            break;
+        case SortOutcome::same:
+            break;
+    }
 }
 
 }  // namespace
@@ -117,9 +130,9 @@ Table changeTable(const Table& table, const PreparedTableChange& prepared, ItemP
     TableView view = *table.view;
     changeTexts(view, change, plan);
     if (change.transpose) transpose(view, plan);
-    if (change.sort && sortRows(table, view, *change.sort)) plan.add(ChangeKind::sorting);
+    if (change.sort) sort(table, view, *change.sort, plan);
     Table changed = table;
-    changed.style = changeStyle(table, view, prepared, plan);
+    changeStyle(view, prepared, changed, plan);
     chooseLayers(table, view, change, plan);
     if (!(view == *table.view)) changed.view = std::make_shared<const TableView>(std::move(view));
     return changed;

@@ -17,8 +17,8 @@ struct PreparedTableChange {
     std::shared_ptr<const tables::TableLook> look;  ///< null where none is asked for
 };
 
-/// The changed table, in the order title, caption, transposition, sort, format, look, layers. Data are never
-/// copied.
+/// The changed table, in the order title, caption, transposition, sort, format, look, layers. Data are copied
+/// only where a format takes the place of texts that numbers have of their own.
 [[nodiscard]] tables::Table changeTable(const tables::Table& table, const PreparedTableChange& prepared,
                                         ItemPlan& plan);
 
