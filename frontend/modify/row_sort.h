@@ -16,6 +16,7 @@ enum class SortOutcome {
 /// names, as the table is shown now: in the layer shown, beside the first combination of the other row
 /// dimensions. Each moves within its innermost group; numbers stand before texts and both before empty cells;
 /// totals stand last. Nothing is changed where it is not `sorted`.
-[[nodiscard]] SortOutcome sortRows(const tables::Table& table, tables::TableView& view, const SortChange& sort);
+[[nodiscard]] SortOutcome sortRows(const tables::Table& table, tables::TableView& view,
+                                   const SortChange& sort);
 
 }  // namespace vexa::frontend
