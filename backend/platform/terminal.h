@@ -13,7 +13,7 @@ enum class StandardStream { input = 0, output = 1, error = 2 };
 /// Columns of the terminal behind `stream`; 0 when it is none or does not say.
 [[nodiscard]] std::size_t terminalColumns(StandardStream stream);
 /// True when `stream` is a terminal that obeys ANSI sequences, and the user's surroundings do not ask for
-/// output without colours (NO_COLOR is set and not empty).
+/// output without colours (NO_COLOR is set and not empty, TERM is dumb).
 [[nodiscard]] bool showsColours(StandardStream stream);
 
 /// Reads a line from standard input, which is a terminal, without its end. Nothing at the end of the input.

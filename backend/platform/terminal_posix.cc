@@ -61,7 +61,9 @@ std::size_t terminalColumns(StandardStream stream) {
     return known ? size.ws_col : 0;
 }
 
-bool showsColours(StandardStream stream) { return isTerminal(stream) && environment("NO_COLOR").empty(); }
+bool showsColours(StandardStream stream) {
+    return isTerminal(stream) && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+}
 
 std::optional<std::string> readTerminalLine() {
     std::string line;

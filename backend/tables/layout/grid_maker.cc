@@ -59,25 +59,29 @@ void GridMaker::makeFrame(Place layer) {
     grid_.footnoteStyle = styles_.ofText(Area::footnotes);
 }
 
-/// The layer stands above the table, so its footnotes have the first letters.
+/// The layer stands above the table, so its footnotes have the first letters. Nothing where no layer can be
+/// shown.
 std::string GridMaker::layerText(Place layer) {
     const TableData& data = prepared_.data();
     const std::vector<DimensionId>& ids = prepared_.view().layers;
     std::vector<CategoryId> line;
-    std::string text;
     for (const DimensionId id : ids) {
-        const TableDimension& dimension = data.dimensions()[id];
-        if (dimension.categories.empty()) return {};
-        line.push_back(static_cast<CategoryId>(layer / data.stride(id) % dimension.categories.size()));
-        const TableCategory& category = dimension.categories[line.back()];
-        if (!text.empty()) text += ", ";
-        if (!prepared_.view().dimensions[id].labelHidden && !dimension.label.empty()) {
-            text.append(dimension.label).append(prepared_.options.behindLabel);
-        }
-        text += category.label;
-        text += bracketedMarks(marksOf(category.footnotes));
+        const std::size_t count = data.dimensions()[id].categories.size();
+        if (count == 0) return {};
+        line.push_back(static_cast<CategoryId>(layer / data.stride(id) % count));
+        if (prepared_.view().dimensions[id].isHidden(line.back())) return {};
     }
     layerFormat_ = formatOfLine(data, ids, line);
+    std::string text;
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        const TableDimension& dimension = data.dimensions()[ids[i]];
+        const TableCategory& category = dimension.categories[line[i]];
+        if (i > 0) text += ", ";
+        if (!prepared_.view().dimensions[ids[i]].labelHidden && !dimension.label.empty()) {
+            text.append(dimension.label).append(prepared_.options.behindLabel);
+        }
+        text.append(category.label).append(bracketedMarks(marksOf(category.footnotes)));
+    }
     return text;
 }
 
