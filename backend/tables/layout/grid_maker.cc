@@ -33,7 +33,7 @@ TableGrid GridMaker::make(Place layer) {
     grid_.widths = prepared_.widths;
     makeFrame(layer);
     const std::size_t data = std::size_t{prepared_.bodyRows} * prepared_.dataColumns;
-    grid_.cells.reserve(data + prepared_.bodyRows * std::min(prepared_.labelColumns, 2U) +
+    grid_.cells.reserve(data + std::size_t{prepared_.bodyRows} * std::min(prepared_.labelColumns, 2U) +
                         std::size_t{prepared_.headerRows} * (prepared_.dataColumns + 1));
     grid_.texts.reserve(data * 8);
     makeHeader();

@@ -67,7 +67,7 @@ void GridStyler::setHeaderStyle(GridCell& cell) {
     };
     borders[1] = side(cell.column + cell.columnSpan);
     borders[3] = side(cell.column);
-    const std::size_t index = static_cast<std::size_t>(&cell - grid_.cells.data());
+    const auto index = static_cast<std::size_t>(&cell - grid_.cells.data());
     std::fill_n(above_.begin() + cell.column, cell.columnSpan, index);
     cell.style = styles_.of(isCorner ? Area::corner : Area::columnLabels, labelStyle(cell), false, borders);
 }

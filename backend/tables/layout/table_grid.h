@@ -125,6 +125,8 @@ class TableLayout {
     explicit TableLayout(Table table, const LayoutOptions& options = {});
     TableLayout(TableLayout&&) noexcept;
     TableLayout& operator=(TableLayout&&) noexcept;
+    TableLayout(const TableLayout&) = delete;
+    TableLayout& operator=(const TableLayout&) = delete;
     ~TableLayout();
 
     /// The grid of one layer, which `layersOf` gave. Takes time in proportion to the grid.

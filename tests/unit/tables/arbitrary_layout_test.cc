@@ -9,7 +9,7 @@
 namespace vexa::tables {
 namespace {
 
-constexpr int kTables = 3000;
+constexpr int kTables = 1000;
 
 Table tableOf(unsigned seed) {
     std::mt19937 random(seed);
