@@ -334,7 +334,7 @@ FileResult PosixFileSystem::replace(const std::string& from, const std::string& 
 
 FileResult PosixFileSystem::remove(const std::string& path) {
     const std::string name = toNativePath(path);
-    const FileResult result = unlink(name.c_str()) == 0 ? FileResult{} : failed(errno);
+    FileResult result = unlink(name.c_str()) == 0 ? FileResult{} : failed(errno);
     forgetTemporary(name);
     return result;
 }

@@ -9,9 +9,23 @@
 
 namespace vexa::frontend {
 
-using namespace zipformat;
-
 namespace {
+
+using zipformat::centralBytes;
+using zipformat::centralSignature;
+using zipformat::endBytes;
+using zipformat::endSignature;
+using zipformat::flagEncrypted;
+using zipformat::flagSizesBehind;
+using zipformat::localBytes;
+using zipformat::localSignature;
+using zipformat::RecordReader;
+using zipformat::seeWide16;
+using zipformat::seeWide32;
+using zipformat::wideEndBytes;
+using zipformat::wideEndSignature;
+using zipformat::wideLocatorBytes;
+using zipformat::wideLocatorSignature;
 
 PackageResult damagedArchive() { return {PackageProblem::damaged, "the archive"_text}; }
 
@@ -56,7 +70,7 @@ PackageResult ZipReader::readAll() {
 // The end record is the last thing of an archive but for a comment, whose length it tells.
 PackageResult ZipReader::findDirectory(Directory& directory) const {
     constexpr std::size_t longestComment = 0xFFFF;
-    const PackageResult none =
+    PackageResult none =
         beginsWith(bytes_, localSignature) ? damagedArchive() : PackageResult(PackageProblem::notAnArchive);
     if (bytes_.size() < endBytes) {
         return none;

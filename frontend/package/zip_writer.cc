@@ -7,9 +7,18 @@
 
 namespace vexa::frontend {
 
-using namespace zipformat;
-
 namespace {
+
+using zipformat::centralSignature;
+using zipformat::endSignature;
+using zipformat::flagUtf8;
+using zipformat::localSignature;
+using zipformat::RecordWriter;
+using zipformat::seeWide16;
+using zipformat::seeWide32;
+using zipformat::wideEndBytes;
+using zipformat::wideEndSignature;
+using zipformat::wideLocatorSignature;
 
 // What waits to be compressed, for each thread: enough that none is idle, little beside the document.
 constexpr std::size_t waitingBytesOfAThread = 2U << 20U;
