@@ -59,15 +59,14 @@ std::string chooseLanguage(const std::string& installation, const std::optional<
         return *found;
     }
     if (wanted && *wanted != kEnglish) {
-        warnings.push_back(
-            composed("The installation has no texts in the language ^1 (no folder lang/^1); "
-                     "English is used."_text,
-                     {*wanted}));
+        warnings.push_back(composed(
+            "The installation has no texts in the language ^1 (no folder lang/^1); English is used instead."_text,
+            {*wanted}));
     }
     if (!hasTables(installation, kEnglish)) {
         warnings.push_back(
             translated("The installation has no English texts (no folder lang/en); messages and "
-                       "dates may show keys in the place of texts."_text));
+                       "dates may show keys in place of texts."_text));
     }
     return kEnglish;
 }
@@ -86,8 +85,7 @@ bool openInstallation(const SessionChoices& choices, std::vector<std::string>& w
     const std::string& own = choices.installationFolder;
     if (!own.empty() && !files.isFolder(own)) {
         problem = composed(
-            "The installation ^1 is no folder. Name the folder that holds lang and Looks, or leave "
-            "--installation out."_text,
+            "The installation ^1 is not a folder. Name the folder that holds lang and Looks, or leave out --installation."_text,
             {own});
         return false;
     }

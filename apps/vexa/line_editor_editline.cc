@@ -57,9 +57,7 @@ void prepareLineEditor(Session& session) {
 }
 
 SystemText lineEditorWelcome() {
-    return "Commands end with a period. The tabulator key completes, \"help\" lists the commands, the end of "
-           "input "
-           "(Ctrl-D) leaves."_text;
+    return "Commands end with a period. The Tab key completes, \"help\" lists the commands, and the end of input (Ctrl-D) quits."_text;
 }
 
 std::optional<std::string> readEditedLine(const char* prompt, const std::string& before) {

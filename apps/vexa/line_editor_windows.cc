@@ -10,7 +10,7 @@ namespace vexa::program {
 void prepareLineEditor(Session& /*session*/) {}
 
 SystemText lineEditorWelcome() {
-    return "Commands end with a period. \"help\" lists the commands, the end of input (Ctrl-Z) leaves."_text;
+    return "Commands end with a period. \"help\" lists the commands, and the end of input (Ctrl-Z) quits."_text;
 }
 
 std::optional<std::string> readEditedLine(const char* prompt, const std::string& /*before*/) {

@@ -44,7 +44,7 @@ constexpr const char* kHelpExamples = R"(Examples:
   vexa help OUTPUT SAVE PASSPROTECT     shows one of its subcommands or parameters)";
 
 constexpr const char* kPasswordExamples =
-    R"(The password is asked for twice and not shown; when standard input is no terminal, it is the first line of that. It is
+    R"(The password is asked for twice and not shown; when standard input is not a terminal, it is the first line of that. It is
 never taken from the command line, where others could see it.
 
 Examples:

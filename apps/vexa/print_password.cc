@@ -15,8 +15,7 @@ namespace {
 /// The password, asked for twice on a terminal; nothing, after a complaint, when there is none.
 std::optional<std::string> askForPassword() {
     std::optional<std::string> first = readSecretLine(translated("Password: "_text));
-    std::optional<std::string> second =
-        first ? readSecretLine(translated("The same again: "_text)) : std::nullopt;
+    std::optional<std::string> second = first ? readSecretLine(translated("Once more: "_text)) : std::nullopt;
     if (!second) {
         complain(translated("No password was given."_text));
         return std::nullopt;

@@ -34,7 +34,7 @@ FileResult runStandardInput(Session& session) {
     }
     std::string text((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
     if (std::cin.bad()) {
-        return {false, std::string("reading broke off"_text)};
+        return {false, std::string("reading was interrupted"_text)};
     }
     session.runText(std::move(text), kStandardInput);
     return {};
@@ -63,14 +63,14 @@ int runFiles(const Options& options) {
         const FileResult result = file == "-" ? runStandardInput(session) : session.runFile(file);
         if (!result) {
             complain(composed(
-                "The syntax file ^1 cannot be read: ^2. Check its name and the folder that you are in."_text,
+                "The syntax file ^1 cannot be read: ^2. Check its name and your current folder."_text,
                 {file, shownReason(result)}));
             allRead = false;
         }
     }
     const int status = surroundings->finish();
     if (!std::cout.flush()) {
-        complain(translated("Standard output could not be written to its end. Is the disk full?"_text));
+        complain(translated("Standard output could not be written completely. Is the disk full?"_text));
         return exit_status::kUsage;
     }
     return allRead ? status : exit_status::kUsage;

@@ -180,7 +180,7 @@ std::optional<ScriptedAnswers> readScriptedAnswers(std::string_view content, std
         } catch (const LineError& error) {
             return fail(number, error.message);
         } catch (const Json::parse_error& error) {
-            return fail(number, composed("this is no JSON at byte ^1 of the line"_text,
+            return fail(number, composed("this is not JSON at byte ^1 of the line"_text,
                                          {std::to_string(error.byte)}));
         } catch (const Json::out_of_range&) {
             return fail(number, translated("this line has a number that is too large"_text));

@@ -67,8 +67,7 @@ int showCommand(const KnownCommand& command, const std::string& part, Session& s
     if (!descriptor) {
         complain(session.moduleFailure().empty()
                      ? composed("This module has no command ^1."_text, {std::string(command.name)})
-                     : composed("The library of the commands cannot be loaded: ^1"_text,
-                                {session.moduleFailure()}));
+                     : composed("The command library cannot be loaded: ^1"_text, {session.moduleFailure()}));
         return exit_status::kUsage;
     }
     if (!part.empty()) {

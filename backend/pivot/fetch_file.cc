@@ -17,7 +17,8 @@ constexpr BpErrorLevel kWarning = 2;
 FileResult read(const std::string& name, std::string& content) {
     if (name.empty()) return {false, std::string("There is no name"_text)};
     // The system would take the part before the zero byte for the name.
-    if (name.find('\0') != std::string::npos) return {false, std::string("The name holds a zero byte"_text)};
+    if (name.find('\0') != std::string::npos)
+        return {false, std::string("The name contains a zero byte"_text)};
     return FileSystem::current().read(toUtf8(name), content, FetchFile::kLimit);
 }
 

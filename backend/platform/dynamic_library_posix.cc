@@ -33,7 +33,7 @@ std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, Fi
     // folders.
     const std::string native = toNativePath(path);
     if (native.find('/') == std::string::npos) {
-        constexpr SystemText kReason = "a library is named by its whole path, not by '^1'"_text;
+        constexpr SystemText kReason = "a library is named by its full path, not by '^1'"_text;
         result = {false, std::string(kReason), {path}};
         return nullptr;
     }

@@ -41,7 +41,7 @@ std::unique_ptr<DynamicLibrary> DynamicLibrary::load(const std::string& path, Fi
     // A name without a separator would be searched for in the system's folders.
     const std::string native = toNativePath(path);
     if (native.find('\\') == std::string::npos) {
-        constexpr SystemText kReason = "a library is named by its whole path, not by '^1'"_text;
+        constexpr SystemText kReason = "a library is named by its full path, not by '^1'"_text;
         result = {false, std::string(kReason), {path}};
         return nullptr;
     }

@@ -127,7 +127,7 @@ void runChangeFolder(const TokenSequenceBase& tokens) {
     const std::optional<std::string> folder =
         oneLiteral(tokens, freeTokens(spec, ""), "CD needs one quoted folder, as in: CD 'c:\\project'."_text);
     if (folder && !FileLocations::current().changeFolder(resolve(*folder))) {
-        reportError("There is no folder ^1. CD changes nothing."_text, *folder);
+        reportError("There is no folder ^1. The working folder is unchanged."_text, *folder);
     }
 }
 

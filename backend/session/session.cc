@@ -109,7 +109,7 @@ bool Session::moduleUsable() {
     if (module_.load(moduleFailure_)) {
         return true;
     }
-    reportError("The library of the commands cannot be loaded: ^1"_text, fromUtf8(moduleFailure_));
+    reportError("The command library cannot be loaded: ^1"_text, fromUtf8(moduleFailure_));
     stopped_ = true;
     return false;
 }
@@ -141,8 +141,7 @@ void Session::runModuleCommand(const KnownCommand& known, const CommandText& com
 void Session::warnOfSwallowedCommand(const CommandText& command) const {
     if (const std::optional<SwallowedCommand> found = findSwallowedCommand(command)) {
         reportWarning(
-            "Line ^1 belongs to this command and was not run, although it begins with ^2. Is the period "
-            "missing that ends the line before?"_text,
+            "Line ^1 belongs to this command and was not run, although it begins with ^2. Is the period at the end of the line before it missing?"_text,
             {std::to_string(placeOf(command, found->offset).line), std::string(found->command->name)});
     }
 }
@@ -153,10 +152,10 @@ void Session::callEntry(CommandModule::Entry entry) {
     } catch (const VexaGoToCaller&) {
         // The command was left on purpose, and whoever left it has said why.
     } catch (const std::exception& error) {
-        reportError("The command broke off: ^1"_text, error.what());
+        reportError("The command was interrupted: ^1"_text, error.what());
     } catch (...) {
-        reportError("The command broke off: ^1"_text,
-                    fromUtf8(translated("it failed in a way that it does not describe."_text)));
+        reportError("The command was interrupted: ^1"_text,
+                    fromUtf8(translated("it failed without saying why."_text)));
     }
 }
 
@@ -189,7 +188,7 @@ void Session::insertFile(const std::string& path) {
     // system's form.
     const std::string file = toNativePath(toUtf8(path));
     if (insertDepth_ >= kDeepestInsert) {
-        reportError("INSERT stands more than 32 files deep at ^1. Does a file insert itself?"_text,
+        reportError("INSERT is nested more than 32 files deep at ^1. Does a file insert itself?"_text,
                     fromUtf8(file));
         return;
     }

@@ -127,7 +127,7 @@ Part UnitCollector::partOf(const XMLCh* uri, const XMLCh* localName) {
         return partWithin(open_.back(), name);
     }
     if (!equals(name, u"xliff")) {
-        refuse("It is no XLIFF file"_text);
+        refuse("It is not an XLIFF file"_text);
     }
     return Part::container;
 }
@@ -201,7 +201,7 @@ void UnitCollector::endElement(const XMLCh* /*uri*/, const XMLCh* /*localName*/,
 }
 
 void UnitCollector::startDTD(const XMLCh* /*name*/, const XMLCh* /*publicId*/, const XMLCh* /*systemId*/) {
-    refuse("It holds a document type declaration"_text);
+    refuse("It contains a document type declaration"_text);
 }
 
 void UnitCollector::fatalError(const xml::SAXParseException& error) {

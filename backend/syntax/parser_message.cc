@@ -134,8 +134,8 @@ void ParserMessage::ParamNeedInteger(std::string_view parameter, std::string_vie
 
 void ParserMessage::ParamNeedIntegerList(std::string_view parameter, std::string_view subcommand) {
     report("ParamNeedIntegerList", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: ^1 needs a list of whole numbers, each 1 or above."_text,
-                  "^1 needs a list of whole numbers, each 1 or above."_text));
+           choose(subcommand, "Subcommand ^2: ^1 needs a list of whole numbers, each 1 or greater."_text,
+                  "^1 needs a list of whole numbers, each 1 or greater."_text));
 }
 
 void ParserMessage::ParamRequiredForSubCom(std::string_view parameter, std::string_view subcommand) {
@@ -152,8 +152,8 @@ void ParserMessage::ParenRequired(std::string_view name) {
 
 void ParserMessage::SquareBracketRequired(std::string_view parameter, std::string_view subcommand) {
     report("SquareBracketRequired", utf8({parameter, subcommand}),
-           choose(subcommand, "Subcommand ^2: the value of ^1 stands in square brackets, ^1=[...]."_text,
-                  "The value of ^1 stands in square brackets, ^1=[...]."_text));
+           choose(subcommand, "Subcommand ^2: write the value of ^1 in square brackets, as in ^1=[...]."_text,
+                  "Write the value of ^1 in square brackets, as in ^1=[...]."_text));
 }
 
 void ParserMessage::SubComRequired(std::initializer_list<std::string_view> subcommands) {

@@ -16,11 +16,10 @@ using Code = TokenSequenceBase::OperatorCode;
 
 constexpr SystemText kItTakes = "It takes ^1."_text;
 constexpr SystemText kReadAsKeyword =
-    "Without \"=\" ^1 is read as the next keyword; if it is the value, write ^2=^3."_text;
+    "Without \"=\", ^1 is read as the next keyword; if it is the value, write ^2=^3."_text;
 constexpr SystemText kCommandEnds = "Found ^1 where the command ends. ^2 takes nothing more."_text;
 constexpr SystemText kNoSubcommands =
-    "Found ^1 where a subcommand would stand, but ^2 has none. Is \"/\" part of a file name? Then put it in "
-    "quotes."_text;
+    "Found ^1 where a subcommand would be, but ^2 has none. If \"/\" is part of a file name, put the name in quotes."_text;
 
 std::vector<std::string_view> parameterNames(const SubComDescriptor& descriptor) {
     std::vector<std::string_view> names;
@@ -75,7 +74,7 @@ bool UniversalParser::refuseMissingValue(const SubComDescriptor& descriptor, con
 }
 
 bool UniversalParser::refuseUnbracketed(const ParamDescriptor& parameter) {
-    return fail(sentences({composed("The value of ^1 stands in square brackets: ^1=[...]."_text,
+    return fail(sentences({composed("Write the value of ^1 in square brackets: ^1=[...]."_text,
                                     {std::string(parameter.name())}),
                            foundNext()}),
                 nextOffset());
@@ -94,14 +93,14 @@ bool UniversalParser::refuseParameter(const SubComDescriptor& descriptor, const 
     std::vector<std::string_view> candidates = subcommandNames();
     candidates.insert(candidates.begin(), names.begin(), names.end());
     std::string message =
-        composed(descriptor.name().empty() ? "Found ^1 where a keyword of ^2 belongs."_text
-                                           : "Found ^1 where a keyword of subcommand ^2 belongs."_text,
+        composed(descriptor.name().empty() ? "Found ^1 where a keyword of ^2 was expected."_text
+                                           : "Found ^1 where a keyword of subcommand ^2 was expected."_text,
                  {nextAsTyped(), nameOf(descriptor)});
     const std::string meant = didYouMean(token, candidates);
     appendSentence(message,
                    meant.empty() && !names.empty() ? composed(kItTakes, {listKeywords(names)}) : meant);
     if (meant.empty() && beginsLaterLine(token, sequence_.command())) {
-        appendSentence(message, translated("Is the period missing that ends the command before?"_text));
+        appendSentence(message, translated("Is the period at the end of the previous command missing?"_text));
     }
     return fail(std::move(message), token.offset());
 }
@@ -117,7 +116,7 @@ bool UniversalParser::refuseBehindValue(const SubComDescriptor& descriptor, cons
     const bool swallowed = last.getTokenListSize() == 1 && last.getTokenObj(0).isWordLike() &&
                            descriptor.findParameter(last.getTokenObj(0).getString()) != nullptr;
     if (token.getOperatorCode() == Code::equalsSign && swallowed) {
-        fail(composed("The value of ^1 is missing: ^2 was read as its value, and then came \"=\"."_text,
+        fail(composed("The value of ^1 is missing: ^2 was read as its value, and \"=\" followed."_text,
                       {name, toUtf8(last.getStringToken())}),
              last.getTokenObj(0).offset());
         return true;
@@ -133,7 +132,7 @@ bool UniversalParser::refuseSlash(std::size_t offset) {
     const std::string rule = translated("The name of a subcommand must follow \"/\"."_text);
     return atEnd() ? fail(rule, offset)
                    : fail(sentences({rule, foundNext(),
-                                     translated("Is this a file name? Then put it in quotes."_text)}),
+                                     translated("If this is a file name, put it in quotes."_text)}),
                           nextOffset());
 }
 
@@ -153,8 +152,8 @@ bool UniversalParser::refuseSubcommand(const TokenInfoObj& word) {
         return fail(composed(leading == nullptr ? kCommandEnds : kNoSubcommands, arguments), word.offset());
     }
     const std::string meant = didYouMean(word, names);
-    return fail(sentences({composed("Found ^1 where a subcommand of ^2 belongs."_text, arguments),
-                           meant.empty() ? composed("It has ^1."_text, {listKeywords(names)}) : meant}),
+    return fail(sentences({composed("Found ^1 where a subcommand of ^2 was expected."_text, arguments),
+                           meant.empty() ? composed("It accepts ^1."_text, {listKeywords(names)}) : meant}),
                 word.offset());
 }
 

@@ -116,7 +116,7 @@ bool UniversalParser::parseGroupSubcommand(const GroupComDescriptor& group,
         startGroup();
     } else if (spec_.groups_.empty() || spec_.groups_.back().subcommands_.front().name() != opener) {
         return fail(
-            composed("Subcommand ^1 stands before the first ^2. Write the ^2 that it belongs to before "
+            composed("Subcommand ^1 comes before the first ^2. Write the ^2 that it belongs to before "
                      "it."_text,
                      {std::string(descriptor.name()), std::string(opener)}),
             keyword.offset());

@@ -25,7 +25,7 @@ using Result = std::optional<ValueError>;
 constexpr std::size_t kShownLength = 48;
 
 constexpr SystemText kTakesNoValue = "^1 takes no value."_text;
-constexpr SystemText kUnquoted = "Without quotes this word does not count as a text."_text;
+constexpr SystemText kUnquoted = "Without quotes, this word is not taken as text."_text;
 
 std::string formatBound(double value) {
     char text[32];
@@ -392,7 +392,7 @@ std::string whatItTakes(const ParamDescriptor& parameter) {
 }
 
 std::string onlyOne(const TokenInfoObj& second, const CommandText& command) {
-    return composed("Only one can be given; found ^1 behind the first."_text, {asTyped(second, command)});
+    return composed("Only one can be given; found ^1 after the first."_text, {asTyped(second, command)});
 }
 
 std::string didYouMean(const TokenInfoObj& token, std::span<const std::string_view> candidates) {

@@ -218,9 +218,10 @@ bool Lexer::readNumber() {
         skipDigits();
     }
     if (!atEnd() && is(text_[at_], wordStart)) {
-        return fail(from,
-                    translated("A number goes over into a word here. Put a blank between them, or quote the "
-                               "text."_text));
+        return fail(
+            from,
+            translated(
+                "A number runs into a word here. Put a blank between them, or put the text in quotes."_text));
     }
     add(TokenKind::number, 0, text_.substr(from, at_ - from), from);
     return true;
@@ -299,8 +300,9 @@ void Lexer::joinLiterals() {
 bool Lexer::refuseControlCharacter() {
     return fail(
         at_,
-        composed("A control character (code ^1) stands here. It has no meaning in a command; delete it."_text,
-                 {std::to_string(static_cast<unsigned char>(text_[at_]))}));
+        composed(
+            "There is a control character (code ^1) here. It has no meaning in a command; delete it."_text,
+            {std::to_string(static_cast<unsigned char>(text_[at_]))}));
 }
 
 bool Lexer::readOperator() {

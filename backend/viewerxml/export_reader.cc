@@ -103,7 +103,7 @@ void ExportCollector::begin(std::size_t depth, const std::string& name,
     if (depth == 2 && exportElements().at(next_ - 1).hasUrls) return beginUrl(name, attributes);
     if (depth > 1) {
         refuse(
-            "The element ^1 may not stand in ^2"_text,
+            "The element ^1 is not allowed in ^2"_text,
             {quoted(name), depth > 2 ? std::string(kUrl) : std::string(exportElements().at(next_ - 1).name)});
     }
     if (name != kRoot) refuse("The specification is no exportSpecification but ^1"_text, {quoted(name)});
@@ -133,7 +133,7 @@ void ExportCollector::beginElement(const std::string& name, const std::vector<Xm
 
 void ExportCollector::beginUrl(const std::string& name, const std::vector<XmlAttribute>& attributes) {
     if (name != kUrl) {
-        refuse("The element ^1 may not stand in ^2"_text,
+        refuse("The element ^1 is not allowed in ^2"_text,
                {quoted(name), std::string(exportElements().at(next_ - 1).name)});
     }
     std::optional<std::string> address;

@@ -37,10 +37,10 @@ class ResponseCollector final : public XmlFormCollector {
 void ResponseCollector::begin(std::size_t depth, const std::string& name,
                               const std::vector<XmlAttribute>& attributes) {
     if (depth == 0 && name != kResponseElements[0]) {
-        refuse("The answer is no exportResponse but ^1"_text, {quoted(name)});
+        refuse("The answer is not an exportResponse but ^1"_text, {quoted(name)});
     }
     if (depth == std::size(kResponseElements) || name != kResponseElements[depth]) {
-        refuse("The element ^1 may not stand in ^2"_text,
+        refuse("The element ^1 is not allowed in ^2"_text,
                {quoted(name), std::string(kResponseElements[depth - 1])});
     }
     if (depth == 2) list_->emplace_back();

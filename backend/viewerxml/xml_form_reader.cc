@@ -145,7 +145,7 @@ bool XmlFormCollector::truthOf(const XmlAttribute& attribute) {
 }
 
 void XmlFormCollector::refuseWhole(const XmlAttribute& attribute) {
-    refuse("The attribute ^1 is no whole number but ^2"_text,
+    refuse("The attribute ^1 is not a whole number but ^2"_text,
            {quoted(attribute.name), quoted(attribute.value)});
 }
 

@@ -9,7 +9,7 @@
 namespace vexa::frontend::messages {
 
 inline constexpr SystemText noDocumentOpen =
-    "No output document is open. OUTPUT NEW makes one, OUTPUT OPEN opens a saved one."_text;
+    "No output document is open. OUTPUT NEW creates one; OUTPUT OPEN opens a saved one."_text;
 inline constexpr SystemText noSuchDocument =
     "No open output document is named ^1. OUTPUT DISPLAY lists the open ones."_text;
 /// The argument of `noSuchDocument` when few documents are open: "b (open: a, c)".
@@ -19,10 +19,9 @@ inline constexpr SystemText nameMissing =
     "DISPLAY lists "
     "them."_text;
 inline constexpr SystemText nameToCloseMissing =
-    "No name was given. OUTPUT CLOSE NAME=name closes an open output document, OUTPUT CLOSE * the active "
-    "one, OUTPUT CLOSE ALL every one."_text;
+    "No name was given. OUTPUT CLOSE NAME=name closes an open output document, OUTPUT CLOSE * the active one, and OUTPUT CLOSE ALL all of them."_text;
 inline constexpr SystemText nameTaken =
-    "An output document named ^1 is open already. Choose another name, or close that document with OUTPUT "
+    "An output document named ^1 is already open. Choose another name, or close that document with OUTPUT "
     "CLOSE."_text;
 inline constexpr SystemText nameReserved =
     "An output document cannot be named ^1, because ALL and * stand for documents in commands. Choose "
@@ -38,7 +37,7 @@ inline constexpr SystemText fileOpenAlready =
     "The file ^1 is in use. Work with that output document (OUTPUT DISPLAY lists the open ones), close it "
     "with OUTPUT CLOSE, or name another file."_text;
 inline constexpr SystemText foreignFile =
-    "The file ^1 is there already and is no output document, so it is not replaced. Name another file."_text;
+    "The file ^1 already exists and is not an output document, so it is not replaced. Name another file."_text;
 /// The argument of `fileOpenAlready`: the file, and the name of the document that has it.
 inline constexpr SystemText openAs = "^1 (open as ^2)"_text;
 inline constexpr SystemText openUnnamed = "^1 (open as an unnamed document)"_text;
@@ -46,24 +45,19 @@ inline constexpr SystemText openUnnamed = "^1 (open as an unnamed document)"_tex
 inline constexpr SystemText withDetails = "^1 (^2)"_text;
 inline constexpr SystemText noSuchFile = "There is no file ^1. Check its folder and its name."_text;
 inline constexpr SystemText fileIsFolder = "^1 is a folder. Name a file in it."_text;
-inline constexpr SystemText cannotRead = "The file ^1 cannot be read. Check its rights."_text;
+inline constexpr SystemText cannotRead = "The file ^1 cannot be read. Check its permissions."_text;
 inline constexpr SystemText cannotWrite =
-    "The output document could not be saved to ^1; what was there before is unchanged. Check the folder, its "
-    "rights and "
-    "the space on the disk."_text;
+    "The output document could not be saved to ^1; what was there before is unchanged. Check the folder, its permissions and the free disk space."_text;
 inline constexpr SystemText noMemory =
     "There is not enough memory for the output document ^1. Close other documents and try again."_text;
 inline constexpr SystemText fileTooLarge =
-    "The file ^1 asks for more memory than an output document may take, and was not opened. OUTPUT SAVE "
-    "writes no such file; use a copy from a source that you trust."_text;
+    "The file ^1 would take more memory than an output document may, and was not opened. OUTPUT SAVE does not write such files; use a copy from a source that you trust."_text;
 inline constexpr SystemText notADocument =
-    "The file ^1 is no output document. OUTPUT OPEN reads files that OUTPUT SAVE has written."_text;
+    "The file ^1 is not an output document. OUTPUT OPEN reads files that OUTPUT SAVE has written."_text;
 inline constexpr SystemText damaged =
-    "The output document ^1 is damaged and was not opened. Use a copy of the file that is whole, such as a "
-    "backup."_text;
+    "The output document ^1 is damaged and was not opened. Use an undamaged copy of the file, such as a backup."_text;
 inline constexpr SystemText otherCompression =
-    "The file ^1 is compressed in a way that output documents are not, and was not opened. Pack it again "
-    "with the method deflate, or use the file as OUTPUT SAVE has written it."_text;
+    "The file ^1 is compressed in a way that output documents are not, and was not opened. Compress it again with the deflate method, or use the file as OUTPUT SAVE wrote it."_text;
 inline constexpr SystemText newerFormat =
     "The output document ^1 was written by a newer version; this program reads up to format 1. Use the newer "
     "program to "
@@ -71,19 +65,19 @@ inline constexpr SystemText newerFormat =
 /// The argument of `newerFormat`: the file and the version of its format.
 inline constexpr SystemText withFormat = "^1 (format ^2)"_text;
 inline constexpr SystemText unsafeName =
-    "The file ^1 holds a name that is not allowed in an output document, and was not opened. Use a copy of "
+    "The file ^1 contains a name that is not allowed in an output document, and was not opened. Use a copy "
+    "of "
     "the file "
     "from a source that you trust."_text;
 inline constexpr SystemText passwordMissing =
     "The output document ^1 is protected. Give its password in quotes, as in PASSWORD='password'."_text;
 inline constexpr SystemText passwordWrong =
-    "The password does not open the output document ^1. Check its spelling, also capitals."_text;
+    "The password does not open the output document ^1. Check its spelling and its capital letters."_text;
 inline constexpr SystemText passwordForm =
-    "The output document was not saved to ^1, because the password given with ENCRYPTEDPW=YES is no "
-    "encrypted password. The command \"vexa password\" makes one of 20 characters; without ENCRYPTEDPW=YES "
-    "the password itself can be given."_text;
+    "The output document was not saved to ^1, because the password given with ENCRYPTEDPW=YES is not an encrypted password. The command \"vexa password\" makes one of 20 characters; without ENCRYPTEDPW=YES, give the password itself."_text;
 inline constexpr SystemText beyondLimits =
-    "The output document was not saved to ^1, because it holds more than a file may hold. Save it in smaller "
+    "The output document was not saved to ^1, because it contains more than a file can hold. Save it in "
+    "smaller "
     "parts."_text;
 inline constexpr SystemText tableTooLarge =
     "The output document was not saved to ^1, because a table is too large to be stored without its data "

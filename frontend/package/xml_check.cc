@@ -11,17 +11,17 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr SystemText brokenTag = "line ^1, column ^2: a tag that is broken"_text;
+constexpr SystemText brokenTag = "line ^1, column ^2: a broken tag"_text;
 constexpr SystemText openElement = "line ^1, column ^2: an element that is not closed"_text;
 constexpr SystemText strayEnd = "line ^1, column ^2: an end tag without its start tag"_text;
-constexpr SystemText twice = "line ^1, column ^2: an attribute that is there twice"_text;
+constexpr SystemText twice = "line ^1, column ^2: an attribute that appears twice"_text;
 constexpr SystemText undefinedEntity = "line ^1, column ^2: an entity that is not defined"_text;
 constexpr SystemText noCharacter = "line ^1, column ^2: a character that XML cannot hold"_text;
-constexpr SystemText besideRoot = "line ^1, column ^2: something beside the root element"_text;
-constexpr SystemText notTaken = "line ^1, column ^2: XML of a kind that is not taken"_text;
+constexpr SystemText besideRoot = "line ^1, column ^2: something besides the root element"_text;
+constexpr SystemText notTaken = "line ^1, column ^2: XML of a kind that is not accepted"_text;
 constexpr SystemText otherEncoding = "line ^1, column ^2: an encoding other than UTF-8"_text;
 constexpr SystemText noRoot = "line ^1, column ^2: no root element"_text;
-constexpr SystemText tooDeep = "line ^1, column ^2: elements that nest too deep"_text;
+constexpr SystemText tooDeep = "line ^1, column ^2: elements that are nested too deeply"_text;
 
 // More attributes than this are sorted to find doubled ones.
 constexpr std::size_t fewAttributes = 12;

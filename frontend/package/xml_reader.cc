@@ -62,7 +62,7 @@ PackageResult XmlReader::parse(std::string xml, std::string_view root, const Xml
                    : PackageResult::named(PackageProblem::damaged, result.description());
     }
     if (!root.empty() && root != document_.document_element().name()) {
-        return {PackageProblem::damaged, "another root element than expected"_text};
+        return {PackageProblem::damaged, "a different root element than expected"_text};
     }
     return {};
 }

@@ -24,9 +24,7 @@ constexpr SubcommandRow kGrammar[] = {
 };
 
 constexpr ExpectedValue kValidName{
-    "one name, which begins with a letter, @, #, $ or a character above 127, goes on with those, digits, '.' "
-    "and '_', "
-    "and does not end in '.' or '_'"_text};
+    "one name that begins with a letter, @, #, $ or a character above 127, continues with those, digits, '.' or '_', and does not end in '.' or '_'"_text};
 
 struct Settings {
     std::string name;

@@ -32,14 +32,14 @@ TEST(XmlCheck, RefusesWhatIsNotWellFormedWithItsPlace) {
     } cases[] = {
         {"", "line 1, column 1: no root element"},
         {" \n ", "line 2, column 2: no root element"},
-        {"text", "line 1, column 1: something beside the root element"},
-        {"<a/>text", "line 1, column 5: something beside the root element"},
-        {"<a/>\n<b/>", "line 2, column 1: something beside the root element"},
+        {"text", "line 1, column 1: something besides the root element"},
+        {"<a/>text", "line 1, column 5: something besides the root element"},
+        {"<a/>\n<b/>", "line 2, column 1: something besides the root element"},
         {"<a>\n", "line 2, column 1: an element that is not closed"},
         {"<a>\n ä</b>", "line 2, column 3: an end tag without its start tag"},
         {"<a></a></a>", "line 1, column 8: an end tag without its start tag"},
         {"<a><b></a></b>", "line 1, column 7: an end tag without its start tag"},
-        {"<a b='1' c='2' b='3'/>", "line 1, column 21: an attribute that is there twice"},
+        {"<a b='1' c='2' b='3'/>", "line 1, column 21: an attribute that appears twice"},
         {"<a>&nbsp;</a>", "line 1, column 4: an entity that is not defined"},
         {"<a b='&x;'/>", "line 1, column 7: an entity that is not defined"},
         {"<a>&amp</a>", "line 1, column 4: an entity that is not defined"},
@@ -52,16 +52,16 @@ TEST(XmlCheck, RefusesWhatIsNotWellFormedWithItsPlace) {
         {"<a>\x01</a>", "line 1, column 4: a character that XML cannot hold"},
         {"<a>\xff</a>", "line 1, column 4: a character that XML cannot hold"},
         {"<a b='\xed\xa0\x80'/>", "line 1, column 7: a character that XML cannot hold"},
-        {"<a b='<'/>", "line 1, column 7: a tag that is broken"},
-        {"<a b=1/>", "line 1, column 6: a tag that is broken"},
-        {"<a b/>", "line 1, column 5: a tag that is broken"},
-        {"<a b='1'c='2'/>", "line 1, column 9: a tag that is broken"},
-        {"<a b='1", "line 1, column 8: a tag that is broken"},
-        {"<a", "line 1, column 3: a tag that is broken"},
-        {"<a / >", "line 1, column 4: a tag that is broken"},
-        {"< a/>", "line 1, column 2: a tag that is broken"},
-        {"<1/>", "line 1, column 2: a tag that is broken"},
-        {"<a></a b='1'>", "line 1, column 8: a tag that is broken"},
+        {"<a b='<'/>", "line 1, column 7: a broken tag"},
+        {"<a b=1/>", "line 1, column 6: a broken tag"},
+        {"<a b/>", "line 1, column 5: a broken tag"},
+        {"<a b='1'c='2'/>", "line 1, column 9: a broken tag"},
+        {"<a b='1", "line 1, column 8: a broken tag"},
+        {"<a", "line 1, column 3: a broken tag"},
+        {"<a / >", "line 1, column 4: a broken tag"},
+        {"< a/>", "line 1, column 2: a broken tag"},
+        {"<1/>", "line 1, column 2: a broken tag"},
+        {"<a></a b='1'>", "line 1, column 8: a broken tag"},
         {"<?xml version='1.0' encoding='UTF-16'?><a/>", "line 1, column 40: an encoding other than UTF-8"},
         {"<?xml version='1.0' encoding='latin1'?><a/>", "line 1, column 40: an encoding other than UTF-8"},
     };
@@ -101,7 +101,7 @@ TEST(XmlCheck, TakesByPolicyOnly) {
         EXPECT_TRUE(check(one.xml, everything)) << one.xml;
         const PackageResult refused = check(one.xml);
         EXPECT_EQ(refused.problem, PackageProblem::damaged) << one.xml;
-        EXPECT_NE(refused.shownDetail().find("of a kind that is not taken"), std::string::npos) << one.xml;
+        EXPECT_NE(refused.shownDetail().find("of a kind that is not accepted"), std::string::npos) << one.xml;
     }
 }
 
@@ -136,7 +136,7 @@ TEST(XmlCheck, KnowsTheLimits) {
     EXPECT_EQ(check("<a><b/></a>", policy, {2, 0, 2}).problem, PackageProblem::tooLarge);
     EXPECT_EQ(check("<a b=''/>", policy, {3, 1, 2}).problem, PackageProblem::tooLarge);
     EXPECT_EQ(check("<a><b/></a>", policy, {3, 0, 1}).shownDetail(),
-              "line 1, column 4: elements that nest too deep");
+              "line 1, column 4: elements that are nested too deeply");
     EXPECT_FALSE(check("<a><b></b></a>", policy, {4, 0, 1}));
 }
 

@@ -49,7 +49,7 @@ TEST(XmlReader, ValuesThatAreNotThereOrNotRight) {
 
 TEST(XmlReader, WantsTheRootThatIsExpected) {
     XmlReader reader;
-    EXPECT_EQ(reader.parse("<a/>", "b").shownDetail(), "another root element than expected");
+    EXPECT_EQ(reader.parse("<a/>", "b").shownDetail(), "a different root element than expected");
     EXPECT_TRUE(reader.parse("<a/>", ""));
     EXPECT_EQ(reader.parse("<a>", "a").shownDetail(), "line 1, column 4: an element that is not closed");
 }

@@ -34,7 +34,7 @@ TEST(DynamicLibrary, SaysWhyNothingIsLoaded) {
     }
     FileResult result;
     static_cast<void>(DynamicLibrary::load("library.so", result));
-    EXPECT_EQ(shownReason(result), "a library is named by its whole path, not by 'library.so'");
+    EXPECT_EQ(shownReason(result), "a library is named by its full path, not by 'library.so'");
 }
 
 TEST(ProgramFolder, IsTheFolderOfThisTest) { EXPECT_EQ(programFolder(), VEXA_TEST_FOLDER); }

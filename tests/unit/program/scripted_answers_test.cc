@@ -37,9 +37,9 @@ TEST_P(WrongAnswersTest, SaysWhatIsWrongAndWhere) {
 }
 
 const WrongCase kWrongCases[] = {
-    {"{", "a.jsonl:1: this is no JSON at byte 2 of the line"},
+    {"{", "a.jsonl:1: this is not JSON at byte 2 of the line"},
     {"{\"send\":1e999}", "a.jsonl:1: this line has a number that is too large"},
-    {"{}\n\nnonsense", "a.jsonl:3: this is no JSON at byte 2 of the line"},
+    {"{}\n\nnonsense", "a.jsonl:3: this is not JSON at byte 2 of the line"},
     {"[]", "a.jsonl:1: a line must be an object in braces, but is of type array"},
     {R"({"sned":{}})", "a.jsonl:1: a line has no key \"sned\"; it takes send, modify or export"},
     {R"({"send":1})", "a.jsonl:1: \"send\" must be an object in braces, but is of type number"},

@@ -170,9 +170,8 @@ TEST_F(SessionTest, StopsWithoutAModule) {
     module_.failure = "no such file";
     Session session(module_);
     session.runText("ECHO 'a'.\nOUTPUT NEW.\nOUTPUT NEW.\n", "case.vxs");
-    EXPECT_THAT(
-        log_.lines,
-        ElementsAre("text a\n", "error 3 The library of the commands cannot be loaded: no such file"));
+    EXPECT_THAT(log_.lines,
+                ElementsAre("text a\n", "error 3 The command library cannot be loaded: no such file"));
     EXPECT_TRUE(session.stopped());
     EXPECT_EQ(session.moduleFailure(), "no such file");
 }
@@ -200,9 +199,8 @@ TEST_F(SessionTest, CatchesWhatLeavesAnEntry) {
     session.runText("OUTPUT NEW.\nOUTPUT NAME a.\n", "case.vxs");
     EXPECT_THAT(log_.lines,
                 ElementsAre("start OUTDISP 1", "finish", "start OUTNEW 1",
-                            "error 3 The command broke off: out of paper", "finish", "start OUTNAME 2",
-                            "error 3 The command broke off: it failed in a way that it does not describe.",
-                            "finish"));
+                            "error 3 The command was interrupted: out of paper", "finish", "start OUTNAME 2",
+                            "error 3 The command was interrupted: it failed without saying why.", "finish"));
 }
 
 TEST_F(SessionTest, DescribesCommandsSilently) {
@@ -237,7 +235,7 @@ TEST_F(SessionTest, EndsInsertsThatInsertThemselves) {
     Session session(module_);
     session.runText("CD '" + folder_.string() + "'.\nINSERT FILE='loop.vxs'.\n", "case.vxs");
     EXPECT_EQ(calls.size(), 32U);
-    EXPECT_THAT(log_.lines.back(), HasSubstr("INSERT stands more than 32 files deep"));
+    EXPECT_THAT(log_.lines.back(), HasSubstr("INSERT is nested more than 32 files deep"));
 }
 
 TEST_F(SessionTest, ReadsPipesAndDevicesToTheirEnd) {
@@ -294,7 +292,7 @@ TEST_F(SessionTest, StaysWhereItIsWithoutTheFolder) {
     const std::string before = FileLocations::current().folder();
     Session session(module_);
     session.runText("CD '" + path("none") + "'.", "case.vxs");
-    EXPECT_THAT(log_.lines[0], HasSubstr("CD changes nothing."));
+    EXPECT_THAT(log_.lines[0], HasSubstr("The working folder is unchanged."));
     EXPECT_EQ(FileLocations::current().folder(), before);
 }
 

@@ -63,10 +63,10 @@ TEST(ShownReason, IsInTheLanguageOfTheUserWithItsArguments) {
 
 // The table that lacks its own complaint is the one that is being read.
 TEST(ShownReason, OfATableThatCannotBeReadIsFoundInTheOthers) {
-    InstalledTexts installed({{"platform.xlf", "It is no XLIFF file", "Pas un fichier XLIFF"}});
+    InstalledTexts installed({{"platform.xlf", "It is not an XLIFF file", "Pas un fichier XLIFF"}});
     frontend::MemoryFileSystem& system = installed.system();
     system.files["\\texts\\outname.xlf"] = "<other/>";
-    EXPECT_EQ(under("Output Name", "It is no XLIFF file"), "Pas un fichier XLIFF");
+    EXPECT_EQ(under("Output Name", "It is not an XLIFF file"), "Pas un fichier XLIFF");
     std::vector<keyValueGloss> entries;
     EXPECT_FALSE(FacSTStringTable().GetKeysAndValues("\\texts\\outname.xlf", entries));
     const std::vector<StringTableComplaint> complaints = takeStringTableComplaints();

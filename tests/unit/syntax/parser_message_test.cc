@@ -97,16 +97,17 @@ INSTANTIATE_TEST_SUITE_P(
             "Subcommand TABLE: COLPOSITION needs a whole number. Positions and instances count from 1."},
         MessageCase{[](Messages& m) { m.ParamNeedIntegerList("POSITION", "TABLECELLS"); },
                     "ParamNeedIntegerList(POSITION|TABLECELLS)",
-                    "Subcommand TABLECELLS: POSITION needs a list of whole numbers, each 1 or above."},
+                    "Subcommand TABLECELLS: POSITION needs a list of whole numbers, each 1 or greater."},
         MessageCase{[](Messages& m) { m.ParamRequiredForSubCom("SELECT", "TABLECELLS"); },
                     "ParamRequiredForSubCom(SELECT|TABLECELLS)", "Subcommand TABLECELLS needs SELECT."},
         MessageCase{[](Messages& m) { m.ParamNoSubCom("FOO"); }, "ParamNoSubCom(FOO)",
                     "FOO is not known here."},
         MessageCase{[](Messages& m) { m.ParenRequired("URL"); }, "ParenRequired(URL)",
                     "URL: a list in parentheses is needed, such as (1 2)."},
-        MessageCase{[](Messages& m) { m.SquareBracketRequired("SELECT", "TABLECELLS"); },
-                    "SquareBracketRequired(SELECT|TABLECELLS)",
-                    "Subcommand TABLECELLS: the value of SELECT stands in square brackets, SELECT=[...]."},
+        MessageCase{
+            [](Messages& m) { m.SquareBracketRequired("SELECT", "TABLECELLS"); },
+            "SquareBracketRequired(SELECT|TABLECELLS)",
+            "Subcommand TABLECELLS: write the value of SELECT in square brackets, as in SELECT=[...]."},
         MessageCase{[](Messages& m) {
                         m.SubComRequired({"DOC", "PDF", "XLS"});
                     },

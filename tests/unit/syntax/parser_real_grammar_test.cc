@@ -44,20 +44,21 @@ INSTANTIATE_TEST_SUITE_P(
         RealCase{"/SELECT ALL EXCEPT=[FOO 'x']", "{}<SELECT{ALL; EXCEPT=FOO 'x'}>"},
         RealCase{"/SELECT ALL EXCEPT TABLES",
                  "20: EXCEPT needs a value: one or more of CHARTS, HEADINGS, LOGS, TABLES, TEXTS or NOTES. "
-                 "Without \"=\" "
-                 "\"TABLES\" is read as the next keyword; if it is the value, write EXCEPT=TABLES."},
+                 "Without \"=\", \"TABLES\" is read as the next keyword; if it is the value, write "
+                 "EXCEPT=TABLES."},
         RealCase{"/SELECT TABLES TABLES",
                  "16: TABLES is given twice; it can be given once in subcommand SELECT."},
-        RealCase{"/SELECT TABELS",
-                 "9: Found \"TABELS\" where a keyword of subcommand SELECT belongs. Did you mean TABLES?"},
+        RealCase{
+            "/SELECT TABELS",
+            "9: Found \"TABELS\" where a keyword of subcommand SELECT was expected. Did you mean TABLES?"},
         RealCase{"/SELECT TABLES=1", "15: TABLES takes no value. Leave out \"=\" and what follows it."},
         RealCase{"/SELECT TABLES, LOGS",
-                 "15: Found \",\" where a keyword of subcommand SELECT belongs. It takes ALL, CHARTS, "
+                 "15: Found \",\" where a keyword of subcommand SELECT was expected. It takes ALL, CHARTS, "
                  "HEADINGS, LOGS, "
                  "TABLES, TEXTS, NOTES or EXCEPT."},
         RealCase{"NAME=a", "7: Subcommand SELECT is missing: OUTPUT MODIFY needs at least one."},
         RealCase{"/DELETEOBJECT /SELECT ALL",
-                 "2: Subcommand DELETEOBJECT stands before the first SELECT. Write the SELECT that it "
+                 "2: Subcommand DELETEOBJECT comes before the first SELECT. Write the SELECT that it "
                  "belongs to before it."},
         RealCase{"/SELECT ALL /TABLE /TABLE", "21: Subcommand TABLE is given twice; it can be given once."},
         RealCase{"/SELECT ALL /TABLE /SELECT LOGS /TABLE", "{}<SELECT{ALL}TABLE{}><SELECT{LOGS}TABLE{}>"}));
@@ -94,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
         RealCase{"/SELECT ALL /IF INSTANCES=[1, LAST -2] SUBTYPES=['a','b']",
                  "{}<SELECT{ALL}IF{INSTANCES=1 , LAST -2; SUBTYPES='a' 'b'}>"},
         RealCase{"/SELECT ALL /IF INSTANCES=LAST",
-                 "27: The value of INSTANCES stands in square brackets: INSTANCES=[...]. Found \"LAST\"."},
+                 "27: Write the value of INSTANCES in square brackets: INSTANCES=[...]. Found \"LAST\"."},
         RealCase{"/SELECT ALL /OBJECTPROPERTIES SIZE=POINTS(10, -5) VISIBLE NO",
                  "{}<SELECT{ALL}OBJECTPROPERTIES{SIZE=POINTS ( 10 , -5 ); VISIBLE=NO}>"},
         RealCase{"/SELECT ALL /OBJECTPROPERTIES SIZE=FEET(1 1)",
@@ -129,7 +130,7 @@ INSTANTIATE_TEST_SUITE_P(
         RealCase{"/BMP PERCENTSIZE=201", "{}BMP{PERCENTSIZE=201}"},
         RealCase{"/BMP PERCENTSIZE", "{}BMP{PERCENTSIZE}"},
         RealCase{"/BMB PERCENTSIZE=1",
-                 "2: Found \"BMB\" where a subcommand of OUTPUT EXPORT belongs. Did you mean BMP?"}));
+                 "2: Found \"BMB\" where a subcommand of OUTPUT EXPORT was expected. Did you mean BMP?"}));
 
 }  // namespace
 }  // namespace vexa

@@ -72,28 +72,29 @@ INSTANTIATE_TEST_SUITE_P(
         StructureCase{"FILE='x' /LINE",
                       "15: TEXT is missing: subcommand LINE needs it, with one quoted text or one word."},
         StructureCase{"FILE='x' NAMED=a",
-                      "10: Found \"NAMED\" where a keyword of TRY belongs. Did you mean NAME?"},
+                      "10: Found \"NAMED\" where a keyword of TRY was expected. Did you mean NAME?"},
         StructureCase{"FILE=x NAMED", "{FILE=x NAMED}"},  // the command sees that this is no file
-        StructureCase{"NAMED=a", "1: Found \"NAMED\" where a keyword of TRY belongs. Did you mean NAME?"},
+        StructureCase{"NAMED=a",
+                      "1: Found \"NAMED\" where a keyword of TRY was expected. Did you mean NAME?"},
         StructureCase{"QQQQ=a",
-                      "1: Found \"QQQQ\" where a keyword of TRY belongs. It takes FILE, NAME or LOCK."},
-        StructureCase{"NAME LOCK=YES",
-                      "6: NAME needs a value: one word or one quoted text. Without \"=\" \"LOCK\" is read as "
-                      "the next keyword; "
-                      "if it is the value, write NAME=LOCK."},
+                      "1: Found \"QQQQ\" where a keyword of TRY was expected. It takes FILE, NAME or LOCK."},
+        StructureCase{
+            "NAME LOCK=YES",
+            "6: NAME needs a value: one word or one quoted text. Without \"=\", \"LOCK\" is read as "
+            "the next keyword; "
+            "if it is the value, write NAME=LOCK."},
         StructureCase{"NAME= LOCK=YES",
-                      "7: The value of NAME is missing: LOCK was read as its value, and then came \"=\"."},
+                      "7: The value of NAME is missing: LOCK was read as its value, and \"=\" followed."},
         StructureCase{"NAME=a 'b'",
-                      "8: NAME takes one word or one quoted text. Only one can be given; found \"'b'\" "
-                      "behind the first."},
+                      "8: NAME takes one word or one quoted text. Only one can be given; found \"'b'\" after "
+                      "the first."},
         StructureCase{"FILE='x' /SUBB",
-                      "11: Found \"SUBB\" where a subcommand of TRY belongs. Did you mean SUB?"},
+                      "11: Found \"SUBB\" where a subcommand of TRY was expected. Did you mean SUB?"},
         StructureCase{"FILE='x' /OTHERS",
-                      "11: Found \"OTHERS\" where a subcommand of TRY belongs. It has SUB or LINE."},
+                      "11: Found \"OTHERS\" where a subcommand of TRY was expected. It accepts SUB or LINE."},
         StructureCase{"FILE='x' //SUB",
-                      "11: The name of a subcommand must follow \"/\". Found \"/\". Is this a file name? "
-                      "Then put it in "
-                      "quotes."},
+                      "11: The name of a subcommand must follow \"/\". Found \"/\". If this is a file name, "
+                      "put it in quotes."},
         StructureCase{"FILE='x'\n  NAME=5",
                       "line 2, 8: NAME takes one word or one quoted text. Found \"5\"."},
         StructureCase{"FILE='x",

@@ -61,12 +61,12 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{oneText(), "P=(a)", "{P=( a )}; warned at 3" + kOneText + " Found \"(\"." + kIgnored},
         ValueCase{oneText(), "P=ALL all",
                   "{P=ALL all}; warned at 7" + kOneText +
-                      " Only one can be given; found \"all\" behind the first." + kIgnored},
+                      " Only one can be given; found \"all\" after the first." + kIgnored},
         ValueCase{oneText(), "P='a' b c",
                   "{P='a' b c}; warned at 7" + kOneText +
-                      " Only one can be given; found \"b\" behind the first." + kIgnored}));
+                      " Only one can be given; found \"b\" after the first." + kIgnored}));
 
-const std::string kUnquoted = " Without quotes this word does not count as a text.";
+const std::string kUnquoted = " Without quotes, this word is not taken as text.";
 
 ParamDescriptor readOnly(UPSpecTypes::ReadValue what) { return p(Spec::literalOrWord).readOnly(what); }
 
@@ -99,15 +99,13 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{p(Spec::tokens), "P=[a (b", "{P=[ a ( b}"}, ValueCase{p(Spec::tokens), "P=)]", "{P=) ]}"},
         ValueCase{p(Spec::tokens), "P=(a/b)", "{P=( a / b )}"},
         ValueCase{p(Spec::tokens), "P=a P=b", "5: P is given twice; it can be given once in TRY."},
-        ValueCase{
-            p(Spec::tokens), "P=/tmp/x",
-            "4: Found \"tmp\" where a subcommand would stand, but TRY has none. Is \"/\" part of a file "
-            "name? Then put it in quotes."},
+        ValueCase{p(Spec::tokens), "P=/tmp/x",
+                  "4: Found \"tmp\" where a subcommand would be, but TRY has none. If \"/\" is part of a "
+                  "file name, put the name in quotes."},
         ValueCase{p(Spec::tokens), "P='x' /", "7: The name of a subcommand must follow \"/\"."},
-        ValueCase{
-            p(Spec::tokens), "P='x' / 5",
-            "9: The name of a subcommand must follow \"/\". Found \"5\". Is this a file name? Then put it "
-            "in quotes."}));
+        ValueCase{p(Spec::tokens), "P='x' / 5",
+                  "9: The name of a subcommand must follow \"/\". Found \"5\". If this is a file name, put "
+                  "it in quotes."}));
 
 INSTANTIATE_TEST_SUITE_P(
     Word, ValueTest,
@@ -120,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{yesNo(Spec::word), "P", "2: P needs a value: YES or NO."},
         ValueCase{yesNo(Spec::word), "P=", "3: P needs a value: YES or NO."},
         ValueCase{yesNo(Spec::word), "P=YES 1",
-                  "7: P takes YES or NO. Only one can be given; found \"1\" behind the first."},
+                  "7: P takes YES or NO. Only one can be given; found \"1\" after the first."},
         ValueCase{p(Spec::word), "P=any.1", "{P=any.1}"}, ValueCase{p(Spec::word), "P='a b'", "{P='a b'}"},
         ValueCase{p(Spec::word), "P=ALL", "{P=ALL}"},
         ValueCase{p(Spec::word), "P=5", "3: P takes one word or one quoted text. Found \"5\"."},
@@ -200,9 +198,9 @@ INSTANTIATE_TEST_SUITE_P(
                     ValueCase{p(Spec::literals, Brackets::optional), "P 'a' 'b'", "{P='a' 'b'}"},
                     ValueCase{p(Spec::literals, Brackets::required), "P['a']", "{P='a'}"},
                     ValueCase{p(Spec::literals, Brackets::required), "P='a'",
-                              "3: The value of P stands in square brackets: P=[...]. Found \"'a'\"."},
+                              "3: Write the value of P in square brackets: P=[...]. Found \"'a'\"."},
                     ValueCase{p(Spec::literals, Brackets::required), "P",
-                              "2: The value of P stands in square brackets: P=[...]."},
+                              "2: Write the value of P in square brackets: P=[...]."},
                     ValueCase{p(Spec::literals, Brackets::required).checkedByCommand(), "P='a'", "{P='a'}"},
                     ValueCase{p(Spec::literals, Brackets::required), "P=['a' 'b'",
                               "3: The list of P is not closed: \"]\" is missing."},
@@ -212,7 +210,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ValueCase{p(Spec::tokens, Brackets::required), "P=[a [b] (c) P]", "{P=a [ b ] ( c ) P}"},
                     ValueCase{p(Spec::tokens), "P=[a]", "{P=[ a ]}"},
                     ValueCase{p(Spec::number, Brackets::optional), "P=[1 2]",
-                              "6: P takes a number. Only one can be given; found \"2\" behind the first."}));
+                              "6: P takes a number. Only one can be given; found \"2\" after the first."}));
 
 ParamDescriptor qualified(Spec spec, Spec qualifierSpec) {
     return p(spec)
@@ -271,7 +269,7 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{qualified(Spec::qualifiedValue, Spec::numbers), "P=FIRST(1, -2)", "{P=FIRST ( 1 , -2 )}"},
         ValueCase{qualified(Spec::qualifiedValue, Spec::numbers), "P FIRST 1 2", "{P=FIRST 1 2}"},
         ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=FIRST 1 2",
-                  "11: FIRST takes a number. Only one can be given; found \"2\" behind the first."},
+                  "11: FIRST takes a number. Only one can be given; found \"2\" after the first."},
         ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=BARE", "{P=BARE}"},
         ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=last", "{P=last}"},
         ValueCase{qualified(Spec::qualifiedValue, Spec::number), "P=last(1)", "3: LAST takes no value."},

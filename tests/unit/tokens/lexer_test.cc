@@ -178,13 +178,14 @@ INSTANTIATE_TEST_SUITE_P(
                  "This text is not closed before the end of its line: \" is missing. A longer text is "
                  "written in pieces: 'one ' + 'two'."},
         FailCase{"/* a", "This comment is not closed: \"*/\" is missing."},
-        FailCase{"5x", "A number goes over into a word here. Put a blank between them, or quote the text."},
+        FailCase{"5x",
+                 "A number runs into a word here. Put a blank between them, or put the text in quotes."},
         FailCase{std::string("'a\0b'", 5),
-                 "A control character (code 0) stands here. It has no meaning in a command; delete it."},
+                 "There is a control character (code 0) here. It has no meaning in a command; delete it."},
         FailCase{std::string("'a' + \"\0", 8),
-                 "A control character (code 0) stands here. It has no meaning in a command; delete it."},
+                 "There is a control character (code 0) here. It has no meaning in a command; delete it."},
         FailCase{"\x02",
-                 "A control character (code 2) stands here. It has no meaning in a command; delete it."}));
+                 "There is a control character (code 2) here. It has no meaning in a command; delete it."}));
 
 TEST(LexerPlaces, KnowsWhereTokensStand) {
     const CommandText command = commandOf("ab 'c''d'\n +\n'e' 12");

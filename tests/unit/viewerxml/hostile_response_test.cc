@@ -41,21 +41,22 @@ struct Refusal {
 
 TEST(HostileResponse, IsRefusedForWhatTheFormLacks) {
     static constexpr Refusal kCases[] = {
-        {R"(<other success="true"/>)", R"(Line 1, column 24: The answer is no exportResponse but "other")"},
+        {R"(<other success="true"/>)",
+         R"(Line 1, column 24: The answer is not an exportResponse but "other")"},
         {R"(<exportresponse success="true"/>)",
-         R"(Line 1, column 33: The answer is no exportResponse but "exportresponse")"},
+         R"(Line 1, column 33: The answer is not an exportResponse but "exportresponse")"},
         {R"(<exportResponse/>)",
          R"(Line 1, column 18: The element exportResponse lacks the attribute "success")"},
         {"<exportResponse success=\"true\">\n<other/></exportResponse>",
-         R"(Line 2, column 9: The element "other" may not stand in exportResponse)"},
+         R"(Line 2, column 9: The element "other" is not allowed in exportResponse)"},
         {R"(<exportResponse success="true"><warning/></exportResponse>)",
-         R"(Line 1, column 42: The element "warning" may not stand in exportResponse)"},
+         R"(Line 1, column 42: The element "warning" is not allowed in exportResponse)"},
         {R"(<exportResponse success="true"><exportResponse success="true"/></exportResponse>)",
-         R"(Line 1, column 64: The element "exportResponse" may not stand in exportResponse)"},
+         R"(Line 1, column 64: The element "exportResponse" is not allowed in exportResponse)"},
         {R"(<exportResponse success="true"><warnings code="0"><warnings code="0"/></warnings></exportResponse>)",
-         R"(Line 1, column 71: The element "warnings" may not stand in warnings)"},
+         R"(Line 1, column 71: The element "warnings" is not allowed in warnings)"},
         {R"(<exportResponse success="true"><warnings code="0"><warning><warning/></warning></warnings></exportResponse>)",
-         R"(Line 1, column 70: The element "warning" may not stand in warning)"},
+         R"(Line 1, column 70: The element "warning" is not allowed in warning)"},
         {R"(<exportResponse success="true" Name="a"/>)",
          R"(Line 1, column 42: The element exportResponse has no attribute "Name")"},
         {R"(<exportResponse success="true" xmlns="urn:a"/>)",
@@ -63,7 +64,7 @@ TEST(HostileResponse, IsRefusedForWhatTheFormLacks) {
         {R"(<exportResponse success="true" xml:space="preserve"/>)",
          R"(Line 1, column 54: The element exportResponse has no attribute "xml:space")"},
         {R"(<a:exportResponse xmlns:a="urn:a" success="true"/>)",
-         R"(Line 1, column 51: The answer is no exportResponse but "a:exportResponse")"},
+         R"(Line 1, column 51: The answer is not an exportResponse but "a:exportResponse")"},
         {R"(<exportResponse success="true"><warnings/></exportResponse>)",
          R"(Line 1, column 43: The element warnings lacks the attribute "code")"},
         {R"(<exportResponse success="true"><warnings code="0" first=""/></exportResponse>)",
@@ -83,18 +84,18 @@ TEST(HostileResponse, IsRefusedForValues) {
         {R"(success="1")", R"(The attribute "success" is neither true nor false but "1")"},
         {R"(success="TRUE")", R"(The attribute "success" is neither true nor false but "TRUE")"},
         {R"(success=" true")", R"(The attribute "success" is neither true nor false but " true")"},
-        {R"(success="true" errorCode="")", R"(The attribute "errorCode" is no whole number but "")"},
-        {R"(success="true" errorCode=" ")", R"(The attribute "errorCode" is no whole number but " ")"},
-        {R"(success="true" errorCode="one")", R"(The attribute "errorCode" is no whole number but "one")"},
-        {R"(success="true" errorCode="1.0")", R"(The attribute "errorCode" is no whole number but "1.0")"},
-        {R"(success="true" errorCode="+1")", R"(The attribute "errorCode" is no whole number but "+1")"},
-        {R"(success="true" errorCode="0x1")", R"(The attribute "errorCode" is no whole number but "0x1")"},
-        {R"(success="true" errorCode="1 2")", R"(The attribute "errorCode" is no whole number but "1 2")"},
-        {R"(success="true" errorCode="--1")", R"(The attribute "errorCode" is no whole number but "--1")"},
+        {R"(success="true" errorCode="")", R"(The attribute "errorCode" is not a whole number but "")"},
+        {R"(success="true" errorCode=" ")", R"(The attribute "errorCode" is not a whole number but " ")"},
+        {R"(success="true" errorCode="one")", R"(The attribute "errorCode" is not a whole number but "one")"},
+        {R"(success="true" errorCode="1.0")", R"(The attribute "errorCode" is not a whole number but "1.0")"},
+        {R"(success="true" errorCode="+1")", R"(The attribute "errorCode" is not a whole number but "+1")"},
+        {R"(success="true" errorCode="0x1")", R"(The attribute "errorCode" is not a whole number but "0x1")"},
+        {R"(success="true" errorCode="1 2")", R"(The attribute "errorCode" is not a whole number but "1 2")"},
+        {R"(success="true" errorCode="--1")", R"(The attribute "errorCode" is not a whole number but "--1")"},
         {R"(success="true" errorCode="2147483648")",
-         R"(The attribute "errorCode" is no whole number but "2147483648")"},
+         R"(The attribute "errorCode" is not a whole number but "2147483648")"},
         {R"(success="true" imageCount="many")",
-         R"(The attribute "imageCount" is no whole number but "many")"},
+         R"(The attribute "imageCount" is not a whole number but "many")"},
         {R"(success="true" imageCount="-1")", R"(The attribute "imageCount" is below 0)"},
     };
     for (const Refusal& one : kCases) {
@@ -261,9 +262,9 @@ TEST(HostileResponse, MayHoldManyAttributesAndElements) {
 }
 
 TEST(HostileResponse, IsRepeatedInMessagesOnlyInPart) {
-    EXPECT_EQ(
-        refusal("<a" + std::string(1000000, 'b') + "/>"),
-        "Line 1, column 1000005: The answer is no exportResponse but \"a" + std::string(59, 'b') + "...\"");
+    EXPECT_EQ(refusal("<a" + std::string(1000000, 'b') + "/>"),
+              "Line 1, column 1000005: The answer is not an exportResponse but \"a" + std::string(59, 'b') +
+                  "...\"");
     std::string name;
     for (int i = 0; i < 100; ++i) name += "\xC3\xA4";
     EXPECT_THAT(refusal("<" + name + "/>"), HasSubstr("\"" + name.substr(0, 120) + "...\""));
@@ -275,7 +276,7 @@ TEST(HostileResponse, IsTalkedOfInTheCharacterSetOfTheBackEnd) {
     vexa::installCharacterSet(vexa::CharacterSet::find("windows-1252"));
     const std::string error = refusal("<\xC3\xA4/>");
     vexa::installCharacterSet(nullptr);
-    EXPECT_EQ(error, "Line 1, column 5: The answer is no exportResponse but \"\xE4\"");
+    EXPECT_EQ(error, "Line 1, column 5: The answer is not an exportResponse but \"\xE4\"");
 }
 
 }  // namespace
