@@ -119,7 +119,7 @@ void ExportCollector::beginElement(const std::string& name, const std::vector<Xm
                                            [&name](const auto& each) { return each.name == name; });
     const bool required = next_ < elements.size() - kExportFormats;
     if (found == elements.data() + elements.size() || (required && found != first)) {
-        refuse("The element ^1 may not stand here"_text, {quoted(name)});
+        refuse("The element ^1 is not allowed here"_text, {quoted(name)});
     }
     next_ = static_cast<std::size_t>(found - elements.data()) + 1;
     element_ = &elementOf(next_ - 1);
@@ -191,14 +191,14 @@ void ExportCollector::checkNumber(const XmlAttribute& attribute) {
     const char* const last = attribute.value.data() + attribute.value.size();
     const auto [end, error] = std::from_chars(attribute.value.data(), last, number);
     if (error != std::errc() || end != last || !std::isfinite(number)) {
-        refuse("The attribute ^1 is no number but ^2"_text,
+        refuse("The attribute ^1 is not a number but ^2"_text,
                {quoted(attribute.name), quoted(attribute.value)});
     }
 }
 
 void ExportCollector::checkChoice(const XmlAttribute& attribute, int choices) {
     if (attribute.value.size() != 1 || numberOf(attribute) >= choices) {
-        refuse("The attribute ^1 is no whole number from 0 to ^2 but ^3"_text,
+        refuse("The attribute ^1 is not a whole number from 0 to ^2 but ^3"_text,
                {quoted(attribute.name), std::to_string(choices - 1), quoted(attribute.value)});
     }
 }
