@@ -17,6 +17,7 @@ function(vexa_installed_files from to pattern)
 endfunction()
 
 vexa_installed_files(stringtables lang *.xlf)
+vexa_installed_files(stringtables lang statistic-roles.xml)
 vexa_installed_files(looks Looks *)
 add_custom_target(vexa_installation ALL DEPENDS ${installed})
 

@@ -1,0 +1,195 @@
+#include "frontend/import/html_tables.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frontend/import/grid_table.h"
+#include "frontend/import/html_page.h"
+#include "frontend/import/text_input.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+/// Puts the cells of a table into a grid, each on all the places that it spans.
+class GridFiller {
+  public:
+    explicit GridFiller(HtmlTable& table) : table_(table) {}
+
+    /// False when the grid would have more places than a table may.
+    bool fill(TextGrid& grid) {
+        rows_.resize(table_.rows.size());
+        for (std::size_t row = 0; row < table_.rows.size(); ++row) {
+            std::size_t column = 0;
+            for (HtmlCell& cell : table_.rows[row].cells) {
+                while (column < rows_[row].size() && rows_[row][column].isTaken) ++column;
+                if (!put(cell, row, column)) return false;
+                column += cell.columnSpan;
+            }
+        }
+        for (const auto& row : rows_) grid.columns = std::max(grid.columns, row.size());
+        if (grid.columns * rows_.size() > tables::maximalFlatCells) return false;
+        grid.hasSpans = true;
+        for (auto& row : rows_) {
+            row.resize(grid.columns);
+            for (Spot& spot : row) grid.places.push_back(std::move(spot.label));
+        }
+        return true;
+    }
+
+    /// How many places at the beginning of a row, or from its top down, are headers.
+    [[nodiscard]] bool isHeader(std::size_t row, std::size_t column) const {
+        return column < rows_[row].size() && rows_[row][column].isHeader;
+    }
+
+  private:
+    struct Spot {
+        SpannedLabel label;
+        bool isTaken = false;
+        bool isHeader = false;
+    };
+
+    bool put(const HtmlCell& cell, std::size_t row, std::size_t column) {
+        const std::size_t end = rowEnd(cell, row);
+        count_ += (end - row) * cell.columnSpan;
+        if (count_ > tables::maximalFlatCells || column + cell.columnSpan > tables::maximalFlatCells)
+            return false;
+        ++spans_;
+        for (std::size_t i = row; i < end; ++i) {
+            if (rows_[i].size() < column + cell.columnSpan) rows_[i].resize(column + cell.columnSpan);
+            for (std::size_t j = column; j < column + cell.columnSpan; ++j) {
+                Spot& spot = rows_[i][j];
+                if (spot.isTaken) continue;
+                spot = {{cell.text, spans_}, true, cell.isHeader};
+            }
+        }
+        return true;
+    }
+
+    /// The row behind the last that a cell spans: its table's part ends it.
+    [[nodiscard]] std::size_t rowEnd(const HtmlCell& cell, std::size_t row) const {
+        std::size_t end = row + 1;
+        while (end < table_.rows.size() && table_.rows[end].part == table_.rows[row].part &&
+               (cell.rowSpan == 0 || end < row + cell.rowSpan)) {
+            ++end;
+        }
+        return end;
+    }
+
+    HtmlTable& table_;
+    std::vector<std::vector<Spot>> rows_;
+    std::size_t spans_ = 0;
+    std::size_t count_ = 0;
+};
+
+/// Rows of thead, or those at the top that hold nothing but headers.
+std::size_t countHeaderRows(const HtmlTable& table) {
+    const auto isHead = [](const HtmlRow& row) { return row.isHead; };
+    const auto heads = static_cast<std::size_t>(
+        std::find_if_not(table.rows.begin(), table.rows.end(), isHead) - table.rows.begin());
+    if (heads > 0) return heads;
+    const auto isHeaders = [](const HtmlRow& row) {
+        return !row.cells.empty() && std::all_of(row.cells.begin(), row.cells.end(),
+                                                 [](const HtmlCell& cell) { return cell.isHeader; });
+    };
+    return static_cast<std::size_t>(std::find_if_not(table.rows.begin(), table.rows.end(), isHeaders) -
+                                    table.rows.begin());
+}
+
+/// Columns at the left that hold nothing but headers below the header rows.
+std::size_t countLabelColumns(const GridFiller& filler, const TextGrid& grid) {
+    std::size_t count = 0;
+    const auto isHeaders = [&](std::size_t column) {
+        for (std::size_t row = grid.headerRows; row < grid.rows(); ++row) {
+            if (!filler.isHeader(row, column)) return false;
+        }
+        return grid.rows() > grid.headerRows;
+    };
+    while (count < grid.columns && isHeaders(count)) ++count;
+    return count;
+}
+
+/// A label that spans several places is the label of all; data stand in the first place.
+void keepDataOnce(TextGrid& grid) {
+    for (std::size_t row = grid.rows(); row-- > grid.headerRows;) {
+        for (std::size_t column = grid.columns; column-- > grid.labelColumns;) {
+            SpannedLabel& place = grid.at(row, column);
+            const bool goesLeft = column > grid.labelColumns && grid.at(row, column - 1).span == place.span;
+            const bool goesUp = row > grid.headerRows && grid.at(row - 1, column).span == place.span;
+            if (goesLeft || goesUp) place.text.clear();
+        }
+    }
+}
+
+/// A last header row that says nothing but the row labels' own label is no level of column labels.
+void dropRowOfLabels(TextGrid& grid) {
+    if (grid.headerRows < 2) return;
+    const std::size_t last = grid.headerRows - 1;
+    for (std::size_t column = grid.labelColumns; column < grid.columns; ++column) {
+        if (!grid.at(last, column).text.empty()) return;
+    }
+    for (std::size_t column = 0; column < grid.labelColumns; ++column) {
+        if (grid.at(0, column).text.empty()) grid.at(0, column).text = grid.at(last, column).text;
+    }
+    const auto begin = grid.places.begin() + static_cast<std::ptrdiff_t>(last * grid.columns);
+    grid.places.erase(begin, begin + static_cast<std::ptrdiff_t>(grid.columns));
+    --grid.headerRows;
+}
+
+bool addTable(HtmlTable& table, const ImportOptions& options, const ImportContext& context,
+              std::vector<Item>& items) {
+    TextGrid grid;
+    GridFiller filler(table);
+    if (!filler.fill(grid)) return false;
+    const std::size_t headers = countHeaderRows(table);
+    grid.headerRows = options.headerRows.value_or(headers > 0 ? headers : 1);
+    const std::size_t labels = countLabelColumns(filler, grid);
+    grid.labelColumns = options.labelColumns.value_or(labels > 0 ? labels : 1);
+    if (grid.rows() <= grid.headerRows || grid.columns <= grid.labelColumns) return false;
+    keepDataOnce(grid);
+    if (!options.headerRows) dropRowOfLabels(grid);
+    Item& item = items.emplace_back();
+    TableContent content = makeGridTable(grid, options.decimal, context);
+    tables::TableView view = *content.table.view;
+    view.title = std::move(table.caption);
+    content.table.view = std::make_shared<const tables::TableView>(std::move(view));
+    item.content = std::move(content);
+    return true;
+}
+
+/// What the page's bytes are, where they do not say it themselves.
+std::string encodingOf(const std::string& bytes, const std::string& given) {
+    constexpr std::size_t kLookedAt = 2048;
+    if (!given.empty()) return given;
+    std::string beginning = bytes.substr(0, kLookedAt);
+    for (char& c : beginning) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    const bool hasMark = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+    if (hasMark || beginning.find("charset=") != std::string::npos) return {};
+    return firstNoUtf8(bytes) == std::string_view::npos ? "UTF-8" : "windows-1252";
+}
+
+}  // namespace
+
+bool readHtmlTables(const std::string& bytes, const ImportOptions& options, const ImportContext& context,
+                    std::vector<Item>& items, ImportProblem& problem) {
+    if (!readsHtml()) {
+        problem.message =
+            translated("This program reads no HTML: it was built without a library for that."_text);
+        return false;
+    }
+    std::vector<HtmlTable> tables = readHtmlPage(bytes, encodingOf(bytes, options.encoding));
+    if (tables.empty()) {
+        problem.message = translated("The page has no table."_text);
+        return false;
+    }
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        if (addTable(tables[i], options, context, items)) continue;
+        problem.message = composed(
+            "Table ^1 of the page has no data beside its labels, or more cells than a table may have."_text,
+            {std::to_string(i + 1)});
+        return false;
+    }
+    return true;
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,152 @@
+#include "frontend/import/json_place.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "frontend/import/json_positions.h"
+#include "frontend/import/json_tracker.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+bool isWord(std::string_view key) {
+    const auto fits = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+               c == '-';
+    };
+    return !key.empty() && std::all_of(key.begin(), key.end(), fits);
+}
+
+/// Stops the reader at the value of a path.
+class Locator : public nlohmann::json_sax<nlohmann::json> {
+  public:
+    Locator(const WatchedText& text, const JsonPath& wanted, std::size_t occurrence)
+        : text_(text), wanted_(wanted), left_(occurrence) {}
+
+    [[nodiscard]] bool found() const { return left_ == 0; }
+
+    bool null() override { return scalar(); }
+    bool boolean(bool /*value*/) override { return scalar(); }
+    bool number_integer(number_integer_t /*value*/) override { return scalar(); }
+    bool number_unsigned(number_unsigned_t /*value*/) override { return scalar(); }
+    bool number_float(number_float_t /*value*/, const string_t& /*text*/) override { return scalar(); }
+    bool string(string_t& /*value*/) override { return scalar(); }
+    bool binary(binary_t& /*value*/) override { return scalar(); }
+    bool start_object(std::size_t /*elements*/) override { return open(false); }
+    bool key(string_t& value) override {
+        tracker_.key(value);
+        return true;
+    }
+    bool end_object() override { return close(); }
+    bool start_array(std::size_t /*elements*/) override { return open(true); }
+    bool end_array() override { return close(); }
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                     const nlohmann::detail::exception& /*error*/) override {
+        return false;
+    }
+
+  private:
+    bool scalar() {
+        tracker_.value();
+        return goesOn();
+    }
+    bool open(bool isList) {
+        tracker_.value();
+        const bool on = goesOn();
+        tracker_.open(isList);
+        return on;
+    }
+    bool close() {
+        tracker_.close();
+        return true;
+    }
+    bool goesOn() {
+        if (tracker_.path().size() == wanted_.size() && isWanted()) --left_;
+        return left_ > 0;
+    }
+    [[nodiscard]] bool isWanted() const {
+        return std::equal(wanted_.begin(), wanted_.end(), tracker_.path().begin(),
+                          [](const JsonStep& wanted, const JsonStep& is) {
+                              return wanted.isIndex ? is.isIndex && wanted.index == is.index
+                                                    : !is.isIndex && wanted.key == is.key;
+                          });
+    }
+
+    const WatchedText& text_;
+    const JsonPath& wanted_;
+    std::size_t left_;
+    JsonTracker tracker_;
+};
+
+}  // namespace
+
+std::size_t WatchedText::tokenBegin() const {
+    const auto isPart = [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '+' ||
+               c == '-' || c == '.';
+    };
+    std::size_t end = std::min(offset(), text_.size());
+    if (end == 0) return 0;
+    const bool isNumber =
+        end >= 2 && !isPart(text_[end - 1]) && isPart(text_[end - 2]) && text_[end - 1] != '"';
+    if (isNumber || isPart(text_[end - 1])) {
+        if (isNumber) --end;
+        while (end > 0 && isPart(text_[end - 1])) --end;
+        return end;
+    }
+    --end;
+    if (text_[end] != '"') return end;
+    // Of a text: the quotation mark before it that no backslash hides.
+    while (end > 0) {
+        --end;
+        std::size_t backslashes = 0;
+        while (backslashes < end && text_[end - 1 - backslashes] == '\\') ++backslashes;
+        if (text_[end] == '"' && backslashes % 2 == 0) break;
+    }
+    return end;
+}
+
+std::string pathText(const JsonPath& path) {
+    std::string text;
+    for (const JsonStep& step : path) {
+        if (step.isIndex) {
+            text += '[' + std::to_string(step.index) + ']';
+        } else if (isWord(step.key)) {
+            text += (text.empty() ? "" : ".") + step.key;
+        } else {
+            text += "['" + step.key + "']";
+        }
+    }
+    return text;
+}
+
+JsonPath JsonPlace::path() const {
+    if (base_ != nullptr) return *base_;
+    JsonPath path = above_->path();
+    path.push_back({std::string(key_), index_, isIndex_});
+    return path;
+}
+
+bool JsonRefusal::refuse(JsonPath where, std::string what) {
+    if (!isThere) {
+        isThere = true;
+        path = std::move(where);
+        message = std::move(what);
+    }
+    return false;
+}
+
+bool JsonRefusal::refuse(const JsonPlace& where, std::string what) {
+    return isThere ? false : refuse(where.path(), std::move(what));
+}
+
+std::size_t offsetOf(std::string_view text, const JsonPath& path, std::size_t occurrence) {
+    WatchedText watched(text);
+    Locator locator(watched, path, occurrence);
+    static_cast<void>(nlohmann::json::sax_parse(watched.begin(), watched.end(), &locator));
+    return locator.found() ? watched.tokenBegin() : text.size();
+}
+
+}  // namespace vexa::frontend

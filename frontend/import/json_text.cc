@@ -1,0 +1,125 @@
+#include "frontend/import/json_text.h"
+
+#include <cmath>
+#include <string>
+
+#include "backend/tables/formats/number_text.h"
+#include "backend/text/utf8.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+constexpr std::size_t kLongLine = 100;
+
+void appendEscape(std::string& out, char c) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    const auto byte = static_cast<unsigned char>(c);
+    switch (c) {
+        case '"':
+        case '\\':
+            out += '\\';
+            out += c;
+            return;
+        case '\n':
+            out += "\\n";
+            return;
+        case '\t':
+            out += "\\t";
+            return;
+        case '\r':
+            out += "\\r";
+            return;
+        default:
+            out += "\\u00";
+            out += kDigits[byte >> 4U];
+            out += kDigits[byte & 0xFU];
+    }
+}
+
+bool needsEscape(char c) {
+    return c == '"' || c == '\\' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+}
+
+}  // namespace
+
+void JsonText::separate() {
+    if (isKeyWritten_) {
+        isKeyWritten_ = false;
+        return;
+    }
+    if (levels_.empty()) return;
+    Level& level = levels_.back();
+    if (!level.isFirst) out_ += ',';
+    if (isLinePending_) {
+        out_ += '\n';
+        lineBegin_ = out_.size();
+        out_.append(level.indentation, ' ');
+        isLinePending_ = false;
+    } else if (!level.isFirst) {
+        out_ += ' ';
+    }
+    level.isFirst = false;
+}
+
+void JsonText::begin(char bracket) {
+    separate();
+    levels_.push_back({true, indentation() + 1});
+    out_ += bracket;
+}
+
+void JsonText::end(char bracket) {
+    levels_.pop_back();
+    isLinePending_ = false;
+    out_ += bracket;
+}
+
+void JsonText::word(std::string_view json) {
+    separate();
+    out_ += json;
+}
+
+void JsonText::key(std::string_view name) {
+    text(name);
+    out_ += ": ";
+    isKeyWritten_ = true;
+}
+
+void JsonText::text(std::string_view value) {
+    separate();
+    out_ += '"';
+    while (!value.empty()) {
+        std::size_t plain = 0;
+        const std::size_t ascii = asciiPrefix(value);
+        while (plain < ascii && !needsEscape(value[plain])) ++plain;
+        out_ += value.substr(0, plain);
+        value.remove_prefix(plain);
+        if (value.empty()) break;
+        if (plain < ascii) {
+            appendEscape(out_, value.front());
+            value.remove_prefix(1);
+        } else {
+            const Utf8Character character = decodeUtf8(value);
+            appendUtf8(out_, character.code);
+            value.remove_prefix(character.length);
+        }
+    }
+    out_ += '"';
+}
+
+void JsonText::number(double value) {
+    if (!std::isfinite(value)) return null();
+    separate();
+    tables::appendShortest(out_, value);
+}
+
+void JsonText::whole(std::uint64_t value) {
+    separate();
+    out_ += std::to_string(value);
+}
+
+void JsonText::newLineIfLong() {
+    if (out_.size() - lineBegin_ > kLongLine) newLine();
+}
+
+}  // namespace vexa::frontend

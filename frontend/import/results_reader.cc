@@ -1,0 +1,20 @@
+#include "frontend/import/results_reader.h"
+
+#include "frontend/import/results_events.h"
+
+namespace vexa::frontend {
+
+bool readResults(std::string_view text, const std::string& file, const ImportContext& context,
+                 Imported& imported, ImportProblem& problem) {
+    WatchedText watched(text);
+    ResultsEvents events(watched, file, context, imported);
+    const bool isFine = Json::sax_parse(watched.begin(), watched.end(), &events);
+    const JsonRefusal& refusal = events.refusal();
+    if (isFine && !refusal.isThere) return true;
+    const std::size_t at =
+        events.refusedAt() <= text.size() ? events.refusedAt() : offsetOf(text, refusal.path);
+    problem = {file, placeOf(text, at), pathText(refusal.path), refusal.message, false};
+    return false;
+}
+
+}  // namespace vexa::frontend

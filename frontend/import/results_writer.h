@@ -1,0 +1,18 @@
+// Prints a document in the JSON form (docs/formats/results-json.md), which `readResults` reads.
+#pragma once
+
+#include <string>
+
+#include "frontend/document/outline.h"
+#include "frontend/import/statistic_words.h"
+
+namespace vexa::frontend {
+
+/// The whole document; what is default is not printed. `words` are those that a reader will infer roles with.
+///
+/// A table is printed as it is arranged: dimensions and categories in the order shown. So the table that is
+/// read again has its data in that order, and shows the same.
+[[nodiscard]] std::string writeResults(const Outline& outline, const std::string& name,
+                                       const StatisticWords& words);
+
+}  // namespace vexa::frontend

@@ -1,0 +1,120 @@
+// The tables of HTML pages.
+
+#include "frontend/import/html_tables.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/unit/import/import_samples.h"
+
+namespace vexa::frontend {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class HtmlTables : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!readsHtml()) GTEST_SKIP() << "built without a reader of HTML";
+    }
+    std::vector<tables::Table> read(const std::string& page) {
+        std::vector<Item> items;
+        EXPECT_TRUE(readHtmlTables(page, options, surroundings.context, items, problem)) << problem.shown();
+        std::vector<tables::Table> read;
+        for (const Item& item : items) read.push_back(std::get<TableContent>(item.content).table);
+        return read;
+    }
+    static std::vector<std::string> rows(const tables::Table& table) {
+        return labelsOf(table.data->dimensions()[0]);
+    }
+    static std::vector<std::string> columns(const tables::Table& table) {
+        return labelsOf(table.data->dimensions()[1]);
+    }
+
+    ImportSurroundings surroundings;
+    ImportOptions options;
+    ImportProblem problem;
+};
+
+TEST_F(HtmlTables, AreReadWithCaptionsAndHeaders) {
+    const auto tables = read(
+        "<!DOCTYPE "
+        "html><title>x</title><p>before<table><caption>Income</caption><thead><tr><th>Region<th>Mean<th>N"
+        "<tbody><tr><th>North<td>1.5<td>12<tr><th>South<td> 2.25 "
+        "<td>14</table><table><tr><td>a<td>b<tr><td>c<td>d</table>");
+    ASSERT_EQ(tables.size(), 2U);
+    EXPECT_EQ(tables[0].view->title, "Income");
+    EXPECT_EQ(tables[0].data->dimensions()[0].label, "Region");
+    EXPECT_THAT(rows(tables[0]), ElementsAre("North", "South"));
+    EXPECT_THAT(columns(tables[0]), ElementsAre("Mean", "N"));
+    EXPECT_THAT(cellsOf(*tables[0].data), ElementsAre("1.5", "12", "2.25", "14"));
+    EXPECT_THAT(cellsOf(*tables[1].data), ElementsAre("'d'"));
+}
+
+TEST_F(HtmlTables, MakeGroupsOfSpans) {
+    const auto tables = read(
+        "<table><thead><tr><th rowspan=2 colspan=2></th><th colspan=2>Female</th><th rowspan=2>All</th></tr>"
+        "<tr><th>Mean</th><th>N</th></tr></thead><tbody>"
+        "<tr><th rowspan=2>Europe</th><th>North</th><td>1</td><td>2</td><td>3</td></tr>"
+        "<tr><th>South</th><td>4</td><td>5</td><td>6</td></tr>"
+        "<tr><th colspan=2>Total</th><td>7</td><td>8</td><td>9</td></tr></tbody></table>");
+    ASSERT_EQ(tables.size(), 1U);
+    EXPECT_THAT(columns(tables[0]), ElementsAre("Female/Mean", "Female/N", "All"));
+    EXPECT_THAT(rows(tables[0]), ElementsAre("Europe/North", "Europe/South", "Total"));
+    EXPECT_THAT(cellsOf(*tables[0].data), ElementsAre("1", "2", "3", "4", "5", "6", "7", "8", "9"));
+}
+
+TEST_F(HtmlTables, TakeARowWithTheLabelsOwnLabelForNoLevel) {
+    const auto tables = read(
+        "<table><thead><tr><th></th><th>Mean</th></tr><tr><th>Region</th><th></th></tr></thead>"
+        "<tbody><tr><th>North</th><td>1</td></tr></tbody></table>");
+    EXPECT_EQ(tables[0].data->dimensions()[0].label, "Region");
+    EXPECT_THAT(columns(tables[0]), ElementsAre("Mean"));
+}
+
+TEST_F(HtmlTables, ShowTextAsABrowserDoes) {
+    const auto tables = read(
+        "<table><tr><th>x<th>y<tr><td>a  <b>b</b>\n "
+        "c<br>d<script>no</script>&amp;&eacute;<td><p>one<p>two</table>");
+    EXPECT_THAT(rows(tables[0]), ElementsAre("a b c\nd&\xC3\xA9"));
+    EXPECT_THAT(cellsOf(*tables[0].data), ElementsAre("'one\ntwo'"));
+}
+
+TEST_F(HtmlTables, FindThoseInsideOthers) {
+    const auto tables =
+        read("<table><tr><th>x<th>y<tr><td>a<td>b<table><tr><td>p<td>q<tr><td>r<td>5</table></table>");
+    ASSERT_EQ(tables.size(), 2U);
+    EXPECT_THAT(cellsOf(*tables[0].data), ElementsAre("'b'"));
+    EXPECT_THAT(cellsOf(*tables[1].data), ElementsAre("5"));
+}
+
+TEST_F(HtmlTables, KeepWithinTheirOwnSpans) {
+    const auto tables = read("<table><tr><th>x<th>y<tr><td rowspan=65000>a<td colspan=2>5<tr><td>6</table>");
+    EXPECT_THAT(columns(tables[0]), ElementsAre("y", ""));
+    EXPECT_THAT(rows(tables[0]), ElementsAre("a", "a"));
+    EXPECT_THAT(cellsOf(*tables[0].data), ElementsAre("5", "", "6", ""));
+}
+
+TEST_F(HtmlTables, AreReadInTheEncodingOfThePage) {
+    EXPECT_THAT(columns(read("<table><tr><th>x<th>\xE4<tr><td>a<td>1</table>")[0]), ElementsAre("\xC3\xA4"));
+    EXPECT_THAT(columns(read("<table><tr><th>x<th>\xC3\xA4<tr><td>a<td>1</table>")[0]),
+                ElementsAre("\xC3\xA4"));
+    EXPECT_THAT(columns(read("<meta charset='iso-8859-1'><table><tr><th>x<th>\xE4<tr><td>a<td>1</table>")[0]),
+                ElementsAre("\xC3\xA4"));
+}
+
+TEST_F(HtmlTables, AreRefusedWithoutData) {
+    std::vector<Item> items;
+    EXPECT_FALSE(readHtmlTables("<p>no table", options, surroundings.context, items, problem));
+    EXPECT_EQ(problem.message, "The page has no table.");
+    EXPECT_FALSE(readHtmlTables("<table></table>", options, surroundings.context, items, problem));
+    EXPECT_THAT(problem.message, testing::HasSubstr("Table 1 of the page has no data"));
+    std::string wide = "<table>";
+    for (int i = 0; i < 2000; ++i) wide += "<tr><td colspan=1000>";
+    EXPECT_FALSE(readHtmlTables(wide, options, surroundings.context, items, problem));
+    EXPECT_THAT(items, IsEmpty());
+}
+
+}  // namespace
+}  // namespace vexa::frontend
