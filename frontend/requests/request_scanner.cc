@@ -31,6 +31,11 @@ const AttributeForm* attributeNamed(const ElementForm& element, std::string_view
     return found == element.attributes.end() ? nullptr : &*found;
 }
 
+bool hasRawValue(const ElementForm& element) {
+    return std::any_of(element.attributes.begin(), element.attributes.end(),
+                       [](const AttributeForm& each) { return each.value == ValueForm::raw; });
+}
+
 /// The name in front of `="` at the beginning of `text`; empty where there is none.
 std::string_view leadingName(std::string_view text) {
     std::size_t length = 0;
@@ -157,10 +162,11 @@ ScannedTag RequestScanner::readTag(const ElementForm& element) {
             break;
         }
         const std::size_t before = place_;
+        static_cast<void>(take(" "));
         // Two blanks stand behind `<command` where it has no name, and one where it has no attribute.
-        while (take(" ")) {
+        while (last == nullptr && take(" ")) {
         }
-        if (place_ > before && isAt("/>")) {
+        if (last == nullptr && isAt("/>")) {
             continue;
         }
         const AttributeForm* const attribute = place_ == before ? nullptr : findAttribute(tag, last);
@@ -204,6 +210,9 @@ void RequestScanner::addAttribute(ScannedTag& tag, const AttributeForm& attribut
         tag.attributes.push_back({&attribute, value});
     } else if (earlier->value != value) {
         refuse(value, tag.form->name, attribute.name, excerpt(earlier->value));
+    } else if (hasRawValue(*tag.form)) {
+        // One of the two may stand in a value, whose end has been taken for another place.
+        refuse(value, tag.form->name, attribute.name, listOf({tag.form->mayHold ? ">" : "/>"}));
     }
 }
 

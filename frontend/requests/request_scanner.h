@@ -48,7 +48,7 @@ class RequestScanner {
     [[nodiscard]] bool takeBeginning(std::string_view name);
 
     /// The attributes and the end of a start tag whose beginning has been taken. Given twice with one value,
-    /// an attribute counts once.
+    /// an attribute counts once, but not beside raw values.
     [[nodiscard]] ScannedTag readTag(const ElementForm& element);
     /// The content of an element whose start tag has been taken, and its end tag.
     [[nodiscard]] std::string_view readFile(const FileForm& file);

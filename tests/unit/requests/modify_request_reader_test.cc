@@ -101,6 +101,11 @@ TEST(ReadModifyRequest, TakesEveryKindOfTextThatIsNotEscaped) {
     EXPECT_EQ(group.text->bold, false);
 }
 
+TEST(ReadModifyRequest, TakesWhatTheFormWouldWriteOtherwiseForAPartOfTheText) {
+    const ModifyGroup group = groupOf(inGroup("<command commandName=\"a\" last=\"true\"  instance=\"1\"/>"));
+    EXPECT_EQ(group.commands.front().name, "a\" last=\"true\"  instance=\"1");
+}
+
 TEST(ReadModifyRequest, TakesAnOpenGraphForNothing) {
     EXPECT_FALSE(groupOf(inGroup("<modifyGraph")).graph);
     const ModifyGroup group =
@@ -302,6 +307,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "label", "exact", "true", "\"begins\""},
         Refused{inGroup("<subtype subtype=\"a\"/><command />\"/>"), "modifyEvent", "", "<command />",
                 "\"subtype\""},
+        Refused{inGroup("<command commandName=\"a\" last=\"true\" last=\"true\"/>"), "command", "last",
+                "true\"/>", "\"/>\""},
         Refused{inGroup("<tableCells selectColumns=\"both\" format=\"F\" bold=\"true\"/>"), "tableCells", "",
                 "bold", "\"font\""},
         Refused{inGroup("<tableCells selectColumns=\"both\" format=\"A\" font=\"B\" format=\"C\"/>"),
