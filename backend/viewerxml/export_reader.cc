@@ -190,8 +190,8 @@ void ExportCollector::checkNumber(const XmlAttribute& attribute) {
     double number = 0.0;
     const char* const last = attribute.value.data() + attribute.value.size();
     const auto [end, error] = std::from_chars(attribute.value.data(), last, number);
-    if (error != std::errc() || end != last || !std::isfinite(number)) {
-        refuse("The attribute ^1 is not a number but ^2"_text,
+    if (error != std::errc() || end != last || !std::isfinite(number) || number <= 0.0) {
+        refuse("The attribute ^1 is not a number above 0 but ^2"_text,
                {quoted(attribute.name), quoted(attribute.value)});
     }
 }

@@ -9,41 +9,13 @@
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
 #include "backend/text/utf8.h"
+#include "frontend/requests/entities.h"
 
 namespace vexa::frontend {
 
 namespace {
 
 constexpr std::int32_t kGreatest = std::numeric_limits<std::int32_t>::max();
-
-struct Entity {
-    std::string_view name;
-    char character;
-};
-constexpr Entity kEntities[] = {
-    {"&quot;", '"'}, {"&amp;", '&'}, {"&apos;", '\''}, {"&lt;", '<'}, {"&gt;", '>'}};
-
-/// `text` with characters for entities; nothing where an ampersand begins none.
-std::optional<std::string> unescaped(std::string_view text) {
-    std::string result;
-    while (!text.empty()) {
-        const std::size_t ampersand = text.find('&');
-        result += text.substr(0, ampersand);
-        text.remove_prefix(std::min(ampersand, text.size()));
-        if (text.empty()) {
-            break;
-        }
-        const auto* const entity =
-            std::find_if(std::begin(kEntities), std::end(kEntities),
-                         [text](const Entity& each) { return text.starts_with(each.name); });
-        if (entity == std::end(kEntities)) {
-            return std::nullopt;
-        }
-        result += entity->character;
-        text.remove_prefix(entity->name.size());
-    }
-    return result;
-}
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
@@ -118,7 +90,7 @@ void RequestFields::text(std::string_view name, std::string& target) {
     std::string valid = form == ValueForm::foreign ? toUtf8(found->value) : validUtf8(found->value);
     if (form == ValueForm::raw) {
         target = std::move(valid);
-    } else if (auto plain = unescaped(valid)) {
+    } else if (auto plain = withoutEntities(valid)) {
         target = std::move(*plain);
     } else {
         refuse(*found, listOf({"&quot;", "&amp;", "&apos;", "&lt;", "&gt;"}));

@@ -10,6 +10,7 @@
 #include "backend/text/utf8.h"
 #include "backend/viewerxml/export_reader.h"
 #include "backend/viewerxml/export_xml.h"
+#include "frontend/requests/export_request.h"
 
 namespace {
 
@@ -30,6 +31,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     require(read.error.empty());
+    const vexa::frontend::ExportRequest request = vexa::frontend::exportRequestOf(*read.spec);
+    require(vexa::validUtf8(request.name) == request.name);
+    require(!request.doc || (request.doc->page.width > 0.0 && request.doc->margins.top > 0.0));
+    require(!request.text || !request.text->columnWidth || *request.text->columnWidth > 0);
+    require(!request.png || request.png->percentSize > 0.0);
     const std::string written = vexa::ExportXML::convertToXML(*read.spec);
     // It can be longer than the text, and may not be read again for that.
     if (written.size() > (std::size_t{16} << 20)) return 0;

@@ -1,2 +1,1 @@
 vexa_fuzz_target(export_response LINKS vexa_backend)
-vexa_fuzz_target(export_spec LINKS vexa_backend)

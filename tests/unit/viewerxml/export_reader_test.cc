@@ -125,9 +125,11 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"<global/><contents/><doc topMargin=\"1\" topMarginUnit=\"2\" topMarginText=\"1\"/>",
                 "\"topMarginUnit\" is not a whole number from 0 to 1"},
         Refused{"<global/><contents/><doc topMargin=\"a\" topMarginUnit=\"0\" topMarginText=\"1\"/>",
-                "\"topMargin\" is not a number but \"a\""},
+                "\"topMargin\" is not a number above 0 but \"a\""},
         Refused{"<global/><contents/><png percentSize=\"inf\" percentSizeText=\"\"/>",
-                "\"percentSize\" is not a number but \"inf\""},
+                "\"percentSize\" is not a number above 0 but \"inf\""},
+        Refused{"<global/><contents/><png percentSize=\"0\" percentSizeText=\"0\"/>",
+                "\"percentSize\" is not a number above 0 but \"0\""},
         Refused{"<global/><contents/><png percentSize=\"1\"/>", "lacks the attribute \"percentSizeText\""},
         Refused{
             "<global/><contents/><text columnWidth=\"-1\" columnWidthText=\"\" columnWidthAutofit=\"true\"/>",
@@ -190,7 +192,7 @@ class SpecDraw {
 
     std::string value(const vexa::SettingForm& form, ExportAttributePart part) {
         const char* const flags[] = {"true", "false"};
-        const char* const numbers[] = {"0", "210", "0.01", "1e+20", "-3.5", "0.1"};
+        const char* const numbers[] = {"25.4", "210", "0.01", "1e+20", "3", "0.1"};
         if (part == ExportAttributePart::unit || form.kind == SettingKind::choice) {
             return std::to_string(below(static_cast<unsigned>(form.choices)));
         }
