@@ -19,12 +19,13 @@ EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalLis
     auto adapter = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
     const auto reportLocked = [&terminal](const std::string& name) {
         terminal.showMessage(
-            kWarningLevel, composed("The output document ^1 is locked and takes no output. OUTPUT OPEN "
-                                    "with LOCK=NO opens a file so that it takes output, unless it was saved "
-                                    "with LOCK=YES; OUTPUT SAVE with LOCK=NO unlocks the open document."_text,
+            kWarningLevel, composed("The output document ^1 is locked and takes no output; what comes now is "
+                                    "shown here alone. OUTPUT SAVE with LOCK=NO unlocks it."_text,
                                     {name}));
     };
-    auto recorder = std::make_unique<frontend::DocumentRecorder>(adapter->documents(), reportLocked);
+    auto recorder = std::make_unique<frontend::DocumentRecorder>(
+        adapter->documents(), reportLocked,
+        choices.recordAll ? frontend::Recording::all : frontend::Recording::output);
     return {std::move(adapter), std::move(recorder)};
 }
 

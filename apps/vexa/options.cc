@@ -87,6 +87,13 @@ void readLocalMode(const std::string& text, SessionChoices& choices) {
     choices.localMode = text == "yes";
 }
 
+void readRecord(const std::string& text, SessionChoices& choices) {
+    if (text != "output" && text != "all") {
+        throw CLI::ValidationError("--record", "takes output or all, not '" + text + "'");
+    }
+    choices.recordAll = text == "all";
+}
+
 /// Options that reading syntax needs, whatever is done with it.
 void addReadingOptions(CLI::App& app, SessionChoices& choices) {
     app.add_option("--charset", choices.charset,
@@ -120,6 +127,9 @@ void addSessionOptions(CLI::App& app, SessionChoices& choices) {
            "Write what happens to FILE as JSON lines; - is standard output")
         ->option_text("FILE");
     addText("--now", readNow, "The time that commands see, such as 2026-03-05T10:07:09")->option_text("TIME");
+    addText("--record", readRecord,
+            "What documents take: output, or all, with what the document commands say of themselves (output)")
+        ->option_text("output|all");
     addReadingOptions(app, choices);
 }
 

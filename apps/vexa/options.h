@@ -22,6 +22,7 @@ struct SessionChoices {
     std::optional<std::string> language;  ///< without one: that of the system's settings
     std::string installationFolder;       ///< empty: the one that the program stands in
     std::string moduleFile;               ///< empty: the one beside the program
+    bool recordAll = false;  ///< documents take what the document commands say of themselves, too
     bool stopOnError = false;
     bool checkOnly = false;
 };

@@ -67,7 +67,7 @@ bool EmbeddedController::name(const Request& request, Response& response) {
     if (!checkNewName(name, document, response)) {
         return false;
     }
-    document->setName(name);
+    documents_.rename(*document, name);
     // Without MINIMIZED=YES the command sends 0, which is no wish to bring the document back.
     document->setMinimised(document->isMinimised() || request.minimized() == OutputDocumentMinimized::yes);
     return true;

@@ -7,6 +7,7 @@
 #include "backend/adapter/client_adapter.h"
 #include "backend/text/system_text.h"
 #include "frontend/controller/open_documents.h"
+#include "frontend/store/document_file.h"
 
 namespace vexa::frontend {
 
@@ -40,6 +41,9 @@ class EmbeddedController : public OutputController {
     /// Whether the file may be used: some file is named, and it is none of an open document other than
     /// `except`.
     bool checkFile(const Request& request, const ViewerDocument* except, Response& response) const;
+
+    void follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
+                const std::string& file);
 
     OpenDocuments documents_;
 };

@@ -1,6 +1,5 @@
 // The requests that read and write files, one function each.
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -50,25 +49,7 @@ StoreResult readPasswordForm(const VexawMsgOutputControllerRequest& request, std
 }
 
 bool markAfterSave(OutputDocumentLock wish, const ViewerDocument& document) {
-    return wish == OutputDocumentLock::notGiven ? document.lock().marked : wish == OutputDocumentLock::yes;
-}
-
-/// What a save to `file` means for the open document. Only a file that holds all of it becomes its file; a
-/// reader's copy matters only where it is the document's file already.
-void follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
-            const std::string& file) {
-    const bool isWhole = options.type == DocumentFileType::document;
-    if (!isWhole && document.file() != file) {
-        return;
-    }
-    if (isWhole && options.dataModel) {
-        document.setFile(file);
-        document.setModified(false);
-    }
-    if (wish != OutputDocumentLock::notGiven) {
-        const bool locked = wish == OutputDocumentLock::yes;
-        document.setLock({locked, locked && document.lock().readOnly});
-    }
+    return wish == OutputDocumentLock::notGiven ? document.lock().document : wish == OutputDocumentLock::yes;
 }
 
 }  // namespace
@@ -79,15 +60,11 @@ bool EmbeddedController::checkFile(const Request& request, const ViewerDocument*
         return refuse(response, messages::fileMissing);
     }
     const std::string file = fileOf(request);
-    const auto isInUse = [&](const auto& document) {
-        return document.get() != except && document->file() == file;
-    };
-    const auto& all = documents_.all();
-    const auto holder = std::find_if(all.begin(), all.end(), isInUse);
-    if (holder == all.end()) {
+    const ViewerDocument* const holder = documents_.findByFile(file);
+    if (holder == nullptr || holder == except) {
         return true;
     }
-    const std::string& name = (*holder)->name();
+    const std::string& name = holder->name();
     return refuse(
         response, messages::fileOpenAlready,
         composed(name.empty() ? messages::openUnnamed : messages::openAs, {shownFile(request), name}));
@@ -109,7 +86,8 @@ bool EmbeddedController::open(const Request& request, Response& response) {
     if (name.empty() && checkNewName(document->name(), nullptr, ignored)) {
         name = document->name();
     }
-    const DocumentLock lock{document->lock().marked, request.lock() == OutputDocumentLock::yes};
+    const DocumentLock lock{document->lock().document,
+                            request.lock() == OutputDocumentLock::yes ? file : std::string()};
     document->setLock({});
     document->setName(std::move(name));
     document->setModified(false);
@@ -127,6 +105,9 @@ bool EmbeddedController::save(const Request& request, Response& response) {
         return false;
     }
     const std::string file = fileOf(request);
+    if (document->lock().file == file && request.lock() != OutputDocumentLock::no) {
+        return refuse(response, messages::fileLocked, shownFile(request));
+    }
     SaveOptions options;
     options.type = typeOf(request.type(), shownFile(request));
     options.locked = markAfterSave(request.lock(), *document);
@@ -146,6 +127,26 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     }
     follow(*document, options, request.lock(), file);
     return true;
+}
+
+// What a save to `file` means for the open document. Only a file that holds all of it becomes its file; a
+// reader's copy matters only where it is the document's file already.
+void EmbeddedController::follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
+                                const std::string& file) {
+    const bool isWhole = options.type == DocumentFileType::document;
+    DocumentLock lock = document.lock();
+    // Over its own file a save only comes this far with LOCK=NO, which ends the protection for good.
+    if (lock.file == file) {
+        lock.file.clear();
+    }
+    if (wish != OutputDocumentLock::notGiven && (isWhole || document.file() == file)) {
+        lock.document = wish == OutputDocumentLock::yes;
+    }
+    if (isWhole && options.dataModel) {
+        documents_.setFile(document, file);
+        document.setModified(false);
+    }
+    document.setLock(std::move(lock));
 }
 
 }  // namespace vexa::frontend

@@ -27,8 +27,7 @@ inline constexpr SystemText nameReserved =
     "An output document cannot be named ^1, because ALL and * stand for documents in commands. Choose "
     "another name."_text;
 inline constexpr SystemText documentLocked =
-    "The output document ^1 is locked and cannot be changed. OUTPUT SAVE with LOCK=NO unlocks it; OUTPUT "
-    "OPEN with LOCK=NO opens a file for changing, unless it was saved with LOCK=YES."_text;
+    "The output document ^1 is locked and cannot be changed. OUTPUT SAVE with LOCK=NO unlocks it."_text;
 
 // Files. In an argument a file may be followed by details in parentheses.
 inline constexpr SystemText fileMissing =
@@ -43,6 +42,9 @@ inline constexpr SystemText openAs = "^1 (open as ^2)"_text;
 inline constexpr SystemText openUnnamed = "^1 (open as an unnamed document)"_text;
 /// A file with details.
 inline constexpr SystemText withDetails = "^1 (^2)"_text;
+inline constexpr SystemText fileLocked =
+    "The file ^1 is protected, because its output document was opened with a lock. OUTPUT SAVE with LOCK=NO replaces "
+    "it, and OUTPUT OPEN with LOCK=NO opens it without a lock. Or name another file."_text;
 inline constexpr SystemText noSuchFile = "There is no file ^1. Check its folder and its name."_text;
 inline constexpr SystemText fileIsFolder = "^1 is a folder. Name a file in it."_text;
 inline constexpr SystemText cannotRead = "The file ^1 cannot be read. Check its permissions."_text;
@@ -59,7 +61,7 @@ inline constexpr SystemText damaged =
 inline constexpr SystemText otherCompression =
     "The file ^1 is compressed in a way that output documents are not, and was not opened. Compress it again with the deflate method, or use the file as OUTPUT SAVE wrote it."_text;
 inline constexpr SystemText newerFormat =
-    "The output document ^1 was written by a newer version; this program reads up to format 1. Use the newer "
+    "The output document ^1 was written by a newer version; this program reads up to format 2. Use the newer "
     "program to "
     "open it."_text;
 /// The argument of `newerFormat`: the file and the version of its format.
@@ -102,8 +104,7 @@ inline constexpr SystemText nothingModified =
 /// Outline labels, stored in documents in the language of the session.
 inline constexpr SystemText errorLabel = "Error"_text;
 inline constexpr SystemText warningLabel = "Warning"_text;
-inline constexpr SystemText messageLabel = "Message"_text;
+inline constexpr SystemText logLabel = "Log"_text;
 inline constexpr SystemText notesLabel = "Notes"_text;
-inline constexpr SystemText textLabel = "Text"_text;
 
 }  // namespace vexa::frontend::messages

@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "frontend/document/viewer_document.h"
@@ -20,9 +22,15 @@ class OpenDocuments {
     [[nodiscard]] std::uint64_t activations() const { return activations_; }
     /// The document of that name (UTF-8, without regard to case), or null; an empty name is nobody's.
     [[nodiscard]] ViewerDocument* find(std::string_view name) const;
+    /// The document that has that file, or null; an empty one is nobody's.
+    [[nodiscard]] ViewerDocument* findByFile(const std::string& file) const;
 
-    /// Takes a document and makes it active.
+    /// Takes a document and makes it active. Its name and file must be nobody else's.
     ViewerDocument& add(std::unique_ptr<ViewerDocument> document);
+    /// Changes the name of an open document that is not locked; it must be nobody else's.
+    void rename(ViewerDocument& document, std::string name);
+    /// Changes the file of an open document; it must be nobody else's.
+    void setFile(ViewerDocument& document, std::string file);
     /// Makes an open document active.
     void activate(const ViewerDocument& document);
     /// Closes an open document; of those left, the one that was active most recently becomes active.
@@ -30,8 +38,13 @@ class OpenDocuments {
     void closeAll();
 
   private:
+    void enter(ViewerDocument& document);
+    void leave(const ViewerDocument& document);
+
     std::vector<std::unique_ptr<ViewerDocument>> documents_;
     std::vector<ViewerDocument*> activationOrder_;  // the active one last
+    std::unordered_map<std::string, ViewerDocument*> byName_;
+    std::unordered_map<std::string, ViewerDocument*> byFile_;
     std::uint64_t activations_ = 0;
 };
 

@@ -1,34 +1,8 @@
 #include "frontend/document/viewer_document.h"
 
 #include <cassert>
-#include <utility>
 
 namespace vexa::frontend {
-// Set apart from the types of the same names in item.h until everything uses those.
-inline namespace former {
-namespace {
-
-/// The item of that id in `items`, which may be constant, or null.
-template <typename Items>
-auto findItem(Items& items, ItemId id) -> decltype(items.data()) {
-    // From the end, because the item that is looked for is mostly the one that was added last.
-    for (std::size_t behind = items.size(); behind > 0; --behind) {
-        auto& item = items[behind - 1];
-        if (item.id == id) {
-            return &item;
-        }
-        if (auto* const heading = std::get_if<HeadingContent>(&item.content)) {
-            if (auto* const found = findItem(heading->children, id)) {
-                return found;
-            }
-        }
-    }
-    return nullptr;
-}
-
-}  // namespace
-
-const ViewerItem* ViewerDocument::find(ItemId id) const { return id == 0 ? nullptr : findItem(items_, id); }
 
 void ViewerDocument::setName(std::string name) {
     assert(!isLocked());
@@ -36,31 +10,22 @@ void ViewerDocument::setName(std::string name) {
     modified_ = true;
 }
 
-void ViewerDocument::giveIds(ViewerItem& item) {
-    item.id = ++lastId_;
-    if (auto* heading = std::get_if<HeadingContent>(&item.content)) {
-        for (ViewerItem& child : heading->children) {
-            giveIds(child);
-        }
-    }
-}
-
-ItemId ViewerDocument::add(ViewerItem item, ItemId under) {
-    ViewerItem* parent = change(under);
-    auto* heading = parent == nullptr ? nullptr : std::get_if<HeadingContent>(&parent->content);
-    giveIds(item);
-    const ItemId id = item.id;
-    (heading == nullptr ? items_ : heading->children).push_back(std::move(item));
-    modified_ = true;
-    return id;
-}
-
-ViewerItem* ViewerDocument::change(ItemId id) {
+ItemId ViewerDocument::add(Item item, ItemId under) {
     assert(!isLocked());
-    ViewerItem* const item = id == 0 ? nullptr : findItem(items_, id);
-    modified_ = modified_ || item != nullptr;
-    return item;
+    modified_ = true;
+    return outline_.add(std::move(item), under);
 }
 
-}  // namespace former
+Item& ViewerDocument::change(ItemId id) {
+    assert(!isLocked());
+    modified_ = true;
+    return outline_.change(id);
+}
+
+void ViewerDocument::edit(Outline outline) {
+    assert(!isLocked());
+    modified_ = true;
+    outline_ = std::move(outline);
+}
+
 }  // namespace vexa::frontend

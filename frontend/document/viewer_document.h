@@ -1,21 +1,18 @@
-// The viewer document: its state and its outline. A model and nothing else; who may change it when is for
-// others to know, but a locked document takes no change.
+// The viewer document: its state and its outline. A model and nothing else; who may change it when is for others to
+// know, but a document that is locked itself takes no change.
 #pragma once
 
 #include <string>
-#include <vector>
+#include <utility>
 
-#include "frontend/document/viewer_item.h"
+#include "frontend/document/outline.h"
 
 namespace vexa::frontend {
-// Set apart from the types of the same names in item.h until everything uses those.
-inline namespace former {
 
-/// How a document came to be locked. The mark is kept in the document's file; read-only ends when it is
-/// closed.
+/// What protects a document and its file from changes.
 struct DocumentLock {
-    bool marked = false;
-    bool readOnly = false;
+    bool document = false;  ///< the mark of OUTPUT SAVE LOCK=YES, kept in the file: the document takes no change
+    std::string file;       ///< by the lock of OUTPUT OPEN: a save over this file is refused; empty for none
 
     bool operator==(const DocumentLock&) const = default;
 };
@@ -27,22 +24,22 @@ class ViewerDocument {
     /// The file that it was opened from or last saved to as a whole, UTF-8; empty for none.
     [[nodiscard]] const std::string& file() const { return file_; }
     [[nodiscard]] const DocumentLock& lock() const { return lock_; }
-    [[nodiscard]] bool isLocked() const { return lock_.marked || lock_.readOnly; }
+    /// Whether the document itself is locked: it takes no change then.
+    [[nodiscard]] bool isLocked() const { return lock_.document; }
     /// Changed since it was made, opened or last saved as a whole.
     [[nodiscard]] bool isModified() const { return modified_; }
     [[nodiscard]] bool isMinimised() const { return minimised_; }
-    /// The outline's top level.
-    [[nodiscard]] const std::vector<ViewerItem>& items() const { return items_; }
-    /// The item, or null. The pointer lives until an item is added or removed.
-    [[nodiscard]] const ViewerItem* find(ItemId id) const;
+    [[nodiscard]] const Outline& outline() const { return outline_; }
 
     /// The following change what is saved. The document must not be locked.
     void setName(std::string name);
-    /// Adds an item at the end of the heading `under`, or of the top level when `under` is 0 or names no
-    /// heading of this document. The item and what stands under it get ids; the item's own is given back.
-    ItemId add(ViewerItem item, ItemId under = 0);
-    /// The item for changing, or null; the document then counts as modified.
-    [[nodiscard]] ViewerItem* change(ItemId id);
+    /// Adds one item, see `Outline::add`.
+    ItemId add(Item item, ItemId under = 0);
+    /// One item for changing, see `Outline::change`.
+    [[nodiscard]] Item& change(ItemId id);
+    /// Lets a changed copy of the outline take its place: the way to change several things, or none when the last of
+    /// them cannot be done.
+    void edit(Outline outline);
 
     /// The following are allowed of a locked document too: they change no content.
     void setFile(std::string file) { file_ = std::move(file); }
@@ -51,16 +48,12 @@ class ViewerDocument {
     void setMinimised(bool minimised) { minimised_ = minimised; }
 
   private:
-    void giveIds(ViewerItem& item);
-
     std::string name_;
     std::string file_;
     DocumentLock lock_;
     bool modified_ = false;
     bool minimised_ = false;
-    std::vector<ViewerItem> items_;
-    ItemId lastId_ = 0;
+    Outline outline_;
 };
 
-}  // namespace former
 }  // namespace vexa::frontend

@@ -1,100 +1,104 @@
-#include <algorithm>
+#include <new>
 #include <utility>
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "frontend/looks/look_reader.h"
+#include "frontend/package/deflate.h"
 #include "frontend/package/zip_reader.h"
 #include "frontend/store/document_file.h"
-#include "frontend/store/item_xml.h"
+#include "frontend/store/entry_reader.h"
+#include "frontend/store/format1/format1_reader.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/password.h"
 
 namespace vexa::frontend {
 namespace {
 
-std::size_t countTags(std::string_view xml) {
-    return static_cast<std::size_t>(std::count(xml.begin(), xml.end(), '<'));
+StoreResult tooLarge() { return {StoreProblem::tooLarge, "what it unpacks to"_text}; }
+
+/// The entries that a manifest names, in their order.
+std::vector<std::string> entriesOf(const Manifest& manifest) {
+    std::vector<std::string> names{manifestEntry};
+    for (const ManifestLook& look : manifest.looks) names.push_back(look.entry);
+    for (const ManifestItem& item : manifest.items) {
+        if (!item.entry.empty()) names.push_back(item.entry);
+        if (!item.picture.empty()) names.push_back(item.picture);
+    }
+    return names;
 }
 
-/// Puts a document together from an archive whose manifest has been read.
-class Assembly {
-  public:
-    Assembly(const ZipReader& archive, Manifest manifest)
-        : archive_(archive), manifest_(std::move(manifest)) {}
-
-    StoreResult build(ViewerDocument& document) {
-        if (StoreResult result = readItems(manifest_.items, items_); !result) {
-            return result;
+StoreResult checkEntries(const ZipReader& archive, const Manifest& manifest) {
+    const std::vector<std::string> names = entriesOf(manifest);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (i >= archive.count() || archive.entry(i).name != names[i]) {
+            return {StoreProblem::damaged, composed("the entry ^1"_text, {names[i]})};
         }
-        // The manifest is an entry too.
-        if (contents_ + 1 != archive_.count()) {
-            return {StoreProblem::damaged, "entries that the manifest does not name"_text};
-        }
-        document.setName(manifest_.name);
-        for (ViewerItem& item : items_) {
-            document.add(std::move(item));
-        }
-        document.setLock({manifest_.locked, false});
-        document.setModified(false);
-        return {};
     }
-
-  private:
-    StoreResult readItems(std::vector<ManifestItem>& described, std::vector<ViewerItem>& items) {
-        for (ManifestItem& each : described) {
-            ViewerItem& item = items.emplace_back(std::move(each.item));
-            auto* heading = std::get_if<HeadingContent>(&item.content);
-            StoreResult result = heading != nullptr ? readItems(each.children, heading->children)
-                                                    : readContent(each.entry, item.content);
-            if (!result) {
-                return result;
-            }
-        }
-        return {};
+    if (archive.count() > names.size()) {
+        return {StoreProblem::damaged, "entries that the manifest does not name"_text};
     }
+    return {};
+}
 
-    StoreResult readContent(const std::string& entry, ItemContent& content) {
-        // Entries are numbered in the order of the outline, so none is named twice.
-        const auto place = archive_.find(entry);
-        if (!place || entry != itemEntry(contents_++)) {
-            return {StoreProblem::damaged, composed("the entry ^1"_text, {entry})};
-        }
+StoreResult readLooks(const ZipReader& archive, const Manifest& manifest, MemoryBudget& budget,
+                      std::vector<SharedLook>& looks) {
+    for (const ManifestLook& described : manifest.looks) {
         std::string xml;
-        if (PackageResult result = archive_.read(*place, xml, limits::entryBytes); !result) {
-            return fromPackage(result);
+        if (PackageResult result = readEntry(archive, described.entry, xml); !result) return fromPackage(result);
+        if (!budget.keep(memoryOfLook(xml.size()))) return tooLarge();
+        ReadLook read = readLook(xml);
+        if (read.look == nullptr) {
+            return {StoreProblem::damaged, composed("the entry ^1"_text, {described.entry})};
         }
-        if ((tags_ += countTags(xml)) > limits::totalTags) {
-            return {StoreProblem::tooLarge, "what it unpacks to"_text};
+        if (!described.isSource) {
+            auto look = std::make_shared<tables::TableLook>(*read.look);
+            look->source.clear();
+            read.look = std::move(look);
         }
-        StoreResult result = readItemXml(static_cast<ItemKind>(content.index()), std::move(xml), content);
-        return result ? result : StoreResult(result.problem, composed("the entry ^1"_text, {entry}));
+        looks.push_back(std::move(read.look));
     }
+    return {};
+}
 
-    const ZipReader& archive_;
-    Manifest manifest_;
-    std::vector<ViewerItem> items_;
-    std::size_t contents_ = 0;
-    std::size_t tags_ = 0;
-};
-
-StoreResult readManifestEntry(const ZipReader& archive, std::string& xml, ReadManifest& manifest) {
-    const auto place = archive.find(manifestEntry);
-    if (!place) {
-        return StoreProblem::notADocument;
+/// Puts the items under each other; false for a model whose shown view is not there.
+bool assemble(std::vector<ManifestItem>& items, Outline& outline) {
+    std::vector<ItemId> open;
+    std::vector<ItemId> models;
+    for (ManifestItem& item : items) {
+        open.resize(item.depth);
+        open.push_back(outline.add(std::move(item.item), open.empty() ? 0 : open.back()));
+        if (outline.find(open.back())->item.type() == ItemType::model) models.push_back(open.back());
     }
-    if (PackageResult result = archive.read(*place, xml, limits::entryBytes); !result) {
+    for (const ItemId id : models) {
+        const OutlineNode& model = *outline.find(id);
+        const std::size_t shown = std::get<ModelContent>(model.item.content).shown;
+        if (shown >= model.children.size() && shown != 0) return false;
+    }
+    return true;
+}
+
+StoreResult build(const ZipReader& archive, Manifest manifest, MemoryBudget& budget, ViewerDocument& document) {
+    if (StoreResult result = checkEntries(archive, manifest); !result) return result;
+    std::vector<SharedLook> looks;
+    if (StoreResult result = readLooks(archive, manifest, budget, looks); !result) return result;
+    if (PackageResult result = readEntries(archive, looks, budget, manifest.items); !result) {
         return fromPackage(result);
     }
-    return readManifest(xml, manifest);
+    Outline outline;
+    if (!assemble(manifest.items, outline)) return {StoreProblem::damaged, "the manifest"_text};
+    document.setName(std::move(manifest.name));
+    document.edit(std::move(outline));
+    document.setLock({manifest.locked, {}});
+    document.setModified(false);
+    return {};
 }
 
 // What was given is tried as the password, then, if it looks like one, as an encrypted form.
 StoreResult unsealWith(const std::string& password, const Protection& protection,
                        std::string_view authenticated, std::string_view sealed, std::string& plain) {
     std::string form = encryptedPassword(password);
-    if (form.empty()) {
-        return StoreProblem::noMemory;
-    }
+    if (form.empty()) return StoreProblem::noMemory;
     StoreResult result = unseal(form, protection, authenticated, sealed, plain);
     wipe(form);
     if (result.problem == StoreProblem::passwordWrong && isEncryptedPassword(password)) {
@@ -103,51 +107,56 @@ StoreResult unsealWith(const std::string& password, const Protection& protection
     return result;
 }
 
-StoreResult build(const ZipReader& archive, Manifest manifest, std::unique_ptr<ViewerDocument>& document) {
-    auto built = std::make_unique<ViewerDocument>();
-    StoreResult result = Assembly(archive, std::move(manifest)).build(*built);
-    if (result) {
-        document = std::move(built);
-    }
-    return result;
+/// Opens an archive and reads its manifest, which is its first entry.
+StoreResult openArchive(std::string_view bytes, ZipReader& archive, MemoryBudget& budget, ReadManifest& manifest) {
+    if (PackageResult result = archive.open(bytes); !result) return fromPackage(result);
+    if (!archive.find(manifestEntry)) return StoreProblem::notADocument;
+    if (archive.entry(0).name != manifestEntry) return {StoreProblem::damaged, "the manifest"_text};
+    std::string xml;
+    if (PackageResult result = readEntry(archive, manifestEntry, xml); !result) return fromPackage(result);
+    BorrowedMemory memory(budget);
+    return memory.borrow(memoryOfXml(xml)) ? readManifest(std::move(xml), manifest) : tooLarge();
 }
 
-/// Opens an archive and reads its manifest, whose XML stays in `xml`.
-StoreResult openArchive(std::string_view bytes, ZipReader& archive, std::string& xml,
-                        ReadManifest& manifest) {
-    if (PackageResult result = archive.open(bytes); !result) {
-        return fromPackage(result);
-    }
-    return readManifestEntry(archive, xml, manifest);
+StoreResult readPlain(const ZipReader& archive, ReadManifest manifest, MemoryBudget& budget,
+                      std::unique_ptr<ViewerDocument>& document) {
+    auto built = std::make_unique<ViewerDocument>();
+    StoreResult result = manifest.format == 1
+                             ? format1::readDocument(archive, std::move(manifest.xml), budget, *built)
+                             : build(archive, std::move(manifest.manifest), budget, *built);
+    if (result) document = std::move(built);
+    return result;
 }
 
 StoreResult readInner(std::string_view bytes, std::unique_ptr<ViewerDocument>& document) {
     ZipReader archive(limits::archive);
-    std::string xml;
+    MemoryBudget budget(memoryFor(bytes.size()));
     ReadManifest manifest;
-    if (StoreResult result = openArchive(bytes, archive, xml, manifest); !result) {
-        return result;
-    }
-    if (manifest.isProtected) {
-        return {StoreProblem::damaged, "a protected archive inside another"_text};
-    }
-    return build(archive, std::move(manifest.manifest), document);
+    if (StoreResult result = openArchive(bytes, archive, budget, manifest); !result) return result;
+    if (manifest.isProtected) return {StoreProblem::damaged, "a protected archive inside another"_text};
+    return readPlain(archive, std::move(manifest), budget, document);
 }
 
-StoreResult readProtected(const ZipReader& archive, const Protection& protection,
-                          std::string_view manifestXml, const std::string& password, std::string& plain) {
-    const auto place = archive.find(sealedEntry);
-    if (!place || archive.count() != 2) {
-        return {StoreProblem::damaged, "the protected content"_text};
-    }
-    if (password.empty()) {
-        return StoreProblem::passwordMissing;
-    }
-    std::string sealed;
-    if (PackageResult result = archive.read(*place, sealed); !result) {
-        return fromPackage(result);
-    }
-    return unsealWith(password, protection, manifestXml, sealed, plain);
+StoreResult readProtected(const ZipReader& archive, const ReadManifest& manifest, const std::string& password,
+                          std::string& plain) {
+    const bool whole = archive.count() == 2 && archive.entry(1).name == sealedEntry &&
+                       archive.entry(0).method == zipStored && archive.entry(1).method == zipStored &&
+                       crcOf(archive.packed(1)) == archive.entry(1).crc;
+    if (!whole) return {StoreProblem::damaged, "the protected content"_text};
+    if (password.empty()) return StoreProblem::passwordMissing;
+    return unsealWith(password, manifest.protection, manifest.xml, archive.packed(1), plain);
+}
+
+StoreResult readWhole(std::string_view bytes, const std::string& password,
+                      std::unique_ptr<ViewerDocument>& document) {
+    ZipReader archive(limits::archive);
+    MemoryBudget budget(memoryFor(bytes.size()));
+    ReadManifest manifest;
+    if (StoreResult result = openArchive(bytes, archive, budget, manifest); !result) return result;
+    if (!manifest.isProtected) return readPlain(archive, std::move(manifest), budget, document);
+    std::string plain;
+    if (StoreResult result = readProtected(archive, manifest, password, plain); !result) return result;
+    return readInner(plain, document);
 }
 
 }  // namespace
@@ -155,29 +164,19 @@ StoreResult readProtected(const ZipReader& archive, const Protection& protection
 StoreResult readDocument(std::string_view bytes, const std::string& password,
                          std::unique_ptr<ViewerDocument>& document) {
     document.reset();
-    ZipReader archive(limits::archive);
-    std::string xml;
-    ReadManifest manifest;
-    if (StoreResult result = openArchive(bytes, archive, xml, manifest); !result) {
-        return result;
+    try {
+        return readWhole(bytes, password, document);
+    } catch (const std::bad_alloc&) {
+        document.reset();
+        return StoreProblem::noMemory;
     }
-    if (!manifest.isProtected) {
-        return build(archive, std::move(manifest.manifest), document);
-    }
-    std::string plain;
-    if (StoreResult result = readProtected(archive, manifest.protection, xml, password, plain); !result) {
-        return result;
-    }
-    return readInner(plain, document);
 }
 
 StoreResult openDocument(const std::string& path, const std::string& password,
                          std::unique_ptr<ViewerDocument>& document) {
     document.reset();
     FileSystem& files = FileSystem::current();
-    if (files.isFolder(path)) {
-        return StoreProblem::isFolder;
-    }
+    if (files.isFolder(path)) return StoreProblem::isFolder;
     std::string bytes;
     if (FileResult read = files.read(path, bytes, limits::fileBytes); !read) {
         return {files.isFile(path) ? StoreProblem::cannotRead : StoreProblem::noSuchFile, shownReason(read)};

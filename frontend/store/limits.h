@@ -1,5 +1,5 @@
 // What a document file may hold. Files beyond these limits are neither written nor opened, so that a hostile
-// file can take neither all memory nor minutes.
+// file can take neither all memory nor minutes; see also memory_budget.h.
 #pragma once
 
 #include <cstddef>
@@ -11,24 +11,24 @@
 namespace vexa::frontend::limits {
 
 inline constexpr std::uint64_t fileBytes = 512ULL << 20;
-/// The manifest and every item count.
-inline constexpr std::size_t entries = 100'001;
+/// Items that have an entry.
+inline constexpr std::size_t items = 100'000;
+/// The manifest, looks and pictures count too.
+inline constexpr std::size_t entries = 2 * items + 1;
 inline constexpr std::uint64_t entryBytes = 64ULL << 20;
 /// Of all entries together, unpacked.
 inline constexpr std::uint64_t totalBytes = 512ULL << 20;
 inline constexpr std::size_t entryNameBytes = 255;
-/// Tags and quotation marks of one entry, and tags of all entries: they bound the memory that the parsed XML
-/// takes.
+/// Tags and quotation marks of one entry: they bound the memory that the parsed XML takes.
 inline constexpr std::size_t entryTags = 4'000'000;
 inline constexpr std::size_t entryQuotes = 8'000'000;
-inline constexpr std::size_t totalTags = 16'000'000;
-/// How deep headings nest.
-inline constexpr int outlineDepth = 64;
+/// How deep items nest.
+inline constexpr std::size_t outlineDepth = 64;
 
 /// The sealed content of a protected file is one entry, so the archive itself allows one as large as all.
 inline constexpr ZipLimits archive{fileBytes, entries, totalBytes, totalBytes, entryNameBytes, false};
-/// Headings and the item under them nest in the manifest, and nothing nests deeper.
-inline constexpr XmlLimits xml{entryTags, entryQuotes, static_cast<std::size_t>(outlineDepth) + 8};
+/// Items nest in the manifest, and nothing nests deeper.
+inline constexpr XmlLimits xml{entryTags, entryQuotes, outlineDepth + 8};
 
 /// The cost of a password's key, as a file may ask for it: passes over the memory, and bytes.
 inline constexpr std::uint64_t keyOperations = 8;

@@ -1,86 +1,114 @@
-#include <algorithm>
 #include <array>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
 #include "frontend/package/xml_reader.h"
-#include "frontend/store/item_xml.h"
+#include "frontend/store/item_kinds.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/manifest.h"
 
 namespace vexa::frontend {
 namespace {
 
-bool readKind(const pugi::xml_node& node, ItemContent& content) {
-    constexpr std::array kinds{ItemKind::heading, ItemKind::message,   ItemKind::notes,
-                               ItemKind::table,   ItemKind::flatTable, ItemKind::text};
-    const char* word = node.attribute("kind").value();
-    const auto* const kind = std::find_if(kinds.begin(), kinds.end(), [word](ItemKind candidate) {
-        return std::strcmp(kindWord(candidate), word) == 0;
-    });
-    if (kind == kinds.end()) {
-        return false;
-    }
-    content = emptyContent(*kind);
-    return true;
-}
+class ItemsReader {
+  public:
+    ItemsReader(Manifest& manifest, ReadingContext& context) : manifest_(manifest), context_(context) {}
 
-bool readItems(const pugi::xml_node& parent, int depth, std::vector<ManifestItem>& items) {
-    for (const pugi::xml_node node : parent.children()) {
-        ManifestItem& item = items.emplace_back();
+    bool readUnder(const pugi::xml_node& parent, std::size_t depth) {
+        for (const pugi::xml_node node : parent.children()) {
+            if (depth == 0 && isNamed(node, "look") && manifest_.items.empty()) {
+                if (!readLook(node)) return false;
+                continue;
+            }
+            if (depth >= limits::outlineDepth || !isNamed(node, "item")) return false;
+            manifest_.items.emplace_back();
+            manifest_.items.back().depth = depth;
+            if (!readItem(node, manifest_.items.back())) return false;
+            const bool holds = holdsItems(manifest_.items.back().item.type());
+            if ((!holds && node.first_child()) || !readUnder(node, depth + 1)) return false;
+        }
+        return true;
+    }
+
+  private:
+    bool readLook(const pugi::xml_node& node) {
+        ManifestLook& look = manifest_.looks.emplace_back();
+        ElementReader element(node);
+        element.text("entry", look.entry).flag("source", look.isSource);
+        // Entries are numbered in their order, so none is named twice.
+        element.require(look.entry == lookEntry(manifest_.looks.size() - 1));
+        return element.isRead() && !node.first_child();
+    }
+
+    bool readItem(const pugi::xml_node& node, ManifestItem& described) {
+        Item& item = described.item;
         bool hidden = false;
-        if (depth > limits::outlineDepth || std::strcmp(node.name(), "item") != 0 ||
-            !readKind(node, item.item.content) || !readText(node, "entry", item.entry) ||
-            !readText(node, "label", item.item.label) || !readText(node, "command", item.item.command) ||
-            !readText(node, "subtype", item.item.subtype) || !readFlag(node, "hidden", hidden)) {
-            return false;
-        }
-        item.item.visible = !hidden;
-        const bool isHeading = item.item.kind() == ItemKind::heading;
-        if (isHeading != item.entry.empty() || (!isHeading && node.first_child()) ||
-            !readItems(node, depth + 1, item.children)) {
-            return false;
-        }
+        ElementReader element(node);
+        element.text("entry", described.entry).text("picture", described.picture);
+        element.text("label", item.label).text("command", item.command).text("subtype", item.subtype);
+        element.flag("hidden", hidden).flag("pageBreakBefore", item.pageBreakBefore);
+        element.number("width", item.width).number("height", item.height);
+        item.visible = !hidden;
+        return readContent(node, element, described) && element.isRead() && checkEntries(described);
     }
-    return true;
-}
 
-bool readType(const pugi::xml_node& node, DocumentFileType& type) {
-    const char* word = node.attribute("type").value();
-    type = std::strcmp(word, "VXW") == 0 ? DocumentFileType::reader : DocumentFileType::document;
-    return type == DocumentFileType::reader || std::strcmp(word, "VXV") == 0;
-}
+    bool readContent(const pugi::xml_node& node, ElementReader& element, ManifestItem& described) {
+        const char* const word = node.attribute("type").value();
+        // What needs a later version is kept as it is, also where its type has a meaning here.
+        const ItemType type = node.attribute("needs") ? ItemType::unknown : itemTypeOf(word);
+        const ItemKind& kind = kindOf(type);
+        element.require(*word != '\0');
+        if (type != ItemType::unknown) {
+            std::string same;
+            element.text("type", same);
+        }
+        described.item.content = emptyContent(type);
+        return kind.storage == ItemStorage::entry || kind.storage == ItemStorage::picture ||
+               kind.read(node, element, described.item.content, context_);
+    }
 
-bool readPlain(const pugi::xml_node& root, Manifest& manifest) {
+    bool checkEntries(const ManifestItem& described) {
+        const ItemKind& kind = kindOf(described.item.type());
+        if (kind.storage == ItemStorage::manifest) return described.entry.empty() && described.picture.empty();
+        const std::size_t index = entries_++;
+        const bool isXml = described.entry == itemEntry(index, ".xml");
+        if (kind.storage != ItemStorage::picture && !described.picture.empty()) return false;
+        if (kind.storage == ItemStorage::raw) return isXml || described.entry == itemEntry(index, ".bin");
+        return isXml && (kind.storage == ItemStorage::entry || described.picture == itemEntry(index, ".svg") ||
+                         described.picture == itemEntry(index, ".png"));
+    }
+
+    Manifest& manifest_;
+    ReadingContext& context_;
+    std::size_t entries_ = 0;
+};
+
+bool readPlain(const pugi::xml_node& root, ElementReader& element, Manifest& manifest) {
+    constexpr std::array<std::string_view, 2> types{"VXV", "VXW"};
     manifest.dataModel = false;
-    return readType(root, manifest.type) && readFlag(root, "locked", manifest.locked) &&
-           readFlag(root, "dataModel", manifest.dataModel) && readText(root, "name", manifest.name) &&
-           readItems(root, 1, manifest.items);
+    element.word("type", types, manifest.type).require(static_cast<bool>(root.attribute("type")));
+    element.flag("locked", manifest.locked).flag("dataModel", manifest.dataModel).text("name", manifest.name);
+    MemoryBudget none({});
+    const std::vector<SharedLook> noLooks;
+    ReadingContext context{noLooks, none, nullptr};
+    return element.isRead() && ItemsReader(manifest, context).readUnder(root, 0);
 }
 
-StoreResult readProtection(const pugi::xml_node& root, Protection& protection) {
+StoreResult readProtection(const pugi::xml_node& root, ElementReader& ofRoot, Protection& protection) {
     const pugi::xml_node node = root.child("protection");
-    if (std::strcmp(node.attribute("scheme").value(), protectionScheme) != 0 || node.next_sibling() ||
-        !readInteger(node, "operations", protection.cost.operations) ||
-        !readInteger(node, "memory", protection.cost.memory) ||
-        !fromBase64(node.attribute("salt").value(), protection.salt)) {
+    ElementReader element(node);
+    std::string scheme;
+    std::string salt;
+    element.text("scheme", scheme).text("salt", salt);
+    element.whole("operations", protection.cost.operations).whole("memory", protection.cost.memory);
+    element.require(scheme == protectionScheme && protection.cost.operations > 0 &&
+                    fromBase64(salt, protection.salt));
+    if (!ofRoot.isRead() || !element.isRead() || root.first_child() != node || node.next_sibling() ||
+        node.first_child()) {
         return {StoreProblem::damaged, "the manifest's protection"_text};
     }
     if (protection.cost.operations > limits::keyOperations || protection.cost.memory > limits::keyMemory) {
         return {StoreProblem::tooLarge, "the cost of the password's key"_text};
-    }
-    return {};
-}
-
-// The format is looked at before anything else, because a newer one may differ in everything else.
-StoreResult readFormat(const pugi::xml_node& root) {
-    int format = 0;
-    if (!readInteger(root, "format", format) || format < 1) {
-        return {StoreProblem::damaged, "the manifest's format version"_text};
-    }
-    if (format > currentFormat) {
-        return {StoreProblem::newerFormat, std::to_string(format)};
     }
     return {};
 }
@@ -91,9 +119,7 @@ std::string_view rootName(std::string_view xml) {
     while (at != std::string_view::npos && (xml.substr(at + 1, 1) == "?" || xml.substr(at + 1, 1) == "!")) {
         at = xml.find('<', at + 1);
     }
-    if (at == std::string_view::npos) {
-        return {};
-    }
+    if (at == std::string_view::npos) return {};
     xml.remove_prefix(at + 1);
     return xml.substr(0, xml.find_first_of(" \t\r\n/>"));
 }
@@ -106,20 +132,20 @@ StoreResult readManifest(std::string xml, ReadManifest& manifest) {
     if (const std::string_view name = rootName(xml); !name.empty() && name != root) {
         return StoreProblem::notADocument;
     }
+    manifest.xml = xml;
     XmlReader reader;
-    if (StoreResult result = fromPackage(reader.parse(std::move(xml), root, limits::xml)); !result) {
-        return {result.problem, "the manifest"_text};
+    if (PackageResult result = reader.parse(std::move(xml), root, limits::xml); !result) {
+        return {fromPackage(result).problem, "the manifest"_text};
     }
-    if (StoreResult result = readFormat(reader.root()); !result) {
-        return result;
-    }
-    if (!readFlag(reader.root(), "protected", manifest.isProtected)) {
-        return {StoreProblem::damaged, "the manifest"_text};
-    }
-    if (manifest.isProtected) {
-        return readProtection(reader.root(), manifest.protection);
-    }
-    if (!readPlain(reader.root(), manifest.manifest)) {
+    ElementReader element(reader.root());
+    // The format is looked at before anything else, because a newer one may differ in everything else.
+    int format = 0;
+    element.whole("format", format).flag("protected", manifest.isProtected);
+    if (format < 1) return {StoreProblem::damaged, "the manifest's format version"_text};
+    if (format > currentFormat) return {StoreProblem::newerFormat, std::to_string(format)};
+    manifest.format = format;
+    if (manifest.isProtected) return readProtection(reader.root(), element, manifest.protection);
+    if (format == currentFormat && !readPlain(reader.root(), element, manifest.manifest)) {
         return {StoreProblem::damaged, "the manifest"_text};
     }
     return {};

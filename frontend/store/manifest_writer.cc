@@ -2,35 +2,65 @@
 #include <cstdio>
 
 #include "frontend/package/xml_writer.h"
-#include "frontend/store/item_xml.h"
+#include "frontend/store/item_kinds.h"
 #include "frontend/store/manifest.h"
+#include "frontend/store/style_xml.h"
 
 namespace vexa::frontend {
 namespace {
 
-void writeItems(const std::vector<ManifestItem>& items, XmlWriter& xml) {
-    for (const ManifestItem& item : items) {
-        xml.begin("item").attribute("kind", kindWord(item.item.kind())).optional("entry", item.entry);
-        xml.optional("label", item.item.label).flag("hidden", !item.item.visible);
-        xml.optional("command", item.item.command).optional("subtype", item.item.subtype);
-        writeItems(item.children, xml);
-        xml.end();
+std::string numbered(const char* folder, std::size_t index, std::string_view extension) {
+    std::array<char, 32> number{};
+    std::snprintf(number.data(), number.size(), "%06zu", index + 1);
+    return std::string(folder) + number.data() + std::string(extension);
+}
+
+void writeItem(const ManifestItem& described, XmlWriter& xml) {
+    const Item& item = described.item;
+    xml.begin("item").attribute("type", typeWord(item));
+    xml.optional("entry", described.entry).optional("picture", described.picture);
+    xml.optional("label", item.label).optional("command", item.command).optional("subtype", item.subtype);
+    xml.flag("hidden", !item.visible).flag("pageBreakBefore", item.pageBreakBefore);
+    writeNumber("width", item.width, xml);
+    writeNumber("height", item.height, xml);
+    const ItemKind& kind = kindOf(item.type());
+    if (kind.storage == ItemStorage::manifest || kind.storage == ItemStorage::raw) {
+        const LookNumbers none;
+        WritingContext context{none};
+        kind.write(item.content, xml, context);
     }
+}
+
+void writeItems(const std::vector<ManifestItem>& items, XmlWriter& xml) {
+    std::size_t open = 0;
+    for (const ManifestItem& item : items) {
+        for (; open > item.depth; --open) xml.end();
+        writeItem(item, xml);
+        ++open;
+    }
+    for (; open > 0; --open) xml.end();
 }
 
 }  // namespace
 
-std::string itemEntry(std::size_t index) {
-    std::array<char, 32> name{};
-    std::snprintf(name.data(), name.size(), "items/%06zu.xml", index + 1);
-    return name.data();
+std::string itemEntry(std::size_t index, std::string_view extension) {
+    return numbered("items/", index, extension);
 }
+
+std::string lookEntry(std::size_t index) { return numbered("looks/", index, ".xml"); }
+
+std::string_view pictureExtension(PictureForm form) { return form == PictureForm::svg ? ".svg" : ".png"; }
+
+std::string_view rawExtension(std::string_view raw) { return raw.starts_with('<') ? ".xml" : ".bin"; }
 
 std::string writeManifest(const Manifest& manifest) {
     XmlWriter xml(documentFileXml);
     xml.begin("vexaDocument").attribute("format", currentFormat);
     xml.attribute("type", manifest.type == DocumentFileType::document ? "VXV" : "VXW");
     xml.flag("locked", manifest.locked).flag("dataModel", manifest.dataModel).optional("name", manifest.name);
+    for (const ManifestLook& look : manifest.looks) {
+        xml.begin("look").attribute("entry", look.entry).flag("source", look.isSource).end();
+    }
     writeItems(manifest.items, xml);
     xml.end();
     return xml.take();

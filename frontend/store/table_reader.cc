@@ -1,199 +1,220 @@
-// Tables from XML. Nothing that a table refers to by number may be missing, so every number is checked here
-// and nowhere later.
-
 #include <algorithm>
-#include <charconv>
-#include <cstring>
-#include <limits>
+#include <utility>
 
-#include "frontend/package/xml_reader.h"
-#include "frontend/store/item_xml.h"
+#include "frontend/store/cell_text.h"
+#include "frontend/store/style_xml.h"
+#include "frontend/store/table_xml.h"
 
 namespace vexa::frontend {
 namespace {
 
-bool isNamed(const pugi::xml_node& node, const char* name) { return std::strcmp(node.name(), name) == 0; }
+using namespace tables;
 
-template <typename Table>
-bool readFrame(const pugi::xml_node& node, Table& table) {
-    return readText(node, "title", table.title) && readText(node, "caption", table.caption) &&
-           readText(node, "subtype", table.subtype) && readFlag(node, "titleHidden", table.titleHidden) &&
-           readInteger(node, "minDataColumnWidth", table.minDataColumnWidth) &&
-           readInteger(node, "maxDataColumnWidth", table.maxDataColumnWidth);
-}
-
-bool readPosition(const pugi::xml_node& node, std::array<int, 4>& position) {
-    const char* text = node.attribute("position").value();
-    const char* end = text + std::strlen(text);
-    for (std::size_t i = 0; i < position.size(); ++i) {
-        if (i > 0 && (text == end || *text++ != ' ')) {
-            return false;
-        }
-        const auto result = std::from_chars(text, end, position[i]);
-        if (result.ec != std::errc()) {
-            return false;
-        }
-        text = result.ptr;
-    }
-    return text == end;
-}
-
-// A group stands after the one that encloses it, so that groups never enclose each other.
-bool readGroup(const pugi::xml_node& node, std::vector<PivotGroup>& groups) {
-    PivotGroup group;
-    if (!readText(node, "label", group.label) || !readInteger(node, "parent", group.parent)) {
-        return false;
-    }
-    const bool known = group.parent >= -1 && group.parent < static_cast<int>(groups.size());
-    groups.push_back(std::move(group));
-    return known;
-}
-
-bool readCategory(const pugi::xml_node& node, PivotDimension& dimension) {
-    PivotCategory& category = dimension.categories.emplace_back();
-    return readText(node, "label", category.label) && readInteger(node, "group", category.group) &&
-           category.group >= -1 && category.group < static_cast<int>(dimension.groups.size());
-}
-
-bool readDimension(const pugi::xml_node& node, PivotDimension& dimension) {
-    if (!readText(node, "label", dimension.label) || !readInteger(node, "kind", dimension.kind) ||
-        !readPosition(node, dimension.position)) {
-        return false;
-    }
-    for (const pugi::xml_node child : node.children()) {
-        const bool read = isNamed(child, "group")      ? readGroup(child, dimension.groups)
-                          : isNamed(child, "category") ? readCategory(child, dimension)
-                                                       : false;
-        if (!read) {
-            return false;
-        }
+/// Turns numbers from 1 into indexes below `count`.
+bool fromNumbers(std::vector<std::uint32_t>& numbers, std::size_t count) {
+    for (std::uint32_t& number : numbers) {
+        if (number == 0 || number > count) return false;
+        --number;
     }
     return true;
 }
 
-bool readExtras(const pugi::xml_node& node, PivotCellExtras& extras) {
-    if (!readFlag(node, "bold", extras.bold) || !readText(node, "color", extras.color) ||
-        !readText(node, "background", extras.background)) {
-        return false;
+bool isPermutation(const std::vector<std::uint32_t>& numbers, std::size_t count) {
+    std::vector<bool> found(count, false);
+    for (const std::uint32_t number : numbers) {
+        if (number >= count || found[number]) return false;
+        found[number] = true;
     }
-    for (const pugi::xml_node child : node.children()) {
-        if (!isNamed(child, "note") || !readContent(child, extras.notes.emplace_back())) {
-            return false;
-        }
-    }
-    return true;
+    return numbers.size() == count;
 }
 
-bool readExtrasNumber(const pugi::xml_node& node, std::size_t count, std::uint32_t& extras) {
-    std::uint64_t number = 0;
-    const bool read = readInteger(node, "x", number) && number <= count;
-    extras = static_cast<std::uint32_t>(number);
-    return read;
-}
+class TableReader {
+  public:
+    explicit TableReader(ReadingContext& context) : context_(context) {}
 
-// How many places the dimensions have; more than there can be numbers for counts as none.
-std::uint64_t countPlaces(const std::vector<PivotDimension>& dimensions) {
-    std::uint64_t count = 1;
-    for (const PivotDimension& dimension : dimensions) {
-        const std::uint64_t categories = dimension.categories.size();
-        if (categories != 0 && count > std::numeric_limits<std::uint64_t>::max() / categories) {
-            return 0;
-        }
-        count *= categories;
-    }
-    return count;
-}
-
-bool readCell(const pugi::xml_node& node, std::uint64_t places, PivotTable& table) {
-    const std::uint64_t expected = table.cells.empty() ? 0 : table.cells.back().place + 1;
-    PivotCell& cell = table.cells.emplace_back();
-    cell.place = expected;
-    return readInteger(node, "p", cell.place) && cell.place < places && readNumber(node, "n", cell.number) &&
-           readExtrasNumber(node, table.extras.size(), cell.extras) && readContent(node, cell.text);
-}
-
-bool hasDistinctPlaces(const std::vector<PivotCell>& cells) {
-    const auto notBefore = [](const PivotCell& left, const PivotCell& right) {
-        return left.place >= right.place;
-    };
-    if (std::adjacent_find(cells.begin(), cells.end(), notBefore) == cells.end()) {
+    bool read(const pugi::xml_node& root, ElementReader& element, Table& table) {
+        std::size_t look = 0;
+        DisplayFormat format;
+        if (!readRoot(element, look, format) || !readParts(root) || !checkView()) return false;
+        TableStyle style;
+        if (look > context_.looks.size()) return false;
+        if (look != 0) style.setLook(context_.looks[look - 1]);
+        style.setFormat(format);
+        std::shared_ptr<const TableData> data;
+        if (!readData(data) || !readTableStyle(behind_, *data, style, context_)) return false;
+        table.data = std::move(data);
+        table.view = std::make_shared<const TableView>(std::move(view_));
+        table.style = shared(std::move(style));
         return true;
     }
-    std::vector<std::uint64_t> places;
-    places.reserve(cells.size());
-    for (const PivotCell& cell : cells) {
-        places.push_back(cell.place);
+
+  private:
+    bool readRoot(ElementReader& element, std::size_t& look, DisplayFormat& format) {
+        element.text("title", view_.title).text("caption", view_.caption).text("corner", view_.corner);
+        element.flag("titleHidden", view_.titleHidden).flag("emptyLinesLeftOut", view_.emptyLinesLeftOut);
+        element.list("rows", view_.rows).list("columns", view_.columns).list("layers", view_.layers);
+        element.word("printLayers", layerPrintingWords, view_.layerPrinting);
+        element.number("minColumnWidth", view_.minColumnWidth).number("maxColumnWidth", view_.maxColumnWidth);
+        element.whole("look", look).format("format", format);
+        return element.isRead();
     }
-    std::sort(places.begin(), places.end());
-    return std::adjacent_find(places.begin(), places.end()) == places.end();
+
+    /// Everything up to the cells, in the order in which it is written.
+    bool readParts(const pugi::xml_node& root) {
+        pugi::xml_node node = root.first_child();
+        for (; isNamed(node, "dimension"); node = node.next_sibling()) {
+            if (!readDimension(node)) return false;
+        }
+        for (; isNamed(node, "footnote"); node = node.next_sibling()) {
+            if (!ElementReader(node).content(footnotes_.emplace_back()).isRead()) return false;
+        }
+        for (; isNamed(node, "text"); node = node.next_sibling()) {
+            if (!ElementReader(node).content(references_.texts.emplace_back()).isRead()) return false;
+        }
+        for (; isNamed(node, "extras"); node = node.next_sibling()) {
+            if (!readExtras(node)) return false;
+        }
+        if (isNamed(node, "cells")) {
+            cells_ = node;
+            node = node.next_sibling();
+        }
+        behind_ = node;
+        return std::all_of(dimensions_.begin(), dimensions_.end(),
+                           [this](TableDimension& dimension) { return checkFootnotes(dimension); });
+    }
+
+    bool readDimension(const pugi::xml_node& node) {
+        TableDimension& dimension = dimensions_.emplace_back();
+        DimensionView& view = view_.dimensions.emplace_back();
+        std::string hidden;
+        std::uint32_t shown = 1;
+        ElementReader element(node);
+        element.text("label", dimension.label).flag("labelHidden", view.labelHidden).whole("shown", shown);
+        element.list("order", view.order).text("hidden", hidden);
+        if (!element.isRead()) return false;
+        for (const pugi::xml_node child : node.children()) {
+            if (!readLabel(child, dimension)) return false;
+        }
+        const std::size_t count = dimension.categories.size();
+        if (shown == 0 || (shown > 1 && shown > count) || hidden.size() > count ||
+            hidden.find_first_not_of("01") != std::string::npos ||
+            (!view.order.empty() && !isPermutation(view.order, count))) {
+            return false;
+        }
+        view.shown = shown - 1;
+        for (const char each : hidden) view.hidden.push_back(each == '1');
+        return true;
+    }
+
+    static bool readLabel(const pugi::xml_node& node, TableDimension& dimension) {
+        const std::size_t groups = dimension.groups.size();
+        ElementReader element(node);
+        if (isNamed(node, "group")) {
+            // A group stands after the one that encloses it, so that groups never enclose each other.
+            TableGroup& group = dimension.groups.emplace_back();
+            element.text("label", group.label).whole("parent", group.parent);
+            element.require(group.parent == noGroup || group.parent < groups);
+        } else {
+            TableCategory& category = dimension.categories.emplace_back();
+            element.text("label", category.label).whole("group", category.group);
+            element.word("role", roleWords, category.role).format("format", category.format);
+            element.list("footnotes", category.footnotes);
+            element.require(isNamed(node, "category") && (category.group == noGroup || category.group < groups));
+        }
+        return element.isRead() && !node.first_child();
+    }
+
+    bool checkFootnotes(TableDimension& dimension) const {
+        return std::all_of(
+            dimension.categories.begin(), dimension.categories.end(),
+            [this](TableCategory& category) { return fromNumbers(category.footnotes, footnotes_.size()); });
+    }
+
+    bool readExtras(const pugi::xml_node& node) {
+        CellExtras& extras = references_.extras.emplace_back();
+        ElementReader element(node);
+        element.text("shown", extras.shown).list("footnotes", extras.footnotes);
+        return element.isRead() && !node.first_child() && fromNumbers(extras.footnotes, footnotes_.size());
+    }
+
+    [[nodiscard]] bool checkView() const {
+        std::vector<DimensionId> all = view_.rows;
+        all.insert(all.end(), view_.columns.begin(), view_.columns.end());
+        all.insert(all.end(), view_.layers.begin(), view_.layers.end());
+        return isPermutation(all, dimensions_.size());
+    }
+
+    bool readData(std::shared_ptr<const TableData>& data) {
+        const std::optional<Place> places = placeCountOf(dimensions_);
+        std::string formats;
+        std::string_view tokens;
+        if (!places) return false;
+        if (cells_) {
+            ElementReader element(cells_);
+            element.text("formats", formats).plainContent(tokens);
+            if (!element.isRead() || !readFormats(formats, references_.formats)) return false;
+        }
+        if (!context_.keep(memoryOfCells(*places, countCells(tokens)))) return false;
+        TableDataBuilder builder(std::move(dimensions_), std::move(footnotes_));
+        if (!readCells(tokens, references_, builder, context_)) return false;
+        data = builder.finish();
+        return true;
+    }
+
+    /// Most tables have no style of their own, and share this one.
+    static std::shared_ptr<const TableStyle> shared(TableStyle style) {
+        static const auto none = std::make_shared<const TableStyle>();
+        return style == *none ? none : std::make_shared<const TableStyle>(std::move(style));
+    }
+
+    ReadingContext& context_;
+    TableView view_;
+    std::vector<TableDimension> dimensions_;
+    std::vector<std::string> footnotes_;
+    CellReferences references_;
+    pugi::xml_node cells_;
+    pugi::xml_node behind_;
+};
+
+bool readGridRoot(ElementReader& element, FlatTable& grid) {
+    element.text("title", grid.title).text("caption", grid.caption).whole("columns", grid.columns);
+    element.whole("headerRows", grid.headerRows).whole("headerColumns", grid.headerColumns);
+    return element.isRead() && grid.columns <= maximalFlatCells;
 }
 
-// Children stand in the order in which they are written: dimensions, extras, cells.
-bool readTableChild(const pugi::xml_node& node, std::uint64_t places, PivotTable& table) {
-    if (isNamed(node, "c")) {
-        return readCell(node, places, table);
-    }
-    if (isNamed(node, "extras")) {
-        return table.cells.empty() && readExtras(node, table.extras.emplace_back());
-    }
-    return isNamed(node, "dimension") && table.cells.empty() &&
-           readDimension(node, table.dimensions.emplace_back());
-}
-
-bool readGridSize(const pugi::xml_node& node, const char* attribute, std::size_t& size) {
-    std::uint64_t number = 0;
-    const bool read = readInteger(node, attribute, number) && number <= maximalFlatCells;
-    size = static_cast<std::size_t>(number);
-    return read;
-}
-
-bool readFlatChild(const pugi::xml_node& node, FlatTable& table) {
-    if (isNamed(node, "extras")) {
-        return table.cells.empty() && readExtras(node, table.extras.emplace_back());
-    }
-    FlatCell& cell = table.cells.emplace_back();
-    return isNamed(node, "c") && readExtrasNumber(node, table.extras.size(), cell.extras) &&
-           readContent(node, cell.text);
-}
-
-bool isWholeGrid(const FlatTable& table) {
-    const bool whole = table.columns == 0 ? table.cells.empty() : table.cells.size() % table.columns == 0;
-    return whole && table.cells.size() <= maximalFlatCells && table.headerColumns <= table.columns &&
-           table.headerRows <= table.rows();
+bool isWholeGrid(const FlatTable& grid) {
+    const bool whole = grid.columns == 0 ? grid.cells.empty() : grid.cells.size() % grid.columns == 0;
+    return whole && grid.headerColumns <= grid.columns && grid.headerRows <= grid.rows();
 }
 
 }  // namespace
 
-bool readTable(const XmlReader& xml, PivotTable& table) {
-    const pugi::xml_node root = xml.root();
-    if (!readFrame(root, table) || !readFlag(root, "flag", table.flag)) {
-        return false;
-    }
-    std::uint64_t places = 0;
-    for (const pugi::xml_node child : root.children()) {
-        if (table.cells.empty() && isNamed(child, "c")) {
-            places = countPlaces(table.dimensions);
-        }
-        if (!readTableChild(child, places, table)) {
-            return false;
-        }
-    }
-    return hasDistinctPlaces(table.cells);
+bool readTable(const pugi::xml_node& root, ElementReader& element, Table& table, ReadingContext& context) {
+    return TableReader(context).read(root, element, table);
 }
 
-bool readFlatTable(const XmlReader& xml, FlatTable& table) {
-    const pugi::xml_node root = xml.root();
-    if (!readFrame(root, table) || !readGridSize(root, "columns", table.columns) ||
-        !readGridSize(root, "headerRows", table.headerRows) ||
-        !readGridSize(root, "headerColumns", table.headerColumns)) {
+bool readGrid(const pugi::xml_node& root, ElementReader& element, FlatTable& grid, ReadingContext& context) {
+    if (!readGridRoot(element, grid)) return false;
+    pugi::xml_node node = root.first_child();
+    for (; isNamed(node, "style"); node = node.next_sibling()) {
+        ElementReader style(node);
+        readStyle(style, grid.styles.emplace_back());
+        if (!style.isRead() || node.first_child()) return false;
+    }
+    std::size_t count = 0;
+    for (pugi::xml_node cell = node; cell; cell = cell.next_sibling()) ++count;
+    if (count > maximalFlatCells ||
+        !context.keep(count * sizeof(FlatCell) + grid.styles.size() * sizeof(CellStyle))) {
         return false;
     }
-    for (const pugi::xml_node child : root.children()) {
-        if (!readFlatChild(child, table)) {
-            return false;
-        }
+    grid.cells.resize(count);
+    for (FlatCell& cell : grid.cells) {
+        ElementReader reader(node);
+        reader.whole("s", cell.style).content(cell.text).require(cell.style < grid.styles.size());
+        if (!isNamed(node, "c") || !reader.isRead()) return false;
+        node = node.next_sibling();
     }
-    return isWholeGrid(table);
+    return isWholeGrid(grid);
 }
 
 }  // namespace vexa::frontend

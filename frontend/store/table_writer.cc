@@ -1,120 +1,139 @@
-// Tables as XML. There may be very many cells, so their element and attribute names are single letters, and a
-// cell that follows the one before does not name its place.
-
-#include <array>
-#include <charconv>
+#include <algorithm>
 #include <string>
 
-#include "frontend/package/xml_writer.h"
-#include "frontend/store/item_xml.h"
+#include "frontend/store/cell_text.h"
+#include "frontend/store/style_xml.h"
+#include "frontend/store/table_xml.h"
 
 namespace vexa::frontend {
 namespace {
 
-template <typename Table>
-void writeFrame(const Table& table, XmlWriter& xml) {
-    xml.optional("title", table.title).optional("caption", table.caption).optional("subtype", table.subtype);
-    xml.flag("titleHidden", table.titleHidden);
-    if (table.minDataColumnWidth) {
-        xml.attribute("minDataColumnWidth", *table.minDataColumnWidth);
-    }
-    if (table.maxDataColumnWidth) {
-        xml.attribute("maxDataColumnWidth", *table.maxDataColumnWidth);
-    }
+using namespace tables;
+
+void writeList(std::string_view name, const std::vector<std::uint32_t>& numbers, XmlWriter& xml) {
+    if (!numbers.empty()) xml.attribute(name, listText(numbers));
 }
 
-void writeExtras(const std::vector<PivotCellExtras>& all, XmlWriter& xml) {
-    for (const PivotCellExtras& extras : all) {
-        xml.begin("extras").flag("bold", extras.bold);
-        xml.optional("color", extras.color).optional("background", extras.background);
-        for (const std::string& note : extras.notes) {
-            xml.begin("note").text(note).end();
-        }
+void writeFormat(std::string_view name, DisplayFormat format, XmlWriter& xml) {
+    if (format.kind != FormatKind::none) xml.attribute(name, formatText(format));
+}
+
+void writeView(const TableView& view, XmlWriter& xml) {
+    xml.optional("title", view.title).optional("caption", view.caption).optional("corner", view.corner);
+    xml.flag("titleHidden", view.titleHidden);
+    writeList("rows", view.rows, xml);
+    writeList("columns", view.columns, xml);
+    writeList("layers", view.layers, xml);
+    xml.flag("emptyLinesLeftOut", view.emptyLinesLeftOut);
+    if (view.layerPrinting) {
+        xml.attribute("printLayers", layerPrintingWords[static_cast<std::size_t>(*view.layerPrinting)]);
+    }
+    writeNumber("minColumnWidth", view.minColumnWidth, xml);
+    writeNumber("maxColumnWidth", view.maxColumnWidth, xml);
+}
+
+void writeCategory(const TableCategory& category, XmlWriter& xml) {
+    xml.begin("category").optional("label", category.label);
+    if (category.group != noGroup) xml.attribute("group", std::size_t{category.group});
+    if (category.role != StatisticRole::none) {
+        xml.attribute("role", roleWords[static_cast<std::size_t>(category.role)]);
+    }
+    writeFormat("format", category.format, xml);
+    writeList("footnotes", fromOne(category.footnotes), xml);
+    xml.end();
+}
+
+void writeDimension(const TableDimension& dimension, const DimensionView& view, XmlWriter& xml) {
+    xml.begin("dimension").optional("label", dimension.label).flag("labelHidden", view.labelHidden);
+    if (view.shown != 0) xml.attribute("shown", std::size_t{view.shown} + 1);
+    writeList("order", view.order, xml);
+    if (!view.hidden.empty()) {
+        std::string hidden(view.hidden.size(), '0');
+        for (std::size_t i = 0; i < hidden.size(); ++i) hidden[i] = view.hidden[i] ? '1' : '0';
+        xml.attribute("hidden", hidden);
+    }
+    for (const TableGroup& group : dimension.groups) {
+        xml.begin("group").optional("label", group.label);
+        if (group.parent != noGroup) xml.attribute("parent", std::size_t{group.parent});
+        xml.end();
+    }
+    for (const TableCategory& category : dimension.categories) writeCategory(category, xml);
+    xml.end();
+}
+
+void writeReferences(const CellReferences& references, XmlWriter& xml) {
+    for (const std::string& text : references.texts) xml.element("text", text);
+    for (const CellExtras& extras : references.extras) {
+        xml.begin("extras");
+        if (extras.shown) xml.attribute("shown", *extras.shown);
+        writeList("footnotes", fromOne(extras.footnotes), xml);
         xml.end();
     }
 }
 
-void writePosition(const std::array<int, 4>& position, XmlWriter& xml) {
-    std::string text;
-    for (const int number : position) {
-        text += (text.empty() ? "" : " ") + std::to_string(number);
-    }
-    xml.attribute("position", text);
-}
-
-void writeLabel(std::string_view element, const std::string& label, int group, std::string_view groupName,
-                XmlWriter& xml) {
-    xml.begin(element).optional("label", label);
-    if (group >= 0) {
-        xml.attribute(groupName, group);
-    }
-    xml.end();
-}
-
-void writeDimension(const PivotDimension& dimension, XmlWriter& xml) {
-    xml.begin("dimension").optional("label", dimension.label).attribute("kind", dimension.kind);
-    writePosition(dimension.position, xml);
-    for (const PivotGroup& group : dimension.groups) {
-        writeLabel("group", group.label, group.parent, "parent", xml);
-    }
-    for (const PivotCategory& category : dimension.categories) {
-        writeLabel("category", category.label, category.group, "group", xml);
-    }
-    xml.end();
-}
-
-void writeNumber(double number, XmlWriter& xml) {
-    std::array<char, 32> digits{};
-    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-    xml.attribute("n", std::string_view(digits.data(), static_cast<std::size_t>(result.ptr - digits.data())));
-}
-
-void writeCell(const PivotCell& cell, std::uint64_t expected, XmlWriter& xml) {
-    xml.begin("c");
-    if (cell.place != expected) {
-        xml.attribute("p", std::to_string(cell.place));
-    }
-    if (cell.number) {
-        writeNumber(*cell.number, xml);
-    }
-    if (cell.extras != 0) {
-        xml.attribute("x", std::int64_t{cell.extras});
-    }
-    xml.text(cell.text).end();
-}
-
 }  // namespace
 
-void writeTable(const PivotTable& table, XmlWriter& xml) {
+std::string listText(const std::vector<std::uint32_t>& numbers) {
+    std::string text;
+    for (const std::uint32_t number : numbers) {
+        if (!text.empty()) text += ' ';
+        text += std::to_string(number);
+    }
+    return text;
+}
+
+std::vector<std::uint32_t> fromOne(std::vector<std::uint32_t> numbers) {
+    for (std::uint32_t& number : numbers) ++number;
+    return numbers;
+}
+
+std::string formatsText(const std::vector<DisplayFormat>& formats) {
+    std::string text;
+    for (const DisplayFormat format : formats) {
+        if (!text.empty()) text += ' ';
+        text += formatText(format);
+    }
+    return text;
+}
+
+void writeTable(const Table& table, XmlWriter& xml, WritingContext& context) {
+    const TableData& data = *table.data;
     xml.begin("table");
-    writeFrame(table, xml);
-    xml.flag("flag", table.flag);
-    for (const PivotDimension& dimension : table.dimensions) {
-        writeDimension(dimension, xml);
+    writeView(*table.view, xml);
+    if (const std::size_t look = context.looks.numberOf(table.style->look()); look != 0) {
+        xml.attribute("look", look);
     }
-    writeExtras(table.extras, xml);
-    std::uint64_t expected = 0;
-    for (const PivotCell& cell : table.cells) {
-        writeCell(cell, expected, xml);
-        expected = cell.place + 1;
+    writeFormat("format", table.style->format(), xml);
+    for (std::size_t i = 0; i < data.dimensions().size(); ++i) {
+        writeDimension(data.dimensions()[i], table.view->dimensions[i], xml);
     }
+    for (const std::string& footnote : data.footnotes()) xml.element("footnote", footnote);
+    CellReferences references;
+    const std::string cells = writeCells(data, references, context);
+    writeReferences(references, xml);
+    if (!cells.empty()) {
+        xml.begin("cells").optional("formats", formatsText(references.formats)).raw(cells).end();
+    }
+    context.memory += memoryOfCells(data.placeCount(), countCells(cells));
+    writeTableStyle(table, xml, context);
     xml.end();
 }
 
-void writeFlatTable(const FlatTable& table, XmlWriter& xml) {
-    xml.begin("flatTable");
-    writeFrame(table, xml);
-    xml.attribute("columns", static_cast<std::int64_t>(table.columns));
-    xml.attribute("headerRows", static_cast<std::int64_t>(table.headerRows));
-    xml.attribute("headerColumns", static_cast<std::int64_t>(table.headerColumns));
-    writeExtras(table.extras, xml);
-    for (const FlatCell& cell : table.cells) {
+void writeGrid(const FlatTable& grid, XmlWriter& xml, WritingContext& context) {
+    xml.begin("grid").optional("title", grid.title).optional("caption", grid.caption);
+    xml.attribute("columns", grid.columns).attribute("headerRows", grid.headerRows);
+    xml.attribute("headerColumns", grid.headerColumns);
+    for (std::size_t i = 1; i < grid.styles.size(); ++i) {
+        xml.begin("style");
+        writeStyle(grid.styles[i], xml);
+        xml.end();
+    }
+    for (const FlatCell& cell : grid.cells) {
         xml.begin("c");
-        if (cell.extras != 0) {
-            xml.attribute("x", std::int64_t{cell.extras});
-        }
+        if (cell.style != 0) xml.attribute("s", std::size_t{cell.style});
         xml.text(cell.text).end();
     }
+    context.memory += grid.cells.size() * sizeof(FlatCell) + grid.styles.size() * sizeof(CellStyle);
     xml.end();
 }
 

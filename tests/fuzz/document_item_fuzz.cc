@@ -1,63 +1,91 @@
-// Any text as an entry of a document file, past the archive around it. The first byte says which kind of item
-// it is to be, or a manifest.
+// Any text as an entry of a document file, past the archive around it. The first byte says what it is to be: '0' a
+// manifest, a small letter from 'a' on the type of an item, a capital from 'A' on a kind of item of format 1.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 
-#include "frontend/store/item_xml.h"
+#include "backend/tables/layout/table_grid.h"
+#include "frontend/package/xml_reader.h"
+#include "frontend/store/entry_reader.h"
+#include "frontend/store/format1/format1_reader.h"
+#include "frontend/store/item_kinds.h"
+#include "frontend/store/limits.h"
 #include "frontend/store/manifest.h"
 
 using namespace vexa::frontend;
 
 namespace {
 
-constexpr unsigned manifestChoice = 0;
-constexpr unsigned choices = 6;
+const std::vector<SharedLook> noLooks;
 
 void checkManifest(const std::string& xml) {
     ReadManifest read;
-    if (!readManifest(xml, read) || read.isProtected) {
-        return;
-    }
+    if (!readManifest(xml, read) || read.isProtected || read.format != currentFormat) return;
     const std::string written = writeManifest(read.manifest);
     ReadManifest again;
-    if (!readManifest(written, again) || writeManifest(again.manifest) != written) {
-        std::abort();
-    }
+    if (!readManifest(written, again) || writeManifest(again.manifest) != written) std::abort();
 }
 
-void checkItem(ItemKind kind, const std::string& xml) {
-    ItemContent content;
-    if (!readItemXml(kind, xml, content)) {
-        return;
+std::string write(const ItemContent& content) {
+    XmlWriter xml(documentFileXml);
+    LookNumbers ofTable;
+    if (const auto* const table = std::get_if<TableContent>(&content)) ofTable.add(table->table.style->look());
+    WritingContext context{ofTable};
+    kindOf(static_cast<ItemType>(content.index())).write(content, xml, context);
+    return xml.take();
+}
+
+bool read(ItemType type, const std::string& xml, ItemContent& content) {
+    MemoryBudget budget(memoryFor(xml.size()));
+    ReadingContext context{noLooks, budget, nullptr};
+    if (pictureOf(emptyContent(type)) != nullptr) context.picture = std::make_shared<Picture>();
+    BorrowedMemory memory(budget);
+    return memory.borrow(memoryOfXml(xml)) && readContent(type, xml, context, content);
+}
+
+void checkContent(const ItemContent& content) {
+    if (const auto* const table = std::get_if<TableContent>(&content)) {
+        static_cast<void>(vexa::tables::flatten(table->table));
     }
-    if (const auto* table = std::get_if<TableContent>(&content)) {
-        static_cast<void>(flatten(*table->table));
-    }
-    std::string written;
-    std::string twice;
+    const auto type = static_cast<ItemType>(content.index());
+    const std::string written = write(content);
     ItemContent again;
-    if (!writeItemXml(content, written) || !readItemXml(kind, written, again) ||
-        !writeItemXml(again, twice) || twice != written) {
-        std::abort();
+    if (!read(type, written, again) || write(again) != written) std::abort();
+}
+
+void checkItem(ItemType type, const std::string& xml) {
+    const ItemStorage storage = kindOf(type).storage;
+    ItemContent content = emptyContent(type);
+    if (storage == ItemStorage::manifest || storage == ItemStorage::raw) return;
+    if (read(type, xml, content)) checkContent(content);
+}
+
+void checkFormat1(std::string_view kind, const std::string& xml) {
+    MemoryBudget budget(memoryFor(xml.size()));
+    BorrowedMemory memory(budget);
+    XmlReader reader;
+    ItemContent content;
+    if (memory.borrow(memoryOfXml(xml)) && reader.parse(xml, kind, limits::xml) &&
+        format1::readContent(reader.root(), kind, budget, content)) {
+        checkContent(content);
     }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
-    // Printable digits in the corpus: '0' is the manifest, '1' to '5' are the kinds after the heading.
-    const unsigned choice = data[0] % choices;
+    constexpr std::array<std::string_view, 5> kinds{"message", "notes", "table", "flatTable", "text"};
+    if (size == 0) return 0;
     const std::string xml(reinterpret_cast<const char*>(data) + 1, size - 1);
-    if (choice == manifestChoice) {
-        checkManifest(xml);
+    if (data[0] >= 'a') {
+        checkItem(static_cast<ItemType>((data[0] - 'a') % itemTypeCount), xml);
+    } else if (data[0] >= 'A') {
+        checkFormat1(kinds[(data[0] - 'A') % kinds.size()], xml);
     } else {
-        checkItem(static_cast<ItemKind>(choice), xml);
+        checkManifest(xml);
     }
     return 0;
 }

@@ -52,6 +52,20 @@ TEST_F(DocumentRequests, WordsThatCommandsUseAreNoNames) {
     EXPECT_THAT(listed(controller_), IsEmpty());
 }
 
+TEST_F(DocumentRequests, NamesOfManyDocumentsAreFoundAtOnce) {
+    constexpr int many = 20'000;
+    for (int i = 0; i < many; ++i) send(newDocument, "doc" + std::to_string(i));
+    ASSERT_EQ(controller_.documents().all().size(), static_cast<std::size_t>(many));
+    expectRefused(send(newDocument, "DOC0"), messages::nameTaken, "DOC0");
+    EXPECT_TRUE(send(activate, "Doc17").ok);
+    send(name, "other");
+    EXPECT_EQ(controller_.documents().find("doc17"), nullptr);
+    EXPECT_NE(controller_.documents().find("OTHER"), nullptr);
+    EXPECT_TRUE(send(newDocument, "doc17").ok);
+    EXPECT_TRUE(send(close, "other").ok);
+    EXPECT_EQ(controller_.documents().find("other"), nullptr);
+}
+
 TEST_F(DocumentRequests, ActivateByNameAndByStar) {
     send(newDocument, "a");
     send(newDocument, "b");
@@ -96,7 +110,7 @@ TEST_F(DocumentRequests, NameBringsNoDocumentBackFromItsMinimisedState) {
 
 TEST_F(DocumentRequests, ALockedDocumentKeepsItsName) {
     send(newDocument, "a");
-    controller_.documents().active()->setLock({false, true});
+    controller_.documents().active()->setLock({true, {}});
     expectRefused(send(name, "b"), messages::documentLocked, "a");
     EXPECT_THAT(listed(controller_), ElementsAre("*a"));
 }
@@ -137,7 +151,7 @@ TEST_F(DocumentRequests, OnlyTheArgumentOfARefusalIsTranslated) {
     send(newDocument, "a");
     send(newDocument);
     expectRefused(send(close, "c"), messages::noSuchDocument, "a, (ohne Namen), nicht c");
-    controller_.documents().active()->setLock({false, true});
+    controller_.documents().active()->setLock({true, {}});
     expectRefused(send(name, "b"), messages::documentLocked, "(ohne Namen)");
 }
 

@@ -66,15 +66,15 @@ Wish withPassword(const std::string& password,
 
 TEST_F(FileRequests, SavesAndOpensAgain) {
     makeNew("a");
-    active().add(makeItem("Text", TextContent{"hello"}));
+    active().add(makeItem("Text", plainText("hello")));
     EXPECT_TRUE(save("\\out\\a.vxv").ok);
     EXPECT_FALSE(active().isModified());
     EXPECT_EQ(active().file(), "/out/a.vxv");
-    const std::vector<ViewerItem> items = active().items();
+    const Outline outline = active().outline();
     closeAll();
     EXPECT_TRUE(open("\\out\\a.vxv").ok);
     EXPECT_THAT(listed(controller_), ElementsAre("*a"));
-    EXPECT_EQ(active().items(), items);
+    EXPECT_TRUE(active().outline() == outline);
     EXPECT_FALSE(active().isModified());
     EXPECT_FALSE(active().isLocked());
 }
@@ -118,7 +118,7 @@ TEST_F(FileRequests, AFileBehindALinkIsOneOpenDocument) {
     EXPECT_TRUE(save("\\good.vxv").ok);
     const std::string before = files_.files["/good.vxv"];
     makeNew("other");
-    active().add(makeItem("Text", TextContent{"other"}));
+    active().add(makeItem("Text", plainText("other")));
     for (const char* file : {"good.vxv", "link.vxv"}) {
         const std::string shown = std::string("/") + file;
         expectRefused(save(toBackslashPath(shown)), messages::fileOpenAlready, shown + " (open as good)");
@@ -130,9 +130,9 @@ TEST_F(FileRequests, AFileBehindALinkIsOneOpenDocument) {
 TEST_F(FileRequests, TheTypeIsThatOfTheNameThatWasGiven) {
     files_.links["/link.vxw"] = "/whole.vxv";
     makeNew("a");
-    active().add(makeItem("Warning", MessageContent{2, "x"}));
+    active().add(makeItem("Warning", WarningContent{2, "x"}));
     EXPECT_TRUE(save("\\link.vxw").ok);
-    EXPECT_TRUE(opened(files_.files["/whole.vxv"])->items().empty());
+    EXPECT_TRUE(opened(files_.files["/whole.vxv"])->outline().isEmpty());
 }
 
 TEST_F(FileRequests, NamesOfOpenedDocuments) {
@@ -148,25 +148,46 @@ TEST_F(FileRequests, NamesOfOpenedDocuments) {
     EXPECT_THAT(listed(controller_), ElementsAre("A", "*b"));
 }
 
-TEST_F(FileRequests, LockOfTheSessionAndMarkOfTheFile) {
+TEST_F(FileRequests, TheLockOfOpenProtectsTheFileAndNotTheDocument) {
     makeNew("a");
     save("\\a.vxv");
     closeAll();
     open("\\a.vxv", "", withLock(OutputDocumentLock::yes));
-    EXPECT_EQ(active().lock(), (DocumentLock{false, true}));
-    expectRefused(sendShort(controller_, name, "b"), messages::documentLocked, "a");
-    // A lock of the session is not written.
-    EXPECT_TRUE(save("\\a.vxv").ok);
+    EXPECT_EQ(active().lock(), (DocumentLock{false, "/a.vxv"}));
+    EXPECT_TRUE(sendShort(controller_, name, "b").ok) << "the document takes changes";
+    const std::string before = files_.files["/a.vxv"];
+    expectRefused(save("\\a.vxv"), messages::fileLocked, "/a.vxv");
+    expectRefused(save("\\a.vxv", "", withLock(OutputDocumentLock::yes)), messages::fileLocked, "/a.vxv");
+    EXPECT_EQ(files_.files["/a.vxv"], before);
+    EXPECT_TRUE(save("\\b.vxv").ok);
+    expectRefused(save("\\a.vxv"), messages::fileLocked, "/a.vxv");
+    EXPECT_TRUE(save("\\a.vxv", "", withLock(OutputDocumentLock::no)).ok);
+    EXPECT_NE(files_.files["/a.vxv"], before);
+    EXPECT_TRUE(save("\\a.vxv").ok) << "LOCK=NO counts from then on";
     closeAll();
     open("\\a.vxv", "", withLock(OutputDocumentLock::no));
-    EXPECT_FALSE(active().isLocked());
+    EXPECT_TRUE(save("\\a.vxv").ok);
+}
 
+TEST_F(FileRequests, AReadersCopyOverAProtectedFileIsRefusedToo) {
+    makeNew("a");
+    save("\\a.vxw");
+    closeAll();
+    open("\\a.vxw", "", withLock(OutputDocumentLock::yes));
+    expectRefused(save("\\a.vxw"), messages::fileLocked, "/a.vxw");
+}
+
+TEST_F(FileRequests, TheMarkOfTheFileLocksTheDocument) {
+    makeNew("a");
     EXPECT_TRUE(save("\\a.vxv", "", withLock(OutputDocumentLock::yes)).ok);
     EXPECT_TRUE(active().isLocked());
     EXPECT_TRUE(save("\\a.vxv").ok);
     closeAll();
     open("\\a.vxv", "", withLock(OutputDocumentLock::no));
     EXPECT_TRUE(active().isLocked()) << "the file's own mark wins";
+    expectRefused(sendShort(controller_, name, "b"), messages::documentLocked, "a");
+    EXPECT_TRUE(save("\\b.vxv").ok) << "it can be saved";
+    EXPECT_TRUE(opened(files_.files["/b.vxv"])->isLocked());
     EXPECT_TRUE(save("\\a.vxv", "", withLock(OutputDocumentLock::no)).ok);
     EXPECT_FALSE(active().isLocked());
     closeAll();
@@ -192,7 +213,7 @@ TEST_F(FileRequests, ALockedReadersCopyIsUnlockedByASaveToItself) {
 
 TEST_F(FileRequests, ReadersCopiesByTypeAndByExtension) {
     makeNew("a");
-    active().add(makeItem("Warning", MessageContent{2, "x"}));
+    active().add(makeItem("Warning", WarningContent{2, "x"}));
     Wish reader;
     reader.type = OutputDocumentType::vxw;
     EXPECT_TRUE(save("\\a.doc", "", reader).ok);
@@ -202,9 +223,9 @@ TEST_F(FileRequests, ReadersCopiesByTypeAndByExtension) {
     EXPECT_TRUE(active().isModified()) << "a copy is not the document";
     EXPECT_EQ(active().file(), "");
     EXPECT_TRUE(save("\\c.vxw", "", whole).ok);
-    EXPECT_TRUE(opened(files_.files["/a.doc"])->items().empty());
-    EXPECT_TRUE(opened(files_.files["/b.VXW"])->items().empty());
-    EXPECT_EQ(opened(files_.files["/c.vxw"])->items().size(), 1U);
+    EXPECT_TRUE(opened(files_.files["/a.doc"])->outline().isEmpty());
+    EXPECT_TRUE(opened(files_.files["/b.VXW"])->outline().isEmpty());
+    EXPECT_EQ(opened(files_.files["/c.vxw"])->outline().size(), 1U);
 }
 
 TEST_F(FileRequests, WithoutTheDataModelTheDocumentStaysUnsaved) {
@@ -214,7 +235,7 @@ TEST_F(FileRequests, WithoutTheDataModelTheDocumentStaysUnsaved) {
     wish.dataModel = YesNoEnum::no;
     EXPECT_TRUE(save("\\a.vxv", "", wish).ok);
     EXPECT_TRUE(active().isModified());
-    EXPECT_EQ(opened(files_.files["/a.vxv"])->items()[0].kind(), ItemKind::flatTable);
+    EXPECT_EQ(itemAt(*opened(files_.files["/a.vxv"]), 1).type(), ItemType::grid);
 }
 
 TEST_F(FileRequests, Passwords) {
@@ -249,7 +270,7 @@ TEST_F(FileRequests, ASaveThatFailsAtAnyOperationLeavesTheOldFile) {
     save("\\a.vxv");
     const std::string before = files_.files["/a.vxv"];
     files_.operations = 0;
-    active().add(makeItem("Text", TextContent{"new"}));
+    active().add(makeItem("Text", plainText("new")));
     int failing = 0;
     for (bool ok = false; !ok;) {
         files_.operations = 0;
@@ -265,7 +286,7 @@ TEST_F(FileRequests, ASaveThatFailsAtAnyOperationLeavesTheOldFile) {
         }
     }
     EXPECT_GT(failing, 4);
-    EXPECT_EQ(opened(files_.files["/a.vxv"])->items().size(), 1U);
+    EXPECT_EQ(opened(files_.files["/a.vxv"])->outline().size(), 1U);
 }
 
 }  // namespace

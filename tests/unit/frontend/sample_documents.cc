@@ -4,59 +4,128 @@
 
 #include <utility>
 
+#include "backend/tables/layout/table_grid.h"
+#include "frontend/document/walk.h"
+
 namespace vexa::frontend {
 
-ViewerItem makeItem(const std::string& label, ItemContent content) {
-    ViewerItem item;
+Item makeItem(const std::string& label, ItemContent content) {
+    Item item;
     item.label = label;
-    item.command = "OUTPUT DISPLAY";
     item.content = std::move(content);
     return item;
 }
 
-std::shared_ptr<const PivotTable> makeTable(std::size_t rows, std::size_t columns) {
-    auto table = std::make_shared<PivotTable>();
-    table->title = "Table";
-    table->subtype = "Sample";
-    table->flag = true;
-    table->minDataColumnWidth = 150;
-    PivotDimension row{"Rows", 2, {0, 1, 1, 1}, {{"Outer", -1}, {"Inner", 0}}, {}};
+TextContent plainText(const std::string& text) { return {{text, {}}}; }
+
+tables::Table makeTable(std::size_t rows, std::size_t columns) {
+    tables::TableDimension row{"Rows", {{"Outer", tables::noGroup}, {"Inner", 0}}, {}};
     for (std::size_t i = 0; i < rows; ++i) {
-        row.categories.push_back({"row " + std::to_string(i), i % 2 == 0 ? 1 : -1});
+        row.categories.push_back({"row " + std::to_string(i), i % 2 == 0 ? 1 : tables::noGroup, {}, {}, {}});
     }
-    PivotDimension column{"", 1, {1, 1, 0, 0}, {}, {}};
+    tables::TableDimension column{"", {}, {}};
     for (std::size_t i = 0; i < columns; ++i) {
-        column.categories.push_back({"column " + std::to_string(i), -1});
+        column.categories.push_back({"column " + std::to_string(i), tables::noGroup, {}, {}, {}});
     }
-    table->dimensions = {row, column};
-    table->extras.push_back({{"a note", "another"}, true, "red", "#ffffff"});
+    tables::TableDataBuilder data({row, column}, {"a note", "another"});
+    tables::TableStyle style;
+    tables::CellStyle bold;
+    bold.bold = true;
     for (std::size_t i = 0; i < rows * columns; ++i) {
-        const double number = static_cast<double>(i) / 3;
-        table->cells.push_back({i, std::to_string(number), number, i % 7 == 3 ? 1U : 0U});
+        data.setNumber(i, static_cast<double>(i) / 3, {tables::FormatKind::plain, 8, 2});
+        if (i % 7 != 3) continue;
+        data.setFootnotes(i, {0, 1});
+        style.setCell(i, style.intern(bold), data.placeCount());
     }
-    return table;
+    tables::TableView view;
+    view.title = "Table";
+    view.rows = {0};
+    view.columns = {1};
+    view.minColumnWidth = 150;
+    return tables::makeTable(data.finish(), std::move(view), std::move(style));
 }
+
+std::shared_ptr<const Picture> makePicture() {
+    return std::make_shared<const Picture>(
+        Picture{PictureForm::svg, R"(<svg xmlns="http://www.w3.org/2000/svg" width="80" height="40"/>)", 60, 30});
+}
+
+namespace {
+
+void addTexts(ViewerDocument& document, ItemId run, ItemId inner) {
+    document.add(makeItem("Warning", WarningContent{2, std::string("nul \0 bell \a del \x7f", 19)}), run);
+    document.add(makeItem("Log", LogContent{"echo\n  two "}), run);
+    document.add(makeItem("Notes", NotesContent{{{1, "Label", " "}, {-2, "", "line\r\n\tend "}}}), inner);
+    Item hidden = makeItem("hidden \\ \\41 \xff\xc0\x80 \xed\xa0\x80 \xef\xbf\xbf", plainText("   "));
+    hidden.visible = false;
+    document.add(hidden, inner);
+    TextContent text = plainText("emoji \xf0\x9f\x98\x80 ]]> <!-- &amp; \xef\xbb\xbf");
+    text.style.bold = false;
+    text.style.font = "Serif <&>";
+    text.style.size = 10.5;
+    text.style.color = tables::Color{0x12abef};
+    Item broken = makeItem("Text", text);
+    broken.pageBreakBefore = true;
+    document.add(broken);
+    document.add(makeItem("Empty", TextContent{}));
+    document.add(makeItem("Heading", HeadingContent{{"A heading", {}}}));
+    document.add(makeItem("Page title", PageTitleContent{{"At the top", text.style}}));
+}
+
+void addViews(ViewerDocument& document) {
+    ChartContent chart;
+    chart.picture = makePicture();
+    chart.alternativeText = "Rises to the north";
+    chart.templates = {"<template/>", "<template name=\"b\"/>"};
+    chart.styleSheet = "plain";
+    Item shown = makeItem("Chart", chart);
+    shown.width = 120;
+    document.add(shown);
+    const ItemId model = document.add(makeItem("Model", ModelContent{1, tables::LayerPrinting::all}));
+    TreeContent tree;
+    tree.picture = std::make_shared<const Picture>(Picture{PictureForm::png, "\x89PNG\r\n\x1a\n no more", 12, 7.5});
+    document.add(makeItem("Tree", tree), model);
+    document.add(makeItem("Table", TableContent{makeTable(2, 2)}), model);
+    document.add(makeItem("Grid", GridContent{std::make_shared<const tables::FlatTable>(
+                                      *tables::flatten(makeTable(2, 2)))}));
+    document.add(makeItem("Later", UnknownContent{"hologram", std::make_shared<const std::string>("{\"a\": 1}"), 0}));
+    const ItemId later =
+        document.add(makeItem("", UnknownContent{"table", std::make_shared<const std::string>("<table9/>"), 3}));
+    document.add(makeItem("Under", plainText("kept")), later);
+}
+
+}  // namespace
 
 std::unique_ptr<ViewerDocument> makeEveryKind() {
     auto document = std::make_unique<ViewerDocument>();
     document->setName("Ärger <&>\"'");
-    const ItemId heading = document->add(makeItem("Output Display", HeadingContent{}));
-    const ItemId inner = document->add(makeItem("Inner", HeadingContent{}), heading);
-    document->add(makeItem("Warning", MessageContent{2, std::string("nul \0 bell \a del \x7f", 19)}),
-                  heading);
-    document->add(makeItem("Notes", NotesContent{{{1, "Label", " "}, {-2, "", "line\r\n\tend "}}}), inner);
-    ViewerItem table = makeItem("Table", TableContent{makeTable(5, 4)});
+    Item run = makeItem("Output Display", HeaderContent{});
+    run.command = "OUTPUT DISPLAY";
+    const ItemId outer = document->add(run);
+    const ItemId inner = document->add(makeItem("Inner", HeaderContent{}), outer);
+    Item table = makeItem("Table", TableContent{makeTable(5, 4)});
     table.subtype = "Sample";
     document->add(table, inner);
-    ViewerItem hidden = makeItem("hidden \\ \\41 \xff\xc0\x80 \xed\xa0\x80 \xef\xbf\xbf", TextContent{"   "});
-    hidden.visible = false;
-    document->add(hidden, inner);
-    document->add(makeItem("Text", TextContent{"emoji \xf0\x9f\x98\x80 ]]> <!-- &amp; \xef\xbb\xbf"}));
-    document->add(makeItem("Empty", TextContent{}));
-    auto flat = flatten(*makeTable(2, 2));
-    document->add(makeItem("Flat", FlatTableContent{std::make_shared<const FlatTable>(*flat)}));
+    addTexts(*document, outer, inner);
+    addViews(*document);
     document->setModified(false);
     return document;
+}
+
+const Item& itemAt(const ViewerDocument& document, std::size_t number) {
+    struct Finder : OutlineVisitor {
+        bool enter(const WalkPlace& place) override {
+            if (place.number == wanted) found = &place.item();
+            return true;
+        }
+        std::size_t wanted = 0;
+        const Item* found = nullptr;
+    } finder;
+    finder.wanted = number;
+    walk(document.outline(), finder);
+    static const Item none;
+    EXPECT_NE(finder.found, nullptr) << "no item " << number;
+    return finder.found == nullptr ? none : *finder.found;
 }
 
 std::string saved(const ViewerDocument& document, const SaveOptions& options) {

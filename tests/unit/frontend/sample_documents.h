@@ -8,12 +8,19 @@
 
 namespace vexa::frontend {
 
-/// A table of `rows` x `columns` cells with labels, numbers and some extras.
-std::shared_ptr<const PivotTable> makeTable(std::size_t rows, std::size_t columns);
+/// A table of `rows` x `columns` cells with labels, groups, numbers, some footnotes and styles.
+tables::Table makeTable(std::size_t rows, std::size_t columns);
+/// A small picture that can be drawn.
+std::shared_ptr<const Picture> makePicture();
 /// One item of every kind, hidden ones and texts that XML cannot hold among them.
 std::unique_ptr<ViewerDocument> makeEveryKind();
 
-ViewerItem makeItem(const std::string& label, ItemContent content);
+Item makeItem(const std::string& label, ItemContent content);
+/// A content that is a text and no more.
+TextContent plainText(const std::string& text);
+
+/// The item that stands at a place of the outline, from 1, as `vexa show` counts; it must be there.
+const Item& itemAt(const ViewerDocument& document, std::size_t number);
 
 /// The least cost of a key that there is, so that tests take no time.
 inline constexpr KeyCost cheapKey{1, 8192};

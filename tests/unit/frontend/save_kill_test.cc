@@ -77,7 +77,7 @@ std::unique_ptr<ViewerDocument> makeLarge() {
         character = static_cast<char>('0' + random() % 64);
     }
     auto document = std::make_unique<ViewerDocument>();
-    document->add(makeItem("Large", TextContent{text}));
+    document->add(makeItem("Large", plainText(text)));
     return document;
 }
 
