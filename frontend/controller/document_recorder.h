@@ -24,7 +24,8 @@ class DocumentRecorder : public LogListener {
     using LockedReport = std::function<void(const std::string& documentName)>;
 
     /// `documents` must outlive the recorder. Who makes the recorder adds it to the log and removes it.
-    DocumentRecorder(OpenDocuments& documents, LockedReport reportLocked, Recording recording = Recording::output);
+    DocumentRecorder(OpenDocuments& documents, LockedReport reportLocked,
+                     Recording recording = Recording::output);
 
     /// Messages, notes, tables and printed text go into the active document, under a header for each
     /// procedure run. When no document is open, a table makes one; everything else goes nowhere.

@@ -43,7 +43,8 @@ inline constexpr SystemText openUnnamed = "^1 (open as an unnamed document)"_tex
 /// A file with details.
 inline constexpr SystemText withDetails = "^1 (^2)"_text;
 inline constexpr SystemText fileLocked =
-    "The file ^1 is protected, because its output document was opened with a lock. OUTPUT SAVE with LOCK=NO replaces "
+    "The file ^1 is protected, because its output document was opened with a lock. OUTPUT SAVE with LOCK=NO "
+    "replaces "
     "it, and OUTPUT OPEN with LOCK=NO opens it without a lock. Or name another file."_text;
 inline constexpr SystemText noSuchFile = "There is no file ^1. Check its folder and its name."_text;
 inline constexpr SystemText fileIsFolder = "^1 is a folder. Name a file in it."_text;

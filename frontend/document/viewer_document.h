@@ -1,5 +1,5 @@
-// The viewer document: its state and its outline. A model and nothing else; who may change it when is for others to
-// know, but a document that is locked itself takes no change.
+// The viewer document: its state and its outline. A model and nothing else; who may change it when is for
+// others to know, but a document that is locked itself takes no change.
 #pragma once
 
 #include <string>
@@ -11,8 +11,9 @@ namespace vexa::frontend {
 
 /// What protects a document and its file from changes.
 struct DocumentLock {
-    bool document = false;  ///< the mark of OUTPUT SAVE LOCK=YES, kept in the file: the document takes no change
-    std::string file;       ///< by the lock of OUTPUT OPEN: a save over this file is refused; empty for none
+    bool document =
+        false;         ///< the mark of OUTPUT SAVE LOCK=YES, kept in the file: the document takes no change
+    std::string file;  ///< by the lock of OUTPUT OPEN: a save over this file is refused; empty for none
 
     bool operator==(const DocumentLock&) const = default;
 };
@@ -37,8 +38,8 @@ class ViewerDocument {
     ItemId add(Item item, ItemId under = 0);
     /// One item for changing, see `Outline::change`.
     [[nodiscard]] Item& change(ItemId id);
-    /// Lets a changed copy of the outline take its place: the way to change several things, or none when the last of
-    /// them cannot be done.
+    /// Lets a changed copy of the outline take its place: the way to change several things, or none when the
+    /// last of them cannot be done.
     void edit(Outline outline);
 
     /// The following are allowed of a locked document too: they change no content.

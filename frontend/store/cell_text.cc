@@ -52,7 +52,8 @@ class CellWriter {
         } else {
             // What is no number has no sign that would tell.
             appendNumber(out_, std::isnan(cell.number) ? std::abs(cell.number) : cell.number);
-            if (cell.format.kind != tables::FormatKind::none) appendMarked(':', formatNumber(cell.format), '\0');
+            if (cell.format.kind != tables::FormatKind::none)
+                appendMarked(':', formatNumber(cell.format), '\0');
         }
         const CellExtras& extras = data_.extras(cell);
         if (!(extras == CellExtras())) {
@@ -237,7 +238,8 @@ std::string writePlaceRuns(std::vector<PlaceRun> values) {
     return out;
 }
 
-bool readPlaceRuns(std::string_view tokens, Place placeCount, std::uint32_t most, std::vector<PlaceRun>& runs) {
+bool readPlaceRuns(std::string_view tokens, Place placeCount, std::uint32_t most,
+                   std::vector<PlaceRun>& runs) {
     TokenReader reader(tokens);
     Place free = 0;
     while (!reader.isAtEnd()) {

@@ -1,8 +1,9 @@
 // The cells of a table as one text: there may be very many, so each takes little more than its value.
 //
-// Tokens with a blank between them, in the order of places. `1.5` is a number, `#3` the third text of the table, `*12`
-// stands for twelve empty places. Behind a value may follow `:2`, the second of the formats named beside the cells (of a
-// number), and then `!4`, the fourth of the table's extras. Empty places at the end are left out.
+// Tokens with a blank between them, in the order of places. `1.5` is a number, `#3` the third text of the
+// table, `*12` stands for twelve empty places. Behind a value may follow `:2`, the second of the formats
+// named beside the cells (of a number), and then `!4`, the fourth of the table's extras. Empty places at the
+// end are left out.
 #pragma once
 
 #include <cstddef>
@@ -33,7 +34,8 @@ struct CellReferences {
 [[nodiscard]] bool readCells(std::string_view tokens, const CellReferences& references,
                              tables::TableDataBuilder& builder, ReadingContext& context);
 
-/// Values of places: `17:2` is the value 2 at place 17, `17+40:2` at 40 places from there on, in ascending order.
+/// Values of places: `17:2` is the value 2 at place 17, `17+40:2` at 40 places from there on, in ascending
+/// order.
 struct PlaceRun {
     tables::Place place = 0;
     tables::Place count = 0;

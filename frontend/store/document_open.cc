@@ -45,7 +45,8 @@ StoreResult readLooks(const ZipReader& archive, const Manifest& manifest, Memory
                       std::vector<SharedLook>& looks) {
     for (const ManifestLook& described : manifest.looks) {
         std::string xml;
-        if (PackageResult result = readEntry(archive, described.entry, xml); !result) return fromPackage(result);
+        if (PackageResult result = readEntry(archive, described.entry, xml); !result)
+            return fromPackage(result);
         if (!budget.keep(memoryOfLook(xml.size()))) return tooLarge();
         ReadLook read = readLook(xml);
         if (read.look == nullptr) {
@@ -78,7 +79,8 @@ bool assemble(std::vector<ManifestItem>& items, Outline& outline) {
     return true;
 }
 
-StoreResult build(const ZipReader& archive, Manifest manifest, MemoryBudget& budget, ViewerDocument& document) {
+StoreResult build(const ZipReader& archive, Manifest manifest, MemoryBudget& budget,
+                  ViewerDocument& document) {
     if (StoreResult result = checkEntries(archive, manifest); !result) return result;
     std::vector<SharedLook> looks;
     if (StoreResult result = readLooks(archive, manifest, budget, looks); !result) return result;
@@ -108,7 +110,8 @@ StoreResult unsealWith(const std::string& password, const Protection& protection
 }
 
 /// Opens an archive and reads its manifest, which is its first entry.
-StoreResult openArchive(std::string_view bytes, ZipReader& archive, MemoryBudget& budget, ReadManifest& manifest) {
+StoreResult openArchive(std::string_view bytes, ZipReader& archive, MemoryBudget& budget,
+                        ReadManifest& manifest) {
     if (PackageResult result = archive.open(bytes); !result) return fromPackage(result);
     if (!archive.find(manifestEntry)) return StoreProblem::notADocument;
     if (archive.entry(0).name != manifestEntry) return {StoreProblem::damaged, "the manifest"_text};

@@ -1,5 +1,5 @@
-// Reads one XML element of a document file to the last attribute: what is not understood is refused, so that nothing
-// of a file is lost in silence.
+// Reads one XML element of a document file to the last attribute: what is not understood is refused, so that
+// nothing of a file is lost in silence.
 #pragma once
 
 #include <array>
@@ -18,8 +18,8 @@
 
 namespace vexa::frontend {
 
-/// Asked for one attribute after the other; one that is missing leaves its value alone. `isRead` tells whether all of
-/// them could be read and nothing else stands there.
+/// Asked for one attribute after the other; one that is missing leaves its value alone. `isRead` tells
+/// whether all of them could be read and nothing else stands there.
 class ElementReader {
   public:
     explicit ElementReader(const pugi::xml_node& node) : node_(node) {}

@@ -51,7 +51,7 @@ struct ReadingContext {
     const std::vector<SharedLook>& looks;
     MemoryBudget& budget;
     std::shared_ptr<Picture> picture;  ///< of a chart or tree: its bytes and form, for the item to take
-    bool isTooLarge = false;  ///< the budget was not enough
+    bool isTooLarge = false;           ///< the budget was not enough
 
     [[nodiscard]] bool keep(std::uint64_t bytes) {
         isTooLarge = !budget.keep(bytes) || isTooLarge;

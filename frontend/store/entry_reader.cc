@@ -21,7 +21,8 @@ PackageResult readPicture(const ZipReader& archive, const std::string& name, Rea
     const std::uint64_t bytes = archive.entry(archive.find(name).value()).bytes;
     if (!context.keep(bytes)) return tooLarge();
     context.picture = std::make_shared<Picture>();
-    context.picture->form = name.ends_with(pictureExtension(PictureForm::svg)) ? PictureForm::svg : PictureForm::png;
+    context.picture->form =
+        name.ends_with(pictureExtension(PictureForm::svg)) ? PictureForm::svg : PictureForm::png;
     return readEntry(archive, name, context.picture->bytes);
 }
 
@@ -122,8 +123,8 @@ PackageResult readContent(ItemType type, std::string xml, ReadingContext& contex
     return context.isTooLarge ? tooLarge() : PackageResult(PackageProblem::damaged);
 }
 
-PackageResult readEntries(const ZipReader& archive, const std::vector<SharedLook>& looks, MemoryBudget& budget,
-                          std::vector<ManifestItem>& items) {
+PackageResult readEntries(const ZipReader& archive, const std::vector<SharedLook>& looks,
+                          MemoryBudget& budget, std::vector<ManifestItem>& items) {
     return EntriesReader(archive, looks, budget, items).read();
 }
 

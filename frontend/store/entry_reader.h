@@ -10,10 +10,10 @@
 
 namespace vexa::frontend {
 
-/// Fills the contents of `items` from their entries. The result is the failure of the first entry, in their order,
-/// that could not be read.
-PackageResult readEntries(const ZipReader& archive, const std::vector<SharedLook>& looks, MemoryBudget& budget,
-                          std::vector<ManifestItem>& items);
+/// Fills the contents of `items` from their entries. The result is the failure of the first entry, in their
+/// order, that could not be read.
+PackageResult readEntries(const ZipReader& archive, const std::vector<SharedLook>& looks,
+                          MemoryBudget& budget, std::vector<ManifestItem>& items);
 
 /// One content from the text of its entry and, of a picture, its bytes.
 PackageResult readContent(ItemType type, std::string xml, ReadingContext& context, ItemContent& content);

@@ -15,7 +15,8 @@ using Node = pugi::xml_node;
 
 void writeHeader(const HeaderContent& /*header*/, XmlWriter& /*xml*/, WritingContext& /*context*/) {}
 
-bool readHeader(const Node& /*node*/, ElementReader& /*element*/, HeaderContent& /*header*/, ReadingContext& /*context*/) {
+bool readHeader(const Node& /*node*/, ElementReader& /*element*/, HeaderContent& /*header*/,
+                ReadingContext& /*context*/) {
     return true;
 }
 
@@ -26,9 +27,12 @@ void writeModel(const ModelContent& model, XmlWriter& xml, WritingContext& /*con
     }
 }
 
-bool readModel(const Node& /*node*/, ElementReader& element, ModelContent& model, ReadingContext& /*context*/) {
+bool readModel(const Node& /*node*/, ElementReader& element, ModelContent& model,
+               ReadingContext& /*context*/) {
     std::size_t shown = 1;
-    element.whole("shown", shown).word("printViews", layerPrintingWords, model.viewPrinting).require(shown > 0);
+    element.whole("shown", shown)
+        .word("printViews", layerPrintingWords, model.viewPrinting)
+        .require(shown > 0);
     model.shown = shown - 1;
     return true;
 }
@@ -60,7 +64,8 @@ void writeWarning(const WarningContent& warning, XmlWriter& xml, WritingContext&
     xml.begin("warning").attribute("level", warning.level).text(warning.text).end();
 }
 
-bool readWarning(const Node& /*node*/, ElementReader& element, WarningContent& warning, ReadingContext& /*context*/) {
+bool readWarning(const Node& /*node*/, ElementReader& element, WarningContent& warning,
+                 ReadingContext& /*context*/) {
     element.whole("level", warning.level).content(warning.text);
     return true;
 }
@@ -88,7 +93,8 @@ void writeTableContent(const TableContent& content, XmlWriter& xml, WritingConte
     writeTable(content.table, xml, context);
 }
 
-bool readTableContent(const Node& node, ElementReader& element, TableContent& content, ReadingContext& context) {
+bool readTableContent(const Node& node, ElementReader& element, TableContent& content,
+                      ReadingContext& context) {
     return readTable(node, element, content.table, context);
 }
 
@@ -96,7 +102,8 @@ void writeGridContent(const GridContent& content, XmlWriter& xml, WritingContext
     writeGrid(*content.grid, xml, context);
 }
 
-bool readGridContent(const Node& node, ElementReader& element, GridContent& content, ReadingContext& context) {
+bool readGridContent(const Node& node, ElementReader& element, GridContent& content,
+                     ReadingContext& context) {
     auto grid = std::make_shared<tables::FlatTable>();
     const bool ok = readGrid(node, element, *grid, context);
     content.grid = std::move(grid);
@@ -121,7 +128,8 @@ bool readPicture(const Node& root, ElementReader& element, Shown& shown, Reading
     element.text("alternativeText", shown.alternativeText).text("styleSheet", shown.styleSheet);
     for (const Node node : root.children()) {
         ElementReader child(node);
-        if (!isNamed(node, "template") || !child.content(shown.templates.emplace_back()).isRead()) return false;
+        if (!isNamed(node, "template") || !child.content(shown.templates.emplace_back()).isRead())
+            return false;
     }
     shown.picture = std::move(context.picture);
     return true;
@@ -133,7 +141,8 @@ void writeUnknown(const UnknownContent& unknown, XmlWriter& xml, WritingContext&
     if (needs) xml.attribute("needs", std::max(unknown.neededVersion, 1));
 }
 
-bool readUnknown(const Node& /*node*/, ElementReader& element, UnknownContent& unknown, ReadingContext& /*context*/) {
+bool readUnknown(const Node& /*node*/, ElementReader& element, UnknownContent& unknown,
+                 ReadingContext& /*context*/) {
     element.text("type", unknown.type).whole("needs", unknown.neededVersion);
     element.require(unknown.neededVersion >= 0);
     return true;
@@ -167,14 +176,16 @@ constexpr char treeName[] = "tree";
 
 constexpr std::array<ItemKind, itemTypeCount> kinds{{
     row<HeaderContent, writeHeader, readHeader>(ItemStorage::manifest),
-    row<HeadingContent, writeStyled<HeadingContent, headingName>, readStyled<HeadingContent>>(ItemStorage::entry),
+    row<HeadingContent, writeStyled<HeadingContent, headingName>, readStyled<HeadingContent>>(
+        ItemStorage::entry),
     row<TableContent, writeTableContent, readTableContent>(ItemStorage::entry),
     row<ChartContent, writePicture<ChartContent, chartName>, readPicture<ChartContent>>(ItemStorage::picture),
     row<TextContent, writeStyled<TextContent, textName>, readStyled<TextContent>>(ItemStorage::entry),
     row<LogContent, writeLog, readLog>(ItemStorage::entry),
     row<WarningContent, writeWarning, readWarning>(ItemStorage::entry),
     row<NotesContent, writeNotes, readNotes>(ItemStorage::entry),
-    row<PageTitleContent, writeStyled<PageTitleContent, pageTitleName>, readStyled<PageTitleContent>>(ItemStorage::entry),
+    row<PageTitleContent, writeStyled<PageTitleContent, pageTitleName>, readStyled<PageTitleContent>>(
+        ItemStorage::entry),
     row<ModelContent, writeModel, readModel>(ItemStorage::manifest),
     row<TreeContent, writePicture<TreeContent, treeName>, readPicture<TreeContent>>(ItemStorage::picture),
     row<GridContent, writeGridContent, readGridContent>(ItemStorage::entry),
@@ -183,13 +194,14 @@ constexpr std::array<ItemKind, itemTypeCount> kinds{{
 
 constexpr bool isWhole() {
     for (std::size_t i = 0; i < kinds.size(); ++i) {
-        if (kinds[i].type != static_cast<ItemType>(i) || kinds[i].write == nullptr || kinds[i].read == nullptr) {
+        if (kinds[i].type != static_cast<ItemType>(i) || kinds[i].write == nullptr ||
+            kinds[i].read == nullptr) {
             return false;
         }
     }
     return true;
 }
-static_assert(isWhole(), "every type of item has a row, in the order of ItemType");
+static_assert(isWhole());  // every type has a row, in the order of ItemType
 
 }  // namespace
 
@@ -200,8 +212,7 @@ namespace {
 template <std::size_t... index>
 ItemContent emptyAmong(ItemType type, std::index_sequence<index...> /*all*/) {
     ItemContent content;
-    const bool made[] = {
-        (index == static_cast<std::size_t>(type) && (content.emplace<index>(), true))...};
+    const bool made[] = {(index == static_cast<std::size_t>(type) && (content.emplace<index>(), true))...};
     static_cast<void>(made);
     return content;
 }

@@ -28,7 +28,8 @@ struct ItemKind {
                  ReadingContext& context) = nullptr;
 };
 
-/// The row of a type. The table is checked when it is compiled: a type without a row, or with another's, is none.
+/// The row of a type. The table is checked when it is compiled: a type without a row, or with another's, is
+/// none.
 [[nodiscard]] const ItemKind& kindOf(ItemType type);
 
 /// The content of a type with nothing in it; pointers are null, which no item of a document may have.

@@ -63,8 +63,8 @@ struct ReadManifest {
     std::string xml;        ///< the text as it came
 };
 
-/// Refuses formats that are not known, costs of a key beyond the limits, and outlines that are too deep. Of a file of
-/// format 1 without protection nothing more is read.
+/// Refuses formats that are not known, costs of a key beyond the limits, and outlines that are too deep. Of a
+/// file of format 1 without protection nothing more is read.
 StoreResult readManifest(std::string xml, ReadManifest& manifest);
 
 }  // namespace vexa::frontend

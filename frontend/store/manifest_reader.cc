@@ -69,13 +69,15 @@ class ItemsReader {
 
     bool checkEntries(const ManifestItem& described) {
         const ItemKind& kind = kindOf(described.item.type());
-        if (kind.storage == ItemStorage::manifest) return described.entry.empty() && described.picture.empty();
+        if (kind.storage == ItemStorage::manifest)
+            return described.entry.empty() && described.picture.empty();
         const std::size_t index = entries_++;
         const bool isXml = described.entry == itemEntry(index, ".xml");
         if (kind.storage != ItemStorage::picture && !described.picture.empty()) return false;
         if (kind.storage == ItemStorage::raw) return isXml || described.entry == itemEntry(index, ".bin");
-        return isXml && (kind.storage == ItemStorage::entry || described.picture == itemEntry(index, ".svg") ||
-                         described.picture == itemEntry(index, ".png"));
+        return isXml &&
+               (kind.storage == ItemStorage::entry || described.picture == itemEntry(index, ".svg") ||
+                described.picture == itemEntry(index, ".png"));
     }
 
     Manifest& manifest_;

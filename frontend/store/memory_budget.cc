@@ -60,8 +60,8 @@ std::uint64_t memoryOfXml(std::string_view xml) {
 }
 
 std::uint64_t memoryOfCells(std::uint64_t places, std::uint64_t filled) {
-    // As TableDataBuilder does it: small tables have all their cells at once, others are put in order first and
-    // become dense when a quarter is filled.
+    // As TableDataBuilder does it: small tables have all their cells at once, others are put in order first
+    // and become dense when a quarter is filled.
     constexpr std::uint64_t small = 1024;
     constexpr std::uint64_t whileOrdered = 80;
     if (places <= small) return places * sizeof(tables::TableCell);

@@ -1,5 +1,5 @@
-// How much memory opening a file may take: small files must not become large documents. The same numbers are looked at
-// when a document is saved, so that what is saved can be opened.
+// How much memory opening a file may take: small files must not become large documents. The same numbers are
+// looked at when a document is saved, so that what is saved can be opened.
 #pragma once
 
 #include <condition_variable>
@@ -21,8 +21,9 @@ class MemoryBudget {
 
     /// Takes memory that the document keeps; false when there is not so much.
     [[nodiscard]] bool keep(std::uint64_t bytes);
-    /// Takes memory for a while, and waits for others to give back theirs; false when even that would not do. Who
-    /// has `held` already must be the only one that borrows more, since two of them could wait for each other.
+    /// Takes memory for a while, and waits for others to give back theirs; false when even that would not do.
+    /// Who has `held` already must be the only one that borrows more, since two of them could wait for each
+    /// other.
     [[nodiscard]] bool borrow(std::uint64_t bytes, std::uint64_t held = 0);
     void giveBack(std::uint64_t bytes);
     /// Whether `keep` has ever answered false.
@@ -67,6 +68,7 @@ class BorrowedMemory {
 /// What the cells of a table keep, and what putting them in order takes.
 [[nodiscard]] std::uint64_t memoryOfCells(std::uint64_t places, std::uint64_t filled);
 /// What values of `bytes` bytes for `count` places of a table keep.
-[[nodiscard]] std::uint64_t memoryOfPlaceValues(std::uint64_t places, std::uint64_t count, std::uint64_t bytes);
+[[nodiscard]] std::uint64_t memoryOfPlaceValues(std::uint64_t places, std::uint64_t count,
+                                                std::uint64_t bytes);
 
 }  // namespace vexa::frontend

@@ -65,26 +65,28 @@ class SaveSelection : public OutlineVisitor {
     /// Where the view that is shown is left out, the one behind it is shown, else the last one.
     static void showKeptView(const std::vector<std::size_t>& views, ModelContent& model) {
         if (views.empty()) return;
-        const auto before = std::count_if(views.begin(), views.end(),
-                                          [&](std::size_t view) { return view < model.shown; });
+        const auto before =
+            std::count_if(views.begin(), views.end(), [&](std::size_t view) { return view < model.shown; });
         model.shown = std::min(static_cast<std::size_t>(before), views.size() - 1);
     }
 
     static bool isForReaders(const WalkPlace& place) {
         const ItemType type = place.item().type();
-        return place.item().visible && type != ItemType::log && type != ItemType::warning && type != ItemType::notes;
+        return place.item().visible && type != ItemType::log && type != ItemType::warning &&
+               type != ItemType::notes;
     }
 
     void describe(const Item& item, ManifestItem& described) {
         const bool asGrid = item.type() == ItemType::table && !dataModel_;
         const ItemType type = asGrid ? ItemType::grid : item.type();
         Item& copy = described.item;
-        copy = Item{item.label, item.command, item.subtype, item.visible, item.pageBreakBefore, item.width,
-                    item.height, emptyContent(type)};
+        copy = Item{item.label,           item.command, item.subtype, item.visible,
+                    item.pageBreakBefore, item.width,   item.height,  emptyContent(type)};
         const ItemStorage storage = kindOf(type).storage;
         if (storage == ItemStorage::manifest || storage == ItemStorage::raw) copy.content = item.content;
         if (storage != ItemStorage::manifest) plan_.entries_.push_back({&item.content, asGrid});
-        if (type == ItemType::table) plan_.looks_.add(std::get<TableContent>(item.content).table.style->look());
+        if (type == ItemType::table)
+            plan_.looks_.add(std::get<TableContent>(item.content).table.style->look());
     }
 
     void nameEntry(ManifestItem& item, std::size_t index) const {

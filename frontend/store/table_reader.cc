@@ -119,7 +119,8 @@ class TableReader {
             element.text("label", category.label).whole("group", category.group);
             element.word("role", roleWords, category.role).format("format", category.format);
             element.list("footnotes", category.footnotes);
-            element.require(isNamed(node, "category") && (category.group == noGroup || category.group < groups));
+            element.require(isNamed(node, "category") &&
+                            (category.group == noGroup || category.group < groups));
         }
         return element.isRead() && !node.first_child();
     }

@@ -1,5 +1,5 @@
-// Styles, widths and formats of tables. Styles are numbered in the order of their use, so that equal tables give equal
-// bytes whatever was set and taken back before.
+// Styles, widths and formats of tables. Styles are numbered in the order of their use, so that equal tables
+// give equal bytes whatever was set and taken back before.
 
 #include <algorithm>
 #include <array>
@@ -30,7 +30,8 @@ class StyleWriter {
         }
         for (std::size_t i = 0; i < areaCount; ++i) {
             const std::size_t number = numberOf(style_.area(static_cast<Area>(i)));
-            if (number != 0) xml_.begin("area").attribute("area", kAreaWords[i]).attribute("style", number).end();
+            if (number != 0)
+                xml_.begin("area").attribute("area", kAreaWords[i]).attribute("style", number).end();
         }
         writeLabels();
         writeCellStyles();
@@ -53,7 +54,9 @@ class StyleWriter {
 
     void numberStyles() {
         for (std::size_t i = 0; i < areaCount; ++i) use(style_.area(static_cast<Area>(i)));
-        forEachLabel([this](const char*, std::uint32_t, std::uint32_t, StyleId id, std::optional<double>) { use(id); });
+        forEachLabel([this](const char*, std::uint32_t, std::uint32_t, StyleId id, std::optional<double>) {
+            use(id);
+        });
         style_.cells().forEach([this](Place place, StyleId id) { cells_.push_back({place, 1, id}); });
         std::sort(cells_.begin(), cells_.end(),
                   [](const PlaceRun& left, const PlaceRun& right) { return left.place < right.place; });
@@ -80,7 +83,9 @@ class StyleWriter {
                             std::optional<double> width) {
             const std::size_t number = numberOf(id);
             if (number == 0 && !width) return;
-            xml_.begin("label").attribute("dimension", std::size_t{dimension}).attribute(kind, std::size_t{index});
+            xml_.begin("label")
+                .attribute("dimension", std::size_t{dimension})
+                .attribute(kind, std::size_t{index});
             if (number != 0) xml_.attribute("style", number);
             writeNumber("width", width, xml_);
             xml_.end();
@@ -98,8 +103,10 @@ class StyleWriter {
     void writeCellFormats() {
         std::vector<DisplayFormat> formats;
         std::vector<std::pair<Place, DisplayFormat>> given;
-        style_.cellFormats().forEach([&](Place place, DisplayFormat format) { given.emplace_back(place, format); });
-        std::sort(given.begin(), given.end(), [](const auto& left, const auto& right) { return left.first < right.first; });
+        style_.cellFormats().forEach(
+            [&](Place place, DisplayFormat format) { given.emplace_back(place, format); });
+        std::sort(given.begin(), given.end(),
+                  [](const auto& left, const auto& right) { return left.first < right.first; });
         std::vector<PlaceRun> values;
         for (const auto& [place, format] : given) {
             const auto found = std::find(formats.begin(), formats.end(), format);
@@ -214,7 +221,8 @@ class StyleReader {
         std::vector<DisplayFormat> formats;
         std::vector<PlaceRun> runs;
         if (!element.text("formats", text).plainContent(tokens).isRead() || !readFormats(text, formats) ||
-            !style_.cellFormats().isEmpty() || !readRuns(tokens, formats.size(), sizeof(DisplayFormat), runs)) {
+            !style_.cellFormats().isEmpty() ||
+            !readRuns(tokens, formats.size(), sizeof(DisplayFormat), runs)) {
             return false;
         }
         for (const PlaceRun& run : runs) {

@@ -1,5 +1,6 @@
-// Tables and grids as XML. Nothing that a table refers to by number may be missing, so every number is checked here
-// and nowhere later. Numbers count from 1 where 0 stands for none, and from 0 where there is no such thing.
+// Tables and grids as XML. Nothing that a table refers to by number may be missing, so every number is
+// checked here and nowhere later. Numbers count from 1 where 0 stands for none, and from 0 where there is no
+// such thing.
 #pragma once
 
 #include <memory>
@@ -23,15 +24,15 @@ void writeGrid(const tables::FlatTable& grid, XmlWriter& xml, WritingContext& co
 
 // The pieces of a table.
 
-inline constexpr std::array<std::string_view, 9> roleWords{"none",     "mean",        "count",  "percent", "significance",
-                                                           "residual", "correlation", "median", "total"};
+inline constexpr std::array<std::string_view, 9> roleWords{
+    "none", "mean", "count", "percent", "significance", "residual", "correlation", "median", "total"};
 inline constexpr std::array<std::string_view, 2> layerPrintingWords{"visible", "all"};
 
 /// Styles, widths and formats of a table, behind its cells. Nothing for a table that has none but its look.
 void writeTableStyle(const tables::Table& table, XmlWriter& xml, WritingContext& context);
 /// The nodes from `first` on, up to the end.
-[[nodiscard]] bool readTableStyle(pugi::xml_node first, const tables::TableData& data, tables::TableStyle& style,
-                                  ReadingContext& context);
+[[nodiscard]] bool readTableStyle(pugi::xml_node first, const tables::TableData& data,
+                                  tables::TableStyle& style, ReadingContext& context);
 /// Numbers with a blank between them.
 [[nodiscard]] std::string listText(const std::vector<std::uint32_t>& numbers);
 /// The same from a sequence that counts from 0 for one that counts from 1, and back.

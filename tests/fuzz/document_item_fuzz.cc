@@ -1,5 +1,6 @@
-// Any text as an entry of a document file, past the archive around it. The first byte says what it is to be: '0' a
-// manifest, a small letter from 'a' on the type of an item, a capital from 'A' on a kind of item of format 1.
+// Any text as an entry of a document file, past the archive around it. The first byte says what it is to be:
+// '0' a manifest, a small letter from 'a' on the type of an item, a capital from 'A' on a kind of item of
+// format 1.
 
 #include <array>
 #include <cstddef>
@@ -32,7 +33,8 @@ void checkManifest(const std::string& xml) {
 std::string write(const ItemContent& content) {
     XmlWriter xml(documentFileXml);
     LookNumbers ofTable;
-    if (const auto* const table = std::get_if<TableContent>(&content)) ofTable.add(table->table.style->look());
+    if (const auto* const table = std::get_if<TableContent>(&content))
+        ofTable.add(table->table.style->look());
     WritingContext context{ofTable};
     kindOf(static_cast<ItemType>(content.index())).write(content, xml, context);
     return xml.take();

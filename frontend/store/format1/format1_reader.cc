@@ -76,13 +76,17 @@ class DocumentReader {
     }
 
     StoreResult readItem(const pugi::xml_node& node, ItemId under, std::size_t depth) {
-        constexpr std::array<std::string_view, 6> kinds{"heading", "message", "notes", "table", "flatTable", "text"};
+        constexpr std::array<std::string_view, 6> kinds{"heading", "message",   "notes",
+                                                        "table",   "flatTable", "text"};
         Item item;
         std::size_t kind = kinds.size();
         std::string entry;
         bool hidden = false;
         ElementReader element(node);
-        element.word("kind", kinds, kind).text("entry", entry).text("label", item.label).flag("hidden", hidden);
+        element.word("kind", kinds, kind)
+            .text("entry", entry)
+            .text("label", item.label)
+            .flag("hidden", hidden);
         element.text("command", item.command).text("subtype", item.subtype).require(kind < kinds.size());
         const bool isHeading = kind == 0;
         if (!element.isRead() || isHeading != entry.empty() || (!isHeading && node.first_child())) {
@@ -126,7 +130,8 @@ class DocumentReader {
 
 }  // namespace
 
-bool readContent(const pugi::xml_node& root, std::string_view kind, MemoryBudget& budget, ItemContent& content) {
+bool readContent(const pugi::xml_node& root, std::string_view kind, MemoryBudget& budget,
+                 ItemContent& content) {
     if (kind == "message") return readMessage(root, content);
     if (kind == "notes") return readNotes(root, budget, content);
     if (kind == "text") return readText(root, content);

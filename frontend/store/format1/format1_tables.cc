@@ -1,5 +1,5 @@
-// Tables of format 1. Nothing that a table refers to by number may be missing, so every number is checked here and
-// nowhere later.
+// Tables of format 1. Nothing that a table refers to by number may be missing, so every number is checked
+// here and nowhere later.
 
 #include <algorithm>
 #include <array>
@@ -25,7 +25,8 @@ void readFrame(ElementReader& element, Table& table) {
 }
 
 /// Whole points; attributes that are there must be numbers.
-void readWidth(const pugi::xml_node& root, ElementReader& element, const char* name, std::optional<int>& width) {
+void readWidth(const pugi::xml_node& root, ElementReader& element, const char* name,
+               std::optional<int>& width) {
     if (root.attribute(name)) element.whole(name, width.emplace());
 }
 
@@ -176,7 +177,8 @@ bool readFlatTable(const pugi::xml_node& root, MemoryBudget& budget, tables::Fla
         style.background = colorOf(extras.background);
     }
     const std::uint64_t cells = countChildren(root);
-    if (cells > tables::maximalFlatCells + grid.styles.size() || !budget.keep(cells * sizeof(tables::FlatCell))) {
+    if (cells > tables::maximalFlatCells + grid.styles.size() ||
+        !budget.keep(cells * sizeof(tables::FlatCell))) {
         return false;
     }
     for (; node; node = node.next_sibling()) {

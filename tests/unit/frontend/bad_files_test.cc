@@ -169,7 +169,9 @@ TEST(BadFiles, WithMoreXmlThanFits) {
 
 TEST(BadFiles, WithItemsThatContradictThemselves) {
     const std::string two = R"(<dimension><category label="a"/><category label="b"/></dimension>)";
-    const auto table = [&](const std::string& more) { return R"(<table rows="0">)" + two + more + "</table>"; };
+    const auto table = [&](const std::string& more) {
+        return R"(<table rows="0">)" + two + more + "</table>";
+    };
     const std::vector<std::pair<std::string, std::string>> items = {
         {"text", "<log/>"},
         {"text", "<text><b/></text>"},
@@ -255,12 +257,18 @@ TEST(BadFiles, WhoseEntriesStandOtherwiseThanTheManifestSays) {
     const std::string manifest =
         R"(<vexaDocument format="2" type="VXV"><item type="text" entry="items/000001.xml"/>)"
         R"(<item type="text" entry="items/000002.xml"/></vexaDocument>)";
-    EXPECT_NE(opened(zipOf({{"manifest.xml", manifest}, {"items/000001.xml", "<text/>"}, {"items/000002.xml", "<text/>"}})),
-              nullptr);
-    EXPECT_EQ(problemOf(zipOf({{"items/000001.xml", "<text/>"}, {"manifest.xml", manifest}, {"items/000002.xml", "<text/>"}}))
+    EXPECT_NE(
+        opened(zipOf(
+            {{"manifest.xml", manifest}, {"items/000001.xml", "<text/>"}, {"items/000002.xml", "<text/>"}})),
+        nullptr);
+    EXPECT_EQ(problemOf(zipOf({{"items/000001.xml", "<text/>"},
+                               {"manifest.xml", manifest},
+                               {"items/000002.xml", "<text/>"}}))
                   .problem,
               StoreProblem::damaged);
-    EXPECT_EQ(problemOf(zipOf({{"manifest.xml", manifest}, {"items/000002.xml", "<text/>"}, {"items/000001.xml", "<text/>"}}))
+    EXPECT_EQ(problemOf(zipOf({{"manifest.xml", manifest},
+                               {"items/000002.xml", "<text/>"},
+                               {"items/000001.xml", "<text/>"}}))
                   .problem,
               StoreProblem::damaged);
 }

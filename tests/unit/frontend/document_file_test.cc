@@ -83,7 +83,8 @@ TEST(DocumentFile, TheReadersCopyHasOnlyWhatReadersSee) {
     const ItemId run = document.add(makeItem("run", HeaderContent{}));
     document.add(makeItem("log", LogContent{"x"}), run);
     document.add(makeItem("warning", WarningContent{2, "x"}), run);
-    document.add(makeItem("notes", NotesContent{}), document.add(makeItem("left empty", HeaderContent{}), run));
+    document.add(makeItem("notes", NotesContent{}),
+                 document.add(makeItem("left empty", HeaderContent{}), run));
     document.add(makeItem("text", plainText("x")), run);
     Item hidden = makeItem("hidden", HeaderContent{});
     hidden.visible = false;

@@ -15,7 +15,8 @@ using testing::ElementsAre;
 TableFinished tableTitled(const std::string& title) {
     tables::TableView view;
     view.title = title;
-    return {std::make_shared<const PivotTable>(), tables::makeTable(tables::TableDataBuilder(std::vector<tables::TableDimension>()).finish(), view),
+    return {std::make_shared<const PivotTable>(),
+            tables::makeTable(tables::TableDataBuilder(std::vector<tables::TableDimension>()).finish(), view),
             title + " Subtype"};
 }
 
@@ -59,7 +60,8 @@ TEST_F(Recorder, PutsARunUnderAHeader) {
     receive(CommandFinished{"MEANS"});
     receive(TextPrinted{"printed\n"});
 
-    EXPECT_THAT(linesOf(document), ElementsAre("header Means", " warning Warning", " table Report", "log Log"));
+    EXPECT_THAT(linesOf(document),
+                ElementsAre("header Means", " warning Warning", " table Report", "log Log"));
     EXPECT_EQ(itemAt(document, 1).command, "MEANS");
     EXPECT_EQ(itemAt(document, 2).content, ItemContent(WarningContent{2, "x"}));
     EXPECT_EQ(itemAt(document, 2).command, "") << "it is its run's";
@@ -169,8 +171,12 @@ TEST_F(Recorder, MessagesOfTheParserAreTaken) {
 
 /// Everything that a command can say.
 std::vector<LogEvent> everything(const std::string& title) {
-    return {ProcedureBegan{title, 2}, SyntaxErrorReported{"syntax", {}}, ErrorReported{2, 1, "", {}, "x"},
-            NotesAdded{1, "a", "b"},  tableTitled(title),                ProcedureEnded{title}};
+    return {ProcedureBegan{title, 2},
+            SyntaxErrorReported{"syntax", {}},
+            ErrorReported{2, 1, "", {}, "x"},
+            NotesAdded{1, "a", "b"},
+            tableTitled(title),
+            ProcedureEnded{title}};
 }
 
 TEST_F(Recorder, WhatDocumentCommandsSayOfThemselvesStaysOut) {
@@ -183,7 +189,8 @@ TEST_F(Recorder, WhatDocumentCommandsSayOfThemselvesStaysOut) {
     EXPECT_FALSE(document.isModified());
     run("OUTPUT COMMENT", everything("Comment"));
     run("STB PRINT", everything("Strings"));
-    EXPECT_THAT(linesOf(document), ElementsAre("header Comment", " table Comment", "header Strings", " table Strings"));
+    EXPECT_THAT(linesOf(document),
+                ElementsAre("header Comment", " table Comment", "header Strings", " table Strings"));
     run("MEANS", everything("Means"));
     EXPECT_EQ(document.outline().size(), 9U);
 }
@@ -193,8 +200,8 @@ TEST_F(Recorder, RecordsAllOnDemand) {
     const ViewerDocument& document = open();
     all.receive(CommandStarted{"OUTPUT DISPLAY", "", {}});
     for (const LogEvent& event : everything("Output Display")) all.receive(event);
-    EXPECT_THAT(linesOf(document), ElementsAre("header Output Display", " warning Error", " log Log", " notes Notes",
-                                               " table Output Display"));
+    EXPECT_THAT(linesOf(document), ElementsAre("header Output Display", " warning Error", " log Log",
+                                               " notes Notes", " table Output Display"));
 }
 
 }  // namespace

@@ -14,8 +14,9 @@ namespace {
 std::string fileOf(const std::string& kind, const std::string& xml) {
     std::string bytes;
     ZipWriter archive(gatherInto(bytes));
-    EXPECT_TRUE(archive.add("manifest.xml", R"(<vexaDocument format="1" type="VXV"><item kind=")" + kind +
-                                                R"(" entry="items/000001.xml" label="Item" hidden="true"/></vexaDocument>)"));
+    EXPECT_TRUE(archive.add("manifest.xml",
+                            R"(<vexaDocument format="1" type="VXV"><item kind=")" + kind +
+                                R"(" entry="items/000001.xml" label="Item" hidden="true"/></vexaDocument>)"));
     EXPECT_TRUE(archive.add("items/000001.xml", xml));
     EXPECT_TRUE(archive.finish());
     return bytes;
@@ -83,7 +84,8 @@ std::string fileContent(const std::string& name) {
 }
 
 TEST(Format1, FilesOfEarlierVersionsOpenAndSaveAsTheyAre) {
-    for (const char* name : {"format1-empty.vxv", "format1-every-kind.vxv", "format1-grids.vxv", "format1-reader.vxw"}) {
+    for (const char* name :
+         {"format1-empty.vxv", "format1-every-kind.vxv", "format1-grids.vxv", "format1-reader.vxw"}) {
         const auto document = opened(fileContent(name));
         ASSERT_NE(document, nullptr) << name;
         SaveOptions options;

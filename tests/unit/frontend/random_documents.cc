@@ -49,18 +49,33 @@ class Maker {
     bool maybe(std::uint32_t count) { return below(count) == 0; }
 
     std::string text() {
-        static const std::array<std::string, 12> pieces{
-            "", "a", "Total", "\xc3\xa4rger", "<&>\"'", " blank ", std::string("\0\x01", 2), "\\41", "\xff\xfe",
-            "line\r\n\tend", "\xf0\x9f\x98\x80", "#3 *5 1:2!4"};
+        static const std::array<std::string, 12> pieces{"",
+                                                        "a",
+                                                        "Total",
+                                                        "\xc3\xa4rger",
+                                                        "<&>\"'",
+                                                        " blank ",
+                                                        std::string("\0\x01", 2),
+                                                        "\\41",
+                                                        "\xff\xfe",
+                                                        "line\r\n\tend",
+                                                        "\xf0\x9f\x98\x80",
+                                                        "#3 *5 1:2!4"};
         std::string made;
         for (std::uint32_t i = below(4); i > 0; --i) made += pieces[below(pieces.size())];
         return made;
     }
 
     double number() {
-        static const std::array<double, 11> odd{0,     -0.0, 1,
-                                                -12.5, 5e-324, 1.7976931348623157e308,
-                                                1.0 / 3, 1e21, std::numeric_limits<double>::infinity(),
+        static const std::array<double, 11> odd{0,
+                                                -0.0,
+                                                1,
+                                                -12.5,
+                                                5e-324,
+                                                1.7976931348623157e308,
+                                                1.0 / 3,
+                                                1e21,
+                                                std::numeric_limits<double>::infinity(),
                                                 -std::numeric_limits<double>::infinity(),
                                                 std::numeric_limits<double>::quiet_NaN()};
         return maybe(3) ? odd[below(odd.size())] : static_cast<double>(below(1'000'000)) / 1000;
@@ -121,7 +136,8 @@ class Maker {
     }
 
     TableView view(const std::vector<TableDimension>& dimensions) {
-        TableView made{text(), text(), text(), maybe(3), {}, {}, {}, {}, maybe(2), {}, maybePoints(), maybePoints()};
+        TableView made{text(), text(),   text(), maybe(3),      {},           {}, {},
+                       {},     maybe(2), {},     maybePoints(), maybePoints()};
         if (maybe(3)) made.layerPrinting = maybe(2) ? LayerPrinting::all : LayerPrinting::visible;
         std::vector<DimensionId> ids(dimensions.size());
         std::iota(ids.begin(), ids.end(), 0U);
@@ -167,8 +183,19 @@ class Maker {
         made->name = "look " + std::to_string(below(3));
         for (AreaLook& area : made->areas) {
             if (!maybe(3)) continue;
-            area = {"Serif", points() / 4 + 1, maybe(2),  maybe(2),   maybe(2), color(), {}, HorizontalAlign(below(4)),
-                    VerticalAlign(below(3)), points() / 8, points() / 8, 1, 2};
+            area = {"Serif",
+                    points() / 4 + 1,
+                    maybe(2),
+                    maybe(2),
+                    maybe(2),
+                    color(),
+                    {},
+                    HorizontalAlign(below(4)),
+                    VerticalAlign(below(3)),
+                    points() / 8,
+                    points() / 8,
+                    1,
+                    2};
             if (maybe(2)) area.background = color();
         }
         for (BorderLine& line : made->borders) {
@@ -210,10 +237,11 @@ class Maker {
 
     template <typename Shown>
     Shown picture() {
-        static const std::array<std::string, 3> bytes{"", "<svg/>", std::string("\x89PNG\r\n\x1a\n\0\xff", 10)};
+        static const std::array<std::string, 3> bytes{"", "<svg/>",
+                                                      std::string("\x89PNG\r\n\x1a\n\0\xff", 10)};
         Shown made;
-        made.picture = std::make_shared<const Picture>(Picture{maybe(2) ? PictureForm::svg : PictureForm::png,
-                                                               bytes[below(bytes.size())], points(), points()});
+        made.picture = std::make_shared<const Picture>(Picture{
+            maybe(2) ? PictureForm::svg : PictureForm::png, bytes[below(bytes.size())], points(), points()});
         made.alternativeText = text();
         made.styleSheet = text();
         for (std::uint32_t i = below(3); i > 0; --i) made.templates.push_back(text());
@@ -284,7 +312,8 @@ class Maker {
     void addItems(ViewerDocument& document, ItemId under, std::uint32_t count, std::size_t depth) {
         for (; count > 0; --count) {
             const auto type = static_cast<ItemType>(below(itemTypeCount));
-            Item item{text(), text(), text(), !maybe(4), maybe(4), maybePoints(), maybePoints(), content(type)};
+            Item item{text(),   text(),        text(),        !maybe(4),
+                      maybe(4), maybePoints(), maybePoints(), content(type)};
             const ItemId id = document.add(std::move(item), under);
             if (!holdsItems(type) || depth > 4) continue;
             const std::uint32_t views = below(4);

@@ -1,4 +1,5 @@
-// Documents made by chance, with every kind of item and every feature of tables, for tests that must hold for all.
+// Documents made by chance, with every kind of item and every feature of tables, for tests that must hold for
+// all.
 #pragma once
 
 #include <cstdint>

@@ -46,8 +46,8 @@ tables::Table makeTable(std::size_t rows, std::size_t columns) {
 }
 
 std::shared_ptr<const Picture> makePicture() {
-    return std::make_shared<const Picture>(
-        Picture{PictureForm::svg, R"(<svg xmlns="http://www.w3.org/2000/svg" width="80" height="40"/>)", 60, 30});
+    return std::make_shared<const Picture>(Picture{
+        PictureForm::svg, R"(<svg xmlns="http://www.w3.org/2000/svg" width="80" height="40"/>)", 60, 30});
 }
 
 namespace {
@@ -83,14 +83,16 @@ void addViews(ViewerDocument& document) {
     document.add(shown);
     const ItemId model = document.add(makeItem("Model", ModelContent{1, tables::LayerPrinting::all}));
     TreeContent tree;
-    tree.picture = std::make_shared<const Picture>(Picture{PictureForm::png, "\x89PNG\r\n\x1a\n no more", 12, 7.5});
+    tree.picture =
+        std::make_shared<const Picture>(Picture{PictureForm::png, "\x89PNG\r\n\x1a\n no more", 12, 7.5});
     document.add(makeItem("Tree", tree), model);
     document.add(makeItem("Table", TableContent{makeTable(2, 2)}), model);
-    document.add(makeItem("Grid", GridContent{std::make_shared<const tables::FlatTable>(
-                                      *tables::flatten(makeTable(2, 2)))}));
-    document.add(makeItem("Later", UnknownContent{"hologram", std::make_shared<const std::string>("{\"a\": 1}"), 0}));
-    const ItemId later =
-        document.add(makeItem("", UnknownContent{"table", std::make_shared<const std::string>("<table9/>"), 3}));
+    document.add(makeItem(
+        "Grid", GridContent{std::make_shared<const tables::FlatTable>(*tables::flatten(makeTable(2, 2)))}));
+    document.add(
+        makeItem("Later", UnknownContent{"hologram", std::make_shared<const std::string>("{\"a\": 1}"), 0}));
+    const ItemId later = document.add(
+        makeItem("", UnknownContent{"table", std::make_shared<const std::string>("<table9/>"), 3}));
     document.add(makeItem("Under", plainText("kept")), later);
 }
 
