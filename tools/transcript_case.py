@@ -1,6 +1,7 @@
 """One transcript as a value: its description, its sections in order, and how it is read and written."""
 
 import base64
+import json
 import pathlib
 import re
 
@@ -32,6 +33,42 @@ class Section:
         if self.words[-1:] == ["base64"]:
             return base64.b64decode(self.text)
         return self.text.encode("utf-8")
+
+
+# Events whose text is a request, or the answer to one: it stands below the event's own line as it goes over the wire,
+# each of its lines behind two blanks.
+WITH_TEXT_BELOW = ("modify", "modifyReply", "export", "exportReply")
+BELOW = "  "
+# What a line cannot show, so that a text with it stays in quotes; also blanks at a line's end and empty lines.
+NOT_SHOWN = re.compile(r"[\x00-\x09\x0b-\x1f\x7f\x85\u2028\u2029]| (\n|$)|^\n|\n(\n|$)")
+
+
+def shown_event(event):
+    """The lines of one decoded event of a trace."""
+    def compact(value):
+        return json.dumps(value, ensure_ascii=False, separators=(",", ":")) + "\n"
+
+    text = event.get("text") if isinstance(event, dict) and event.get("event") in WITH_TEXT_BELOW else None
+    if not isinstance(text, str) or not text or NOT_SHOWN.search(text):
+        return compact(event)
+    own = compact({key: value for key, value in event.items() if key != "text"})
+    return own + "".join(f"{BELOW}{line}\n" for line in text.split("\n"))
+
+
+def read_events(text):
+    """The decoded events of a trace. Throws ValueError, which names the line."""
+    events, below = [], False
+    for line in filter(None, text.split("\n")):
+        if line.startswith(BELOW) and events and isinstance(events[-1], dict):
+            events[-1]["text"] = events[-1]["text"] + "\n" + line[len(BELOW):] if below else line[len(BELOW):]
+            below = True
+            continue
+        try:
+            events.append(json.loads(line))
+        except ValueError as error:
+            raise ValueError(f"{error}: {line}") from error
+        below = False
+    return events
 
 
 class Case:

@@ -204,30 +204,23 @@ def read_unpacked(scratch, section):
     return transcript_case.normalised(scratch.hide("".join(texts)))
 
 
-def compact(event):
-    return json.dumps(event, ensure_ascii=False, separators=(",", ":"))
-
-
 def actual_trace(section, outcome):
     """The lines of the events that the section compares: all, or those of the kinds in its header."""
     events = [event for event in outcome.trace if not section.words or event["event"] in section.words]
-    return "".join(compact(event) + "\n" for event in events)
+    return "".join(map(transcript_case.shown_event, events))
 
 
 def expected_trace(case, section):
     """The section's lines in the form of actual_trace; the order of keys counts for nothing."""
-    lines = []
-    for line in filter(None, section.text.split("\n")):
-        try:
-            lines.append(compact(json.loads(line)) + "\n")
-        except ValueError as error:
-            raise transcript_case.FormError(f"{case.path}: trace: {error}: {line}") from error
-    return "".join(lines)
+    try:
+        return "".join(map(transcript_case.shown_event, transcript_case.read_events(section.text)))
+    except ValueError as error:
+        raise transcript_case.FormError(f"{case.path}: trace: {error}") from error
 
 
 def same_trace(expected, actual, plain=str):
     def events(text):
-        return [json.dumps(map_texts(json.loads(line), plain), sort_keys=True) for line in text.split("\n") if line]
+        return [json.dumps(map_texts(event, plain), sort_keys=True) for event in transcript_case.read_events(text)]
 
     return events(expected) == events(actual)
 

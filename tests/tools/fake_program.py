@@ -17,6 +17,9 @@ def do(line, trace):
         print(rest, file=sys.stderr)
     elif word == "event":
         trace.write(json.dumps({"event": rest, "path": str(pathlib.Path.cwd()).replace("/", "\\") + "\\x"}) + "\n")
+    elif word == "text":
+        event, _, text = rest.partition(" ")
+        trace.write(json.dumps({"event": event, "text": text.replace("|", "\n")}) + "\n")
     elif word == "write":
         pathlib.Path(rest).write_text("content\n", encoding="utf-8")
     elif word == "pack":

@@ -45,6 +45,12 @@ class Transcripts(unittest.TestCase):
         self.assert_fails(text % "" + event % "flush", '+{"event":"table"')
         self.assert_passes(text % " table request" + event % "table")
 
+    def test_requests_stand_unescaped_below_their_events(self):
+        text = "# One.\n-- input --\ntext modify <a b=\"c\">|  </a>\ntext export \ntext modify x |\n-- trace --\n"
+        below = '{"event":"modify"}\n  <a b="c">\n    </a>\n{"event":"export","text":""}\n'
+        self.assert_passes(text + below + '{"event":"modify","text":"x \\n"}\n')
+        self.assert_fails(text + below.replace("  </a>", " </a>") + '{"event":"modify","text":"x \\n"}\n', "-   </a>")
+
     def test_trace_tells_numbers_from_truth(self):
         self.assert_fails('# One.\n-- input --\nevent flush\n-- trace --\n{"event":true}\n', '-{"event":true}')
 

@@ -26,12 +26,22 @@ struct WiredText {
     for (const std::filesystem::path& file : files) {
         std::ifstream stream(file, std::ios::binary);
         int count = 0;
+        bool below = false;   // the text of the event found last may stand in this line
+        bool further = false;  // and has begun already
         for (std::string line; std::getline(stream, line);) {
-            if (!line.starts_with("{\"event\":\"" + event + "\"")) continue;
-            const nlohmann::json found = nlohmann::json::parse(line);
-            texts.push_back(
-                {std::filesystem::relative(file, folder).generic_string() + " " + std::to_string(++count),
-                 found.at("text").get<std::string>()});
+            if (below && line.starts_with("  ")) {
+                (texts.back().text += further ? "\n" : "") += line.substr(2);
+                further = true;
+                continue;
+            }
+            below = line.starts_with("{\"event\":\"" + event + "\"");
+            further = false;
+            if (below) {
+                const nlohmann::json found = nlohmann::json::parse(line);
+                texts.push_back(
+                    {std::filesystem::relative(file, folder).generic_string() + " " + std::to_string(++count),
+                     found.value("text", "")});
+            }
         }
     }
     return texts;
