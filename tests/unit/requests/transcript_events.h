@@ -26,7 +26,7 @@ struct WiredText {
     for (const std::filesystem::path& file : files) {
         std::ifstream stream(file, std::ios::binary);
         int count = 0;
-        bool below = false;   // the text of the event found last may stand in this line
+        bool below = false;    // the text of the event found last may stand in this line
         bool further = false;  // and has begun already
         for (std::string line; std::getline(stream, line);) {
             if (below && line.starts_with("  ")) {
