@@ -78,7 +78,7 @@ void readChildren(RequestScanner& scanner, ModifyGroup& group) {
     for (; next != std::end(kChildren); ++next) {
         fits.push_back(next->name);
     }
-    fits.push_back("</modifyEvent>");
+    fits.emplace_back("</modifyEvent>");
     scanner.refuseHere("modifyEvent", listOf(fits));
 }
 

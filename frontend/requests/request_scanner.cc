@@ -197,7 +197,7 @@ const AttributeForm* RequestScanner::findAttribute(const ScannedTag& tag, const 
             fits.push_back(each.name);
         }
     }
-    fits.push_back(element.mayHold ? ">" : "/>");
+    fits.emplace_back(element.mayHold ? ">" : "/>");
     refuseHere(element.name, listOf(fits));
     return nullptr;
 }
