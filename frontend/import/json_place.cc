@@ -22,8 +22,7 @@ bool isWord(std::string_view key) {
 /// Stops the reader at the value of a path.
 class Locator : public nlohmann::json_sax<nlohmann::json> {
   public:
-    Locator(const WatchedText& text, const JsonPath& wanted, std::size_t occurrence)
-        : text_(text), wanted_(wanted), left_(occurrence) {}
+    Locator(const JsonPath& wanted, std::size_t occurrence) : wanted_(wanted), left_(occurrence) {}
 
     [[nodiscard]] bool found() const { return left_ == 0; }
 
@@ -74,7 +73,6 @@ class Locator : public nlohmann::json_sax<nlohmann::json> {
                           });
     }
 
-    const WatchedText& text_;
     const JsonPath& wanted_;
     std::size_t left_;
     JsonTracker tracker_;
@@ -144,7 +142,7 @@ bool JsonRefusal::refuse(const JsonPlace& where, std::string what) {
 
 std::size_t offsetOf(std::string_view text, const JsonPath& path, std::size_t occurrence) {
     WatchedText watched(text);
-    Locator locator(watched, path, occurrence);
+    Locator locator(path, occurrence);
     static_cast<void>(nlohmann::json::sax_parse(watched.begin(), watched.end(), &locator));
     return locator.found() ? watched.tokenBegin() : text.size();
 }
