@@ -1,0 +1,1 @@
+"""What examples/make_results.py makes of the data: statistics, tables, charts and words."""
