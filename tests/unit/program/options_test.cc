@@ -36,6 +36,7 @@ TEST(Options, HasTheDefaults) {
     EXPECT_EQ(options.session.charset, "UTF-8");
     EXPECT_FALSE(options.session.language);
     EXPECT_EQ(options.session.installationFolder, "");
+    EXPECT_FALSE(options.session.recordAll);
     EXPECT_FALSE(options.session.stopOnError);
     EXPECT_FALSE(options.session.checkOnly);
 }
@@ -44,7 +45,7 @@ TEST(Options, ReadsEveryOptionOfRun) {
     const Options options =
         readGood({"run", "--adapter", "script:answers.jsonl", "--local-mode", "yes", "--trace", "-", "--now",
                   "2026-03-05T10:07:09", "--charset", "Shift_JIS", "--language", "de", "--installation",
-                  "own/files", "--stop-on-error", "a.vxs"});
+                  "own/files", "--record", "all", "--stop-on-error", "a.vxs"});
     EXPECT_EQ(options.session.adapter, AdapterKind::script);
     EXPECT_EQ(options.session.answersFile, "answers.jsonl");
     EXPECT_TRUE(options.session.localMode);
@@ -53,6 +54,7 @@ TEST(Options, ReadsEveryOptionOfRun) {
     EXPECT_EQ(options.session.charset, "Shift_JIS");
     EXPECT_EQ(options.session.language, "de");
     EXPECT_EQ(options.session.installationFolder, "own/files");
+    EXPECT_TRUE(options.session.recordAll);
     EXPECT_TRUE(options.session.stopOnError);
 }
 
@@ -76,6 +78,7 @@ TEST(Options, AnswersWrongUsageWithTwo) {
         {"run", "--adapter", "script:", "a.vxs"},
         {"run", "--local-mode", "maybe", "a.vxs"},
         {"run", "--now", "2026-02-30T10:07:09", "a.vxs"},
+        {"run", "--record", "some", "a.vxs"},
         {"run", "--nonsense", "a.vxs"},
         {"run", "a.vxs", "--trace"},
         {"password", "secret"},
