@@ -48,7 +48,7 @@ std::vector<std::string> caseFiles() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, ModificationCases, testing::ValuesIn(caseFiles()),
-                         [](const auto& info) { return info.param; });
+                         [](const auto& file) { return file.param; });
 
 }  // namespace
 }  // namespace vexa::frontend
