@@ -63,8 +63,8 @@ std::string lineChanges(const std::string& before, const std::string& after) {
     std::vector<std::vector<std::size_t>> common(left.size() + 1, std::vector<std::size_t>(right.size() + 1));
     for (std::size_t i = left.size(); i-- > 0;) {
         for (std::size_t j = right.size(); j-- > 0;) {
-            common[i][j] = left[i] == right[j] ? common[i + 1][j + 1] + 1
-                                               : std::max(common[i + 1][j], common[i][j + 1]);
+            common[i][j] =
+                left[i] == right[j] ? common[i + 1][j + 1] + 1 : std::max(common[i + 1][j], common[i][j + 1]);
         }
     }
     std::string changes;

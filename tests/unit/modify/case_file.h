@@ -12,7 +12,8 @@
 //
 // Each case begins with the document anew. The counts are selected, modified, deleted. A line with a star is
 // what the plan says of an item (group/number, its changes, and why something does not apply), one with an
-// exclamation mark a complaint of the reply; the others are the lines of the document, as JSON, that go and come.
+// exclamation mark a complaint of the reply; the others are the lines of the document, as JSON, that go and
+// come.
 #pragma once
 
 #include <string>

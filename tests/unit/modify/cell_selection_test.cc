@@ -61,7 +61,8 @@ TEST(CellSelection, AsksForNothingWhenNothingIsChosen) {
 
 TEST(CellSelection, PassesOverWhatIsNoNumberInComparisons) {
     tables::TableDimension rows{"R", {}, {}};
-    for (const char* const label : {"a", "b", "c"}) rows.categories.push_back({label, tables::noGroup, {}, {}, {}});
+    for (const char* const label : {"a", "b", "c"})
+        rows.categories.push_back({label, tables::noGroup, {}, {}, {}});
     tables::TableDataBuilder builder({rows});
     builder.setNumber(0, std::numeric_limits<double>::quiet_NaN());
     builder.setNumber(1, 5);

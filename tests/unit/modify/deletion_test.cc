@@ -31,7 +31,8 @@ struct ModelSample {
     [[nodiscard]] std::string shown() const {
         const OutlineNode* const model = outline.find(id);
         if (model == nullptr) return "gone";
-        return outline.find(model->children.at(std::get<ModelContent>(model->item.content).shown))->item.label;
+        return outline.find(model->children.at(std::get<ModelContent>(model->item.content).shown))
+            ->item.label;
     }
 
     Outline outline;

@@ -104,7 +104,8 @@ TEST(ModificationInvariants, ThePlanSaysWhatHappensItemByItem) {
             const OutlineNode& before = *outline.find(id);
             const OutlineNode* const after = modification.outline.find(id);
             EXPECT_EQ(each.label, shownLabel(before.item));
-            const bool isDeleted = !each.plan.changes.empty() && each.plan.changes.front() == ChangeKind::deletion;
+            const bool isDeleted =
+                !each.plan.changes.empty() && each.plan.changes.front() == ChangeKind::deletion;
             EXPECT_EQ(after == nullptr, isDeleted);
             if (after == nullptr) continue;
             EXPECT_EQ(each.plan.changes.empty(), before.item == after->item) << each.number;
@@ -157,7 +158,8 @@ TEST(ModificationInvariants, DataAreSharedUnlessTheirValuesChange) {
 
 TEST(ModificationInvariants, WhatIsNotDeletedKeepsItsPlace) {
     forDocuments([](const Outline& outline, RandomRequests& requests) {
-        const Modification modification = modified(outline, requests.group(false, true) + requests.group(false, true));
+        const Modification modification =
+            modified(outline, requests.group(false, true) + requests.group(false, true));
         EXPECT_EQ(idsOf(modification.outline), idsOf(outline));
     });
 }

@@ -21,8 +21,10 @@ struct SampleFonts {
 
 std::string saidOf(const PlannedItem& item) {
     std::string said;
-    for (const ChangeKind each : item.plan.changes) said += (said.empty() ? " " : ", ") + std::string(changeText(each));
-    for (const PassedOver& each : item.plan.passedOver) said += (each.isReported ? " (reported) " : "; ") + each.reason;
+    for (const ChangeKind each : item.plan.changes)
+        said += (said.empty() ? " " : ", ") + std::string(changeText(each));
+    for (const PassedOver& each : item.plan.passedOver)
+        said += (each.isReported ? " (reported) " : "; ") + each.reason;
     return "* " + std::to_string(item.group) + '/' + std::to_string(item.number) +
            (item.selected ? "" : " not selected") + said + '\n';
 }
@@ -30,7 +32,8 @@ std::string saidOf(const PlannedItem& item) {
 }  // namespace
 
 ModifyRequest requestOf(const std::string& groups) {
-    const auto read = readModifyRequest("<modifyOutputObject documentName=\"*\">" + groups + "</modifyOutputObject>");
+    const auto read =
+        readModifyRequest("<modifyOutputObject documentName=\"*\">" + groups + "</modifyOutputObject>");
     if (const auto* const refusal = std::get_if<RequestRefusal>(&read)) {
         ADD_FAILURE() << refusal->message;
         return {};
@@ -55,9 +58,11 @@ std::string described(const Outline& outline, const std::string& groups) {
     if (!prepared.problem().empty()) return "-- changes 0,0,0 --\n! refused: " + prepared.problem() + '\n';
     const Modification modification = prepared.plan(outline);
     std::string text = "-- changes " + std::to_string(modification.selected) + ',' +
-                       std::to_string(modification.modified) + ',' + std::to_string(modification.deleted) + " --\n";
+                       std::to_string(modification.modified) + ',' + std::to_string(modification.deleted) +
+                       " --\n";
     for (const PlannedItem& each : modification.items) text += saidOf(each);
-    for (const std::string& each : prepared.complaints().formats()) text += "! Invalid format (" + each + ")\n";
+    for (const std::string& each : prepared.complaints().formats())
+        text += "! Invalid format (" + each + ")\n";
     for (const std::string& each : prepared.complaints().fonts()) text += "! Invalid font (" + each + ")\n";
     return text + lineChanges(printed(outline), printed(modification.outline));
 }

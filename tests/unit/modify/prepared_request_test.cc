@@ -11,7 +11,8 @@ namespace {
 constexpr char kTable[] = R"({"items": [{"type": "table", "rows": [{"categories": ["a"]}], "cells": [1]}]})";
 
 std::string withLook(const std::string& xml) {
-    return "<modifyEvent tables=\"true\"><modifyTable><tableLook>" + xml + "</tableLook></modifyTable></modifyEvent>";
+    return "<modifyEvent tables=\"true\"><modifyTable><tableLook>" + xml +
+           "</tableLook></modifyTable></modifyEvent>";
 }
 
 TEST(PreparedRequest, SharesTheLookThatIsKnownByItsName) {
@@ -43,7 +44,8 @@ TEST(PreparedRequest, ComplainsOnceOfFormatsAndFonts) {
     FewLooks looks;
     const PreparedRequest prepared(request, looks);
     EXPECT_THAT(prepared.complaints().formats(), testing::ElementsAre("F99", "F98"));
-    EXPECT_THAT(prepared.complaints().fonts(), testing::ElementsAre("NO SUCH FONT OF ALL", "No such font of all"));
+    EXPECT_THAT(prepared.complaints().fonts(),
+                testing::ElementsAre("NO SUCH FONT OF ALL", "No such font of all"));
 }
 
 TEST(PreparedRequest, RefusesLooksAndTemplatesThatCannotBeRead) {
@@ -51,8 +53,10 @@ TEST(PreparedRequest, RefusesLooksAndTemplatesThatCannotBeRead) {
     const ModifyRequest look = requestOf(withLook("<tableProperties><no/></tableProperties>"));
     EXPECT_THAT(PreparedRequest(look, looks).problem(), testing::HasSubstr("\"no\" does not fit here"));
     const ModifyRequest chart = requestOf(
-        "<modifyEvent charts=\"true\"><modifyGraph><chartTemplate></chartTemplate></modifyGraph></modifyEvent>");
-    EXPECT_THAT(PreparedRequest(chart, looks).problem(), testing::HasSubstr("The chart template cannot be read as XML"));
+        "<modifyEvent "
+        "charts=\"true\"><modifyGraph><chartTemplate></chartTemplate></modifyGraph></modifyEvent>");
+    EXPECT_THAT(PreparedRequest(chart, looks).problem(),
+                testing::HasSubstr("The chart template cannot be read as XML"));
 }
 
 }  // namespace

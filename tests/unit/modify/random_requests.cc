@@ -10,15 +10,18 @@ namespace {
 
 /// Texts without what makes a request ambiguous where they are written as they are.
 void keep(std::vector<std::string>& texts, const std::string& text) {
-    const bool isPlain = text.find_first_of("\"&<>'") == std::string::npos && text.find('\0') == std::string::npos;
+    const bool isPlain =
+        text.find_first_of("\"&<>'") == std::string::npos && text.find('\0') == std::string::npos;
     if (isPlain && !text.empty() && texts.size() < 50) texts.push_back(text);
 }
 
-constexpr std::string_view kTypes[] = {"charts", "headings", "logs",     "notes",   "models",         "tables",
-                                       "texts",  "trees",    "warnings", "unknown", "outlineheaders", "other"};
-constexpr std::string_view kKinds[] = {"correlation", "count",        "mean",    "median",    "percent", "residual",
-                                       "body",        "significance", "headers", "footnotes", "title",   "caption"};
-constexpr std::string_view kConditions[] = {"all",      "missing",   "top(3)",       "bottom(2)",  "&gt;1",
+constexpr std::string_view kTypes[] = {"charts",   "headings", "logs",           "notes",
+                                       "models",   "tables",   "texts",          "trees",
+                                       "warnings", "unknown",  "outlineheaders", "other"};
+constexpr std::string_view kKinds[] = {"correlation", "count",     "mean",  "median",
+                                       "percent",     "residual",  "body",  "significance",
+                                       "headers",     "footnotes", "title", "caption"};
+constexpr std::string_view kConditions[] = {"all",      "missing",   "top(3)",       "bottom(2)", "&gt;1",
                                             "&lt;=2.5", "&lt;&gt;0", "&gt;=-1000.5", "=12"};
 constexpr std::string_view kReaches[] = {"CELL",    "COLUMN",       "ROW",      "COLUMNDATA",
                                          "ROWDATA", "COLUMNHEADER", "ROWHEADER"};
@@ -55,7 +58,9 @@ void RandomRequests::note(const Item& item) {
     }
 }
 
-std::string_view RandomRequests::oneOf(const std::vector<std::string>& texts) { return texts[below(texts.size())]; }
+std::string_view RandomRequests::oneOf(const std::vector<std::string>& texts) {
+    return texts[below(texts.size())];
+}
 
 std::string RandomRequests::attribute(std::string_view name, std::string_view value) const {
     return ' ' + std::string(name) + "=\"" + std::string(value) + '"';
@@ -75,10 +80,12 @@ std::string RandomRequests::selection() {
 std::string RandomRequests::criteria() {
     std::string text;
     if (chance(6)) text += "<command" + attribute("commandName", oneOf(commands_)) + "/>";
-    if (chance(8)) text += "<command" + attribute("commandName", oneOf(commands_)) + attribute("last", "true") + "/>";
+    if (chance(8))
+        text += "<command" + attribute("commandName", oneOf(commands_)) + attribute("last", "true") + "/>";
     if (chance(20)) text += "<command  last=\"true\"/>";
     if (chance(8)) text += "<subtype" + attribute("subtype", oneOf(subtypes_)) + "/>";
-    if (chance(8)) text += "<label" + attribute("expression", oneOf(labels_)) + attribute("begins", "true") + "/>";
+    if (chance(8))
+        text += "<label" + attribute("expression", oneOf(labels_)) + attribute("begins", "true") + "/>";
     if (chance(8)) text += "<label" + attribute("expression", "e") + attribute("contains", "true") + "/>";
     if (chance(8)) text += "<instance" + attribute("instance", std::to_string(1 + below(3))) + "/>";
     if (chance(12)) text += "<instance last=\"true\"/>";
@@ -120,13 +127,16 @@ std::string RandomRequests::cellKinds() {
     for (const std::string_view kind : kKinds) {
         if (chance(5)) text += attribute(kind, "true");
     }
-    if (chance(3)) text += attribute("selectExpression", std::string(oneOf(categories_)) + ';' + std::string(oneOf(categories_)));
+    if (chance(3))
+        text += attribute("selectExpression",
+                          std::string(oneOf(categories_)) + ';' + std::string(oneOf(categories_)));
     if (chance(5)) text += attribute("selectPosition", std::to_string(1 + below(4)) + ";2");
     return text + attribute("selectColumns", chance(2) ? "both" : kFlags[below(2)]);
 }
 
 std::string RandomRequests::condition() {
-    return chance(3) ? attribute("selectCondition", kConditions[below(std::size(kConditions))]) : std::string();
+    return chance(3) ? attribute("selectCondition", kConditions[below(std::size(kConditions))])
+                     : std::string();
 }
 
 std::string RandomRequests::color(std::string_view prefix) {
@@ -149,7 +159,8 @@ std::string RandomRequests::cellsChange(bool replaces) {
     if (chance(3)) text += attribute("applyTo", kReaches[below(std::size(kReaches))]);
     if (chance(4)) text += attribute("format", kFormats[below(std::size(kFormats))]);
     if (replaces && chance(3)) {
-        text += chance(2) ? attribute("replace", "replaced") : attribute("replaceValue", chance(2) ? "-1" : "3.5");
+        text += chance(2) ? attribute("replace", "replaced")
+                          : attribute("replaceValue", chance(2) ? "-1" : "3.5");
     }
     return text + "/>";
 }
@@ -164,7 +175,8 @@ std::string RandomRequests::textChange() {
 
 std::string RandomRequests::group(bool deletes, bool replaces) {
     std::string text = selection();
-    if (chance(5)) text += "<indexObject type=\"letterCAP\"" + attribute("indexStart", std::to_string(below(30))) + "/>";
+    if (chance(5))
+        text += "<indexObject type=\"letterCAP\"" + attribute("indexStart", std::to_string(below(30))) + "/>";
     if (deletes && chance(3)) text += "<deleteObject/>";
     if (chance(6)) text += "<modifyGraph styleSheet=\"Calm\"/>";
     if (chance(3)) text += objectChange();
