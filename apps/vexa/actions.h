@@ -19,6 +19,11 @@ int explain(const std::string& words, Session& session);
 /// Asks for a password and prints its encrypted form.
 [[nodiscard]] int printEncryptedPassword();
 
+/// Puts files into a document.
+[[nodiscard]] int importFiles(const Options& options);
+/// Prints a document's outline, one item of it, or all of it as JSON.
+[[nodiscard]] int showDocument(const Options& options);
+
 /// Complains on standard error, in the program's name.
 void complain(const std::string& message);
 

@@ -33,6 +33,10 @@ int act(const vexa::program::Options& options) {
         case Action::password:
             openTexts(options.session);
             return vexa::program::printEncryptedPassword();
+        case Action::import:
+            return vexa::program::importFiles(options);
+        case Action::show:
+            return vexa::program::showDocument(options);
     }
     return vexa::program::exit_status::kUsage;
 }

@@ -6,6 +6,7 @@
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/language_choice.h"
 #include "backend/platform/version.h"
+#include "frontend/import/import_file.h"
 
 namespace vexa::program {
 
@@ -20,6 +21,8 @@ constexpr const char* kExamples = R"(Examples:
   vexa run report.vxs                   runs a syntax file
   vexa run --trace trace.jsonl a.vxs    and writes down every request, message and table
   vexa check report.vxs                 finds errors in the syntax without running anything
+  vexa import report.vxv income.csv     puts tables, pictures and texts into a document
+  vexa show report.vxv                  shows what is in a document
   vexa help OUTPUT SAVE                 shows what a command takes)";
 
 constexpr const char* kRunExamples =
@@ -37,6 +40,22 @@ constexpr const char* kCheckExamples =
 Examples:
   vexa check report.vxs
   vexa check --charset Shift_JIS one.vxs two.vxs)";
+
+constexpr const char* kImportExamples =
+    R"(The document is made where it is not there, else extended. All files go in, or none. A file's form is that of its
+extension: .json .csv .tsv .html .svg .png .md .txt. What an option says counts where the file says nothing.
+
+Exit status: 0 all went in, 1 a file or the document was refused, 2 wrong usage or a file that cannot be read or written.
+
+Examples:
+  vexa import report.vxv results.json income.svg
+  vexa import --title "Income by region" --separator ";" --decimal , report.vxv income.csv
+  make-results | vexa import --as json report.vxv -)";
+
+constexpr const char* kShowExamples = R"(Examples:
+  vexa show report.vxv                  prints the outline: numbers, types, labels, sizes, what is hidden
+  vexa show --item 3 report.vxv         prints the third item
+  vexa show --json report.vxv           prints all of it in the form that vexa import takes)";
 
 constexpr const char* kHelpExamples = R"(Examples:
   vexa help                             lists the commands
@@ -133,6 +152,94 @@ void addSessionOptions(CLI::App& app, SessionChoices& choices) {
     addReadingOptions(app, choices);
 }
 
+/// Options that the texts of the program need.
+void addTextOptions(CLI::App& app, SessionChoices& choices) {
+    app.add_option_function<std::string>(
+           "--language", [&choices](const std::string& text) { choices.language = languageOfLocale(text); },
+           "The language of messages and titles (that of the locale, or en)")
+        ->option_text("CODE");
+    app.add_option("--installation", choices.installationFolder,
+                   "Where string tables (lang) and table looks (Looks) stand (the folder above the program's)")
+        ->option_text("FOLDER");
+}
+
+void addPasswordFile(CLI::App& app, DocumentChoices& choices) {
+    app.add_option("--password-file", choices.passwordFile,
+                   "The first line of FILE is the document's password (it is asked for on a terminal)")
+        ->option_text("FILE");
+}
+
+/// One ASCII character; "tab" is a tabulator.
+char readSeparator(const std::string& option, const std::string& text) {
+    if (text == "tab" || text == "\\t") {
+        return '\t';
+    }
+    if (text.size() != 1 || static_cast<unsigned char>(text[0]) > 126 || text == "\"" || text[0] < ' ') {
+        throw CLI::ValidationError(option, "takes one character, not '" + text + "'");
+    }
+    return text[0];
+}
+
+void readForm(const std::string& text, frontend::ImportOptions& options) {
+    options.form = frontend::formOfWord(text);
+    if (!options.form) {
+        throw CLI::ValidationError("--as", "takes json, csv, tsv, html, svg, png, md or txt, not '" + text + "'");
+    }
+}
+
+/// Options of tables in text.
+void addTableOptions(CLI::App& app, frontend::ImportOptions& options) {
+    constexpr std::size_t kMostLabels = 100;
+    const CLI::Range labels(std::size_t{0}, kMostLabels);
+    app.add_option("--header-rows", options.headerRows, "Rows of column labels; several become nested groups (1)")
+        ->check(labels)
+        ->option_text("N");
+    app.add_option("--label-columns", options.labelColumns, "Columns of row labels; several become nested groups (1)")
+        ->check(labels)
+        ->option_text("N");
+    app.add_option_function<std::string>(
+           "--separator",
+           [&options](const std::string& text) { options.separator = readSeparator("--separator", text); },
+           "What separates values: one character, or tab (a comma in .csv)")
+        ->option_text("CHARACTER");
+    app.add_option_function<std::string>(
+           "--decimal", [&options](const std::string& text) { options.decimal = readSeparator("--decimal", text); },
+           "The decimal mark of numbers (a point)")
+        ->option_text("CHARACTER");
+    app.add_option("--encoding", options.encoding, "The encoding of text files (UTF-8)")->option_text("NAME");
+}
+
+void describeImport(CLI::App& app, Options& options) {
+    frontend::ImportOptions& import = options.document.import;
+    app.add_option("DOCUMENT", options.document.document, "The document file, made or extended")->required();
+    app.add_option("FILE", options.files, "What goes to its end, in this order; - is standard input")->required();
+    app.add_option_function<std::string>(
+           "--as", [&import](const std::string& text) { readForm(text, import); },
+           "The form of the files: json, csv, tsv, html, svg, png, md or txt (that of their extension)")
+        ->option_text("FORM");
+    app.add_option("--command", import.command, "The command of items on the top level")->option_text("TEXT");
+    app.add_option("--subtype", import.subtype, "The subtype of tables")->option_text("TEXT");
+    app.add_option("--label", import.label, "The label of items on the top level in the outline")->option_text("TEXT");
+    app.add_option("--title", import.title, "The title of tables")->option_text("TEXT");
+    app.add_option("--alternative-text", import.alternativeText, "What a picture shows, for those who cannot see it")
+        ->option_text("TEXT");
+    addTableOptions(app, import);
+    addPasswordFile(app, options.document);
+    addTextOptions(app, options.session);
+}
+
+void describeShow(CLI::App& app, Options& options) {
+    app.add_option("DOCUMENT", options.document.document, "The document file")->required();
+    CLI::Option* const item =
+        app.add_option("--item", options.document.item, "Show the item of this number in the outline")
+            ->check(CLI::PositiveNumber)
+            ->option_text("N");
+    app.add_flag("--json", options.document.asJson, "Print the document in the form that vexa import takes")
+        ->excludes(item);
+    addPasswordFile(app, options.document);
+    addTextOptions(app, options.session);
+}
+
 /// One command of the program, which `chosen` becomes when it is given.
 CLI::App* addAction(CLI::App& app, Options& options, Action action, const char* name, const char* help,
                     const char* examples) {
@@ -160,6 +267,12 @@ void describe(CLI::App& app, Options& options) {
                                       "Find errors in syntax files; nothing is run or sent", kCheckExamples);
     check->add_option("FILE", options.files, "Syntax files; - is standard input")->required();
     addReadingOptions(*check, options.session);
+
+    describeImport(*addAction(app, options, Action::import, "import",
+                              "Put tables, pictures and texts into a document", kImportExamples),
+                   options);
+    describeShow(*addAction(app, options, Action::show, "show", "Show what is in a document", kShowExamples),
+                 options);
 
     CLI::App* const help = addAction(app, options, Action::help, "help",
                                      "Show what the commands of the language take", kHelpExamples);

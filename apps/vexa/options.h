@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "backend/platform/clock.h"
+#include "frontend/import/import_context.h"
 
 namespace vexa::program {
 
@@ -27,12 +28,22 @@ struct SessionChoices {
     bool checkOnly = false;
 };
 
-enum class Action { prompt, run, check, help, password };
+/// What `vexa import` and `vexa show` are told.
+struct DocumentChoices {
+    std::string document;
+    std::string passwordFile;        ///< empty: the password is asked for
+    frontend::ImportOptions import;  ///< of import
+    std::optional<std::size_t> item;  ///< of show: the number of the item to show
+    bool asJson = false;              ///< of show
+};
+
+enum class Action { prompt, run, check, help, password, import, show };
 
 struct Options {
     Action action = Action::prompt;
     SessionChoices session;
-    std::vector<std::string> files;         ///< of run and check; "-" is standard input
+    DocumentChoices document;               ///< of import and show
+    std::vector<std::string> files;         ///< of run, check and import; "-" is standard input
     std::vector<std::string> commandWords;  ///< of help
 };
 

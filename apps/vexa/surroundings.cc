@@ -1,16 +1,14 @@
 #include "apps/vexa/surroundings.h"
 
-#include <cstdlib>
 #include <iostream>
-#include <string_view>
 #include <vector>
 
 #include "apps/vexa/adapter_stack.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/installation.h"
+#include "apps/vexa/terminal_look.h"
 #include "backend/platform/clock.h"
 #include "backend/platform/dynamic_library.h"
-#include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
 
@@ -24,26 +22,6 @@ constexpr const char* kModulePlace = "/vexaoutput.dll";
 #else
 constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
 #endif
-
-/// Terminals say themselves that they have all colours; those that say nothing have a palette by now.
-rendering::ColorDepth colorDepth(bool styled) {
-    if (!styled) {
-        return rendering::ColorDepth::none;
-    }
-    const char* const said = std::getenv("COLORTERM");
-    const std::string_view depth = said == nullptr ? "" : said;
-    return depth == "truecolor" || depth == "24bit" ? rendering::ColorDepth::full
-                                                    : rendering::ColorDepth::palette;
-}
-
-TerminalLook terminalLook() {
-    TerminalLook look;
-    look.width = terminalColumns(StandardStream::output);
-    look.styledResults = showsColours(StandardStream::output);
-    look.resultColors = colorDepth(look.styledResults);
-    look.colouredMessages = showsColours(StandardStream::error);
-    return look;
-}
 
 /// Installs character set, folders and texts; false, with a `problem`, when one of them is not there.
 bool installForTexts(const SessionChoices& choices, std::vector<std::string>& warnings,

@@ -1,0 +1,116 @@
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <utility>
+
+#include "apps/vexa/actions.h"
+#include "apps/vexa/document_access.h"
+#include "apps/vexa/exit_status.h"
+#include "backend/platform/file_system.h"
+#include "backend/strings/dictionary.h"
+#include "frontend/import/import_file.h"
+#include "frontend/store/document_file.h"
+#include "frontend/store/password.h"
+
+namespace vexa::program {
+
+namespace {
+
+constexpr const char* kStandardInput = "-";
+constexpr const char* kReaderExtension = ".vxw";
+
+std::string readStandardInput() {
+    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+}
+
+/// The document, opened or made; its `document` is null after a complaint.
+OpenedDocument openOrMake(const DocumentChoices& choices) {
+    FileSystem& files = FileSystem::current();
+    if (!files.isFile(choices.document) && !files.isFolder(choices.document)) {
+        return {std::make_unique<frontend::ViewerDocument>(), {}, 0};
+    }
+    OpenedDocument opened = openForUser(choices);
+    if (opened.document != nullptr && opened.document->isLocked()) {
+        complain(composed("The document ^1 is locked: it was saved with LOCK=YES and takes no change. OUTPUT SAVE with "
+                          "LOCK=NO unlocks it."_text,
+                          {choices.document}));
+        opened.document.reset();
+        opened.exitStatus = exit_status::kCommandError;
+    }
+    return opened;
+}
+
+/// Reads all files; false after a complaint about the first that does not fit.
+bool readFiles(const Options& options, frontend::Imported& imported, int& exitStatus) {
+    TableSurroundings surroundings;
+    const frontend::ImportContext context{surroundings.looks, surroundings.words};
+    for (const std::string& file : options.files) {
+        const bool isTyped = file == kStandardInput;
+        std::string typed = isTyped ? readStandardInput() : std::string();
+        frontend::ImportProblem problem;
+        if (frontend::importFile(file, options.document.import, context, imported, problem, isTyped ? &typed : nullptr)) {
+            continue;
+        }
+        complain(problem.shown());
+        exitStatus = problem.isFile ? exit_status::kUsage : exit_status::kCommandError;
+        return false;
+    }
+    for (const std::string& warning : imported.warnings) {
+        complain(warning);
+    }
+    return true;
+}
+
+bool endsInReaderExtension(const std::string& file) {
+    const std::string extension(kReaderExtension);
+    return file.size() >= extension.size() && file.substr(file.size() - extension.size()) == extension;
+}
+
+int save(OpenedDocument& opened, const std::string& file) {
+    frontend::SaveOptions options;
+    options.passwordForm = std::move(opened.passwordForm);
+    if (endsInReaderExtension(file)) {
+        options.type = frontend::DocumentFileType::reader;
+    }
+    const frontend::StoreResult result = frontend::saveDocument(*opened.document, file, options);
+    frontend::wipe(options.passwordForm);
+    if (!result) {
+        complainOf(result, file);
+        return exit_status::kUsage;
+    }
+    return exit_status::kSuccess;
+}
+
+}  // namespace
+
+int importFiles(const Options& options) {
+    const DocumentChoices& choices = options.document;
+    if (!openForUser(options.session)) {
+        return exit_status::kUsage;
+    }
+    OpenedDocument opened = openOrMake(choices);
+    if (opened.document == nullptr) {
+        return opened.exitStatus;
+    }
+    const bool isNew = !FileSystem::current().isFile(choices.document);
+    frontend::Imported imported;
+    imported.outline = opened.document->outline();
+    const std::size_t before = imported.outline.size();
+    int exitStatus = exit_status::kSuccess;
+    if (!readFiles(options, imported, exitStatus)) {
+        frontend::wipe(opened.passwordForm);
+        return exitStatus;
+    }
+    const std::size_t added = imported.outline.size() - before;
+    if (isNew) {
+        opened.document->setName(imported.name);
+    }
+    opened.document->edit(std::move(imported.outline));
+    exitStatus = save(opened, choices.document);
+    if (exitStatus == exit_status::kSuccess) {
+        std::cout << composed("Items added to ^1: ^2"_text, {choices.document, std::to_string(added)}) << std::endl;
+    }
+    return exitStatus;
+}
+
+}  // namespace vexa::program
