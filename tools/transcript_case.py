@@ -8,7 +8,7 @@ import re
 HEADER = re.compile(r"^-- ([a-z]+)((?: [^ ]+)*) --$")
 
 # Sections that may be there once, and those that may be there once for each file name.
-SINGLE = ("options", "args", "env", "stdin", "input", "answers", "status", "trace", "output", "messages", "not")
+SINGLE = ("options", "args", "calls", "env", "stdin", "input", "answers", "status", "trace", "output", "messages", "not")
 FOR_A_FILE = ("file", "produced", "unpacked", "absent")
 ASSERTING = ("trace", "output", "messages")
 
@@ -150,8 +150,10 @@ def check(case):
     doubled = next((key for key in keys if keys.count(key) > 1), None)
     if doubled:
         raise FormError(f"{case.path}: section '{' '.join([doubled[0]] + doubled[1])}' is there twice")
-    if not case.section("input") and not case.section("args"):
-        raise FormError(f"{case.path}: has neither 'input' nor 'args', so nothing would run")
+    if not any(case.section(name) for name in ("input", "args", "calls")):
+        raise FormError(f"{case.path}: has neither 'input' nor 'args' nor 'calls', so nothing would run")
+    if case.section("calls") and (case.section("args") or case.section("options")):
+        raise FormError(f"{case.path}: 'calls' says all of the command lines, so 'args' and 'options' do not count")
     if not any(case.section(name) for name in ASSERTING):
         raise FormError(f"{case.path}: has none of {', '.join(ASSERTING)}, so it would assert nothing")
     if (case.status() != 0) != case.is_bad:

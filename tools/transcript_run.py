@@ -120,12 +120,28 @@ def words_of(text, scratch):
     return [scratch.expand(word) for line in text.splitlines() for word in shlex.split(line)]
 
 
+def run_options(case):
+    answers = ["--adapter", "script:answers.jsonl"] if case.section("answers") else []
+    return ["run", "--now", NOW, "--trace", "trace.jsonl", *answers]
+
+
 def command_line(case, scratch):
     if case.section("args"):
         return words_of(case.text("args"), scratch)
-    answers = ["--adapter", "script:answers.jsonl"] if case.section("answers") else []
-    given = words_of(case.text("options"), scratch)
-    return ["run", "--now", NOW, "--trace", "trace.jsonl", *answers, *given, "case.vxs"]
+    return [*run_options(case), *words_of(case.text("options"), scratch), "case.vxs"]
+
+
+def calls_of(case, scratch):
+    """The calls of the program in their order: what stands above their output, and their arguments. A single one has nothing
+    above its output."""
+    lines = case.text("calls").splitlines()
+    if not lines:
+        return [("", command_line(case, scratch))]
+    calls = []
+    for line in lines:
+        words = words_of(line, scratch)
+        calls.append((f"$ {line}\n", run_options(case) + words[1:] if words[:1] == ["run"] else words))
+    return calls
 
 
 def environment(case, scratch):
@@ -139,10 +155,22 @@ def environment(case, scratch):
 
 
 def execute(case, scratch, options, outcome):
+    """Runs the calls one after the other, up to the first that fails."""
+    output, messages = [], []
+    for title, arguments in calls_of(case, scratch):
+        execute_call(case, scratch, options, arguments, outcome)
+        output += [title, outcome.output]
+        messages += [title, outcome.messages] if outcome.messages else []
+        if outcome.status != 0 or outcome.timed_out:
+            break
+    outcome.output, outcome.messages = "".join(output), "".join(messages)
+
+
+def execute_call(case, scratch, options, arguments, outcome):
     with tempfile.TemporaryFile() as stdin, tempfile.TemporaryFile() as stdout, tempfile.TemporaryFile() as stderr:
         stdin.write(scratch.expand(case.text("stdin")).encode("utf-8"))
         stdin.seek(0)
-        process = subprocess.Popen([*options.command, *command_line(case, scratch)], cwd=scratch.path, stdin=stdin,
+        process = subprocess.Popen([*options.command, *arguments], cwd=scratch.path, stdin=stdin,
                                    stdout=stdout, stderr=stderr, env=environment(case, scratch),
                                    start_new_session=True)
         try:
