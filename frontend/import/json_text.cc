@@ -119,7 +119,7 @@ void JsonText::whole(std::uint64_t value) {
 }
 
 void JsonText::newLineIfLong() {
-    if (out_.size() - lineBegin_ > kLongLine) newLine();
+    if (!levels_.back().isFirst && out_.size() - lineBegin_ > kLongLine) newLine();
 }
 
 }  // namespace vexa::frontend

@@ -74,12 +74,6 @@ class TableWriter {
         json_.beginObject();
         writeText(json_, "label", dimension.label);
         writeFlag(json_, "labelHidden", view.labelHidden);
-        if (axis == Axis::layer && !order.empty() && order.front() != view.shown) {
-            std::uint64_t shown = 1;
-            while (shown < order.size() && order[shown - 1] != view.shown) ++shown;
-            json_.key("shown");
-            json_.whole(shown);
-        }
         json_.key("categories");
         json_.beginList();
         const std::size_t indentation = json_.indentation();
@@ -92,6 +86,12 @@ class TableWriter {
         }
         leaveGroups(open, 0);
         json_.endList();
+        if (axis == Axis::layer && !order.empty() && order.front() != view.shown) {
+            std::uint64_t shown = 1;
+            while (shown < order.size() && order[shown - 1] != view.shown) ++shown;
+            json_.key("shown");
+            json_.whole(shown);
+        }
         json_.endObject();
     }
 

@@ -76,12 +76,16 @@ class Transcripts(unittest.TestCase):
         self.assert_passes("# One.\n-- args --\ncheck other.vxs\n-- stdin --\nhello\n-- file other.vxs --\narguments\n"
                            "read\n-- output --\ncheck other.vxs\nhello\n")
 
-    def test_calls_follow_each_other_until_one_fails(self):
+    def test_calls_follow_each_other(self):
         self.assert_passes("# Two.\n-- calls --\nimport a one\nrun 'two'\n-- file one --\nsay 1\ncomplain c\n-- file two --\n"
                            "arguments\n-- output --\n$ import a one\n1\n$ run 'two'\nrun --now 2026-03-05T10:07:09 --trace "
                            "trace.jsonl two\n-- messages --\n$ import a one\nc\n")
+
+    def test_the_first_call_that_fails_is_the_last(self):
         self.assert_passes("# One fails.\n-- calls --\nshow one\nshow two\n-- file one --\nexit 1\n-- output --\n$ show one\n",
                            name="bad-a.transcript")
+
+    def test_calls_need_no_other_arguments(self):
         self.assert_fails("# Both.\n-- calls --\na\n-- args --\nb\n-- output --\n", "'calls' says all of the command lines")
 
     def test_produced_and_absent(self):

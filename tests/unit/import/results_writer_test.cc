@@ -29,7 +29,7 @@ constexpr char kPrinted[] = R"json({"vexaResults": 1, "name": "march", "items": 
      "rows": [{"label": "Region", "categories": [{"group": "Europe", "categories": ["North", "South"]},
         {"label": "Total", "footnotes": [1]}]}],
      "columns": [{"label": "Statistics", "categories": [{"label": "Mean", "format": "F8.2"}, {"label": "N", "format": "F8.0"}]}],
-     "layers": [{"label": "Sex", "shown": 2, "categories": ["Female", "Male"]}],
+     "layers": [{"label": "Sex", "categories": ["Female", "Male"], "shown": 2}],
      "cells": [1.5, 12,
       2.25, 14,
       1.9, 26,
