@@ -58,7 +58,7 @@ int showDocument(const Options& options) {
         return exit_status::kUsage;
     }
     if (!std::cout.flush()) {
-        complain(translated("Standard output could not be written to its end. Is the disk full?"_text));
+        complain(translated("Standard output could not be written completely. Is the disk full?"_text));
         return exit_status::kUsage;
     }
     return exit_status::kSuccess;

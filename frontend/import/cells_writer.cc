@@ -28,7 +28,7 @@ class CellsWriter {
     void write() {
         const bool isLarge =
             data_.placeCount() > kManyPlaces && data_.placeCount() / kFilledEnough > data_.filledCount();
-        if (view_.emptyLinesLeftOut || isLarge) {
+        if (leavesLinesOut() || isLarge) {
             writeSparse();
         } else if (data_.filledCount() > 0 || !style_.cells().isEmpty() || !dataStyle_.isEmpty()) {
             writeDense();
@@ -36,6 +36,12 @@ class CellsWriter {
     }
 
   private:
+    /// Whether the table has lines that are left out because nothing stands in them, or may have.
+    [[nodiscard]] bool leavesLinesOut() const {
+        const bool hasSeveral = view_.rows.size() > 1 || view_.columns.size() > 1 || view_.layers.size() > 1;
+        return view_.emptyLinesLeftOut && hasSeveral && data_.filledCount() < data_.placeCount();
+    }
+
     /// What each line of an axis adds to a place.
     [[nodiscard]] std::vector<Place> offsetsOf(const std::vector<DimensionId>& axis) const {
         std::vector<Place> offsets{0};

@@ -178,7 +178,6 @@ tables::Table RandomDocuments::table(bool arranged) {
     view.caption = text();
     view.corner = text();
     view.titleHidden = chance(4);
-    view.emptyLinesLeftOut = chance(3);
     if (chance(4)) view.layerPrinting = static_cast<tables::LayerPrinting>(below(2));
     if (chance(4)) view.minColumnWidth = 10;
     if (chance(4)) view.maxColumnWidth = 99.5;
@@ -186,6 +185,8 @@ tables::Table RandomDocuments::table(bool arranged) {
     tables::TableDataBuilder builder(std::move(dimensions), std::move(texts));
     fill(builder, style, footnotes);
     const auto data = builder.finish();
+    const bool hasSeveral = view.rows.size() > 1 || view.columns.size() > 1 || view.layers.size() > 1;
+    view.emptyLinesLeftOut = chance(2) && hasSeveral && data->filledCount() < data->placeCount();
     if (arranged) arrange(view, style, *data);
     return tables::makeTable(data, std::move(view), std::move(style));
 }
