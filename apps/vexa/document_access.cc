@@ -32,7 +32,8 @@ std::string folderOf(int instance) {
 /// The first line of a file; nothing, after a complaint, when it cannot be read.
 std::optional<std::string> readPasswordFile(const std::string& file) {
     std::string content;
-    if (const FileResult result = FileSystem::current().readStream(file, content, kMostPasswordBytes); !result) {
+    if (const FileResult result = FileSystem::current().readStream(file, content, kMostPasswordBytes);
+        !result) {
         complain(composed("The file ^1 cannot be read: ^2."_text, {file, shownReason(result)}));
         return std::nullopt;
     }
@@ -51,9 +52,10 @@ std::optional<std::string> givenPassword(const DocumentChoices& choices) {
         typed = readSecretLine(translated("Password: "_text));
     }
     if (!typed || typed->empty()) {
-        complain(composed("The document ^1 is protected by a password. Type it at a terminal, or name a file that holds "
-                          "it: --password-file FILE."_text,
-                          {choices.document}));
+        complain(composed(
+            "The document ^1 is protected by a password. Type it at a terminal, or name a file that holds "
+            "it: --password-file FILE."_text,
+            {choices.document}));
         return std::nullopt;
     }
     return typed;
@@ -87,8 +89,9 @@ TableSurroundings::TableSurroundings()
     : looks({folderOf(PathFactory::kInstallation) + "Looks", folderOf(PathFactory::kLanguage) + "Looks"}) {
     const FileResult result = words.open(folderOf(PathFactory::kInstallation) + "lang/statistic-roles.xml");
     if (!result) {
-        complain(composed("The words for statistics cannot be read: ^1. Roles are not inferred from labels."_text,
-                          {shownReason(result)}));
+        complain(
+            composed("The words for statistics cannot be read: ^1. Roles are not inferred from labels."_text,
+                     {shownReason(result)}));
     }
 }
 

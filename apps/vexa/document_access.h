@@ -15,12 +15,13 @@ namespace vexa::program {
 /// A document that was opened, and what it is protected with.
 struct OpenedDocument {
     std::unique_ptr<frontend::ViewerDocument> document;  ///< null when it cannot be opened
-    std::string passwordForm;  ///< the encrypted form that opened it; empty without protection. Wipe it after use.
-    int exitStatus = 0;        ///< when it cannot be opened; the user has been told why
+    std::string
+        passwordForm;    ///< the encrypted form that opened it; empty without protection. Wipe it after use.
+    int exitStatus = 0;  ///< when it cannot be opened; the user has been told why
 };
 
-/// Opens the document that `choices` name, with its password where it has one: out of the file of the choices, or
-/// asked for on the terminal.
+/// Opens the document that `choices` name, with its password where it has one: out of the file of the
+/// choices, or asked for on the terminal.
 [[nodiscard]] OpenedDocument openForUser(const DocumentChoices& choices);
 
 /// Complains of a problem of saving or opening `file`.

@@ -31,9 +31,10 @@ OpenedDocument openOrMake(const DocumentChoices& choices) {
     }
     OpenedDocument opened = openForUser(choices);
     if (opened.document != nullptr && opened.document->isLocked()) {
-        complain(composed("The document ^1 is locked: it was saved with LOCK=YES and takes no change. OUTPUT SAVE with "
-                          "LOCK=NO unlocks it."_text,
-                          {choices.document}));
+        complain(composed(
+            "The document ^1 is locked: it was saved with LOCK=YES and takes no change. OUTPUT SAVE with "
+            "LOCK=NO unlocks it."_text,
+            {choices.document}));
         opened.document.reset();
         opened.exitStatus = exit_status::kCommandError;
     }
@@ -48,7 +49,8 @@ bool readFiles(const Options& options, frontend::Imported& imported, int& exitSt
         const bool isTyped = file == kStandardInput;
         std::string typed = isTyped ? readStandardInput() : std::string();
         frontend::ImportProblem problem;
-        if (frontend::importFile(file, options.document.import, context, imported, problem, isTyped ? &typed : nullptr)) {
+        if (frontend::importFile(file, options.document.import, context, imported, problem,
+                                 isTyped ? &typed : nullptr)) {
             continue;
         }
         complain(problem.shown());
@@ -108,7 +110,8 @@ int importFiles(const Options& options) {
     opened.document->edit(std::move(imported.outline));
     exitStatus = save(opened, choices.document);
     if (exitStatus == exit_status::kSuccess) {
-        std::cout << composed("Items added to ^1: ^2"_text, {choices.document, std::to_string(added)}) << std::endl;
+        std::cout << composed("Items added to ^1: ^2"_text, {choices.document, std::to_string(added)})
+                  << std::endl;
     }
     return exitStatus;
 }

@@ -158,8 +158,9 @@ void addTextOptions(CLI::App& app, SessionChoices& choices) {
            "--language", [&choices](const std::string& text) { choices.language = languageOfLocale(text); },
            "The language of messages and titles (that of the locale, or en)")
         ->option_text("CODE");
-    app.add_option("--installation", choices.installationFolder,
-                   "Where string tables (lang) and table looks (Looks) stand (the folder above the program's)")
+    app.add_option(
+           "--installation", choices.installationFolder,
+           "Where string tables (lang) and table looks (Looks) stand (the folder above the program's)")
         ->option_text("FOLDER");
 }
 
@@ -183,7 +184,8 @@ char readSeparator(const std::string& option, const std::string& text) {
 void readForm(const std::string& text, frontend::ImportOptions& options) {
     options.form = frontend::formOfWord(text);
     if (!options.form) {
-        throw CLI::ValidationError("--as", "takes json, csv, tsv, html, svg, png, md or txt, not '" + text + "'");
+        throw CLI::ValidationError("--as",
+                                   "takes json, csv, tsv, html, svg, png, md or txt, not '" + text + "'");
     }
 }
 
@@ -191,10 +193,12 @@ void readForm(const std::string& text, frontend::ImportOptions& options) {
 void addTableOptions(CLI::App& app, frontend::ImportOptions& options) {
     constexpr std::size_t kMostLabels = 100;
     const CLI::Range labels(std::size_t{0}, kMostLabels);
-    app.add_option("--header-rows", options.headerRows, "Rows of column labels; several become nested groups (1)")
+    app.add_option("--header-rows", options.headerRows,
+                   "Rows of column labels; several become nested groups (1)")
         ->check(labels)
         ->option_text("N");
-    app.add_option("--label-columns", options.labelColumns, "Columns of row labels; several become nested groups (1)")
+    app.add_option("--label-columns", options.labelColumns,
+                   "Columns of row labels; several become nested groups (1)")
         ->check(labels)
         ->option_text("N");
     app.add_option_function<std::string>(
@@ -203,7 +207,8 @@ void addTableOptions(CLI::App& app, frontend::ImportOptions& options) {
            "What separates values: one character, or tab (a comma in .csv)")
         ->option_text("CHARACTER");
     app.add_option_function<std::string>(
-           "--decimal", [&options](const std::string& text) { options.decimal = readSeparator("--decimal", text); },
+           "--decimal",
+           [&options](const std::string& text) { options.decimal = readSeparator("--decimal", text); },
            "The decimal mark of numbers (a point)")
         ->option_text("CHARACTER");
     app.add_option("--encoding", options.encoding, "The encoding of text files (UTF-8)")->option_text("NAME");
@@ -212,16 +217,19 @@ void addTableOptions(CLI::App& app, frontend::ImportOptions& options) {
 void describeImport(CLI::App& app, Options& options) {
     frontend::ImportOptions& import = options.document.import;
     app.add_option("DOCUMENT", options.document.document, "The document file, made or extended")->required();
-    app.add_option("FILE", options.files, "What goes to its end, in this order; - is standard input")->required();
+    app.add_option("FILE", options.files, "What goes to its end, in this order; - is standard input")
+        ->required();
     app.add_option_function<std::string>(
            "--as", [&import](const std::string& text) { readForm(text, import); },
            "The form of the files: json, csv, tsv, html, svg, png, md or txt (that of their extension)")
         ->option_text("FORM");
     app.add_option("--command", import.command, "The command of items on the top level")->option_text("TEXT");
     app.add_option("--subtype", import.subtype, "The subtype of tables")->option_text("TEXT");
-    app.add_option("--label", import.label, "The label of items on the top level in the outline")->option_text("TEXT");
+    app.add_option("--label", import.label, "The label of items on the top level in the outline")
+        ->option_text("TEXT");
     app.add_option("--title", import.title, "The title of tables")->option_text("TEXT");
-    app.add_option("--alternative-text", import.alternativeText, "What a picture shows, for those who cannot see it")
+    app.add_option("--alternative-text", import.alternativeText,
+                   "What a picture shows, for those who cannot see it")
         ->option_text("TEXT");
     addTableOptions(app, import);
     addPasswordFile(app, options.document);

@@ -31,8 +31,8 @@ struct SessionChoices {
 /// What `vexa import` and `vexa show` are told.
 struct DocumentChoices {
     std::string document;
-    std::string passwordFile;        ///< empty: the password is asked for
-    frontend::ImportOptions import;  ///< of import
+    std::string passwordFile;         ///< empty: the password is asked for
+    frontend::ImportOptions import;   ///< of import
     std::optional<std::size_t> item;  ///< of show: the number of the item to show
     bool asJson = false;              ///< of show
 };

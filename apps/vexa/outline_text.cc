@@ -42,7 +42,8 @@ std::string gridSize(std::size_t rows, std::size_t columns, std::size_t layers) 
 std::string sizeText(const Item& item) {
     if (const auto* const content = std::get_if<frontend::TableContent>(&item.content)) {
         const tables::Table& table = content->table;
-        return gridSize(axisLines(table, tables::Axis::row).size(), axisLines(table, tables::Axis::column).size(),
+        return gridSize(axisLines(table, tables::Axis::row).size(),
+                        axisLines(table, tables::Axis::column).size(),
                         axisLines(table, tables::Axis::layer).size());
     }
     if (const auto* const content = std::get_if<frontend::GridContent>(&item.content)) {
@@ -144,15 +145,19 @@ std::string safeLines(std::string_view text) {
 
 class ItemPrinter {
   public:
-    ItemPrinter(const frontend::Outline& outline, const OutlineNode& node, const rendering::RenderOptions& options)
+    ItemPrinter(const frontend::Outline& outline, const OutlineNode& node,
+                const rendering::RenderOptions& options)
         : outline_(outline), node_(node), options_(options) {}
 
-    std::string operator()(const frontend::HeaderContent& /*content*/) const { return outlineText(outline_, node_.id); }
+    std::string operator()(const frontend::HeaderContent& /*content*/) const {
+        return outlineText(outline_, node_.id);
+    }
     std::string operator()(const frontend::StyledText& content) const {
         const rendering::TextStyle style = rendering::textStyle(content.style, false);
         std::string text;
         for (std::string rest = safeLines(content.text); !rest.empty(); rest.erase(0, rest.find('\n') + 1)) {
-            text += rendering::styled(std::string_view(rest).substr(0, rest.find('\n')), style, options_) + '\n';
+            text +=
+                rendering::styled(std::string_view(rest).substr(0, rest.find('\n')), style, options_) + '\n';
         }
         return text;
     }
@@ -221,7 +226,8 @@ const OutlineNode* findNumber(const frontend::Outline& outline, std::size_t numb
     return finder.found();
 }
 
-std::string itemText(const frontend::Outline& outline, const OutlineNode& node, const rendering::RenderOptions& options) {
+std::string itemText(const frontend::Outline& outline, const OutlineNode& node,
+                     const rendering::RenderOptions& options) {
     return std::visit(ItemPrinter(outline, node, options), node.item.content);
 }
 
