@@ -26,7 +26,8 @@ struct HtmlTable {
     std::vector<HtmlRow> rows;
 };
 
-/// Nothing is fetched, and no page is too broken. Tables inside tables come behind them.
-[[nodiscard]] std::vector<HtmlTable> readHtmlPage(const std::string& bytes, const std::string& encoding);
+/// `text`: UTF-8, whatever the page says of its encoding. Nothing is fetched, and no page is too broken.
+/// Tables inside tables come behind them.
+[[nodiscard]] std::vector<HtmlTable> readHtmlPage(const std::string& text);
 
 }  // namespace vexa::frontend

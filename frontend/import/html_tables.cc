@@ -1,8 +1,11 @@
 #include "frontend/import/html_tables.h"
 
 #include <algorithm>
+#include <memory>
+#include <string_view>
 #include <utility>
 
+#include "backend/text/character_set.h"
 #include "frontend/import/grid_table.h"
 #include "frontend/import/html_page.h"
 #include "frontend/import/text_input.h"
@@ -157,27 +160,42 @@ bool addTable(HtmlTable& table, const ImportOptions& options, const ImportContex
     return true;
 }
 
-/// What the page's bytes are, where they do not say it themselves.
-std::string encodingOf(const std::string& bytes, const std::string& given) {
+/// What the page says of its encoding near its beginning; empty when it says nothing.
+std::string namedEncoding(const std::string& bytes) {
     constexpr std::size_t kLookedAt = 2048;
-    if (!given.empty()) return given;
+    constexpr std::string_view kSaid = "charset=";
     std::string beginning = bytes.substr(0, kLookedAt);
     for (char& c : beginning) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    const bool hasMark = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
-    if (hasMark || beginning.find("charset=") != std::string::npos) return {};
-    return firstNoUtf8(bytes) == std::string_view::npos ? "UTF-8" : "windows-1252";
+    std::size_t from = beginning.find(kSaid);
+    if (from == std::string::npos) return {};
+    from = beginning.find_first_not_of("\"' ", from + kSaid.size());
+    if (from == std::string::npos) return {};
+    return beginning.substr(from, beginning.find_first_of("\"' ;/>", from) - from);
+}
+
+/// The page in UTF-8. An encoding that was given must fit, as for every text; what the page itself says is
+/// taken where it is known, and bytes that do not fit become U+FFFD, as browsers do it.
+bool readPageText(const std::string& bytes, const std::string& given, std::string& text,
+                  ImportProblem& problem) {
+    const bool isUtf16 = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+    if (!given.empty() || isUtf16) return readText(bytes, given, text, problem);
+    std::unique_ptr<CharacterSet> set = CharacterSet::find(namedEncoding(bytes));
+    if (set == nullptr) {
+        const bool isUtf8 = firstNoUtf8(bytes) == std::string_view::npos;
+        set = CharacterSet::find(isUtf8 ? "UTF-8" : "windows-1252");
+    }
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    text = set->toUtf8(bytes.starts_with(kMark) ? std::string_view(bytes).substr(kMark.size()) : bytes);
+    return true;
 }
 
 }  // namespace
 
 bool readHtmlTables(const std::string& bytes, const ImportOptions& options, const ImportContext& context,
                     std::vector<Item>& items, ImportProblem& problem) {
-    if (!readsHtml()) {
-        problem.message =
-            translated("This program reads no HTML: it was built without a library for that."_text);
-        return false;
-    }
-    std::vector<HtmlTable> tables = readHtmlPage(bytes, encodingOf(bytes, options.encoding));
+    std::string text;
+    if (!readPageText(bytes, options.encoding, text, problem)) return false;
+    std::vector<HtmlTable> tables = readHtmlPage(text);
     if (tables.empty()) {
         problem.message = translated("The page has no table."_text);
         return false;

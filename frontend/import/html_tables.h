@@ -8,12 +8,10 @@
 
 namespace vexa::frontend {
 
-/// False where the program was built without a reader of HTML.
-[[nodiscard]] bool readsHtml();
-
-/// Adds an item for every table of a page, however broken, in the order in which they begin. `encoding`: what
-/// the page's bytes are, where neither they nor the page says it; empty for UTF-8, or windows-1252 where that
-/// does not fit. False when there is no table with data.
+/// Adds an item for every table of a page, however broken, in the order in which they begin. The page's bytes
+/// are in `options.encoding`; where that is empty, in what they begin with or the page says of itself, else
+/// in UTF-8, or windows-1252 where that does not fit. False when the given encoding is not known or does not
+/// fit, and when there is no table with data.
 bool readHtmlTables(const std::string& bytes, const ImportOptions& options, const ImportContext& context,
                     std::vector<Item>& items, ImportProblem& problem);
 

@@ -15,9 +15,6 @@ using testing::IsEmpty;
 
 class HtmlTables : public testing::Test {
   protected:
-    void SetUp() override {
-        if (!readsHtml()) GTEST_SKIP() << "built without a reader of HTML";
-    }
     std::vector<tables::Table> read(const std::string& page) {
         std::vector<Item> items;
         EXPECT_TRUE(readHtmlTables(page, options, surroundings.context, items, problem)) << problem.shown();
@@ -102,6 +99,42 @@ TEST_F(HtmlTables, AreReadInTheEncodingOfThePage) {
                 ElementsAre("\xC3\xA4"));
     EXPECT_THAT(columns(read("<meta charset='iso-8859-1'><table><tr><th>x<th>\xE4<tr><td>a<td>1</table>")[0]),
                 ElementsAre("\xC3\xA4"));
+}
+
+TEST_F(HtmlTables, TakeWhatThePageSaysOfItsEncodingAsFarAsItFits) {
+    const std::string header = "<table><tr><th>x<th>";
+    const std::string rest = "<tr><td>a<td>1</table>";
+    const struct {
+        std::string page, column;
+    } cases[] = {
+        {"<meta http-equiv=Content-Type content='text/html; charset=Shift_JIS'>" + header + "\x93\xFA" + rest,
+         "\u65E5"},
+        {"<META CHARSET=\"windows-1251\">" + header + "\xC4" + rest, "\u0414"},
+        {"<meta charset=utf-8>" + header + "a\xFF" + rest, "a\uFFFD"},
+        {"<meta charset=no-such-set>" + header + "\u00E4" + rest, "\u00E4"},
+        {"<meta charset=utf-16>" + header + "\u00E4" + rest, "\u00E4"},
+        {"\xEF\xBB\xBF" + header + "\u00E4" + rest, "\u00E4"},
+        {"<meta charset=>" + header + "\u00E4" + rest, "\u00E4"},
+    };
+    for (const auto& one : cases) {
+        const auto tables = read(one.page);
+        ASSERT_FALSE(tables.empty()) << one.page;
+        EXPECT_THAT(columns(tables[0]), ElementsAre(one.column)) << one.page;
+    }
+}
+
+TEST_F(HtmlTables, AGivenEncodingCountsAndMustFit) {
+    std::vector<Item> items;
+    const std::string page = "<meta charset=utf-8><table><tr><th>x<th>\xC4<tr><td>a<td>1</table>";
+    options.encoding = "windows-1251";
+    EXPECT_THAT(columns(read(page)[0]), ElementsAre("\u0414"));
+    options.encoding = "UTF-8";
+    EXPECT_FALSE(readHtmlTables(page, options, surroundings.context, items, problem));
+    EXPECT_THAT(problem.message, testing::HasSubstr("is not UTF-8 here"));
+    options.encoding = "no-such-set";
+    EXPECT_FALSE(readHtmlTables(page, options, surroundings.context, items, problem));
+    EXPECT_THAT(problem.message, testing::HasSubstr("no-such-set is not known"));
+    EXPECT_THAT(items, IsEmpty());
 }
 
 TEST_F(HtmlTables, AreRefusedWithoutData) {

@@ -140,14 +140,12 @@ void findTables(const xmlNode* node, std::vector<HtmlTable>& tables, std::size_t
 
 }  // namespace
 
-bool readsHtml() { return true; }
-
-std::vector<HtmlTable> readHtmlPage(const std::string& bytes, const std::string& encoding) {
-    constexpr int kOptions =
-        HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET;
+std::vector<HtmlTable> readHtmlPage(const std::string& text) {
+    // What the page says of its encoding was true of its bytes.
+    constexpr int kOptions = HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
+                             HTML_PARSE_NONET | HTML_PARSE_IGNORE_ENC;
     const std::unique_ptr<xmlDoc, FreeDocument> document(
-        htmlReadMemory(bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                       encoding.empty() ? nullptr : encoding.c_str(), kOptions));
+        htmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", kOptions));
     std::vector<HtmlTable> tables;
     const xmlNode* const root = document == nullptr ? nullptr : xmlDocGetRootElement(document.get());
     if (root != nullptr)
