@@ -23,7 +23,7 @@ void outputName() {
         command.messages().WrongValueType("NAME", "", kOneName);
         return;
     }
-    if (!command.refusesLongName(settings->name)) {
+    if (!DocumentCommand::refusesLongName(settings->name)) {
         command.send(OutputControllerCommand::name, settings->name, settings->minimized);
     }
 }

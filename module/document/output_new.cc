@@ -45,7 +45,7 @@ Settings read(const SubComObj& leading) {
 }
 
 bool check(const Settings& settings, DocumentCommand& command) {
-    if (command.refusesLongName(settings.name)) {
+    if (DocumentCommand::refusesLongName(settings.name)) {
         return false;
     }
     if (!settings.name.empty() && ValidateVexaNameCheckLastChar(settings.name.c_str()) != 0) {

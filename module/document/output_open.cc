@@ -75,7 +75,7 @@ void outputOpen() {
         return;
     }
     const DocumentCommand::FileRequest request = read(command.leading(), command.messages());
-    if (!command.refusesLongName(request.name) && !request.file.empty()) {
+    if (!DocumentCommand::refusesLongName(request.name) && !request.file.empty()) {
         command.send(OutputControllerCommand::open, request);
     }
 }
