@@ -2,8 +2,11 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "backend/paths/path_factory.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 #include "frontend/controller/document_recorder.h"
 #include "frontend/controller/embedded_adapter.h"
 
@@ -13,10 +16,22 @@ namespace {
 
 constexpr int kWarningLevel = 2;
 
+/// Those of the installation before those of the language, as a document names looks by what all have.
+std::vector<std::string> lookFolders() {
+    std::vector<std::string> folders;
+    for (const int instance : {PathFactory::kInstallation, PathFactory::kLanguage}) {
+        const PathFinder* const finder = PathFactory::getPathInstance(instance);
+        if (finder != nullptr) folders.push_back(toUtf8(finder->getPath()) + "Looks");
+    }
+    return folders;
+}
+
 }  // namespace
 
 EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalListener& terminal) {
-    auto adapter = std::make_unique<frontend::EmbeddedAdapter>(choices.localMode);
+    auto adapter = std::make_unique<frontend::EmbeddedAdapter>(frontend::EmbeddedChoices{
+        choices.localMode, choices.dryRun ? frontend::Carrying::dryRun : frontend::Carrying::out,
+        lookFolders()});
     const auto reportLocked = [&terminal](const std::string& name) {
         terminal.showMessage(
             kWarningLevel, composed("The output document ^1 is locked and takes no output; what comes now is "

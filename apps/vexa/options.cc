@@ -1,6 +1,7 @@
 #include "apps/vexa/options.h"
 
 #include <CLI/CLI.hpp>
+#include <iostream>
 #include <string_view>
 
 #include "apps/vexa/exit_status.h"
@@ -267,6 +268,9 @@ void describe(CLI::App& app, Options& options) {
 
     CLI::App* const run = addAction(app, options, Action::run, "run", "Run syntax files", kRunExamples);
     run->add_option("FILE", options.files, "Syntax files, in this order; - is standard input")->required();
+    run->add_flag(
+        "--dry-run", options.session.dryRun,
+        "Modify no document and write no file, but show what would be (with the embedded front end)");
     run->add_flag("--stop-on-error", options.session.stopOnError,
                   "Run nothing after a command that reported an error");
     addSessionOptions(*run, options.session);
@@ -302,6 +306,12 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         exitStatus = app.exit(error) == 0 ? exit_status::kSuccess : exit_status::kUsage;
+        return std::nullopt;
+    }
+    if (options.session.dryRun && options.session.adapter != AdapterKind::embedded) {
+        std::cerr << "--dry-run: only the embedded front end tells what it would do\n"
+                     "Run with --help for more information.\n";
+        exitStatus = exit_status::kUsage;
         return std::nullopt;
     }
     options.session.checkOnly = options.action == Action::check;

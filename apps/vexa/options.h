@@ -24,6 +24,7 @@ struct SessionChoices {
     std::string installationFolder;       ///< empty: the one that the program stands in
     std::string moduleFile;               ///< empty: the one beside the program
     bool recordAll = false;  ///< documents take what the document commands say of themselves, too
+    bool dryRun = false;     ///< the embedded front end says what it would modify and write
     bool stopOnError = false;
     bool checkOnly = false;
 };

@@ -2,29 +2,39 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "backend/adapter/client_adapter.h"
 #include "frontend/controller/embedded_controller.h"
+#include "frontend/controller/modify_requests.h"
+#include "frontend/looks/look_library.h"
 
 namespace vexa::frontend {
 
+struct EmbeddedChoices {
+    bool localMode = false;                ///< what `isLocalMode` answers
+    Carrying carrying = Carrying::out;     ///< in a dry run no document is modified and no file written
+    std::vector<std::string> lookFolders;  ///< where table looks stand, UTF-8
+};
+
 class EmbeddedAdapter : public ClientAdapter {
   public:
-    /// `localMode` is what `isLocalMode` answers.
-    explicit EmbeddedAdapter(bool localMode) : localMode_(localMode) {}
+    explicit EmbeddedAdapter(EmbeddedChoices choices)
+        : choices_(std::move(choices)), controller_(choices_.carrying), looks_(choices_.lookFolders) {}
 
-    bool isLocalMode() override { return localMode_; }
+    bool isLocalMode() override { return choices_.localMode; }
     OutputController* outputController() override { return &controller_; }
     /// Documents cannot be exported yet: the answer is empty, as that of a client that does not answer.
     std::string exchangeExport(const std::string& specification) override;
-    /// Documents cannot be modified yet: the reply counts nothing and says so.
     std::string exchangeModify(const std::string& request) override;
 
     [[nodiscard]] OpenDocuments& documents() { return controller_.documents(); }
 
   private:
-    bool localMode_;
+    EmbeddedChoices choices_;
     EmbeddedController controller_;
+    LookLibrary looks_;
 };
 
 }  // namespace vexa::frontend

@@ -10,6 +10,8 @@ namespace {
 constexpr OutputErrorSeverity refusalSeverity = 3;
 constexpr std::size_t fewDocuments = 5;
 
+}  // namespace
+
 std::string withOpenNames(const std::string& name, const OpenDocuments& documents) {
     if (documents.all().size() > fewDocuments) {
         return name;
@@ -20,8 +22,6 @@ std::string withOpenNames(const std::string& name, const OpenDocuments& document
     }
     return composed(messages::withOpenDocuments, {name, names});
 }
-
-}  // namespace
 
 std::string shownName(const ViewerDocument& document) {
     return document.name().empty() ? translated(messages::unnamed) : document.name();

@@ -6,6 +6,7 @@
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/text/system_text.h"
+#include "frontend/controller/carrying.h"
 #include "frontend/controller/open_documents.h"
 #include "frontend/store/document_file.h"
 
@@ -15,6 +16,9 @@ class EmbeddedController : public OutputController {
   public:
     using Request = VexawMsgOutputControllerRequest;
     using Response = VexawMsgOutputControllerResponse;
+
+    /// In a dry run documents are made, opened, named and closed, but nothing is saved.
+    explicit EmbeddedController(Carrying carrying = Carrying::out) : carrying_(carrying) {}
 
     /// Texts of request and response are in the back end's character set. A refusal changes nothing.
     bool Send(const Request& request, Response& response) override;
@@ -45,10 +49,14 @@ class EmbeddedController : public OutputController {
     void follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
                 const std::string& file);
 
+    Carrying carrying_;
     OpenDocuments documents_;
 };
 
 /// The name as messages show it: a document without one has a substitute.
 [[nodiscard]] std::string shownName(const ViewerDocument& document);
+
+/// A name that no document has, as messages show it: with those of the open documents where these are few.
+[[nodiscard]] std::string withOpenNames(const std::string& name, const OpenDocuments& documents);
 
 }  // namespace vexa::frontend

@@ -7,6 +7,7 @@
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
 #include "frontend/controller/embedded_controller.h"
+#include "frontend/controller/log_messages.h"
 #include "frontend/controller/messages.h"
 #include "frontend/controller/store_messages.h"
 #include "frontend/store/document_file.h"
@@ -116,6 +117,11 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     if (result && isForeignFile(file)) {
         wipe(options.passwordForm);
         return refuse(response, messages::foreignFile, shownFile(request));
+    }
+    if (result && carrying_ == Carrying::dryRun) {
+        wipe(options.passwordForm);
+        say(noteLevel, messages::drySave, {userText(shownName(*document)), userText(shownFile(request))});
+        return true;
     }
     if (result) {
         result = saveDocument(*document, file, options);

@@ -93,14 +93,40 @@ inline constexpr SystemText unknownRequest =
     "The output controller does not know the request ^1. Use a command module of the same version as the "
     "program."_text;
 
-/// Not for the user but for the command: a reply to a modification, whose counts (selected, modified,
-/// deleted) stand in parentheses.
-inline constexpr char modificationMissing[] =
-    "Output not modified (0,0,0). The embedded output controller cannot modify documents yet.";
+// Modifications.
+/// The argument is a sentence that says why.
+inline constexpr SystemText modificationRefused =
+    "The modification was refused, and nothing was changed. ^1"_text;
+inline constexpr SystemText modifiedDocuments =
+    "The modification has changed these output documents: ^1."_text;
+inline constexpr SystemText noneModified =
+    "The modification has changed none of the open output documents."_text;
+/// Group, number, label, a sentence that says why.
+inline constexpr SystemText passedOverItem = "Selection group ^1, item ^2 (^3): ^4"_text;
+/// Group, number and label of the first item, how many items, a sentence that says why.
+inline constexpr SystemText passedOverItems = "Selection group ^1, item ^2 (^3) and more, ^4 in all: ^5"_text;
+
+// Dry runs.
+inline constexpr SystemText dryModification =
+    "This is a dry run, and the output document is not changed."_text;
+inline constexpr SystemText drySave =
+    "This is a dry run, and nothing is written: the output document ^1 would be saved to ^2."_text;
+inline constexpr SystemText planTitle = "What selection group ^1 would do to the output document ^2"_text;
+inline constexpr SystemText nothingSelected =
+    "Selection group ^1 would select nothing in the output document ^2."_text;
+inline constexpr SystemText planColumns = "Plan"_text;
+inline constexpr SystemText groupColumn = "Group"_text;
+inline constexpr SystemText itemColumn = "Item"_text;
+inline constexpr SystemText labelColumn = "Label"_text;
+inline constexpr SystemText selectedColumn = "Selected"_text;
+inline constexpr SystemText changeColumn = "Change"_text;
+inline constexpr SystemText reasonColumn = "Reason"_text;
+inline constexpr SystemText yesWord = "yes"_text;
+inline constexpr SystemText noWord = "no"_text;
+inline constexpr SystemText isSoAlready = "It is so already."_text;
+
 inline constexpr SystemText nothingExported =
     "Nothing was exported: this front end cannot export documents yet."_text;
-inline constexpr SystemText nothingModified =
-    "Nothing was modified: this front end cannot modify documents yet."_text;
 
 /// Outline labels, stored in documents in the language of the session.
 inline constexpr SystemText errorLabel = "Error"_text;

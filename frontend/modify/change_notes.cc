@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <array>
-
-#include "backend/strings/dictionary.h"
-
 namespace vexa::frontend {
 
 namespace {
@@ -25,9 +22,9 @@ void ItemPlan::add(ChangeKind kind) {
     if (std::find(changes.begin(), changes.end(), kind) == changes.end()) changes.push_back(kind);
 }
 
-void ItemPlan::report(SystemText reason) { passedOver.push_back({translated(reason.key()), true}); }
+void ItemPlan::report(SystemText reason) { passedOver.push_back({reason, true}); }
 
-void ItemPlan::passOver(SystemText reason) { passedOver.push_back({translated(reason.key()), false}); }
+void ItemPlan::passOver(SystemText reason) { passedOver.push_back({reason, false}); }
 
 void Complaints::invalidFormat(const std::string& format) {
     if (known_.insert("format " + format).second) formats_.push_back(format);

@@ -38,10 +38,8 @@ inline constexpr std::size_t changeKindCount = 15;
 
 /// Why something that was asked for does not apply to an item.
 struct PassedOver {
-    std::string reason;  ///< as shown, UTF-8
-    bool isReported;     ///< false for what is passed over in silence, but for a dry run
-
-    bool operator==(const PassedOver&) const = default;
+    SystemText reason;
+    bool isReported = false;  ///< false for what is passed over in silence, but for a dry run
 };
 
 /// What one group does to one item. Only what really changes something is a change.

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "backend/platform/fonts.h"
-#include "backend/strings/dictionary.h"
 #include "tests/unit/import/import_samples.h"
 #include "tests/unit/modify/case_file.h"
 
@@ -24,7 +23,7 @@ std::string saidOf(const PlannedItem& item) {
     for (const ChangeKind each : item.plan.changes)
         said += (said.empty() ? " " : ", ") + std::string(changeText(each));
     for (const PassedOver& each : item.plan.passedOver)
-        said += (each.isReported ? " (reported) " : "; ") + each.reason;
+        said += (each.isReported ? " (reported) " : "; ") + std::string(each.reason);
     return "* " + std::to_string(item.group) + '/' + std::to_string(item.number) +
            (item.selected ? "" : " not selected") + said + '\n';
 }
