@@ -3,7 +3,7 @@
 FUZZ_SECONDS ?= 30
 
 .DEFAULT_GOAL := help
-.PHONY: help packages build install demo test bench format bless fuzz windows asan tidy analyze check-format coverage
+.PHONY: help packages build install demo test bench format bless fuzz windows asan tidy analyze check-format coverage bless-golden
 
 help: ## Print this list
 	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' Makefile
@@ -17,7 +17,7 @@ build: packages ## Build the program: build/release/bin/vexa, the module in buil
 install: build ## Install into PREFIX (/opt/vexa): one folder, which can be moved anywhere
 	@cmake --install build/release $(if $(PREFIX),--prefix $(PREFIX)) > /dev/null && echo "installed"
 
-demo: build ## Build, then run examples/demo.vxs and show what it made and traced (build/demo)
+demo: build ## Build, make tables of real data into a document and restyle it (build/demo)
 	@tools/demo
 
 test: packages ## Build and run everything: tests, transcripts, sanitizers, corpora, checks, format, tidy
@@ -31,6 +31,9 @@ format: packages ## Format every source file of ours in place
 
 bless: build ## Rewrite the expected parts of the transcripts (FILTER=text in the path) from what the program does now
 	@tools/transcripts --program build/release/bin/vexa --bless $(FILTER)
+
+bless-golden: build ## Rewrite tests/golden (the restyled results of examples/data) from what the program does now
+	@tools/golden --bless
 
 fuzz: packages ## Run every fuzz target (FILTER=text in its name) for FUZZ_SECONDS (30) seconds from its corpus
 	@FUZZ_SECONDS=$(FUZZ_SECONDS) tools/fuzz $(FILTER)

@@ -166,7 +166,7 @@ def shop():
     moment = datetime.datetime(2023, 1, 1, 6, 12, 40)
     for order in range(1, 3001):
         busy = (0.72 if moment.month in (11, 12) else 1.0) * (1.9 if moment.hour < 6 else 0.82)
-        moment += datetime.timedelta(seconds=int(limited(chance.normal(10500, 5200) * busy, 60, 40000)))
+        moment += datetime.timedelta(seconds=int(limited(chance.normal(11000, 5200) * busy, 60, 40000)))
         category, article, price = chance.one_of(*((row, 100 / (row[2] + 20)) for row in ARTICLES))
         channel = chance.one_of(("Web", 55), ("App", 30), ("Telephone", 8), ("Store", 7))
         customer = chance.one_of(("New", 38), ("Regular", 50), ("Business", 12))
