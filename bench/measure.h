@@ -13,6 +13,8 @@ namespace vexa::bench {
 
 /// Time that this process has had on a processor, in nanoseconds: what other processes take does not count.
 double processorTime();
+/// Time by the clock, in nanoseconds, for work that several cores share.
+double elapsedTime();
 
 /// Runs `work` in every round of `state` and remembers how long one of its `count` pieces takes.
 template <typename Work>

@@ -5,14 +5,8 @@
 #include <new>
 
 namespace vexa::frontend {
-namespace {
 
-// The levels above gain a few percent and take twice the time.
-constexpr int level = 6;
-
-}  // namespace
-
-Deflater::Deflater() : compressor_(libdeflate_alloc_compressor(level), libdeflate_free_compressor) {}
+Deflater::Deflater(int level) : compressor_(libdeflate_alloc_compressor(level), libdeflate_free_compressor) {}
 
 bool Deflater::pack(std::string_view text, std::string& packed) {
     if (compressor_ == nullptr || text.size() < 2) {

@@ -46,7 +46,8 @@ void PackingJob::work(Deflater& deflater) {
     }
 }
 
-PackingQueue::PackingQueue(unsigned threads) : helpersWanted_(helpersFor(threads)) {}
+PackingQueue::PackingQueue(unsigned threads, int level)
+    : helpersWanted_(helpersFor(threads)), level_(level), ownDeflater_(level) {}
 
 PackingQueue::~PackingQueue() {
     {
@@ -126,7 +127,7 @@ void PackingQueue::workOn(PackingJob& job, Deflater& deflater, std::unique_lock<
 }
 
 void PackingQueue::help() {
-    Deflater deflater;
+    Deflater deflater(level_);
     std::unique_lock lock(mutex_);
     while (!stopping_) {
         if (PackingJob* const job = takeWork(); job != nullptr) {

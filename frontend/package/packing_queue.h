@@ -38,7 +38,7 @@ struct PackingJob {
 class PackingQueue {
   public:
     /// `threads` is how many work in all, the caller's own included; 0 is one a core.
-    explicit PackingQueue(unsigned threads);
+    explicit PackingQueue(unsigned threads, int level = usualDeflateLevel);
     /// Waits for the work that has begun and drops the rest.
     ~PackingQueue();
     PackingQueue(const PackingQueue&) = delete;
@@ -60,6 +60,7 @@ class PackingQueue {
     void startHelpers();
 
     std::size_t helpersWanted_;
+    int level_;
     Deflater ownDeflater_;
     std::vector<std::thread> helpers_;
     std::mutex mutex_;

@@ -49,8 +49,8 @@ std::unique_ptr<PackingJob> makeJob(std::string name, const ZipLimits& limits) {
 
 }  // namespace
 
-ZipWriter::ZipWriter(ByteSink sink, const ZipLimits& limits, unsigned threads)
-    : sink_(std::move(sink)), limits_(limits), queue_(threads) {
+ZipWriter::ZipWriter(ByteSink sink, const ZipLimits& limits, unsigned threads, int level)
+    : sink_(std::move(sink)), limits_(limits), queue_(threads, level) {
     limits_.nameBytes = std::min<std::size_t>(limits_.nameBytes, seeWide16);
     limits_.fileBytes = std::min<std::uint64_t>(limits_.fileBytes, seeWide32 - 1);
 }

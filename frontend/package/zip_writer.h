@@ -26,7 +26,8 @@ class ZipWriter {
 
     /// `threads` is how many compress; 0 is one a core. The limits are those that the archive is to be read
     /// with.
-    explicit ZipWriter(ByteSink sink, const ZipLimits& limits = {}, unsigned threads = 0);
+    explicit ZipWriter(ByteSink sink, const ZipLimits& limits = {}, unsigned threads = 0,
+                       int level = usualDeflateLevel);
 
     /// An entry to be deflated; one that does not become smaller is stored.
     PackageResult add(std::string name, std::string content);

@@ -52,8 +52,9 @@ class CellWriter {
         } else {
             // What is no number has no sign that would tell.
             appendNumber(out_, std::isnan(cell.number) ? std::abs(cell.number) : cell.number);
-            if (cell.format.kind != tables::FormatKind::none)
-                appendMarked(':', formatNumber(cell.format), '\0');
+            const std::size_t format = formatNumber(cell.format);
+            if (format != format_) appendMarked(':', format, '\0');
+            format_ = format;
         }
         const CellExtras& extras = data_.extras(cell);
         if (!(extras == CellExtras())) {
@@ -77,6 +78,7 @@ class CellWriter {
 
     // There are few of these in any table.
     std::size_t formatNumber(DisplayFormat format) {
+        if (format.kind == tables::FormatKind::none) return 0;
         std::vector<DisplayFormat>& formats = references_.formats;
         const auto found = std::find(formats.begin(), formats.end(), format);
         const auto number = static_cast<std::size_t>(found - formats.begin()) + 1;
@@ -98,6 +100,7 @@ class CellWriter {
     WritingContext& context_;
     std::string out_;
     Place next_ = 0;
+    std::size_t format_ = 0;  // of the number before
     std::unordered_map<std::string_view, std::size_t> texts_;
     std::map<ExtrasKey, std::size_t> extras_;
 };
@@ -172,10 +175,15 @@ class CellReader {
     bool readNumber() {
         double number = 0;
         if (!tokens_.number(number)) return false;
-        std::size_t index = 0;
-        const bool formatted = tokens_.take(':');
-        if (formatted && !tokens_.reference(references_.formats.size(), index)) return false;
-        builder_.setNumber(place_, number, formatted ? references_.formats[index] : DisplayFormat());
+        if (tokens_.take(':') && !readFormat()) return false;
+        builder_.setNumber(place_, number, format_);
+        return true;
+    }
+
+    bool readFormat() {
+        std::size_t number = 0;
+        if (!tokens_.number(number) || number > references_.formats.size()) return false;
+        format_ = number == 0 ? DisplayFormat() : references_.formats[number - 1];
         return true;
     }
 
@@ -195,6 +203,7 @@ class CellReader {
     tables::TableDataBuilder& builder_;
     ReadingContext& context_;
     Place place_ = 0;
+    DisplayFormat format_;
 };
 
 }  // namespace
@@ -205,9 +214,8 @@ std::string writeCells(const tables::TableData& data, CellReferences& references
 
 std::uint64_t countCells(std::string_view tokens) {
     if (tokens.empty()) return 0;
-    const auto blanks = std::count(tokens.begin(), tokens.end(), ' ');
-    const auto gaps = std::count(tokens.begin(), tokens.end(), '*');
-    return static_cast<std::uint64_t>(std::max<std::ptrdiff_t>(blanks + 1 - gaps, 0));
+    const std::uint64_t all = countByte(tokens, ' ') + 1;
+    return all - std::min(all, countByte(tokens, '*'));
 }
 
 bool readCells(std::string_view tokens, const CellReferences& references, tables::TableDataBuilder& builder,

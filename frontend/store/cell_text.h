@@ -1,9 +1,9 @@
 // The cells of a table as one text: there may be very many, so each takes little more than its value.
 //
 // Tokens with a blank between them, in the order of places. `1.5` is a number, `#3` the third text of the
-// table, `*12` stands for twelve empty places. Behind a value may follow `:2`, the second of the formats
-// named beside the cells (of a number), and then `!4`, the fourth of the table's extras. Empty places at the
-// end are left out.
+// table, `*12` stands for twelve empty places. `:2` behind a number gives it, and the numbers after it, the
+// second of the formats named beside the cells; `:0` none, as at the beginning. `!4` behind all else is the
+// fourth of the table's extras. Empty places at the end are left out.
 #pragma once
 
 #include <cstddef>

@@ -2,28 +2,56 @@
 #include <utility>
 
 #include "backend/platform/file_system.h"
+#include "frontend/document/walk.h"
 #include "frontend/package/output_files.h"
 #include "frontend/store/document_file.h"
 #include "frontend/store/limits.h"
+#include "frontend/store/memory_budget.h"
 #include "frontend/store/save_plan.h"
 
 namespace vexa::frontend {
 namespace {
 
-StoreResult writePlain(SavePlan& plan, const ByteSink& sink) {
+/// Whether a document has a table whose values may be so much alike that it packs into next to nothing.
+bool hasLargeTable(const Outline& outline) {
+    struct Finder : OutlineVisitor {
+        bool enter(const WalkPlace& place) override {
+            constexpr std::uint64_t large = 8ULL << 20;
+            const auto* const table = std::get_if<TableContent>(&place.item().content);
+            const tables::TableData* const data = table == nullptr ? nullptr : table->table.data.get();
+            found =
+                found || (data != nullptr && memoryOfCells(data->placeCount(), data->filledCount()) > large);
+            return !found;
+        }
+        bool found = false;
+    } finder;
+    walk(outline, finder);
+    return finder.found;
+}
+
+StoreResult writePlain(SavePlan& plan, int level, const ByteSink& sink) {
     std::uint64_t written = 0;
     ZipWriter archive(
         [&](std::string_view bytes) {
             written += bytes.size();
             return sink(bytes);
         },
-        limits::archive);
+        limits::archive, 0, level);
     return plan.write(archive, written);
 }
 
-StoreResult writeProtected(SavePlan& plan, const SaveOptions& options, const ByteSink& sink) {
+/// Small files may not become large documents, so what packs too well is not packed.
+int levelFor(const ViewerDocument& document, const SaveOptions& options) {
+    if (!hasLargeTable(document.outline())) return quickDeflateLevel;
+    SavePlan trial(document, options);
+    const StoreResult result =
+        writePlain(trial, quickDeflateLevel, [](std::string_view) { return PackageResult(); });
+    return result.problem == StoreProblem::beyondLimits ? noDeflateLevel : quickDeflateLevel;
+}
+
+StoreResult writeProtected(SavePlan& plan, int level, const SaveOptions& options, const ByteSink& sink) {
     std::string plain;
-    if (StoreResult result = writePlain(plan, gatherInto(plain)); !result) return result;
+    if (StoreResult result = writePlain(plan, level, gatherInto(plain)); !result) return result;
     const Protection protection = makeProtection(options.keyCost);
     std::string manifest = writeProtectedManifest(protection);
     std::string sealed;
@@ -40,8 +68,10 @@ StoreResult writeProtected(SavePlan& plan, const SaveOptions& options, const Byt
 
 StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& options, const ByteSink& sink) {
     try {
+        const int level = levelFor(document, options);
         SavePlan plan(document, options);
-        return options.passwordForm.empty() ? writePlain(plan, sink) : writeProtected(plan, options, sink);
+        return options.passwordForm.empty() ? writePlain(plan, level, sink)
+                                            : writeProtected(plan, level, options, sink);
     } catch (const std::bad_alloc&) {
         return StoreProblem::noMemory;
     }

@@ -71,4 +71,7 @@ class BorrowedMemory {
 [[nodiscard]] std::uint64_t memoryOfPlaceValues(std::uint64_t places, std::uint64_t count,
                                                 std::uint64_t bytes);
 
+/// How often a byte stands in a text.
+[[nodiscard]] std::uint64_t countByte(std::string_view text, char byte);
+
 }  // namespace vexa::frontend

@@ -48,6 +48,23 @@ TEST(DocumentFile, KeepsBigTablesAndOddNumbers) {
     EXPECT_TRUE(again->outline() == document.outline());
 }
 
+TEST(DocumentFile, AMillionEqualNumbersCanBeSaved) {
+    tables::TableDimension dimension;
+    dimension.categories.resize(1200);
+    tables::TableDataBuilder ones({dimension, dimension});
+    for (tables::Place place = 0; place < ones.placeCount(); ++place) ones.setNumber(place, 1);
+    tables::TableView view;
+    view.rows = {0};
+    view.columns = {1};
+    ViewerDocument document;
+    document.add(makeItem("ones", TableContent{tables::makeTable(ones.finish(), view)}));
+    const std::string bytes = saved(document);
+    EXPECT_GT(bytes.size(), 2'000'000U) << "small files may not become so large";
+    const auto again = opened(bytes);
+    ASSERT_NE(again, nullptr);
+    EXPECT_TRUE(again->outline() == document.outline());
+}
+
 TEST(DocumentFile, TablesShareALookAsBefore) {
     auto look = std::make_shared<tables::TableLook>(*tables::plainLook());
     look->name = "green";
