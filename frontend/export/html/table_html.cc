@@ -1,0 +1,167 @@
+#include "frontend/export/html/table_html.h"
+
+#include <cstddef>
+#include <set>
+
+#include "backend/tables/formats/number_text.h"
+#include "frontend/export/html/html_text.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+using namespace tables;
+
+class TableWriter {
+  public:
+    TableWriter(std::string& html, const TableGrid& grid, std::string_view id, StyleClasses* classes)
+        : html_(html), grid_(grid), id_(id), classes_(classes) {
+        if (classes_ != nullptr) classes_->begin(grid);
+    }
+
+    void write() {
+        html_ += "<table>\n";
+        writeTitle();
+        writeWidths();
+        writeRows(0, grid_.headerRows, "thead");
+        writeRows(grid_.headerRows, grid_.rows, "tbody");
+        html_ += "</table>\n";
+        writeBelow();
+    }
+
+  private:
+    void writeTitle() {
+        if (grid_.title.text.empty() && grid_.layer.text.empty()) return;
+        html_ += "<caption>";
+        writePart("div", grid_.title);
+        writePart("div", grid_.layer);
+        html_ += "</caption>\n";
+    }
+
+    void writePart(std::string_view element, const GridText& text) {
+        if (text.text.empty()) return;
+        open(element, text.style, false);
+        html_ += '>';
+        appendHtmlLines(html_, text.text);
+        html_.append("</").append(element).append(">");
+    }
+
+    void writeWidths() {
+        bool any = false;
+        for (const auto& width : grid_.widths) any = any || width.has_value();
+        if (!any || classes_ == nullptr) return;
+        html_ += "<colgroup>";
+        for (const auto& width : grid_.widths) {
+            html_ += "<col";
+            if (width) {
+                html_ += " style=\"width:";
+                appendShortest(html_, *width);
+                html_ += "pt\"";
+            }
+            html_ += ">";
+        }
+        html_ += "</colgroup>\n";
+    }
+
+    void writeRows(std::size_t begin, std::size_t end, std::string_view element) {
+        if (begin == end) return;
+        html_.append("<").append(element).append(">\n");
+        for (std::size_t row = begin; row < end; ++row) {
+            html_ += "<tr>";
+            for (const GridCell& cell : grid_.row(row)) writeCell(cell);
+            html_ += "</tr>\n";
+        }
+        html_.append("</").append(element).append(">\n");
+    }
+
+    void writeCell(const GridCell& cell) {
+        const std::string_view text = grid_.text(cell);
+        const bool isLabel = cell.role == GridRole::columnLabel || cell.role == GridRole::rowLabel;
+        const bool isHeading = isLabel || (cell.role == GridRole::corner && !text.empty());
+        const std::string_view element = isHeading ? "th" : "td";
+        open(element, cell.style, cell.role == GridRole::data && cell.kind == tables::CellKind::number);
+        if (isHeading) html_ += cell.role == GridRole::rowLabel ? " scope=\"row\"" : " scope=\"col\"";
+        writeSpan("colspan", cell.columnSpan);
+        writeSpan("rowspan", cell.rowSpan);
+        html_ += '>';
+        appendHtmlLines(html_, text);
+        if (cell.marks != 0) writeMarks(grid_.marks[cell.marks - 1]);
+        html_.append("</").append(element).append(">");
+    }
+
+    void writeSpan(std::string_view attribute, std::uint32_t span) {
+        if (span > 1)
+            html_.append(" ").append(attribute).append("=\"").append(std::to_string(span)).append("\"");
+    }
+
+    /// The first reference to a footnote is what the footnote leads back to.
+    void writeMarks(const std::vector<std::string>& marks) {
+        html_ += "<sup>";
+        bool isFirst = true;
+        for (const std::string& mark : marks) {
+            if (!isFirst) html_ += ',';
+            isFirst = false;
+            html_ += "<a href=\"#" + noteName(mark) + "\"";
+            if (referred_.insert(mark).second) html_ += " id=\"" + referenceName(mark) + "\"";
+            html_ += ">" + mark + "</a>";
+        }
+        html_ += "</sup>";
+    }
+
+    [[nodiscard]] std::string noteName(const std::string& mark) const {
+        return std::string(id_) + "n-" + mark;
+    }
+    [[nodiscard]] std::string referenceName(const std::string& mark) const {
+        return std::string(id_) + "r-" + mark;
+    }
+
+    void writeBelow() {
+        if (!grid_.caption.text.empty()) {
+            writePart("p", grid_.caption);
+            html_ += '\n';
+        }
+        if (grid_.footnotes.empty()) return;
+        open("ul", grid_.footnoteStyle, false, "notes");
+        html_ += ">\n";
+        for (const GridFootnote& note : grid_.footnotes) writeNote(note);
+        html_ += "</ul>\n";
+    }
+
+    void writeNote(const GridFootnote& note) {
+        html_ += "<li";
+        if (!note.mark.empty()) {
+            html_ += " id=\"" + noteName(note.mark) + "\"><sup><a href=\"#" + referenceName(note.mark) +
+                     "\">" + note.mark + "</a></sup> ";
+        } else {
+            html_ += '>';
+        }
+        appendHtmlLines(html_, note.text);
+        html_ += "</li>\n";
+    }
+
+    /// The start of a tag with its classes, without its end.
+    void open(std::string_view element, ShownStyleId style, bool isNumber, std::string_view more = {}) {
+        html_.append("<").append(element);
+        if (classes_ == nullptr) return;
+        const std::string& name = classes_->classOf(style, isNumber);
+        if (name.empty() && more.empty()) return;
+        html_ += " class=\"";
+        html_.append(more);
+        if (!name.empty() && !more.empty()) html_ += ' ';
+        html_.append(name).append("\"");
+    }
+
+    std::string& html_;
+    const TableGrid& grid_;
+    std::string_view id_;
+    StyleClasses* classes_;
+    std::set<std::string> referred_;
+};
+
+}  // namespace
+
+void appendTable(std::string& html, const TableGrid& grid, std::string_view id, StyleClasses* classes) {
+    TableWriter(html, grid, id, classes).write();
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,17 @@
+// One grid of a table as an HTML table with its footnotes.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "backend/tables/layout/table_grid.h"
+#include "frontend/export/html/style_classes.h"
+
+namespace vexa::frontend {
+
+/// Appends the table, its caption and its footnotes. `id` begins the names that links lead to: letters,
+/// digits, unlike that of every other grid of the page. Without `classes` nothing is styled.
+void appendTable(std::string& html, const tables::TableGrid& grid, std::string_view id,
+                 StyleClasses* classes);
+
+}  // namespace vexa::frontend
