@@ -1,9 +1,11 @@
 #include "apps/vexa/embedded_front_end.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "apps/vexa/export_progress.h"
 #include "backend/paths/path_factory.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
@@ -26,12 +28,31 @@ std::vector<std::string> lookFolders() {
     return folders;
 }
 
+/// The code of the language that the installation's folder of texts is named after, as pages say it.
+std::string languageCode() {
+    const PathFinder* const finder = PathFactory::getPathInstance(PathFactory::kLanguage);
+    std::string folder = finder == nullptr ? std::string() : toUtf8(finder->getPath());
+    while (!folder.empty() && (folder.back() == '\\' || folder.back() == '/')) folder.pop_back();
+    std::string code = folder.substr(folder.find_last_of("\\/") + 1);
+    std::replace(code.begin(), code.end(), '_', '-');
+    return code.empty() ? "en" : code;
+}
+
+frontend::ExportSurroundings exportSurroundings() {
+    frontend::ExportSurroundings surroundings;
+    surroundings.language = languageCode();
+    surroundings.styleFolders = lookFolders();
+    surroundings.progress = ExportProgress();
+    return surroundings;
+}
+
 }  // namespace
 
 EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalListener& terminal) {
     auto adapter = std::make_unique<frontend::EmbeddedAdapter>(frontend::EmbeddedChoices{
         choices.localMode, choices.dryRun ? frontend::Carrying::dryRun : frontend::Carrying::out,
         lookFolders()});
+    adapter->setExportSurroundings(exportSurroundings());
     const auto reportLocked = [&terminal](const std::string& name) {
         terminal.showMessage(
             kWarningLevel, composed("The output document ^1 is locked and takes no output; what comes now is "

@@ -1,13 +1,9 @@
 #include "frontend/controller/embedded_adapter.h"
 
-#include "frontend/controller/log_messages.h"
-#include "frontend/controller/messages.h"
-
 namespace vexa::frontend {
 
-std::string EmbeddedAdapter::exchangeExport(const std::string& /*specification*/) {
-    say(warningLevel, messages::nothingExported);
-    return {};
+std::string EmbeddedAdapter::exchangeExport(const std::string& specification) {
+    return exportDocuments(controller_.documents(), specification, exportSurroundings_, choices_.carrying);
 }
 
 std::string EmbeddedAdapter::exchangeModify(const std::string& request) {

@@ -7,6 +7,7 @@
 
 #include "backend/adapter/client_adapter.h"
 #include "frontend/controller/embedded_controller.h"
+#include "frontend/controller/export_requests.h"
 #include "frontend/controller/modify_requests.h"
 #include "frontend/looks/look_library.h"
 
@@ -25,16 +26,21 @@ class EmbeddedAdapter : public ClientAdapter {
 
     bool isLocalMode() override { return choices_.localMode; }
     OutputController* outputController() override { return &controller_; }
-    /// Documents cannot be exported yet: the answer is empty, as that of a client that does not answer.
+    /// Exports the document that `specification` names; what the answer has no code for goes to the log, as
+    /// far as the specification wants to hear of it.
     std::string exchangeExport(const std::string& specification) override;
     std::string exchangeModify(const std::string& request) override;
 
     [[nodiscard]] OpenDocuments& documents() { return controller_.documents(); }
+    void setExportSurroundings(ExportSurroundings surroundings) {
+        exportSurroundings_ = std::move(surroundings);
+    }
 
   private:
     EmbeddedChoices choices_;
     EmbeddedController controller_;
     LookLibrary looks_;
+    ExportSurroundings exportSurroundings_;
 };
 
 }  // namespace vexa::frontend

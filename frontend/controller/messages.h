@@ -111,6 +111,8 @@ inline constexpr SystemText dryModification =
     "This is a dry run, and the output document is not changed."_text;
 inline constexpr SystemText drySave =
     "This is a dry run, and nothing is written: the output document ^1 would be saved to ^2."_text;
+inline constexpr SystemText dryExport =
+    "This is a dry run, and nothing is written: the output document ^1 would be exported to ^2."_text;
 inline constexpr SystemText planTitle = "What selection group ^1 would do to the output document ^2"_text;
 inline constexpr SystemText nothingSelected =
     "Selection group ^1 would select nothing in the output document ^2."_text;
@@ -124,9 +126,6 @@ inline constexpr SystemText reasonColumn = "Reason"_text;
 inline constexpr SystemText yesWord = "yes"_text;
 inline constexpr SystemText noWord = "no"_text;
 inline constexpr SystemText isSoAlready = "It is so already."_text;
-
-inline constexpr SystemText nothingExported =
-    "Nothing was exported: this front end cannot export documents yet."_text;
 
 /// Outline labels, stored in documents in the language of the session.
 inline constexpr SystemText errorLabel = "Error"_text;

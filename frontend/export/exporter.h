@@ -16,12 +16,17 @@ namespace vexa::frontend {
 /// What an export needs of its surroundings. Everything lives as long as the export.
 struct ExportSurroundings {
     std::string language = "en";            ///< of the document's text, a language code
-    std::string characterSet = "UTF-8";     ///< of the back end, for texts in its encoding
     std::vector<std::string> styleFolders;  ///< the folders `Looks`, for style sheets of charts; UTF-8
+    bool dryRun = false;  ///< everything is made, and nothing put in its place
     /// Called with the items written so far and all items, now and then; may be empty. False ends the export,
     /// and nothing is replaced.
     std::function<bool(std::size_t done, std::size_t all)> progress;
 };
+
+class PictureFiles;
+
+/// The document's name, or what stands for one without a name.
+[[nodiscard]] std::string documentTitle(const ViewerDocument& document);
 
 /// One export of one format, as an exporter sees it. Texts are UTF-8; files are begun in `files` and are put
 /// in their places by whoever calls the exporter, together with those of the other formats of the same
@@ -33,9 +38,8 @@ struct ExportTask {
     const ExportSurroundings& surroundings;
     OutputFiles& files;
     ExportReport& report;
+    PictureFiles& pictures;  ///< those beside the page
 
-    /// The document's name, or what stands for one without a name.
-    [[nodiscard]] std::string title() const;
     /// Says how far the export is; false when it shall end.
     [[nodiscard]] bool goesOn(std::size_t itemsDone) const {
         return !surroundings.progress || surroundings.progress(itemsDone, plan.items.size());

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "frontend/import/base64.h"
+#include "frontend/package/base64.h"
 #include "frontend/import/json_item.h"
 #include "frontend/import/json_text.h"
 #include "frontend/import/table_writer.h"

@@ -72,7 +72,7 @@ void PageBody::appendItem(std::string& html, const ExportedItem& item) {
 
 void PageBody::appendHeading(std::string& html, const ExportedItem& item, const std::string& text,
                              std::string_view style) {
-    const std::string level = std::to_string(std::min(item.depth + 1, deepestHeading));
+    const std::string level = std::to_string(std::min(item.depth + options_.firstHeading, deepestHeading));
     headings_.push_back({idOf(item), item.depth, text});
     html += "<h" + level + " id=\"" + idOf(item) + "\"";
     if (options_.styling && !style.empty()) {
@@ -183,23 +183,6 @@ void PageBody::appendPicture(std::string& html, const ExportedItem& item) {
     html += "<figure id=\"" + idOf(item) + "\">";
     pictures_.append(html, item, idOf(item));
     html += "</figure>\n";
-}
-
-std::string layerScript() {
-    return R"(<script>
-// Shows of each table the layer that its lists choose. Without this script all layers are shown.
-for (const pivot of document.querySelectorAll('.pivot')) {
-  const lists = [...pivot.querySelectorAll('.choose select')];
-  const show = () => {
-    const wanted = lists.map(list => list.value).join(' ');
-    for (const layer of pivot.querySelectorAll('.layer')) layer.hidden = layer.dataset.layer !== wanted;
-  };
-  for (const list of lists) list.addEventListener('change', show);
-  pivot.querySelector('.choose').hidden = false;
-  show();
-}
-</script>
-)";
 }
 
 }  // namespace vexa::frontend

@@ -24,6 +24,7 @@ struct PageBodyOptions {
     bool styling = true;             ///< false: no classes, no style attributes
     bool restyle = false;            ///< fonts, sizes, colours and lines are left to the page
     bool interactiveLayers = false;  ///< every layer, with a list for each layer dimension
+    std::size_t firstHeading = 1;    ///< the level of headings on the top level
 };
 
 /// A heading of the page's outline.
@@ -67,8 +68,5 @@ class PageBody {
     std::vector<PageHeading> headings_;
     bool hasLayerLists_ = false;
 };
-
-/// The script that lets lists of layers choose what is shown, with its element.
-[[nodiscard]] std::string layerScript();
 
 }  // namespace vexa::frontend

@@ -121,7 +121,7 @@ class TableWriter {
             html_ += '\n';
         }
         if (grid_.footnotes.empty()) return;
-        open("ul", grid_.footnoteStyle, false, "notes");
+        open("ul", grid_.footnoteStyle, false, "footnotes");
         html_ += ">\n";
         for (const GridFootnote& note : grid_.footnotes) writeNote(note);
         html_ += "</ul>\n";

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frontend/import/base64.h"
+#include "frontend/package/base64.h"
 #include "tests/unit/import/import_samples.h"
 
 namespace vexa::frontend {

@@ -1,4 +1,4 @@
-#include "frontend/import/base64.h"
+#include "frontend/package/base64.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Base64 as JSON carries pictures in it.
+// Base64, as JSON, pages and mail carry pictures.
 #pragma once
 
 #include <string>

@@ -1,0 +1,235 @@
+#include "frontend/export/export_document.h"
+
+#include <utility>
+
+#include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
+#include "frontend/export/html/html_page.h"
+#include "frontend/export/picture_files.h"
+#include "frontend/export/report/report_page.h"
+#include "frontend/export/text/text_page.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+ExportedParts partsOf(ExportedLayers asked) {
+    switch (asked) {
+        case ExportedLayers::all:
+            return ExportedParts::all;
+        case ExportedLayers::visible:
+            return ExportedParts::visible;
+        case ExportedLayers::printSetting:
+            break;
+    }
+    return ExportedParts::printSetting;
+}
+
+ExportSelection selectionOf(const ExportRequest& request) {
+    ExportSelection selection;
+    selection.hiddenItems = request.items == ExportedItems::all;
+    selection.layers = partsOf(request.layers);
+    selection.views = partsOf(request.modelViews);
+    return selection;
+}
+
+std::vector<ItemType> excludedBy(const ReportExport& report) {
+    std::vector<ItemType> types;
+    if (report.excludeTexts) types.push_back(ItemType::text);
+    if (report.excludeLogs) types.push_back(ItemType::log);
+    if (report.excludeNotes) types.push_back(ItemType::notes);
+    if (report.excludeWarnings) types.push_back(ItemType::warning);
+    return types;
+}
+
+/// The path of the document; the first one where there are several, and empty for pictures alone.
+std::string documentFileOf(const ExportRequest& request) {
+    std::string file;
+    const auto take = [&file](const auto& target) {
+        if (target && file.empty()) file = target->file;
+    };
+    take(request.doc);
+    take(request.html);
+    take(request.report);
+    take(request.pdf);
+    take(request.ppt);
+    take(request.text);
+    take(request.xls);
+    take(request.xlsx);
+    take(request.xlsm);
+    return file;
+}
+
+/// The first format asked for that there is no exporter of; empty where there is none.
+std::string missingFormat(const ExportRequest& request) {
+    if (request.doc) return "DOC";
+    if (request.pdf) return "PDF";
+    if (request.ppt) return "PPT";
+    if (request.xls) return "XLS";
+    if (request.xlsx) return "XLSX";
+    if (request.xlsm) return "XLSM";
+    return {};
+}
+
+std::optional<PageImageFormat> pageFormatOf(const ExportRequest& request) {
+    if (request.html && request.html->imageFormat) return request.html->imageFormat;
+    return request.text ? request.text->imageFormat : std::nullopt;
+}
+
+class Export {
+  public:
+    Export(const ViewerDocument& document, const ExportRequest& request,
+           const ExportSurroundings& surroundings)
+        : document_(document),
+          request_(request),
+          surroundings_(surroundings),
+          documentFile_(documentFileOf(request)),
+          pictures_(request, documentFile_, pageFormatOf(request), files_, report_) {}
+
+    ExportOutcome carryOut() {
+        const ExportPlan plan = planExport(document_.outline(), selectionOf(request_));
+        if (isPossible(plan)) {
+            writeDocuments(plan);
+            if (documentFile_.empty()) writePictures(plan);
+            if (!report_.failed() && !surroundings_.dryRun) commit();
+        }
+        return outcome();
+    }
+
+  private:
+    /// Everything that can be known before anything is written.
+    bool isPossible(const ExportPlan& plan) {
+        const std::string missing = missingFormat(request_);
+        if (plan.documentIsEmpty) {
+            report_.fail(ExportError::emptyDocument);
+        } else if (plan.everythingIsHidden()) {
+            report_.fail(ExportError::everythingHidden);
+        } else if (documentFile_.empty() && plan.pictures == 0) {
+            report_.fail(ExportError::noPictures);
+        } else if (!missing.empty()) {
+            report_.fail(ExportError::other,
+                         composed("This version cannot export to the format ^1 yet."_text,
+                                  {missing}));
+        } else {
+            static_cast<void>(pictures_.checkFolders());
+        }
+        return !report_.failed();
+    }
+
+    void writeDocuments(const ExportPlan& plan) {
+        std::string content;
+        if (request_.html) {
+            writeHtmlPage(task(plan), content);
+            write(request_.html->file, content);
+        }
+        if (request_.report) {
+            ExportSelection selection = selectionOf(request_);
+            selection.excluded = excludedBy(*request_.report);
+            const ExportPlan reported = planExport(document_.outline(), selection);
+            content.clear();
+            writeReport(task(reported), content);
+            write(request_.report->file, content);
+        }
+        if (request_.text) {
+            content.clear();
+            writeTextPage(task(plan), content);
+            write(request_.text->file, encodedText(content, request_.text->encoding, report_));
+        }
+    }
+
+    void writePictures(const ExportPlan& plan) {
+        std::size_t done = 0;
+        const ExportTask task = this->task(plan);
+        for (const ExportedItem& item : plan.items) {
+            if (pictureOf(item) != nullptr) pictures_.add(item);
+            if (!task.goesOn(++done)) stopped();
+        }
+        if (!report_.failed() && pictures_.count() == 0) {
+            report_.fail(ExportError::other, translated("None of the pictures could be exported."_text.key()));
+        }
+    }
+
+    ExportTask task(const ExportPlan& plan) {
+        return {document_, plan, request_, surroundings_, files_, report_, pictures_};
+    }
+
+    /// An empty document is one whose exporter was told to end.
+    void write(const std::string& file, std::string_view content) {
+        if (report_.failed()) return;
+        if (content.empty()) {
+            stopped();
+            return;
+        }
+        std::size_t number = 0;
+        PackageResult result = files_.begin(file, number);
+        if (result) result = files_.write(number, content);
+        if (result) {
+            files_.setMain(number);
+        } else {
+            cannotWrite(file, result);
+        }
+    }
+
+    void commit() {
+        const PackageResult result = files_.commit();
+        if (!result) cannotWrite(documentFile_.empty() ? pictures_.shownRoot() : documentFile_, result);
+    }
+
+    void cannotWrite(const std::string& file, const PackageResult& result) {
+        report_.fail(ExportError::cannotWrite,
+                     composed("The file ^1 cannot be written: ^2"_text, {file, result.shownDetail()}));
+    }
+
+    void stopped() {
+        report_.fail(ExportError::other, translated("The export was stopped before its end. Nothing was replaced."_text.key()));
+    }
+
+    [[nodiscard]] ExportOutcome outcome() const {
+        if (report_.failed()) {
+            ExportOutcome outcome = refusedExport(report_.error(), document_.name(), report_.reason());
+            outcome.response.documentFile = fromUtf8(documentFile_);
+            outcome.warnings = report_.logTexts();
+            return outcome;
+        }
+        ExportOutcome outcome;
+        ExportResponse& response = outcome.response;
+        response.success = true;
+        response.name = fromUtf8(document_.name());
+        response.documentFile = fromUtf8(documentFile_);
+        response.imageCount = static_cast<int>(pictures_.count());
+        response.imageCountPresent = true;
+        response.imageRoot = fromUtf8(pictures_.shownRoot());
+        response.imageFormat = pictures_.shownFormat();
+        for (const CodedWarning& each : report_.warnings()) {
+            response.warnings[static_cast<std::size_t>(each.code)].push_back(
+                {std::to_string(each.item), fromUtf8(each.label)});
+        }
+        outcome.warnings = report_.logTexts();
+        return outcome;
+    }
+
+    const ViewerDocument& document_;
+    const ExportRequest& request_;
+    const ExportSurroundings& surroundings_;
+    std::string documentFile_;
+    OutputFiles files_;
+    ExportReport report_;
+    PictureFiles pictures_;
+};
+
+}  // namespace
+
+ExportOutcome exportDocument(const ViewerDocument& document, const ExportRequest& request,
+                             const ExportSurroundings& surroundings) {
+    return Export(document, request, surroundings).carryOut();
+}
+
+ExportOutcome refusedExport(ExportError error, const std::string& name, std::string reason) {
+    ExportOutcome outcome;
+    outcome.response.errorCode = static_cast<int>(error);
+    outcome.response.name = fromUtf8(name);
+    outcome.reason = std::move(reason);
+    return outcome;
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,32 @@
+// The pictures of a page: within it, or as files beside it.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "frontend/export/html/page_body.h"
+
+namespace vexa::frontend {
+
+class PagePictures : public PicturePlacer {
+  public:
+    /// Makes the address of a picture that a page holds apart from its text: what comes in are the bytes of a
+    /// PNG.
+    using Address = std::function<std::string(const std::string& png)>;
+
+    /// Without `address` pictures stand in the page as data.
+    explicit PagePictures(const ExportTask& task, Address address = {});
+
+    void append(std::string& html, const ExportedItem& item, const std::string& id) override;
+
+  private:
+    void appendImage(std::string& html, const ExportedItem& item, const std::string& address);
+    [[nodiscard]] const std::string& styleSheet(const std::string& name, const ExportedItem& item);
+
+    const ExportTask& task_;
+    Address address_;
+    std::map<std::string, std::string> styleSheets_;
+};
+
+}  // namespace vexa::frontend

@@ -1,0 +1,77 @@
+// Pictures as files: alone, or beside a page. ROOT1.png, ROOT2.png, ...
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frontend/export/export_plan.h"
+#include "frontend/export/export_report.h"
+#include "frontend/package/output_files.h"
+#include "frontend/requests/export_request.h"
+
+namespace vexa::frontend {
+
+enum class PictureFormat : std::uint8_t { png, jpg, bmp, emf, eps, tif };
+
+/// "PNG", as commands name it.
+[[nodiscard]] std::string_view pictureFormatName(PictureFormat format);
+
+/// What a page has instead of a picture that cannot be shown, and what is read out.
+[[nodiscard]] std::string alternativeOf(const ExportedItem& item);
+/// The picture of a chart or tree; never null for these.
+[[nodiscard]] const ShownPicture* pictureOf(const ExportedItem& item);
+
+/// The files of one command. Pictures are numbered as they are added. A file is only made of what is one of
+/// that format already: whatever needs drawing is left out, with a warning.
+class PictureFiles {
+  public:
+    /// `documentFile` is empty for pictures alone. `pageFormat` is that of IMAGEFORMAT, which counts where no
+    /// picture's subcommand is given.
+    PictureFiles(const ExportRequest& request, const std::string& documentFile,
+                 std::optional<PageImageFormat> pageFormat, OutputFiles& files, ExportReport& report);
+
+    /// Whether any files are asked for.
+    [[nodiscard]] bool areAsked() const { return !jobs_.empty(); }
+    /// The folders that files go to are there; otherwise error 7 is reported.
+    [[nodiscard]] bool checkFolders();
+    /// Writes a picture in each format that is asked for; again the same answer for the same item: the path of
+    /// the file that a page shows, as seen from the document's folder, and empty where it has to show its
+    /// own.
+    const std::string& add(const ExportedItem& item);
+
+    /// Pictures of which there is a file.
+    [[nodiscard]] std::size_t count() const { return count_; }
+    /// What the page shows, else what is written; empty without pictures.
+    [[nodiscard]] std::string shownRoot() const;
+    [[nodiscard]] std::string shownFormat() const;
+
+  private:
+    struct Job {
+        PictureFormat format = PictureFormat::png;
+        std::string root;  ///< as it came
+        double percent = 100;
+        PngDepth depth = PngDepth::true24Bit;
+    };
+    void addJob(PictureFormat format, const PictureTarget& target, double percent = 100);
+    [[nodiscard]] const Job* shownJob() const;
+    [[nodiscard]] bool canCopy(const Job& job, const ShownPicture& picture) const;
+    [[nodiscard]] bool write(const Job& job, const ExportedItem& item, std::size_t number);
+
+    std::string documentFile_;
+    OutputFiles& files_;
+    ExportReport& report_;
+    std::vector<Job> jobs_;
+    std::map<std::size_t, std::string> shown_;  // by item
+    std::size_t count_ = 0;
+};
+
+/// `file` as a page in the folder of `page` refers to it: both whole paths, either separator. Slashes in
+/// between, not encoded.
+[[nodiscard]] std::string relativePath(std::string_view page, std::string_view file);
+
+}  // namespace vexa::frontend

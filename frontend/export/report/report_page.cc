@@ -1,0 +1,168 @@
+#include "frontend/export/report/report_page.h"
+
+#include <vector>
+
+#include "backend/strings/dictionary.h"
+#include "frontend/export/html/html_page.h"
+#include "frontend/export/html/html_text.h"
+#include "frontend/export/html/page_body.h"
+#include "frontend/export/html/page_pictures.h"
+#include "frontend/export/report/mime_file.h"
+#include "frontend/export/report/report_design.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+/// The outline as nested lists of links.
+class OutlineWriter {
+  public:
+    explicit OutlineWriter(std::string& html) : html_(html) {}
+
+    void write(const std::vector<PageHeading>& headings) {
+        html_ += "<ul>\n";
+        for (const PageHeading& heading : headings) {
+            if (!open_.empty()) moveTo(heading.depth);
+            open_.push_back(heading.depth);
+            html_ += "<li><span class=\"row\"><button class=\"fold\" type=\"button\" tabindex=\"-1\" aria-hidden=\"true\">"
+                     "</button><a href=\"#" +
+                     heading.id + "\">";
+            appendHtml(html_, inOneLine(heading.text));
+            html_ += "</a></span>";
+        }
+        while (!open_.empty()) close();
+        html_ += "</ul>\n";
+    }
+
+  private:
+    /// Opens a list under the item that is open, or closes what is as deep or deeper.
+    void moveTo(std::size_t depth) {
+        if (depth > open_.back()) {
+            html_ += "\n<ul>\n";
+            return;
+        }
+        html_ += "</li>\n";
+        open_.pop_back();
+        while (!open_.empty() && open_.back() >= depth) close();
+    }
+
+    /// Ends the list of the innermost item, and the item that it stands under.
+    void close() {
+        open_.pop_back();
+        html_ += open_.empty() ? "</li>\n" : "</li>\n</ul>\n";
+    }
+
+    static std::string inOneLine(std::string text) {
+        for (char& each : text) {
+            if (each == '\n' || each == '\r') each = ' ';
+        }
+        return text;
+    }
+
+    std::string& html_;
+    std::vector<std::size_t> open_;
+};
+
+/// Whether a link leads to a page, and runs nothing.
+bool isAddress(std::string_view address) {
+    const std::size_t colon = address.find(':');
+    const std::size_t other = address.find_first_of("/?#");
+    if (colon == std::string_view::npos || (other != std::string_view::npos && other < colon)) return true;
+    std::string scheme(address.substr(0, colon));
+    for (char& each : scheme) each = static_cast<char>(each | 0x20);
+    return scheme == "http" || scheme == "https" || scheme == "mailto" || scheme == "ftp" || scheme == "file";
+}
+
+class ReportWriter {
+  public:
+    explicit ReportWriter(const ExportTask& task) : task_(task), request_(*task.request.report) {}
+
+    void write(std::string& text) {
+        const bool isPacked = request_.format == ReportFormat::mht;
+        MimeFile packed;
+        PagePictures pictures(task_, isPacked ? PagePictures::Address([&packed](const std::string& png) {
+            return packed.addPicture(png);
+        })
+                                              : PagePictures::Address());
+        PageBodyOptions options;
+        options.restyle = request_.restyle;
+        options.firstHeading = 2;
+        PageBody body(task_, options, pictures);
+        std::string items;
+        if (!body.append(items)) return;
+        std::string page = this->page(body, items);
+        text = isPacked ? packed.finish(title(), page) : std::move(page);
+    }
+
+  private:
+    [[nodiscard]] std::string title() const {
+        return request_.title && !request_.title->empty() ? *request_.title : documentTitle(task_.document);
+    }
+
+    [[nodiscard]] std::string page(const PageBody& body, const std::string& items) const {
+        std::string html = pageBeginning(task_.surroundings.language, title());
+        html.reserve(html.size() + items.size() + items.size() / 8 + 32768);
+        html.append("<style>\n").append(reportStyle());
+        html.append(request_.restyle ? restyledStyle() : ownLooksStyle());
+        html.append(body.rules()).append("</style>\n</head>\n<body>\n");
+        appendHead(html);
+        appendSide(html, body);
+        html.append("<main class=\"main\" id=\"main\">\n").append(items).append("</main>\n");
+        if (!body.headings().empty()) html.append(reportScript());
+        return html += "</body>\n</html>\n";
+    }
+
+    void appendHead(std::string& html) const {
+        html += "<a class=\"skip\" href=\"#main\">";
+        appendHtml(html, translated("Skip to the contents"_text.key()));
+        html += "</a>\n<header class=\"head\">\n<h1>";
+        appendHtml(html, title());
+        html += "</h1>\n";
+        appendLinks(html);
+        html += "<button class=\"theme\" type=\"button\" hidden>";
+        appendHtml(html, translated("Light or dark"_text.key()));
+        html += "</button>\n</header>\n";
+    }
+
+    void appendLinks(std::string& html) const {
+        std::string links;
+        for (const ReportLink& link : request_.links) {
+            if (!isAddress(link.address)) {
+                task_.report.note(composed("The address ^1 is no link to a page; the report shows its label alone."_text,
+                                           {link.address}));
+                links += "<li>";
+                appendHtml(links, link.label);
+                links += "</li>\n";
+                continue;
+            }
+            links += "<li><a href=\"";
+            appendHtml(links, link.address);
+            links += "\">";
+            appendHtml(links, link.label.empty() ? link.address : link.label);
+            links += "</a></li>\n";
+        }
+        if (!links.empty()) html += "<ul>\n" + links + "</ul>\n";
+    }
+
+    static void appendSide(std::string& html, const PageBody& body) {
+        if (body.headings().empty()) return;
+        html += "<nav class=\"side\" aria-label=\"";
+        appendHtml(html, translated("Outline"_text.key()));
+        html += "\">\n<label hidden>";
+        appendHtml(html, translated("Search in the outline"_text.key()));
+        html += "<input type=\"search\"></label>\n<p class=\"empty\" hidden>";
+        appendHtml(html, translated("Nothing found"_text.key()));
+        html += "</p>\n";
+        OutlineWriter(html).write(body.headings());
+        html += "</nav>\n";
+    }
+
+    const ExportTask& task_;
+    const ReportExport& request_;
+};
+
+}  // namespace
+
+void writeReport(const ExportTask& task, std::string& text) { ReportWriter(task).write(text); }
+
+}  // namespace vexa::frontend

@@ -1,0 +1,166 @@
+#include "frontend/export/text/text_page.h"
+
+#include <variant>
+
+#include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
+#include "backend/text/text_width.h"
+#include "backend/text/utf16.h"
+#include "frontend/export/picture_files.h"
+#include "frontend/export/text/table_text.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+using namespace tables;
+
+constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+
+class TextWriter {
+  public:
+    TextWriter(const ExportTask& task, std::string& text)
+        : task_(task), request_(*task.request.text), text_(text) {
+        table_.columnWidth = static_cast<std::size_t>(request_.columnWidth.value_or(0));
+        table_.tabs = request_.separator == TextSeparator::tab;
+        table_.rowBorder = request_.rowBorder;
+        table_.columnBorder = request_.columnBorder;
+        layout_.notesAndCaptions = request_.notesAndCaptions;
+    }
+
+    void write() {
+        std::size_t done = 0;
+        for (const ExportedItem& item : task_.plan.items) {
+            writeItem(item);
+            if (!task_.goesOn(++done)) return;
+        }
+    }
+
+  private:
+    void writeItem(const ExportedItem& item) {
+        const ItemContent& content = item.item().content;
+        if (const auto* const heading = std::get_if<HeadingContent>(&content)) {
+            writeStyled(item, *heading);
+        } else if (const auto* const text = std::get_if<TextContent>(&content)) {
+            writeStyled(item, *text);
+        } else if (const auto* const title = std::get_if<PageTitleContent>(&content)) {
+            writeStyled(item, *title);
+        } else if (const auto* const log = std::get_if<LogContent>(&content)) {
+            writeLines(log->text);
+        } else if (const auto* const warning = std::get_if<WarningContent>(&content)) {
+            writeLines(warning->text);
+        } else if (const auto* const notes = std::get_if<NotesContent>(&content)) {
+            writeNotes(*notes);
+        } else if (const auto* const table = std::get_if<TableContent>(&content)) {
+            writeTable(item, table->table);
+        } else if (const auto* const grid = std::get_if<GridContent>(&content)) {
+            divide();
+            appendTable(text_, layOut(*grid->grid, layout_), table_);
+        } else if (pictureOf(item) != nullptr) {
+            writePicture(item);
+        } else if (item.item().type() == ItemType::unknown) {
+            task_.report.lose(Feature::unknownItems, item);
+            writeLines(item.label);
+        }
+    }
+
+    /// A blank line between what is written and what comes.
+    void divide() {
+        if (!text_.empty()) text_ += '\n';
+    }
+
+    void writeLines(std::string_view lines) {
+        divide();
+        for (;;) {
+            const std::size_t end = lines.find_first_of("\r\n");
+            text_ += printableText(lines.substr(0, end));
+            text_ += '\n';
+            if (end == std::string_view::npos) return;
+            lines.remove_prefix(end + (lines.substr(end).starts_with("\r\n") ? 2 : 1));
+            if (lines.empty()) return;
+        }
+    }
+
+    void writeStyled(const ExportedItem& item, const StyledText& text) {
+        noteStyle(item, text.style);
+        writeLines(text.text);
+    }
+
+    void writeNotes(const NotesContent& notes) {
+        std::string lines;
+        for (const NoteLine& line : notes.lines) {
+            lines += line.label + (line.value.empty() ? "" : ": ") + line.value + "\n";
+        }
+        writeLines(lines);
+    }
+
+    void writeTable(const ExportedItem& item, const Table& table) {
+        TableLayout layout(table, layout_);
+        for (const Place layer : item.layers) {
+            divide();
+            const TableGrid grid = layout.grid(layer);
+            appendTable(text_, grid, table_);
+            noteStyles(item, grid);
+        }
+    }
+
+    void writePicture(const ExportedItem& item) {
+        task_.report.countPicture();
+        const std::string beside = task_.pictures.add(item);
+        if (beside.empty()) task_.report.lose(Feature::pictures, item);
+        writeLines(beside.empty() ? "[" + alternativeOf(item) + "]"
+                                  : "[" + alternativeOf(item) + ": " + beside + "]");
+    }
+
+    void noteStyles(const ExportedItem& item, const TableGrid& grid) {
+        for (const ShownStyle& style : grid.styles) noteStyle(item, style.own);
+        for (const auto& width : grid.widths) {
+            if (width) task_.report.lose(Feature::columnWidths, item);
+        }
+    }
+
+    /// What the document itself sets is missed; what comes from a look is not.
+    void noteStyle(const ExportedItem& item, const CellStyle& style) {
+        ExportReport& report = task_.report;
+        if (!style.font.empty()) report.lose(Feature::fonts, item);
+        if (style.size) report.lose(Feature::fontSizes, item);
+        if (style.color) report.lose(Feature::textColors, item);
+        if (style.background) report.lose(Feature::backgrounds, item);
+        if (style.bold || style.italic || style.underline) report.lose(Feature::emphasis, item);
+    }
+
+    const ExportTask& task_;
+    const TextExport& request_;
+    std::string& text_;
+    TextTableOptions table_;
+    LayoutOptions layout_;
+};
+
+std::string asUtf16(const std::string& text) {
+    const std::u16string units = utf8ToUtf16(text);
+    std::string bytes = "\xFF\xFE";
+    bytes.reserve(units.size() * 2 + 2);
+    for (const char16_t unit : units) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+}  // namespace
+
+void writeTextPage(const ExportTask& task, std::string& text) { TextWriter(task, text).write(); }
+
+std::string encodedText(const std::string& text, TextEncoding encoding, ExportReport& report) {
+    if (encoding == TextEncoding::utf8) return std::string(utf8Mark) + text;
+    if (encoding == TextEncoding::utf16) return asUtf16(text);
+    if (currentCharacterSet().isUtf8()) return text;
+    std::string bytes = currentCharacterSet().fromUtf8(text);
+    if (currentCharacterSet().toUtf8(bytes) != text) {
+        report.note(composed("Characters that the character set ^1 does not have were written as question marks. ENCODING=UTF8 keeps them."_text,
+                             {currentCharacterSet().name()}));
+    }
+    return bytes;
+}
+
+}  // namespace vexa::frontend
