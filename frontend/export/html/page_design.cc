@@ -8,7 +8,7 @@ h1,h2,h3,h4,h5,h6{line-height:1.2;margin:1.4em 0 .5em}
 h1{font-size:1.6em}h2{font-size:1.35em}h3{font-size:1.15em}h4,h5,h6{font-size:1em}
 .table{margin:1em 0 1.6em;overflow-x:auto}
 table{border-collapse:collapse;margin:0 0 .4em}
-caption{caption-side:top;text-align:left}
+caption{caption-side:top;text-align:left;width:0;min-width:100%}caption>div{width:max-content;max-width:min(42em,85vw)}
 .table>p,.layer>p{margin:.2em 0}
 .footnotes{list-style:none;margin:.2em 0;padding-left:0}
 sup{line-height:0;font-size:.75em}sup a{text-decoration:none;margin-left:.15em}

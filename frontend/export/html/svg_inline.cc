@@ -79,10 +79,10 @@ class SvgWriter {
         html_ += "<svg role=\"img\" aria-label=\"";
         appendHtml(html_, svg_.alternative);
         html_ += "\" width=\"";
-        tables::appendShortest(html_, svg_.size.width);
-        html_ += "pt\" height=\"";
-        tables::appendShortest(html_, svg_.size.height);
-        html_ += "pt\"";
+        tables::appendShortest(html_, svg_.size.width / pointsPerPixel);
+        html_ += "\" height=\"";
+        tables::appendShortest(html_, svg_.size.height / pointsPerPixel);
+        html_ += '"';
         if (!root.attribute("viewBox")) writeViewBox();
         writeAttributes(root, true);
         html_ += ">";

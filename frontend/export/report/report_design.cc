@@ -17,22 +17,21 @@ a:focus-visible,button:focus-visible,input:focus-visible,select:focus-visible,[r
 .head h1{margin:0;font-size:1.5rem;line-height:1.25;font-weight:650;flex:1 1 16rem;overflow-wrap:anywhere}
 .head ul{display:flex;flex-wrap:wrap;gap:.3rem 1.2rem;margin:0;padding:0;list-style:none}
 .theme{font:inherit;font-size:.85rem;color:var(--soft);background:none;border:1px solid var(--line);border-radius:6px;padding:.2rem .7rem;cursor:pointer}
-.side{grid-area:side;position:sticky;top:0;align-self:start;max-height:100vh;overflow:auto;padding:1.2rem 1rem 2rem 1.2rem;font-size:.9rem;border-right:1px solid var(--line)}
+.side{grid-area:side;position:sticky;top:0;align-self:start;max-height:100vh;overflow:auto;padding:1.2rem 1rem 2rem 1.2rem;font-size:.9rem}
 .side label{display:block;font-size:.8rem;color:var(--soft)}
 .side input{width:100%;margin:.2rem 0 .8rem;padding:.35rem .6rem;font:inherit;color:inherit;background:var(--paper);border:1px solid var(--line);border-radius:6px}
 .side ul{list-style:none;margin:0;padding-left:1rem}.side>ul{padding-left:0}
 .side li{position:relative}
-.side .row{display:flex;align-items:baseline;border-radius:5px}
+.side .row{display:flex;align-items:baseline;border-radius:5px;position:relative;padding-left:1.2rem}
 .side .row:hover{background:var(--band)}
-.side .fold{flex:0 0 1.2rem;border:0;background:none;color:var(--soft);padding:0;font:inherit;cursor:pointer;visibility:hidden}
-.side li[aria-expanded] > .row .fold{visibility:visible}
+.side .fold{position:absolute;left:0;width:1.2rem;top:.1rem;border:0;background:none;color:var(--soft);padding:0;font:inherit;cursor:pointer}
 .side .fold::before{content:"\25BE"}
 .side li[aria-expanded=false] > .row .fold::before{content:"\25B8"}
 .side li[aria-expanded=false] > ul{display:none}
 .side .row a{flex:1;color:inherit;text-decoration:none;padding:.16rem .3rem;overflow-wrap:anywhere}
 .side li.here > .row{background:var(--band);box-shadow:inset 3px 0 var(--accent)}
 .side .empty{color:var(--soft)}
-.main{grid-area:main;padding:1.5rem 2rem 4rem;min-width:0}
+.main{grid-area:main;padding:1.5rem 2rem 4rem;min-width:0}.side+.main{border-left:1px solid var(--line)}
 .main h2,.main h3,.main h4,.main h5,.main h6{line-height:1.25;margin:2rem 0 .6rem;font-weight:650}
 .main>:first-child{margin-top:0}
 .main h2{font-size:1.35rem;border-bottom:1px solid var(--line);padding-bottom:.3rem}.main h3{font-size:1.15rem}.main h4,.main h5,.main h6{font-size:1rem}
@@ -40,7 +39,7 @@ a:focus-visible,button:focus-visible,input:focus-visible,select:focus-visible,[r
 .table,figure{overflow-x:auto;background:var(--paper);border:1px solid var(--line);border-radius:10px;padding:1rem 1.2rem}
 :target{outline:2px solid var(--accent);outline-offset:3px}
 table{border-collapse:collapse}
-caption{caption-side:top;text-align:left;padding-bottom:.4rem}
+caption{caption-side:top;text-align:left;padding-bottom:.4rem;width:0;min-width:100%}caption>div{width:max-content;max-width:min(42em,85vw)}
 .table p{margin:.4rem 0 0}
 .layer+.layer,.table>table:not(:first-child){margin-top:1.2rem}
 .footnotes{list-style:none;margin:.5rem 0 0;padding:0}
@@ -52,8 +51,8 @@ pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;
 .notes{display:grid;grid-template-columns:max-content minmax(0,1fr);gap:.1rem 1rem;font-size:.9rem}.notes dt{color:var(--soft)}.notes dd{margin:0;overflow-wrap:anywhere}
 .choose{margin:0 0 .6rem}.choose label{margin-right:1rem}
 [hidden]{display:none!important}
-@media(max-width:52rem){body{display:block}.head,.main{padding-left:1rem;padding-right:1rem}.side{position:static;max-height:none;border-right:0;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}}
-@media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}tr,figure{break-inside:avoid}h2,h3,h4,h5,h6{break-after:avoid}.break{break-before:page}}
+@media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}}
+@media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}tr,figure{break-inside:avoid}h2,h3,h4,h5,h6{break-after:avoid}.break{break-before:page}}
 )";
 }
 
@@ -99,8 +98,13 @@ std::string_view reportScript() {
     if (!list) continue;
     list.setAttribute('role', 'group');
     item.setAttribute('aria-expanded', 'true');
-    item.querySelector('.fold').addEventListener('click', event => {
-      event.preventDefault();
+    const button = document.createElement('button');
+    button.type = 'button';
+    button.className = 'fold';
+    button.tabIndex = -1;
+    button.setAttribute('aria-hidden', 'true');
+    item.querySelector('.row').prepend(button);
+    button.addEventListener('click', () => {
       fold(item, item.getAttribute('aria-expanded') === 'false');
       focus(item);
     });

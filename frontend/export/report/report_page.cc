@@ -22,34 +22,25 @@ class OutlineWriter {
     void write(const std::vector<PageHeading>& headings) {
         html_ += "<ul>\n";
         for (const PageHeading& heading : headings) {
-            if (!open_.empty()) moveTo(heading.depth);
+            if (!closeDownTo(heading.depth) && !open_.empty()) html_ += "\n<ul>\n";
             open_.push_back(heading.depth);
-            html_ += "<li><span class=\"row\"><button class=\"fold\" type=\"button\" tabindex=\"-1\" aria-hidden=\"true\">"
-                     "</button><a href=\"#" +
-                     heading.id + "\">";
+            html_ += "<li><span class=\"row\"><a href=\"#" + heading.id + "\">";
             appendHtml(html_, inOneLine(heading.text));
             html_ += "</a></span>";
         }
-        while (!open_.empty()) close();
+        closeDownTo(0);
         html_ += "</ul>\n";
     }
 
   private:
-    /// Opens a list under the item that is open, or closes what is as deep or deeper.
-    void moveTo(std::size_t depth) {
-        if (depth > open_.back()) {
-            html_ += "\n<ul>\n";
-            return;
+    /// Ends the items that are as deep or deeper, and the lists between them; whether there were any.
+    bool closeDownTo(std::size_t depth) {
+        bool any = false;
+        for (; !open_.empty() && open_.back() >= depth; open_.pop_back()) {
+            html_ += any ? "</ul>\n</li>\n" : "</li>\n";
+            any = true;
         }
-        html_ += "</li>\n";
-        open_.pop_back();
-        while (!open_.empty() && open_.back() >= depth) close();
-    }
-
-    /// Ends the list of the innermost item, and the item that it stands under.
-    void close() {
-        open_.pop_back();
-        html_ += open_.empty() ? "</li>\n" : "</li>\n</ul>\n";
+        return any;
     }
 
     static std::string inOneLine(std::string text) {

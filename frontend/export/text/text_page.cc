@@ -73,12 +73,26 @@ class TextWriter {
         divide();
         for (;;) {
             const std::size_t end = lines.find_first_of("\r\n");
-            text_ += printableText(lines.substr(0, end));
+            text_ += printableText(withoutTabs(lines.substr(0, end)));
             text_ += '\n';
             if (end == std::string_view::npos) return;
             lines.remove_prefix(end + (lines.substr(end).starts_with("\r\n") ? 2 : 1));
             if (lines.empty()) return;
         }
+    }
+
+    /// Tabs as blanks up to the next eighth column of a line without wide letters.
+    static std::string withoutTabs(std::string_view line) {
+        constexpr std::size_t tabWidth = 8;
+        std::string text;
+        for (const char each : line) {
+            if (each == '\t') {
+                text.append(tabWidth - text.size() % tabWidth, ' ');
+            } else {
+                text += each;
+            }
+        }
+        return text;
     }
 
     void writeStyled(const ExportedItem& item, const StyledText& text) {
