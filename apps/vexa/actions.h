@@ -24,6 +24,9 @@ int explain(const std::string& words, Session& session);
 /// Prints a document's outline, one item of it, or all of it as JSON.
 [[nodiscard]] int showDocument(const Options& options);
 
+/// Exports a document file.
+[[nodiscard]] int exportFile(const Options& options);
+
 /// Complains on standard error, in the program's name.
 void complain(const std::string& message);
 

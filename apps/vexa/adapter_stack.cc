@@ -36,6 +36,7 @@ std::unique_ptr<AdapterStack> AdapterStack::make(const SessionChoices& choices, 
             EmbeddedFrontEnd embedded = makeEmbeddedFrontEnd(choices, terminal);
             stack->adapter_ = std::move(embedded.adapter);
             stack->recorder_ = std::move(embedded.recorder);
+            stack->documents_ = embedded.documents;
             break;
         }
         case AdapterKind::none:

@@ -10,6 +10,7 @@
 #include "apps/vexa/tracing_adapter.h"
 #include "backend/adapter/client_adapter.h"
 #include "backend/pivot/output_log.h"
+#include "frontend/controller/open_documents.h"
 
 namespace vexa::program {
 
@@ -25,6 +26,9 @@ class AdapterStack {
     AdapterStack(const AdapterStack&) = delete;
     AdapterStack& operator=(const AdapterStack&) = delete;
 
+    /// Those of the embedded front end; null with any other.
+    [[nodiscard]] frontend::OpenDocuments* documents() { return documents_; }
+
   private:
     AdapterStack() = default;
     void install(JsonLines* trace);
@@ -32,6 +36,7 @@ class AdapterStack {
     std::unique_ptr<ClientAdapter> adapter_;
     std::optional<TracingAdapter> tracing_;
     std::unique_ptr<LogListener> recorder_;
+    frontend::OpenDocuments* documents_ = nullptr;
 };
 
 }  // namespace vexa::program

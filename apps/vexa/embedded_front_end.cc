@@ -62,7 +62,8 @@ EmbeddedFrontEnd makeEmbeddedFrontEnd(const SessionChoices& choices, TerminalLis
     auto recorder = std::make_unique<frontend::DocumentRecorder>(
         adapter->documents(), reportLocked,
         choices.recordAll ? frontend::Recording::all : frontend::Recording::output);
-    return {std::move(adapter), std::move(recorder)};
+    frontend::OpenDocuments* const documents = &adapter->documents();
+    return {std::move(adapter), std::move(recorder), documents};
 }
 
 }  // namespace vexa::program

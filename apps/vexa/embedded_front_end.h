@@ -7,6 +7,7 @@
 #include "apps/vexa/terminal_listener.h"
 #include "backend/adapter/client_adapter.h"
 #include "backend/pivot/output_log.h"
+#include "frontend/controller/open_documents.h"
 
 namespace vexa::program {
 
@@ -15,6 +16,7 @@ struct EmbeddedFrontEnd {
     std::unique_ptr<ClientAdapter> adapter;
     std::unique_ptr<LogListener>
         recorder;  ///< puts what the log produces into the active document; dies first
+    frontend::OpenDocuments* documents = nullptr;  ///< those of the adapter
 };
 
 /// `terminal` outlives what is made.

@@ -37,6 +37,8 @@ int act(const vexa::program::Options& options) {
             return vexa::program::importFiles(options);
         case Action::show:
             return vexa::program::showDocument(options);
+        case Action::exportFile:
+            return vexa::program::exportFile(options);
     }
     return vexa::program::exit_status::kUsage;
 }

@@ -24,6 +24,7 @@ constexpr const char* kExamples = R"(Examples:
   vexa check report.vxs                 finds errors in the syntax without running anything
   vexa import report.vxv income.csv     puts tables, pictures and texts into a document
   vexa show report.vxv                  shows what is in a document
+  vexa export report.vxv report.html    writes it as a page
   vexa help OUTPUT SAVE                 shows what a command takes)";
 
 constexpr const char* kRunExamples =
@@ -57,6 +58,18 @@ constexpr const char* kShowExamples = R"(Examples:
   vexa show report.vxv                  prints the outline: numbers, types, labels, sizes, what is hidden
   vexa show --item 3 report.vxv         prints the third item
   vexa show --json report.vxv           prints all of it in the form that vexa import takes)";
+
+constexpr const char* kExportExamples =
+    R"(The extension says the format: .html .mht .txt, and once they can be made .pdf .docx .rtf .pptx .xlsx .xls .xlsm and
+pictures. KEYWORD=VALUE is what OUTPUT EXPORT takes: for the format, for CONTENTS, or for the command itself.
+
+Exit status: 0 the file was written, 1 it was not, 2 wrong usage or a document that cannot be read.
+
+Examples:
+  vexa export report.vxv report.html
+  vexa export report.vxv report.html INTERACTLAYERS=YES LAYERS=ALL
+  vexa export --as report report.vxv march.html "TITLE=March 2026"
+  vexa export report.vxv report.txt ENCODING=UTF8 COLUMNWIDTH=12)";
 
 constexpr const char* kHelpExamples = R"(Examples:
   vexa help                             lists the commands
@@ -249,6 +262,19 @@ void describeShow(CLI::App& app, Options& options) {
     addTextOptions(app, options.session);
 }
 
+void describeExport(CLI::App& app, Options& options) {
+    app.add_option("DOCUMENT", options.document.document, "The document file")->required();
+    app.add_option("FILE", options.document.exportFile, "The file to be made; a symbolic link is followed")
+        ->required();
+    app.add_option("KEYWORD=VALUE", options.document.keywords, "What OUTPUT EXPORT takes, as NOTESCAPTIONS=NO");
+    app.add_option("--as", options.document.exportAs,
+                   "The format, as report or text (that of the file's extension)")
+        ->option_text("FORMAT");
+    addPasswordFile(app, options.document);
+    app.add_flag("--dry-run", options.session.dryRun, "Write no file, but say what would be written");
+    addReadingOptions(app, options.session);
+}
+
 /// One command of the program, which `chosen` becomes when it is given.
 CLI::App* addAction(CLI::App& app, Options& options, Action action, const char* name, const char* help,
                     const char* examples) {
@@ -285,6 +311,10 @@ void describe(CLI::App& app, Options& options) {
                    options);
     describeShow(*addAction(app, options, Action::show, "show", "Show what is in a document", kShowExamples),
                  options);
+
+    describeExport(*addAction(app, options, Action::exportFile, "export",
+                              "Write a document as a page, a report, a text, ...", kExportExamples),
+                   options);
 
     CLI::App* const help = addAction(app, options, Action::help, "help",
                                      "Show what the commands of the language take", kHelpExamples);

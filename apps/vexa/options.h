@@ -29,21 +29,24 @@ struct SessionChoices {
     bool checkOnly = false;
 };
 
-/// What `vexa import` and `vexa show` are told.
+/// What `vexa import`, `vexa show` and `vexa export` are told.
 struct DocumentChoices {
     std::string document;
     std::string passwordFile;         ///< empty: the password is asked for
     frontend::ImportOptions import;   ///< of import
     std::optional<std::size_t> item;  ///< of show: the number of the item to show
     bool asJson = false;              ///< of show
+    std::string exportFile;           ///< of export: the file to be made
+    std::string exportAs;             ///< of export: the format; empty for that of the file's extension
+    std::vector<std::string> keywords;  ///< of export: "KEYWORD=VALUE"
 };
 
-enum class Action { prompt, run, check, help, password, import, show };
+enum class Action { prompt, run, check, help, password, import, show, exportFile };
 
 struct Options {
     Action action = Action::prompt;
     SessionChoices session;
-    DocumentChoices document;               ///< of import and show
+    DocumentChoices document;               ///< of import, show and export
     std::vector<std::string> files;         ///< of run, check and import; "-" is standard input
     std::vector<std::string> commandWords;  ///< of help
 };

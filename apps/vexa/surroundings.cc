@@ -103,6 +103,8 @@ Surroundings::~Surroundings() {
     }
 }
 
+frontend::OpenDocuments* Surroundings::documents() { return adapters_->documents(); }
+
 int Surroundings::finish() {
     trace_.flush();
     std::cout.flush();

@@ -12,6 +12,7 @@
 #include "backend/adapter/client_adapter.h"
 #include "backend/session/command_module.h"
 #include "backend/session/session.h"
+#include "frontend/controller/open_documents.h"
 
 namespace vexa::program {
 
@@ -29,6 +30,8 @@ class Surroundings {
 
     [[nodiscard]] Session& session() { return *session_; }
     [[nodiscard]] TerminalListener& terminal() { return terminal_; }
+    /// The open documents of the embedded front end; null with any other.
+    [[nodiscard]] frontend::OpenDocuments* documents();
 
     /// Writes the rest of the trace; what the program ends with, as far as the session has gone.
     [[nodiscard]] int finish();
