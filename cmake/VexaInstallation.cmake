@@ -24,5 +24,6 @@ add_custom_target(vexa_installation ALL DEPENDS ${installed})
 if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT AND NOT WIN32)
   set(CMAKE_INSTALL_PREFIX /opt/vexa CACHE PATH "Where cmake --install puts bin, lib, lang and Looks" FORCE)
 endif()
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/stringtables/ DESTINATION lang FILES_MATCHING PATTERN *.xlf)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/stringtables/ DESTINATION lang
+        FILES_MATCHING PATTERN *.xlf PATTERN statistic-roles.xml)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/looks/ DESTINATION Looks)

@@ -52,6 +52,7 @@ def check_moved(root, version):
     for text in EXPECTED:
         demand(text in printed, f"{text!r} is not in what was printed:\n{printed}")
     demand((work / "report.vxv").is_file(), "nothing was saved")
+    demand((root / "lang" / "statistic-roles.xml").is_file(), "no words for statistics are installed")
     demand(any((root / "Looks").iterdir()), "no looks are installed")
     for name in ["bin/vexa", *LIBRARIES]:
         check_binary(root / name)
