@@ -189,4 +189,15 @@ tables::Table broad() {
     });
 }
 
+std::string picture(const tables::Table& table, const rendering::RenderOptions& options) {
+    std::string text = '\n' + rendering::renderTable(table, options);
+    const std::pair<std::string, std::string> marks[] = {{"\x1b[1m", "<b>"}, {"\x1b[0m", "</b>"}};
+    for (const auto& [sequence, mark] : marks) {
+        for (auto at = text.find(sequence); at != std::string::npos; at = text.find(sequence, at)) {
+            text.replace(at, sequence.size(), mark);
+        }
+    }
+    return text;
+}
+
 }  // namespace vexa

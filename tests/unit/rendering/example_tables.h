@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "apps/rendering/table_rendering.h"
 #include "backend/pivot/bp_procedure.h"
 #include "backend/tables/model/table.h"
 
@@ -42,5 +43,8 @@ tables::Table layersOnly();
 tables::Table withoutCells(const std::vector<std::string>& keys);
 /// More columns than a terminal holds, under groups that the cuts go through.
 tables::Table broad();
+
+/// The picture of a table after a line feed, with the sequences for bold text written out as <b> and </b>.
+std::string picture(const tables::Table& table, const rendering::RenderOptions& options);
 
 }  // namespace vexa
