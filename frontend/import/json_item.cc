@@ -1,6 +1,7 @@
 #include "frontend/import/json_item.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "frontend/import/import_problem.h"
@@ -11,6 +12,10 @@
 namespace vexa::frontend {
 
 namespace {
+
+// Levels go back and forth as documents have them: modules report what they like.
+constexpr WholeNumbers kWarningLevels{2, std::numeric_limits<int>::max()};
+constexpr WholeNumbers kNoteLevels{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
 
 void readCommon(JsonObject& object, Item& item) {
     static_cast<void>(object.find("type"));
@@ -38,23 +43,21 @@ ItemContent readLog(JsonObject& object) {
 }
 
 ItemContent readWarning(JsonObject& object) {
-    constexpr WholeNumbers kLevels{2, 9};
     WarningContent content;
     std::int64_t level = content.level;
-    object.readWhole("level", kLevels, level);
+    object.readWhole("level", kWarningLevels, level);
     content.level = static_cast<int>(level);
     object.read("text", content.text);
     return content;
 }
 
 ItemContent readNotes(JsonObject& object) {
-    constexpr WholeNumbers kLevels{0, 99};
     NotesContent content;
     object.forEach("lines", [&](Json& value, const JsonPlace& place) {
         JsonObject line(value, place, object.refusal());
         NoteLine& read = content.lines.emplace_back();
         std::int64_t level = 0;
-        line.readWhole("level", kLevels, level);
+        line.readWhole("level", kNoteLevels, level);
         read.level = static_cast<int>(level);
         line.read("label", read.label);
         line.read("value", read.value);

@@ -157,6 +157,14 @@ TEST(Results, TakeEveryKeyOfATable) {
     EXPECT_EQ(table.data->dimensions()[0].groups.size(), 1U);
 }
 
+TEST(Results, TakeAnyLevelThatModulesReport) {
+    const Outline outline = resultsOf(R"({"items":[{"type":"warning","level":120},
+        {"type":"notes","lines":[{"level":-2},{"level":2147483647}]}]})");
+    EXPECT_EQ(std::get<WarningContent>(itemAt(outline, 0).content).level, 120);
+    EXPECT_THAT(std::get<NotesContent>(itemAt(outline, 1).content).lines,
+                ElementsAre(NoteLine{-2, "", ""}, NoteLine{2147483647, "", ""}));
+}
+
 TEST(Results, TakeEveryTypeOfItem) {
     const Outline outline = resultsOf(R"({"items":[
         {"type":"heading","text":"h","style":{"size":20}},{"type":"pageTitle","text":"p"},
