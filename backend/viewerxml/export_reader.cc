@@ -106,7 +106,7 @@ void ExportCollector::begin(std::size_t depth, const std::string& name,
             "The element ^1 is not allowed in ^2"_text,
             {quoted(name), depth > 2 ? std::string(kUrl) : std::string(exportElements().at(next_ - 1).name)});
     }
-    if (name != kRoot) refuse("The specification is no exportSpecification but ^1"_text, {quoted(name)});
+    if (name != kRoot) refuse("The specification is not an exportSpecification but ^1"_text, {quoted(name)});
     if (!attributes.empty()) {
         refuse("The element ^1 has no attribute ^2"_text, {name, quoted(attributes.front().name)});
     }

@@ -11,7 +11,7 @@ namespace {
 /// In the order of the enumerators.
 constexpr std::array<SystemText, featureCount> featureTexts{"fonts"_text,
                                                             "font sizes"_text,
-                                                            "text colours"_text,
+                                                            "text colors"_text,
                                                             "backgrounds"_text,
                                                             "bold, italic and underlined text"_text,
                                                             "alignment"_text,

@@ -37,7 +37,7 @@ bool readBytes(JsonObject& object, const std::string& folder, std::string& bytes
         bytes = std::move(text);
     } else if (key == "png") {
         if (!decodeBase64(text, bytes))
-            return object.refusal().refuse(object.place(key), translated("This is no base64 text."_text));
+            return object.refusal().refuse(object.place(key), translated("This is not base64 text."_text));
     } else {
         const std::string path = isWhole(text) ? text : folder + text;
         const FileResult result = FileSystem::current().read(path, bytes, maximalPictureBytes);

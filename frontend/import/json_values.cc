@@ -14,7 +14,7 @@ void readColorAt(JsonObject& object, std::string_view key, std::optional<tables:
     const Json* const found = object.find(key);
     if (found == nullptr) return;
     color = found->is_string() ? parseColor(found->get_ref<const std::string&>()) : std::nullopt;
-    if (!color) object.refuse(key, "a colour such as #ff8800"_text);
+    if (!color) object.refuse(key, "a color such as #ff8800"_text);
 }
 
 }  // namespace

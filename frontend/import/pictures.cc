@@ -143,8 +143,8 @@ std::shared_ptr<const Picture> readSvg(std::string bytes, std::string& reason) {
         document.load_buffer(bytes.data(), bytes.size(), pugi::parse_minimal, pugi::encoding_utf8);
     const pugi::xml_node root = document.document_element();
     if (!parsed || localName(root.name()) != "svg") {
-        reason = parsed ? composed("This is no SVG: its root is '^1'."_text, {root.name()})
-                        : composed("This is no SVG: ^1 (byte ^2)."_text,
+        reason = parsed ? composed("This is not an SVG: its root is '^1'."_text, {root.name()})
+                        : composed("This is not an SVG: ^1 (byte ^2)."_text,
                                    {parsed.description(), std::to_string(parsed.offset)});
         return nullptr;
     }
@@ -159,7 +159,7 @@ std::shared_ptr<const Picture> readPng(std::string bytes, std::string& reason) {
     const bool isPng = std::string_view(bytes).starts_with(kSignature);
     if (!isPng || !hasWholeChunks(bytes)) {
         reason =
-            isPng ? translated("The PNG is cut off or damaged."_text) : translated("This is no PNG."_text);
+            isPng ? translated("The PNG is cut off or damaged."_text) : translated("This is not a PNG."_text);
         return nullptr;
     }
     const double width = bigEndian(std::string_view(bytes).substr(kWidthAt)) * kPointsPerPixel;

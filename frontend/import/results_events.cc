@@ -270,7 +270,7 @@ bool ResultsEvents::endDocument(Frame& frame) {
     object.read("name", name);
     if (!object.has("items") && !object.has("vexaResults")) {
         return refusal_.refuse(
-            place, translated("These are no results: neither 'vexaResults' nor 'items' is there."_text));
+            place, translated("These are not results: neither 'vexaResults' nor 'items' is there."_text));
     }
     if (imported_.name.empty()) imported_.name = std::move(name);
     return object.finish();
@@ -347,7 +347,7 @@ bool ResultsEvents::parse_error(std::size_t position, const std::string& /*token
     refusedAt_ = position == 0 ? 0 : position - 1;
     const bool isNoUtf8 = reason.find("ill-formed UTF-8") != std::string::npos;
     return refusal_.refuse(JsonPath(), isNoUtf8 ? translated("The text is not UTF-8 here."_text)
-                                                : composed("This is no JSON: ^1."_text, {reason}));
+                                                : composed("This is not JSON: ^1."_text, {reason}));
 }
 
 }  // namespace vexa::frontend

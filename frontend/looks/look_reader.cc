@@ -102,7 +102,7 @@ class AttributeReader {
         if (const auto color = parseColor(found)) {
             value = *color;
         } else {
-            refuse("\"^1\" is not a colour. Write it as \"#1f77b4\"."_text, {found});
+            refuse("\"^1\" is not a color. Write it as \"#1f77b4\"."_text, {found});
         }
     }
 

@@ -52,7 +52,7 @@ TEST(Pictures, TakeAnSvgAsItIs) {
 TEST(Pictures, RefuseWhatIsNoSvg) {
     std::string reason;
     EXPECT_EQ(readSvg("<svg><g></svg>", reason), nullptr);
-    EXPECT_EQ(reason, "This is no SVG: Start-end tags mismatch (byte 10).");
+    EXPECT_EQ(reason, "This is not an SVG: Start-end tags mismatch (byte 10).");
     EXPECT_EQ(readSvg("<html/>", reason), nullptr);
     EXPECT_EQ(readSvg("", reason), nullptr);
     EXPECT_EQ(readSvg("<svg>\xFF</svg>", reason), nullptr);
@@ -77,7 +77,7 @@ TEST(Pictures, RefuseAPngThatIsCutOff) {
     EXPECT_EQ(reason, "The PNG is cut off or damaged.");
     EXPECT_EQ(readPng(samplePng(0, 10), reason), nullptr);
     EXPECT_EQ(readPng("GIF89a", reason), nullptr);
-    EXPECT_EQ(reason, "This is no PNG.");
+    EXPECT_EQ(reason, "This is not a PNG.");
 }
 
 TEST(Base64, GoesBothWays) {

@@ -24,13 +24,13 @@ TEST_P(ResultsRefusal, SaysWhatAndWhere) {
 INSTANTIATE_TEST_SUITE_P(
     OfTheText, ResultsRefusal,
     testing::Values(
-        Refused{
-            "",
-            "1:1: This is no JSON: syntax error while parsing value - unexpected end of input; expected '[', "
-            "'{', or a literal."},
+        Refused{"",
+                "1:1: This is not JSON: syntax error while parsing value - unexpected end of input; expected "
+                "'[', "
+                "'{', or a literal."},
         Refused{"{\"items\":[\n 1 2]}", "2:2: items[0]: Found: 1. Expected: an object."},
         Refused{"[]", "1:1: Found: [...]. Expected: an object."},
-        Refused{"{\n}", "1:1: These are no results: neither 'vexaResults' nor 'items' is there."},
+        Refused{"{\n}", "1:1: These are not results: neither 'vexaResults' nor 'items' is there."},
         Refused{R"({"vexaResults":2})", "1:16: vexaResults: Found: 2. Expected: a whole number from 1 to 1."},
         Refused{R"({"name":3,"items":[]})", "1:9: name: Found: 3. Expected: a text."},
         Refused{R"({"items":[],"nmae":""})", "1:1: There is no key 'nmae' here. Did you mean 'name'?"},
@@ -62,11 +62,11 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{R"({"items":[{"type":"text","items":[]}]})",
                 "1:11: items[0]: An item of the type 'text' has no key 'items'."},
         Refused{R"({"items":[{"type":"header","items":[{"type":"text","style":{"color":"red"}}]}]})",
-                "1:69: items[0].items[0].style.color: Found: \"red\". Expected: a colour such as #ff8800."},
+                "1:69: items[0].items[0].style.color: Found: \"red\". Expected: a color such as #ff8800."},
         Refused{R"({"items":[{"type":"model","views":[{"type":"text"}],"shown":2}]})",
                 "1:61: items[0].shown: Found: 2. Expected: a whole number from 1 to 1."},
         Refused{R"({"items":[{"type":"warning","level":1}]})",
-                "1:37: items[0].level: Found: 1. Expected: a whole number from 2 to 9."},
+                "1:37: items[0].level: Found: 1. Expected: a whole number from 2 to 2147483647."},
         Refused{R"({"items":[{"type":"grid","rows":[["a"],["b","c"]]}]})",
                 "1:40: items[0].rows[1]: Found: a row of 2 texts. The first row has 1."},
         Refused{R"({"items":[{"type":"grid","rows":[["a"]],"headerRows":2}]})",
@@ -74,8 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{R"({"items":[{"type":"chart"}]})",
                 "1:11: items[0]: Found: 0 of the keys file, svg and png. Expected: one of them."},
         Refused{R"({"items":[{"type":"chart","svg":"<g/>"}]})",
-                "1:33: items[0].svg: This is no SVG: its root is 'g'."},
-        Refused{R"({"items":[{"type":"chart","png":"a*"}]})", "1:33: items[0].png: This is no base64 text."},
+                "1:33: items[0].svg: This is not an SVG: its root is 'g'."},
+        Refused{R"({"items":[{"type":"chart","png":"a*"}]})", "1:33: items[0].png: This is not base64 text."},
         Refused{R"({"items":[{"type":"chart","file":"none.svg"}]})",
                 "1:34: items[0].file: The file none.svg cannot be read: No such file or directory."}));
 

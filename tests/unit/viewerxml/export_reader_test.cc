@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ReadExportSpec, RefusesWhatIsNoSpecification) {
     EXPECT_THAT(readExportSpec("").error, HasSubstr("Line 1, column 1"));
     EXPECT_THAT(readExportSpec("<exportResponse success=\"true\"/>").error,
-                HasSubstr("The specification is no exportSpecification but \"exportResponse\""));
+                HasSubstr("The specification is not an exportSpecification but \"exportResponse\""));
     EXPECT_THAT(readExportSpec("<exportSpecification a=\"\"/>").error,
                 HasSubstr("The element exportSpecification has no attribute \"a\""));
     EXPECT_THAT(readExportSpec("<!DOCTYPE exportSpecification><exportSpecification/>").error,
