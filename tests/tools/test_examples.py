@@ -53,6 +53,17 @@ class Examples(unittest.TestCase):
         self.assertEqual(say.missing, {"Nowhere said"})
 
 
+class Looks(unittest.TestCase):
+    def test_the_page_shows_every_look_that_is_shipped(self):
+        root = tool.TOOLS.parent
+        page = (root / "docs" / "looks.md").read_text(encoding="utf-8")
+        looks = sorted(path.stem for path in (root / "looks").glob("*.tlk"))
+        self.assertGreaterEqual(len(looks), 6)
+        for look in looks:
+            self.assertIn(f"(pictures/look-{look}.png)", page)
+            self.assertTrue((root / "docs" / "pictures" / f"look-{look}.png").read_bytes().startswith(b"\x89PNG"), look)
+
+
 class Figures(unittest.TestCase):
     """Against values that tables of the distributions have."""
 
