@@ -1,11 +1,7 @@
 #include "frontend/modify/cell_change.h"
 
-#include <memory>
-#include <optional>
 #include <unordered_map>
-#include <utility>
 
-#include "frontend/modify/cell_selection.h"
 #include "frontend/modify/number_formats.h"
 
 namespace vexa::frontend {
@@ -20,73 +16,60 @@ class StyleChanger {
     StyleChanger(TableStyle& style, const PreparedCellsChange& prepared, Place placeCount)
         : style_(style), prepared_(prepared), placeCount_(placeCount) {}
 
-    void change(const SelectedCells& cells) {
-        for (const Place place : cells.data) style_.setCell(place, changed(style_.cell(place)), placeCount_);
+    /// False when all of them have their new styles already.
+    bool change(const SelectedCells& cells) {
+        for (const Place place : cells.data) {
+            if (isOther(style_.cell(place))) style_.setCell(place, to_, placeCount_);
+        }
         for (const SelectedLabel& each : cells.labels) changeLabel(each);
         if (cells.title) changeArea(Area::title);
         if (cells.caption) changeArea(Area::caption);
         if (cells.footnotes) changeArea(Area::footnotes);
+        return changed_;
     }
 
   private:
     void changeLabel(const SelectedLabel& label) {
         if (label.isGroup) {
-            style_.setGroup(label.dimension, label.id, changed(style_.group(label.dimension, label.id)));
-        } else {
-            style_.setCategory(label.dimension, label.id,
-                               changed(style_.category(label.dimension, label.id)));
+            if (isOther(style_.group(label.dimension, label.id)))
+                style_.setGroup(label.dimension, label.id, to_);
+        } else if (isOther(style_.category(label.dimension, label.id))) {
+            style_.setCategory(label.dimension, label.id, to_);
         }
     }
 
-    void changeArea(Area area) { style_.setArea(area, changed(style_.area(area))); }
+    void changeArea(Area area) {
+        if (isOther(style_.area(area))) style_.setArea(area, to_);
+    }
 
-    /// The style that takes the place of one that was there; found out once for each.
-    StyleId changed(StyleId from) {
+    /// Lets `to_` be the style that takes the place of one that was there. Neighbours mostly have the same.
+    bool isOther(StyleId from) {
+        if (!hasFrom_ || from != from_) {
+            hasFrom_ = true;
+            from_ = from;
+            to_ = styleFor(from);
+        }
+        changed_ = changed_ || to_ != from;
+        return to_ != from;
+    }
+
+    StyleId styleFor(StyleId from) {
         const auto known = known_.find(from);
         if (known != known_.end()) return known->second;
         CellStyle style = prepared_.change->revertToDefault ? CellStyle{} : style_.style(from);
         style.overlay(prepared_.style);
-        const StyleId to = style_.intern(style);
-        known_.emplace(from, to);
-        return to;
+        return known_[from] = style_.intern(style);
     }
 
     TableStyle& style_;
     const PreparedCellsChange& prepared_;
     Place placeCount_;
     std::unordered_map<StyleId, StyleId> known_;
+    bool hasFrom_ = false;
+    StyleId from_ = 0;
+    StyleId to_ = 0;
+    bool changed_ = false;
 };
-
-void changeWidths(TableStyle& style, const CellsChange& change, const SelectedCells& cells) {
-    if (!change.columnWidth && !change.revertToDefault) return;
-    std::optional<double> width;
-    if (change.columnWidth) width = *change.columnWidth;
-    for (const SelectedLabel& column : cells.columns) style.setWidth(column.dimension, column.id, width);
-}
-
-/// A number that is shown in that format already gets none of its own.
-void changeFormats(const TableData& data, const TableView& view, TableStyle& style, DisplayFormat format,
-                   const SelectedCells& cells) {
-    const NumberFormats formats(data, view, style);
-    for (const Place place : cells.data) {
-        const TableCell* const cell = data.find(place);
-        if (cell == nullptr || cell->kind != tables::CellKind::number) continue;
-        if (!formats.isShownIn(format, place, *cell)) style.setCellFormat(place, format, data.placeCount());
-    }
-}
-
-bool changesStyle(const PreparedCellsChange& prepared) {
-    const CellsChange& change = *prepared.change;
-    return change.revertToDefault || change.columnWidth || !prepared.style.isEmpty();
-}
-
-/// A table whose one data column stands under no dimension keeps the column's width as that of all data
-/// columns.
-void changeOnlyColumn(TableView& view, const CellsChange& change, const SelectedCells& cells) {
-    if (!view.columns.empty() || !cells.hasColumns) return;
-    if (change.revertToDefault) view.minColumnWidth = view.maxColumnWidth = std::nullopt;
-    if (change.columnWidth) view.minColumnWidth = view.maxColumnWidth = *change.columnWidth;
-}
 
 void replaceNumber(TableDataBuilder& builder, const TableData& data, Place place, double number) {
     const TableCell* const cell = data.find(place);
@@ -136,71 +119,129 @@ std::shared_ptr<const TableData> replaceData(const std::shared_ptr<const TableDa
     return builder.finish();
 }
 
-void replaceTexts(TableView& view, const CellReplacement& replacement, const SelectedCells& cells) {
-    if (!replacement.text) return;
-    if (cells.title) view.title = *replacement.text;
-    if (cells.caption) view.caption = *replacement.text;
-}
-
 /// What is no number has no format: those that a style gives to cells that become texts or empty go.
-void dropFormats(TableStyle& style, const CellReplacement& replacement, const SelectedCells& cells,
-                 Place placeCount) {
-    const bool keepsNumbers = !replacement.text && replacement.number != emptying;
-    if (keepsNumbers || style.cellFormats().isEmpty()) return;
-    for (const Place place : cells.data) style.setCellFormat(place, {}, placeCount);
-}
-
-/// Values come before formats, which are for the numbers that are there afterwards.
-Table apply(const Table& table, const PreparedCellsChange& prepared, const SelectedCells& cells) {
-    const CellsChange& change = *prepared.change;
-    const Place placeCount = table.data->placeCount();
-    TableView view = *table.view;
-    auto style = std::make_shared<TableStyle>(*table.style);
-    Table changed = table;
-    if (change.replacement) {
-        changed.data = replaceData(table.data, *change.replacement, cells);
-        replaceTexts(view, *change.replacement, cells);
-        dropFormats(*style, *change.replacement, cells, placeCount);
-    }
-    if (changesStyle(prepared)) {
-        changeWidths(*style, change, cells);
-        changeOnlyColumn(view, change, cells);
-        StyleChanger(*style, prepared, placeCount).change(cells);
-    }
-    if (prepared.format) {
-        changeFormats(*changed.data, view, *style, *prepared.format, cells);
-        changed.data = withoutOwnTexts(changed.data, cells.data);
-    }
-    changed.view = std::make_shared<const TableView>(std::move(view));
-    changed.style = std::move(style);
-    return changed;
-}
-
-/// Keeps the old pointers where nothing is different.
-Table keepSame(const Table& before, Table after) {
-    if (after.data != before.data && *after.data == *before.data) after.data = before.data;
-    if (*after.view == *before.view) after.view = before.view;
-    if (*after.style == *before.style) after.style = before.style;
-    return after;
+void dropFormats(TableStyle& style, const std::vector<Place>& places, Place placeCount) {
+    for (const Place place : places) style.setCellFormat(place, {}, placeCount);
 }
 
 }  // namespace
 
-Table changeCells(const Table& table, const PreparedCellsChange& prepared, ItemPlan& plan) {
+const TableLines& CellsEditor::lines() {
+    if (!lines_) lines_.emplace(table_);
+    return *lines_;
+}
+
+TableStyle& CellsEditor::style() {
+    if (style_ == nullptr) {
+        style_ = std::make_shared<TableStyle>(*table_.style);
+        table_.style = style_;
+    }
+    return *style_;
+}
+
+Table CellsEditor::take() const {
+    Table changed = table_;
+    if (!hasOtherStyle_) changed.style = before_;
+    return changed;
+}
+
+bool CellsEditor::takeData(std::shared_ptr<const TableData> data) {
+    if (data == table_.data || *data == *table_.data) return false;
+    table_.data = std::move(data);
+    lines_.reset();  // which lines are empty may be different now
+    return true;
+}
+
+bool CellsEditor::replaceValues(const CellReplacement& replacement, const SelectedCells& cells) {
+    if (!takeData(replaceData(table_.data, replacement, cells))) return false;
+    const bool keepsNumbers = !replacement.text && replacement.number != emptying;
+    if (!keepsNumbers && !table_.style->cellFormats().isEmpty()) {
+        dropFormats(style(), cells.data, table_.data->placeCount());
+        hasOtherStyle_ = true;
+    }
+    return true;
+}
+
+bool CellsEditor::replace(const CellReplacement& replacement, const SelectedCells& cells) {
+    const bool values = replaceValues(replacement, cells);
+    if (!replacement.text) return values;
+    const bool title = cells.title && table_.view->title != *replacement.text;
+    const bool caption = cells.caption && table_.view->caption != *replacement.text;
+    if (!title && !caption) return values;
+    auto view = std::make_shared<TableView>(*table_.view);
+    if (title) view->title = *replacement.text;
+    if (caption) view->caption = *replacement.text;
+    table_.view = std::move(view);
+    return true;
+}
+
+/// A table whose one data column stands under no dimension keeps the column's width as that of all data
+/// columns.
+bool CellsEditor::changeView(const CellsChange& change, const SelectedCells& cells) {
+    if (!table_.view->columns.empty() || !cells.hasColumns) return false;
+    std::optional<double> width;
+    if (change.columnWidth) width = *change.columnWidth;
+    if (table_.view->minColumnWidth == width && table_.view->maxColumnWidth == width) return false;
+    auto view = std::make_shared<TableView>(*table_.view);
+    view->minColumnWidth = view->maxColumnWidth = width;
+    table_.view = std::move(view);
+    return true;
+}
+
+bool CellsEditor::changeWidths(const CellsChange& change, const SelectedCells& cells) {
+    if (!change.columnWidth && !change.revertToDefault) return false;
+    std::optional<double> width;
+    if (change.columnWidth) width = *change.columnWidth;
+    bool changed = changeView(change, cells);
+    for (const SelectedLabel& column : cells.columns) {
+        if (table_.style->width(column.dimension, column.id) == width) continue;
+        style().setWidth(column.dimension, column.id, width);
+        hasOtherStyle_ = changed = true;
+    }
+    return changed;
+}
+
+bool CellsEditor::changeStyles(const PreparedCellsChange& prepared, const SelectedCells& cells) {
+    if (!prepared.change->revertToDefault && prepared.style.isEmpty()) return false;
+    const bool changed = StyleChanger(style(), prepared, table_.data->placeCount()).change(cells);
+    hasOtherStyle_ = hasOtherStyle_ || changed;
+    return changed;
+}
+
+/// A number that is shown in that format already gets none of its own.
+bool CellsEditor::changeFormats(DisplayFormat format, const SelectedCells& cells) {
+    TableStyle& changed = style();
+    const NumberFormats formats(*table_.data, *table_.view, changed);
+    bool isOther = false;
+    for (const Place place : cells.data) {
+        const TableCell* const cell = table_.data->find(place);
+        if (cell == nullptr || cell->kind != tables::CellKind::number) continue;
+        if (formats.isShownIn(format, place, *cell)) continue;
+        changed.setCellFormat(place, format, table_.data->placeCount());
+        isOther = true;
+    }
+    hasOtherStyle_ = hasOtherStyle_ || isOther;
+    const bool hasOtherData = takeData(withoutOwnTexts(table_.data, cells.data));
+    return isOther || hasOtherData;
+}
+
+void CellsEditor::change(const PreparedCellsChange& prepared, ItemPlan& plan) {
+    const CellsChange& change = *prepared.change;
     SelectedCells cells;
-    if (!selectCells(table, *prepared.change, cells)) {
+    if (!selectCells(table_, lines(), change, cells)) {
         plan.report("The table has too many cells for a selection."_text);
-        return table;
+        return;
     }
     if (cells.isEmpty()) {
         plan.passOver("It has no such cells."_text);
-        return table;
+        return;
     }
-    Table changed = keepSame(table, apply(table, prepared, cells));
-    const bool same =
-        changed.data == table.data && changed.view == table.view && changed.style == table.style;
-    if (!same) plan.add(ChangeKind::cells);
-    return changed;
+    // Values come before formats, which are for the numbers that are there afterwards.
+    bool changed = change.replacement && replace(*change.replacement, cells);
+    changed = changeWidths(change, cells) || changed;
+    changed = changeStyles(prepared, cells) || changed;
+    changed = (prepared.format && changeFormats(*prepared.format, cells)) || changed;
+    if (changed) plan.add(ChangeKind::cells);
 }
 
 }  // namespace vexa::frontend

@@ -1,12 +1,10 @@
 #include "frontend/modify/cell_selection.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
-#include <set>
-#include <unordered_set>
 #include <utility>
 
-#include "backend/tables/layout/axis_lines.h"
 #include "frontend/modify/cell_condition.h"
 #include "frontend/modify/line_selection.h"
 
@@ -16,6 +14,7 @@ namespace {
 
 using namespace tables;
 using Request = frontend::CellKind;
+using Labels = std::vector<SelectedLabel>;
 
 /// The statistic that a keyword of cells asks for.
 struct Statistic {
@@ -31,15 +30,11 @@ constexpr Statistic statistics[] = {{Request::correlation, StatisticRole::correl
                                     {Request::significance, StatisticRole::significance}};
 
 /// The cells of a table while they are chosen: a flag a place of rows, columns and layers as shown, and
-/// labels.
+/// labels in their order.
 class CellChooser {
   public:
-    CellChooser(const Table& table, const CellsChange& change)
-        : table_(table),
-          change_(change),
-          rows_(axisLines(table, Axis::row)),
-          columns_(axisLines(table, Axis::column)),
-          layers_(layersOf(table, LayerChoice::all)) {}
+    CellChooser(const Table& table, const TableLines& lines, const CellsChange& change)
+        : table_(table), change_(change), rows_(lines.rows), columns_(lines.columns), layers_(lines.layers) {}
 
     [[nodiscard]] bool fits() const {
         const std::uint64_t lines = std::max<std::uint64_t>(1, rows_.size());
@@ -49,12 +44,11 @@ class CellChooser {
     }
 
     void choose(SelectedCells& cells) {
-        chosen_.assign(rows_.size() * columns_.size() * layers_.size(), 0);
         chooseAreas(cells);
         if (isConditional(change_.condition)) {
             labels_.clear();
             cells.title = cells.caption = cells.footnotes = false;
-            keepMatching();
+            if (hasData_) keepMatching();
         }
         widen();
         collect(cells);
@@ -76,37 +70,46 @@ class CellChooser {
             chooseShared(body || !headers, headers || !body);
             return;
         }
-        if (body) std::fill(chosen_.begin(), chosen_.end(), 1);
-        if (headers) addAllLabels();
+        if (body) chooseAllData();
+        if (headers) labels_ = allLabels();
+    }
+
+    void chooseAllData() {
+        chosen_.assign(rows_.size() * columns_.size() * layers_.size(), 1);
+        hasData_ = true;
     }
 
     /// What statistics, expressions and positions share, data and labels as asked for.
     void chooseShared(bool data, bool labels) {
-        std::fill(chosen_.begin(), chosen_.end(), data ? 1 : 0);
-        std::optional<std::set<SelectedLabel>> shared;
-        const auto keepShared = [&](std::set<SelectedLabel> own) {
+        if (data) chooseAllData();
+        std::optional<Labels> shared;
+        const auto keepShared = [&](Labels own) {
             if (!shared) {
                 shared = std::move(own);
                 return;
             }
-            std::erase_if(*shared, [&](const SelectedLabel& each) { return !own.contains(each); });
+            Labels both;
+            std::set_intersection(shared->begin(), shared->end(), own.begin(), own.end(),
+                                  std::back_inserter(both));
+            shared = std::move(both);
         };
         if (asksForStatistics()) {
-            keepDataOfStatistics();
-            keepShared(change_.chooses(Request::headers) ? labelsOfStatistics() : std::set<SelectedLabel>{});
+            if (data) keepDataOfStatistics();
+            keepShared(change_.chooses(Request::headers) ? labelsOfStatistics() : Labels{});
         }
-        if (!change_.labels.empty()) keepLines(linesOfLabels(table_, change_, rows_, columns_), keepShared);
-        if (!change_.positions.empty())
-            keepLines(linesOfPositions(table_, change_, rows_, columns_), keepShared);
+        const auto keepLines = [&](SelectedLines lines) {
+            if (data) keepDataOf(lines);
+            keepShared(std::move(lines.labels));
+        };
+        if (!change_.labels.empty()) keepLines(linesOfLabels(table_, change_, rows_, columns_));
+        if (!change_.positions.empty()) keepLines(linesOfPositions(table_, change_, rows_, columns_));
         if (labels && shared) labels_ = std::move(*shared);
     }
 
-    template <typename KeepLabels>
-    void keepLines(SelectedLines lines, const KeepLabels& keepLabels) {
+    void keepDataOf(const SelectedLines& lines) {
         forEachCell([&](std::size_t row, std::size_t column, std::size_t, char& chosen) {
             if (!lines.rows[row] && !lines.columns[column]) chosen = 0;
         });
-        keepLabels(std::move(lines.labels));
     }
 
     [[nodiscard]] bool isWanted(StatisticRole role) const {
@@ -143,22 +146,21 @@ class CellChooser {
         });
     }
 
-    [[nodiscard]] std::set<SelectedLabel> labelsOfStatistics() const {
-        std::set<SelectedLabel> labels;
-        for (const AxisLines* const lines : {&rows_, &columns_}) {
-            for (const SelectedLabel& each : shownLabels(*table_.data, *lines)) {
-                const TableDimension& dimension = table_.data->dimensions()[each.dimension];
-                if (!each.isGroup && isWanted(dimension.categories[each.id].role)) labels.insert(each);
-            }
-        }
+    [[nodiscard]] Labels allLabels() const {
+        Labels labels = shownLabels(*table_.data, rows_);
+        const Labels ofColumns = shownLabels(*table_.data, columns_);
+        labels.insert(labels.end(), ofColumns.begin(), ofColumns.end());
+        std::sort(labels.begin(), labels.end());
         return labels;
     }
 
-    void addAllLabels() {
-        for (const AxisLines* const lines : {&rows_, &columns_}) {
-            const std::vector<SelectedLabel> shown = shownLabels(*table_.data, *lines);
-            labels_.insert(shown.begin(), shown.end());
-        }
+    [[nodiscard]] Labels labelsOfStatistics() const {
+        Labels labels = allLabels();
+        std::erase_if(labels, [&](const SelectedLabel& each) {
+            const TableDimension& dimension = table_.data->dimensions()[each.dimension];
+            return each.isGroup || !isWanted(dimension.categories[each.id].role);
+        });
+        return labels;
     }
 
     void keepMatching() {
@@ -179,14 +181,23 @@ class CellChooser {
         forEachCell([&](std::size_t row, std::size_t column, std::size_t, char& chosen) {
             if (chosen) has[axis == Axis::row ? row : column] = 1;
         });
-        for (std::size_t i = 0; i < lines.size() && !lines.dimensions().empty(); ++i) {
-            if (labels_.contains(labelOf(lines, i))) has[i] = 1;
+        for (std::size_t i = 0; i < lines.size() && !lines.dimensions().empty() && !labels_.empty(); ++i) {
+            if (std::binary_search(labels_.begin(), labels_.end(), labelOf(lines, i))) has[i] = 1;
         }
         return has;
     }
 
     [[nodiscard]] static SelectedLabel labelOf(const AxisLines& lines, std::size_t line) {
         return {lines.dimensions().back(), lines.line(line).back(), false};
+    }
+
+    /// The labels at the end of the chosen lines.
+    [[nodiscard]] static Labels labelsOf(const AxisLines& lines, const std::vector<char>& chosen) {
+        Labels labels;
+        for (std::size_t i = 0; i < lines.size() && !lines.dimensions().empty(); ++i) {
+            if (chosen[i]) labels.push_back(labelOf(lines, i));
+        }
+        return inOrder(std::move(labels));
     }
 
     void widen() {
@@ -196,35 +207,32 @@ class CellChooser {
             reach == CellReach::column || reach == CellReach::columnData || reach == CellReach::columnHeader;
         const bool withData = reach != CellReach::columnHeader && reach != CellReach::rowHeader;
         const bool withLabels = reach != CellReach::columnData && reach != CellReach::rowData;
-        const Axis axis = toColumns ? Axis::column : Axis::row;
         const AxisLines& lines = toColumns ? columns_ : rows_;
-        const std::vector<char> has = chosenLines(axis);
+        const std::vector<char> has = chosenLines(toColumns ? Axis::column : Axis::row);
+        if (withData) chooseAllData();
         forEachCell([&](std::size_t row, std::size_t column, std::size_t, char& chosen) {
             chosen = withData && has[toColumns ? column : row] ? 1 : 0;
         });
-        labels_.clear();
-        for (std::size_t i = 0; i < lines.size() && withLabels && !lines.dimensions().empty(); ++i) {
-            if (has[i]) labels_.insert(labelOf(lines, i));
-        }
+        labels_ = withLabels ? labelsOf(lines, has) : Labels{};
     }
 
     void collect(SelectedCells& cells) {
+        cells.data.reserve(static_cast<std::size_t>(std::count(chosen_.begin(), chosen_.end(), 1)));
         forEachCell([&](std::size_t row, std::size_t column, std::size_t layer, char& chosen) {
             if (chosen) cells.data.push_back(placeAt(row, column, layer));
         });
-        std::set<SelectedLabel> columns;
-        const std::vector<char> has = chosenLines(Axis::column);
-        for (std::size_t i = 0; i < has.size(); ++i) {
-            if (!has[i]) continue;
-            cells.hasColumns = true;
-            if (!columns_.dimensions().empty()) columns.insert(labelOf(columns_, i));
+        if (change_.columnWidth || change_.revertToDefault) {
+            const std::vector<char> has = chosenLines(Axis::column);
+            cells.hasColumns = std::find(has.begin(), has.end(), 1) != has.end();
+            cells.columns = labelsOf(columns_, has);
         }
-        cells.columns.assign(columns.begin(), columns.end());
-        cells.labels.assign(labels_.begin(), labels_.end());
+        cells.labels = std::move(labels_);
     }
 
+    /// Nothing where no data was ever chosen.
     template <typename Action>
     void forEachCell(const Action& action) {
+        if (!hasData_) return;
         std::size_t index = 0;
         for (std::size_t layer = 0; layer < layers_.size(); ++layer) {
             for (std::size_t row = 0; row < rows_.size(); ++row) {
@@ -241,17 +249,24 @@ class CellChooser {
 
     const Table& table_;
     const CellsChange& change_;
-    AxisLines rows_;
-    AxisLines columns_;
-    std::vector<Place> layers_;
-    std::vector<char> chosen_;
-    std::set<SelectedLabel> labels_;
+    const AxisLines& rows_;
+    const AxisLines& columns_;
+    const std::vector<Place>& layers_;
+    std::vector<char> chosen_;  // one a cell once `hasData_`
+    bool hasData_ = false;
+    Labels labels_;
 };
 
 }  // namespace
 
-bool selectCells(const Table& table, const CellsChange& change, SelectedCells& cells) {
-    CellChooser chooser(table, change);
+TableLines::TableLines(const Table& table)
+    : rows(axisLines(table, Axis::row)),
+      columns(axisLines(table, Axis::column)),
+      layers(layersOf(table, LayerChoice::all)) {}
+
+bool selectCells(const Table& table, const TableLines& lines, const CellsChange& change,
+                 SelectedCells& cells) {
+    CellChooser chooser(table, lines, change);
     if (!chooser.fits()) return false;
     chooser.choose(cells);
     return true;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "backend/tables/layout/axis_lines.h"
 #include "backend/tables/model/table.h"
 #include "frontend/requests/modify_request.h"
 
@@ -20,13 +21,23 @@ struct SelectedLabel {
     auto operator<=>(const SelectedLabel&) const = default;
 };
 
+/// The lines of a table as it is shown, which several selections share.
+struct TableLines {
+    explicit TableLines(const tables::Table& table);
+
+    tables::AxisLines rows;
+    tables::AxisLines columns;
+    std::vector<tables::Place> layers;
+};
+
 struct SelectedCells {
     std::vector<tables::Place> data;    ///< in the order shown, layer by layer; empty cells too
-    std::vector<SelectedLabel> labels;  ///< each once
-    /// Innermost column categories of the columns that have a selected cell, each once.
+    std::vector<SelectedLabel> labels;  ///< each once, in their order
+    /// Where the columns of cells are asked for: the innermost column categories of those that have a
+    /// selected cell, each once, in their order.
     std::vector<SelectedLabel> columns;
-    bool hasColumns =
-        false;  ///< some cell of a column is selected, also where no dimension stands on that axis
+    /// Likewise: some column has a selected cell, also where no dimension stands on that axis.
+    bool hasColumns = false;
     bool title = false;
     bool caption = false;
     bool footnotes = false;
@@ -39,7 +50,9 @@ struct SelectedCells {
 /// The most cells that can be selected in one table; in a larger one nothing is.
 inline constexpr std::uint64_t maximalSelectedCells = 50'000'000;
 
-/// False when the table is too large.
-[[nodiscard]] bool selectCells(const tables::Table& table, const CellsChange& change, SelectedCells& cells);
+/// `lines` are those of the table. Columns are found out where the change is one of their widths. False when
+/// the table is too large.
+[[nodiscard]] bool selectCells(const tables::Table& table, const TableLines& lines, const CellsChange& change,
+                               SelectedCells& cells);
 
 }  // namespace vexa::frontend

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "frontend/document/compared_text.h"
 
@@ -58,7 +59,7 @@ class NamedOfDimension {
 
 /// The innermost labels whose lines are all chosen.
 void addInnermostLabels(const AxisLines& lines, const std::vector<char>& chosen,
-                        std::set<SelectedLabel>& labels) {
+                        std::vector<SelectedLabel>& labels) {
     const DimensionId dimension = lines.dimensions().back();
     std::unordered_set<CategoryId> left;
     for (std::size_t i = 0; i < lines.size() && lines.dimensions().size() > 1; ++i) {
@@ -66,12 +67,12 @@ void addInnermostLabels(const AxisLines& lines, const std::vector<char>& chosen,
     }
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const CategoryId category = lines.line(i).back();
-        if (chosen[i] && !left.contains(category)) labels.insert({dimension, category, false});
+        if (chosen[i] && !left.contains(category)) labels.push_back({dimension, category, false});
     }
 }
 
 void chooseByLabels(const Table& table, const AxisLines& lines, const std::unordered_set<std::string>& wanted,
-                    std::vector<char>& chosen, std::set<SelectedLabel>& labels) {
+                    std::vector<char>& chosen, std::vector<SelectedLabel>& labels) {
     const std::vector<DimensionId>& dimensions = lines.dimensions();
     if (dimensions.empty()) return;
     const std::vector<SelectedLabel> shown = shownLabels(*table.data, lines);
@@ -83,24 +84,25 @@ void chooseByLabels(const Table& table, const AxisLines& lines, const std::unord
             if (!named.names(category)) continue;
             chosen[i] = 1;
             // A category of an outer dimension stands over its lines as a group does.
-            if (!isInnermost && named.namesItself(category)) labels.insert({dimensions[d], category, false});
+            if (!isInnermost && named.namesItself(category))
+                labels.push_back({dimensions[d], category, false});
         }
         for (const SelectedLabel& each : shown) {
             if (each.isGroup && each.dimension == dimensions[d] && named.groups()[each.id])
-                labels.insert(each);
+                labels.push_back(each);
         }
     }
     addInnermostLabels(lines, chosen, labels);
 }
 
 void chooseByPositions(const AxisLines& lines, const std::vector<std::int32_t>& positions,
-                       std::vector<char>& chosen, std::set<SelectedLabel>& labels) {
+                       std::vector<char>& chosen, std::vector<SelectedLabel>& labels) {
     for (const std::int32_t position : positions) {
         if (position < 1 || static_cast<std::size_t>(position) > lines.size()) continue;
         const std::size_t line = static_cast<std::size_t>(position) - 1;
         chosen[line] = 1;
         if (!lines.dimensions().empty())
-            labels.insert({lines.dimensions().back(), lines.line(line).back(), false});
+            labels.push_back({lines.dimensions().back(), lines.line(line).back(), false});
     }
 }
 
@@ -110,6 +112,12 @@ void markGroups(const TableDimension& dimension, GroupId group, std::vector<char
 }
 
 }  // namespace
+
+std::vector<SelectedLabel> inOrder(std::vector<SelectedLabel> labels) {
+    std::sort(labels.begin(), labels.end());
+    labels.erase(std::unique(labels.begin(), labels.end()), labels.end());
+    return labels;
+}
 
 std::vector<SelectedLabel> shownLabels(const TableData& data, const AxisLines& lines) {
     std::vector<SelectedLabel> labels;
@@ -166,6 +174,7 @@ SelectedLines linesOfLabels(const Table& table, const CellsChange& change, const
     const std::unordered_set<std::string> wanted = cutLabels(change.labels, known);
     if (wantsRows(change)) chooseByLabels(table, rows, wanted, lines.rows, lines.labels);
     if (wantsColumns(change)) chooseByLabels(table, columns, wanted, lines.columns, lines.labels);
+    lines.labels = inOrder(std::move(lines.labels));
     return lines;
 }
 
@@ -174,6 +183,7 @@ SelectedLines linesOfPositions(const Table&, const CellsChange& change, const Ax
     SelectedLines lines{std::vector<char>(rows.size()), std::vector<char>(columns.size()), {}};
     if (wantsRows(change)) chooseByPositions(rows, change.positions, lines.rows, lines.labels);
     if (wantsColumns(change)) chooseByPositions(columns, change.positions, lines.columns, lines.labels);
+    lines.labels = inOrder(std::move(lines.labels));
     return lines;
 }
 

@@ -1,7 +1,6 @@
 // Rows and columns that are named by a label or a position.
 #pragma once
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -15,7 +14,8 @@ namespace vexa::frontend {
 struct SelectedLines {
     std::vector<char> rows;  ///< one a row, in the order shown
     std::vector<char> columns;
-    std::set<SelectedLabel> labels;  ///< of the lines, and of groups that were named
+    std::vector<SelectedLabel>
+        labels;  ///< of the lines, and of groups that were named; each once, in their order
 };
 
 /// Lines whose innermost label, or the label of a group or an outer category over them, is one of
@@ -27,6 +27,9 @@ struct SelectedLines {
 /// Lines whose position, from 1, is one of `change.positions`.
 [[nodiscard]] SelectedLines linesOfPositions(const tables::Table& table, const CellsChange& change,
                                              const tables::AxisLines& rows, const tables::AxisLines& columns);
+
+/// The labels in their order, each once.
+[[nodiscard]] std::vector<SelectedLabel> inOrder(std::vector<SelectedLabel> labels);
 
 /// The labels that stand on an axis: of categories, and of groups that have one.
 [[nodiscard]] std::vector<SelectedLabel> shownLabels(const tables::TableData& data,

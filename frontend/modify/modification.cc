@@ -115,7 +115,11 @@ class GroupRun {
         const tables::Table& before = std::get<TableContent>(outline_.find(id)->item.content).table;
         tables::Table table = before;
         if (prepared.table) table = changeTable(table, *prepared.table, plan);
-        for (const PreparedCellsChange& each : prepared.cells) table = changeCells(table, each, plan);
+        if (!prepared.cells.empty()) {
+            CellsEditor editor(table);
+            for (const PreparedCellsChange& each : prepared.cells) editor.change(each, plan);
+            table = editor.take();
+        }
         const bool same =
             table.data == before.data && table.view == before.view && table.style == before.style;
         if (!same) std::get<TableContent>(outline_.change(id).content).table = std::move(table);

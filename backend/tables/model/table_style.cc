@@ -37,12 +37,15 @@ void overlayOne(std::optional<T>& value, const std::optional<T>& over) {
 bool isSameMap(const PlaceMap<StyleId>& left, const TableStyle& leftStyles, const PlaceMap<StyleId>& right,
                const TableStyle& rightStyles) {
     bool same = true;
-    left.forEach([&](Place place, StyleId id) {
-        same = same && leftStyles.style(id) == rightStyles.style(right.at(place));
-    });
-    right.forEach([&](Place place, StyleId id) {
-        same = same && leftStyles.style(left.at(place)) == rightStyles.style(id);
-    });
+    // Neighbours mostly have the same styles, which are compared once then.
+    std::pair<StyleId, StyleId> known{0, 0};
+    const auto compare = [&](StyleId ofLeft, StyleId ofRight) {
+        if (!same || known == std::pair{ofLeft, ofRight}) return;
+        same = leftStyles.style(ofLeft) == rightStyles.style(ofRight);
+        known = {ofLeft, ofRight};
+    };
+    left.forEach([&](Place place, StyleId id) { compare(id, right.at(place)); });
+    right.forEach([&](Place place, StyleId id) { compare(left.at(place), id); });
     return same;
 }
 
@@ -88,33 +91,28 @@ StyleId TableStyle::intern(const CellStyle& style) {
 }
 
 StyleId TableStyle::category(DimensionId dimension, CategoryId category) const {
-    const auto found = categories_.find(key(dimension, category));
-    return found == categories_.end() ? 0 : found->second.style;
+    return at(categories_, dimension, category).style;
 }
 
 void TableStyle::setCategory(DimensionId dimension, CategoryId category, StyleId id) {
-    if (id != 0 || categories_.contains(key(dimension, category))) {
-        categories_[key(dimension, category)].style = id;
-    }
+    if (id != at(categories_, dimension, category).style) entry(categories_, dimension, category).style = id;
 }
 
 StyleId TableStyle::group(DimensionId dimension, GroupId group) const {
-    const auto found = groups_.find(key(dimension, group));
-    return found == groups_.end() ? 0 : found->second;
+    return at(groups_, dimension, group);
 }
 
 void TableStyle::setGroup(DimensionId dimension, GroupId group, StyleId id) {
-    if (id != 0 || groups_.contains(key(dimension, group))) groups_[key(dimension, group)] = id;
+    if (id != at(groups_, dimension, group)) entry(groups_, dimension, group) = id;
 }
 
 std::optional<double> TableStyle::width(DimensionId dimension, CategoryId category) const {
-    const auto found = categories_.find(key(dimension, category));
-    return found == categories_.end() ? std::nullopt : found->second.width;
+    return at(categories_, dimension, category).width;
 }
 
 void TableStyle::setWidth(DimensionId dimension, CategoryId category, std::optional<double> points) {
-    if (points || categories_.contains(key(dimension, category))) {
-        categories_[key(dimension, category)].width = points;
+    if (points != at(categories_, dimension, category).width) {
+        entry(categories_, dimension, category).width = points;
     }
 }
 
@@ -138,23 +136,13 @@ bool TableStyle::operator==(const TableStyle& other) const {
     for (std::size_t i = 0; i < areaCount; ++i) {
         if (!(style(areas_[i]) == other.style(other.areas_[i]))) return false;
     }
-    const auto holdsCategories = [](const TableStyle& all, const TableStyle& those) {
-        return std::all_of(all.categories_.begin(), all.categories_.end(), [&](const auto& entry) {
-            const auto found = those.categories_.find(entry.first);
-            const CategoryEntry there = found == those.categories_.end() ? CategoryEntry{} : found->second;
-            return entry.second.width == there.width &&
-                   all.style(entry.second.style) == those.style(there.style);
-        });
+    const auto isSameCategory = [&](const CategoryEntry& left, const CategoryEntry& right) {
+        return left.width == right.width && style(left.style) == other.style(right.style);
     };
-    const auto holdsGroups = [](const TableStyle& all, const TableStyle& those) {
-        return std::all_of(all.groups_.begin(), all.groups_.end(), [&](const auto& entry) {
-            const auto found = those.groups_.find(entry.first);
-            return all.style(entry.second) == those.style(found == those.groups_.end() ? 0 : found->second);
-        });
-    };
-    return holdsCategories(*this, other) && holdsCategories(other, *this) && holdsGroups(*this, other) &&
-           holdsGroups(other, *this) && format_ == other.format_ &&
-           isSameMap(cells_, *this, other.cells_, other) && isSameMap(cellFormats_, other.cellFormats_);
+    const auto isSameGroup = [&](StyleId left, StyleId right) { return style(left) == other.style(right); };
+    return format_ == other.format_ && isSame(categories_, other.categories_, isSameCategory) &&
+           isSame(groups_, other.groups_, isSameGroup) && isSameMap(cells_, *this, other.cells_, other) &&
+           isSameMap(cellFormats_, other.cellFormats_);
 }
 
 }  // namespace vexa::tables

@@ -2,6 +2,7 @@
 // formats that stand before those of the data. Restyling a table changes this and never its cells.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -93,20 +94,53 @@ class TableStyle {
         std::optional<double> width;
         StyleId style = 0;
     };
-    [[nodiscard]] static std::uint64_t key(DimensionId dimension, std::uint32_t id) {
-        return std::uint64_t{dimension} << 32 | id;
-    }
+    /// By dimension, then by category or group; what stands beyond the end is as new.
+    template <typename T>
+    using ByLabel = std::vector<std::vector<T>>;
+    template <typename T>
+    [[nodiscard]] static T at(const ByLabel<T>& entries, DimensionId dimension, std::uint32_t id);
+    template <typename T>
+    [[nodiscard]] static T& entry(ByLabel<T>& entries, DimensionId dimension, std::uint32_t id);
+    template <typename T, typename Compare>
+    [[nodiscard]] static bool isSame(const ByLabel<T>& left, const ByLabel<T>& right, const Compare& compare);
 
     std::shared_ptr<const TableLook> look_ = plainLook();
     std::vector<CellStyle> styles_ = std::vector<CellStyle>(1);
     std::unordered_multimap<std::size_t, StyleId> styleIndex_;  // by hash; empty while there are few styles
     std::array<StyleId, areaCount> areas_{};
-    std::unordered_map<std::uint64_t, CategoryEntry> categories_;
-    std::unordered_map<std::uint64_t, StyleId> groups_;
+    ByLabel<CategoryEntry> categories_;
+    ByLabel<StyleId> groups_;
     PlaceMap<StyleId> cells_;
     PlaceMap<DisplayFormat> cellFormats_;
     DisplayFormat format_;
 };
+
+template <typename T>
+T TableStyle::at(const ByLabel<T>& entries, DimensionId dimension, std::uint32_t id) {
+    if (dimension >= entries.size() || id >= entries[dimension].size()) return T{};
+    return entries[dimension][id];
+}
+
+template <typename T>
+T& TableStyle::entry(ByLabel<T>& entries, DimensionId dimension, std::uint32_t id) {
+    if (dimension >= entries.size()) entries.resize(dimension + std::size_t{1});
+    if (id >= entries[dimension].size()) entries[dimension].resize(id + std::size_t{1});
+    return entries[dimension][id];
+}
+
+template <typename T, typename Compare>
+bool TableStyle::isSame(const ByLabel<T>& left, const ByLabel<T>& right, const Compare& compare) {
+    for (std::size_t d = 0; d < std::max(left.size(), right.size()); ++d) {
+        const std::size_t count =
+            std::max(d < left.size() ? left[d].size() : 0, d < right.size() ? right[d].size() : 0);
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto dimension = static_cast<DimensionId>(d);
+            const auto id = static_cast<std::uint32_t>(i);
+            if (!compare(at(left, dimension, id), at(right, dimension, id))) return false;
+        }
+    }
+    return true;
+}
 
 template <typename T>
 T PlaceMap<T>::at(Place place) const {

@@ -19,7 +19,7 @@ constexpr char kTable[] = R"({"items": [{"type": "table",
 
 SelectedCells selected(const tables::Table& table, const CellsChange& change) {
     SelectedCells cells;
-    EXPECT_TRUE(selectCells(table, change, cells));
+    EXPECT_TRUE(selectCells(table, TableLines(table), change, cells));
     return cells;
 }
 
@@ -47,6 +47,7 @@ TEST(CellSelection, KnowsTheColumnsOfItsCells) {
     CellsChange change;
     change.positions = {2};
     change.dimension = CellDimension::columns;
+    change.columnWidth = 40;
     const SelectedCells cells = selected(tableAt(outline, 0), change);
     EXPECT_THAT(cells.columns, ElementsAre(SelectedLabel{1, 1, false}));
     EXPECT_TRUE(cells.hasColumns);
@@ -54,7 +55,9 @@ TEST(CellSelection, KnowsTheColumnsOfItsCells) {
 
 TEST(CellSelection, AsksForNothingWhenNothingIsChosen) {
     const Outline outline = resultsOf(kTable);
-    const SelectedCells cells = selected(tableAt(outline, 0), CellsChange{});
+    CellsChange change;
+    change.columnWidth = 40;
+    const SelectedCells cells = selected(tableAt(outline, 0), change);
     EXPECT_TRUE(cells.isEmpty());
     EXPECT_FALSE(cells.hasColumns);
 }
@@ -90,7 +93,7 @@ TEST(CellSelection, RefusesTablesThatAreTooLarge) {
     view.columns = {1};
     const tables::Table table = tables::makeTable(builder.finish(), view);
     SelectedCells cells;
-    EXPECT_FALSE(selectCells(table, choosing({CellKind::body}), cells));
+    EXPECT_FALSE(selectCells(table, TableLines(table), choosing({CellKind::body}), cells));
 }
 
 }  // namespace
