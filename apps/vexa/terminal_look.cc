@@ -25,9 +25,9 @@ rendering::ColorDepth colorDepth(bool styled) {
 TerminalLook terminalLook() {
     TerminalLook look;
     look.width = terminalColumns(StandardStream::output);
-    look.styledResults = showsColours(StandardStream::output);
+    look.styledResults = showsColors(StandardStream::output);
     look.resultColors = colorDepth(look.styledResults);
-    look.colouredMessages = showsColours(StandardStream::error);
+    look.colouredMessages = showsColors(StandardStream::error);
     return look;
 }
 

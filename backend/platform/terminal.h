@@ -14,7 +14,7 @@ enum class StandardStream { input = 0, output = 1, error = 2 };
 [[nodiscard]] std::size_t terminalColumns(StandardStream stream);
 /// True when `stream` is a terminal that obeys ANSI sequences, and the user's surroundings do not ask for
 /// output without colours (NO_COLOR is set and not empty, TERM is dumb).
-[[nodiscard]] bool showsColours(StandardStream stream);
+[[nodiscard]] bool showsColors(StandardStream stream);
 
 /// Reads a line from standard input, which is a terminal, without its end. Nothing at the end of the input.
 [[nodiscard]] std::optional<std::string> readTerminalLine();

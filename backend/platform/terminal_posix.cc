@@ -61,7 +61,7 @@ std::size_t terminalColumns(StandardStream stream) {
     return known ? size.ws_col : 0;
 }
 
-bool showsColours(StandardStream stream) {
+bool showsColors(StandardStream stream) {
     return isTerminal(stream) && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
 }
 

@@ -76,7 +76,7 @@ std::size_t terminalColumns(StandardStream stream) {
     return columns > 0 ? static_cast<std::size_t>(columns) : 0;
 }
 
-bool showsColours(StandardStream stream) {
+bool showsColors(StandardStream stream) {
     // Whether the console could be told to obey sequences when the program began; old ones print them.
     DWORD mode = 0;
     const bool obeys =

@@ -11,7 +11,7 @@ namespace {
 
 void minimise(ViewerDocument& document, OutputDocumentMinimized minimized) {
     if (minimized != OutputDocumentMinimized::notGiven) {
-        document.setMinimised(minimized == OutputDocumentMinimized::yes);
+        document.setMinimized(minimized == OutputDocumentMinimized::yes);
     }
 }
 
@@ -69,7 +69,7 @@ bool EmbeddedController::name(const Request& request, Response& response) {
     }
     documents_.rename(*document, name);
     // Without MINIMIZED=YES the command sends 0, which is no wish to bring the document back.
-    document->setMinimised(document->isMinimised() || request.minimized() == OutputDocumentMinimized::yes);
+    document->setMinimized(document->isMinimized() || request.minimized() == OutputDocumentMinimized::yes);
     return true;
 }
 

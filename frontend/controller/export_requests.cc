@@ -1,5 +1,6 @@
 #include "frontend/controller/export_requests.h"
 
+#include "backend/platform/file_system.h"
 #include "backend/text/character_set.h"
 #include "backend/viewerxml/export_reader.h"
 #include "backend/viewerxml/response_writer.h"
@@ -37,7 +38,7 @@ ExportOutcome exportOf(const OpenDocuments& documents, const ExportRequest& requ
     if (carrying == Carrying::dryRun && outcome.response.success) {
         const ExportResponse& response = outcome.response;
         const std::string& place = response.documentFile.empty() ? response.imageRoot : response.documentFile;
-        say(noteLevel, messages::dryExport, {userText(shownName(*document)), userText(toUtf8(place))});
+        say(noteLevel, messages::dryExport, {userText(shownName(*document)), userText(toNativePath(toUtf8(place)))});
     }
     return outcome;
 }

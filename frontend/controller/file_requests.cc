@@ -94,7 +94,7 @@ bool EmbeddedController::open(const Request& request, Response& response) {
     document->setModified(false);
     document->setLock(lock);
     document->setFile(file);
-    document->setMinimised(request.minimized() == OutputDocumentMinimized::yes);
+    document->setMinimized(request.minimized() == OutputDocumentMinimized::yes);
     documents_.add(std::move(document));
     return true;
 }

@@ -29,7 +29,7 @@ class ViewerDocument {
     [[nodiscard]] bool isLocked() const { return lock_.document; }
     /// Changed since it was made, opened or last saved as a whole.
     [[nodiscard]] bool isModified() const { return modified_; }
-    [[nodiscard]] bool isMinimised() const { return minimised_; }
+    [[nodiscard]] bool isMinimized() const { return minimized_; }
     [[nodiscard]] const Outline& outline() const { return outline_; }
 
     /// The following change what is saved. The document must not be locked.
@@ -46,14 +46,14 @@ class ViewerDocument {
     void setFile(std::string file) { file_ = std::move(file); }
     void setLock(DocumentLock lock) { lock_ = lock; }
     void setModified(bool modified) { modified_ = modified; }
-    void setMinimised(bool minimised) { minimised_ = minimised; }
+    void setMinimized(bool minimized) { minimized_ = minimized; }
 
   private:
     std::string name_;
     std::string file_;
     DocumentLock lock_;
     bool modified_ = false;
-    bool minimised_ = false;
+    bool minimized_ = false;
     Outline outline_;
 };
 

@@ -73,7 +73,7 @@ TEST_F(DocumentRequests, ActivateByNameAndByStar) {
     EXPECT_THAT(listed(controller_), ElementsAre("*a", "b"));
     EXPECT_TRUE(send(activate, "*", OutputDocumentMinimized::yes).ok);
     EXPECT_THAT(listed(controller_), ElementsAre("*a", "b"));
-    EXPECT_TRUE(controller_.documents().active()->isMinimised());
+    EXPECT_TRUE(controller_.documents().active()->isMinimized());
 }
 
 TEST_F(DocumentRequests, ActivateRefusesWhatIsNotOpen) {
@@ -103,9 +103,9 @@ TEST_F(DocumentRequests, NameGivesChangesAndTakesAway) {
 TEST_F(DocumentRequests, NameBringsNoDocumentBackFromItsMinimisedState) {
     send(newDocument, "a", OutputDocumentMinimized::yes);
     send(name, "b");
-    EXPECT_TRUE(controller_.documents().active()->isMinimised());
+    EXPECT_TRUE(controller_.documents().active()->isMinimized());
     send(activate, "b");
-    EXPECT_FALSE(controller_.documents().active()->isMinimised());
+    EXPECT_FALSE(controller_.documents().active()->isMinimized());
 }
 
 TEST_F(DocumentRequests, ALockedDocumentKeepsItsName) {
