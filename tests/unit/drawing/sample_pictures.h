@@ -1,0 +1,27 @@
+// Pictures for tests, and what other programs say of the files made of them.
+#pragma once
+
+#include <string>
+
+#include "frontend/drawing/picture_drawing.h"
+
+namespace vexa::frontend::test {
+
+inline constexpr const char* kOpening = R"(<svg xmlns="http://www.w3.org/2000/svg" width="80" height="40">)";
+
+/// 60 x 30 points, 80 x 40 px: red at the left, blue at the right, nothing in the middle.
+[[nodiscard]] Picture twoBars();
+/// The same size, with a colour for each of 80 columns.
+[[nodiscard]] Picture manyColors();
+[[nodiscard]] Picture someText();
+/// An SVG of 80 x 40 px with that content.
+[[nodiscard]] Picture svgOf(const std::string& content);
+
+[[nodiscard]] DrawingOrder orderOf(DrawnForm form, DrawnDepth depth = DrawnDepth::true24Bit);
+[[nodiscard]] DrawnPicture drawn(const Picture& picture, const DrawingOrder& order,
+                                 const std::string& rules = {});
+/// What judge_picture.py says of `bytes`.
+[[nodiscard]] std::string judged(const std::string& bytes, const std::string& extension,
+                                 const std::string& places = {});
+
+}  // namespace vexa::frontend::test
