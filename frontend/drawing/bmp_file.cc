@@ -32,8 +32,8 @@ std::string plainRows(const Bitmap& bitmap) {
 }
 
 std::string rowsByRuns(const Bitmap& bitmap, const std::vector<std::uint32_t>& palette) {
-    constexpr std::string_view endOfRow("\0\0", 2);
-    constexpr std::string_view endOfBitmap("\0\1", 2);
+    constexpr std::string_view endOfRow("\x00\x00", 2);
+    constexpr std::string_view endOfBitmap("\x00\x01", 2);
     std::string rows;
     for (int y = bitmap.height - 1; y >= 0; --y) {
         const std::uint32_t* const end = bitmap.row(y) + bitmap.width;

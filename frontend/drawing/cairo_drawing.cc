@@ -1,6 +1,5 @@
 #include "frontend/drawing/cairo_drawing.h"
 
-#include <cairo-svg.h>
 #include <librsvg/rsvg.h>
 
 #include <algorithm>
@@ -22,9 +21,17 @@ struct GLibRelease {
 };
 using SvgHandle = std::unique_ptr<RsvgHandle, GLibRelease>;
 
+/// What the library says, as a part of a sentence: it ends lines, and names a file that there is none of.
 std::string textOf(GError* error) {
+    constexpr std::string_view noFile = "(null):";
     const std::unique_ptr<GError, GLibRelease> owned(error);
-    return error == nullptr ? std::string() : error->message;
+    std::string text = error == nullptr ? std::string() : error->message;
+    text.erase(text.find_last_not_of(" \n") + 1);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    if (const std::size_t at = text.find(noFile); at != std::string::npos) {
+        text.replace(at, noFile.size(), "line ");
+    }
+    return text;
 }
 
 /// The library draws an element within another one by recursion.
@@ -112,11 +119,6 @@ bool drawPng(cairo_t* target, const Picture& picture, double width, double heigh
     return isWell(cairo_status(target), reason);
 }
 
-cairo_status_t appendBytes(void* to, const unsigned char* bytes, unsigned int length) {
-    static_cast<std::string*>(to)->append(reinterpret_cast<const char*>(bytes), length);
-    return CAIRO_STATUS_SUCCESS;
-}
-
 }  // namespace
 
 bool isWell(cairo_status_t status, std::string& reason) {
@@ -129,19 +131,6 @@ bool drawOnCairo(cairo_t* target, const Picture& picture, double width, double h
     const bool drawn = picture.form == PictureForm::png ? drawPng(target, picture, width, height, reason)
                                                         : drawSvg(target, picture, width, height, reason);
     return drawn && isWell(cairo_status(target), reason);
-}
-
-std::unique_ptr<Picture> withOutlines(const Picture& picture, std::string& reason) {
-    auto outlined = std::make_unique<Picture>(picture);
-    if (picture.form != PictureForm::svg) return outlined;
-    outlined->bytes.clear();
-    // An SVG written by cairo has each letter as a symbol made of paths.
-    const CairoSurface surface(
-        cairo_svg_surface_create_for_stream(appendBytes, &outlined->bytes, picture.width, picture.height));
-    const CairoContext context(cairo_create(surface.get()));
-    if (!drawOnCairo(context.get(), picture, picture.width, picture.height, reason)) return nullptr;
-    cairo_surface_finish(surface.get());
-    return isWell(cairo_surface_status(surface.get()), reason) ? std::move(outlined) : nullptr;
 }
 
 }  // namespace vexa::frontend

@@ -27,9 +27,6 @@ inline constexpr double maximalSide = 32'000;
 [[nodiscard]] bool drawOnCairo(cairo_t* target, const Picture& picture, double width, double height,
                                std::string& reason);
 
-/// The picture with letters as outlines; null, with the reason as shown, when it cannot be drawn.
-[[nodiscard]] std::unique_ptr<Picture> withOutlines(const Picture& picture, std::string& reason);
-
 /// The status of a context as a reason; true when it is well.
 [[nodiscard]] bool isWell(cairo_status_t status, std::string& reason);
 

@@ -3,7 +3,6 @@
 #include <cairo-ps.h>
 
 #include <array>
-#include <memory>
 #include <string_view>
 
 #include "backend/strings/dictionary.h"
@@ -72,16 +71,10 @@ std::string epsFile(const Picture& picture, const DrawingOrder& order, std::stri
         reason = translated("It is larger than a page can be."_text);
         return {};
     }
-    std::unique_ptr<Picture> outlined;
-    if (order.curves) {
-        outlined = withOutlines(picture, reason);
-        if (outlined == nullptr) return {};
-    }
-    const Picture& drawn = outlined == nullptr ? picture : *outlined;
-    const std::string file = postScript(drawn, order, reason);
+    const std::string file = postScript(picture, order, reason);
     if (file.empty() || !order.preview) return file;
     Bitmap bitmap;
-    if (!drawBitmap(drawn, order.width, order.height, false, bitmap, reason)) return {};
+    if (!drawBitmap(picture, order.width, order.height, false, bitmap, reason)) return {};
     DrawingOrder tiff;
     tiff.form = DrawnForm::tif;
     return withPreview(file, bitmapFile(bitmap, tiff));

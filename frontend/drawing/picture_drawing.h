@@ -21,7 +21,6 @@ struct DrawingOrder {
     bool grayscale = false;                    ///< JPG
     bool compress = false;      ///< BMP: by runs, where the picture has no more than 256 colours
     bool preview = false;       ///< EPS: a TIFF for programs that cannot draw it
-    bool curves = false;        ///< EPS: letters as outlines instead of fonts
     unsigned int seconds = 20;  ///< after which the drawing is given up
 };
 
@@ -30,7 +29,7 @@ struct DrawnPicture {
     std::string reason;  ///< why there is a placeholder, as shown; empty for the picture itself
 };
 
-/// Whether this build draws.
+/// Whether this build draws; where it does not, nothing comes of `drawPicture`.
 [[nodiscard]] bool canDraw();
 
 /// Draws `picture` with `rules` applied to it (an SVG). Of what cannot be drawn a placeholder is made that

@@ -1,4 +1,3 @@
-#include "backend/strings/dictionary.h"
 #include "frontend/drawing/picture_drawing.h"
 
 namespace vexa::frontend {
@@ -7,7 +6,7 @@ bool canDraw() { return false; }
 
 DrawnPicture drawPicture(const Picture& /*picture*/, const std::string& /*rules*/,
                          const std::string& /*alternative*/, const DrawingOrder& /*order*/) {
-    return {{}, translated("This build of the program cannot draw."_text)};
+    return {};
 }
 
 }  // namespace vexa::frontend

@@ -68,6 +68,7 @@ std::string missingFormat(const ExportRequest& request) {
     if (request.xls) return "XLS";
     if (request.xlsx) return "XLSX";
     if (request.xlsm) return "XLSM";
+    if (request.emf) return "EMF";
     return {};
 }
 
@@ -84,7 +85,7 @@ class Export {
           request_(request),
           surroundings_(surroundings),
           documentFile_(documentFileOf(request)),
-          pictures_(request, documentFile_, pageFormatOf(request), files_, report_) {}
+          pictures_(request, documentFile_, pageFormatOf(request), surroundings.styleFolders, files_, report_) {}
 
     ExportOutcome carryOut() {
         const ExportPlan plan = planExport(document_.outline(), selectionOf(request_));

@@ -6,6 +6,7 @@
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "frontend/drawing/picture_style.h"
 
 namespace vexa::frontend {
 
@@ -33,6 +34,36 @@ std::size_t commonFolder(std::string_view left, std::string_view right) {
         if (separators.find(left[i]) != std::string_view::npos) common = i + 1;
     }
     return common;
+}
+
+DrawnForm drawnForm(PictureFormat format) {
+    switch (format) {
+        case PictureFormat::jpg:
+            return DrawnForm::jpg;
+        case PictureFormat::bmp:
+            return DrawnForm::bmp;
+        case PictureFormat::eps:
+            return DrawnForm::eps;
+        case PictureFormat::tif:
+            return DrawnForm::tif;
+        case PictureFormat::png:
+        case PictureFormat::emf:  // refused before anything is drawn
+            break;
+    }
+    return DrawnForm::png;
+}
+
+DrawnDepth drawnDepth(PngDepth depth) {
+    constexpr std::array<DrawnDepth, 6> depths{DrawnDepth::blackWhite, DrawnDepth::grays256,
+                                               DrawnDepth::colors16,   DrawnDepth::colors256,
+                                               DrawnDepth::true24Bit,  DrawnDepth::true32Bit};
+    return depths[static_cast<std::size_t>(depth)];
+}
+
+/// Points. A chart always has a size; one of an unreadable file may not.
+ItemSize sizeOf(const ExportedItem& item) {
+    const ItemSize size = shownSize(item.item()).value_or(ItemSize{});
+    return size.width > 0 && size.height > 0 ? size : ItemSize{225, 112.5};
 }
 
 }  // namespace
@@ -64,17 +95,26 @@ std::string relativePath(std::string_view page, std::string_view file) {
 }
 
 PictureFiles::PictureFiles(const ExportRequest& request, const std::string& documentFile,
-                           std::optional<PageImageFormat> pageFormat, OutputFiles& files,
-                           ExportReport& report)
-    : documentFile_(documentFile), files_(files), report_(report) {
+                           std::optional<PageImageFormat> pageFormat, std::vector<std::string> styleFolders,
+                           OutputFiles& files, ExportReport& report)
+    : documentFile_(documentFile), files_(files), report_(report), styles_(std::move(styleFolders), report) {
     if (request.png) {
-        addJob(PictureFormat::png, *request.png, request.png->percentSize);
-        jobs_.back().depth = request.png->depth;
+        Job& job = addJob(PictureFormat::png, *request.png, request.png->percentSize);
+        job.drawing.depth = drawnDepth(request.png->depth);
     }
-    if (request.jpg) addJob(PictureFormat::jpg, *request.jpg, request.jpg->percentSize);
-    if (request.bmp) addJob(PictureFormat::bmp, *request.bmp, request.bmp->percentSize);
-    if (request.emf) addJob(PictureFormat::emf, *request.emf, request.emf->percentSize);
-    if (request.eps) addJob(PictureFormat::eps, *request.eps);
+    if (request.jpg) {
+        Job& job = addJob(PictureFormat::jpg, *request.jpg, request.jpg->percentSize);
+        job.drawing.grayscale = request.jpg->grayscale;
+    }
+    if (request.bmp) {
+        Job& job = addJob(PictureFormat::bmp, *request.bmp, request.bmp->percentSize);
+        job.drawing.compress = request.bmp->compress;
+    }
+    if (request.eps) {
+        Job& job = addJob(PictureFormat::eps, *request.eps, request.eps->widthPercent);
+        job.widthPoints = request.eps->widthPoints;
+        job.drawing.preview = request.eps->preview;
+    }
     if (request.tif) addJob(PictureFormat::tif, *request.tif, request.tif->percentSize);
     if (jobs_.empty() && pageFormat) {
         constexpr std::array<PictureFormat, 3> formats{PictureFormat::jpg, PictureFormat::png,
@@ -83,16 +123,21 @@ PictureFiles::PictureFiles(const ExportRequest& request, const std::string& docu
     }
 }
 
-void PictureFiles::addJob(PictureFormat format, const PictureTarget& target, double percent) {
-    jobs_.push_back({format, target.root.empty() ? withoutExtension(documentFile_) : target.root, percent,
-                     PngDepth::true24Bit});
+PictureFiles::Job& PictureFiles::addJob(PictureFormat format, const PictureTarget& target, double percent) {
+    Job& job = jobs_.emplace_back();
+    job.format = format;
+    job.root = target.root.empty() ? withoutExtension(documentFile_) : target.root;
+    job.percent = percent;
+    job.drawing.form = drawnForm(format);
+    return job;
 }
 
 bool PictureFiles::checkFolders() {
     for (const Job& job : jobs_) {
         const std::string folder(folderOf(job.root));
         if (folder.empty() || FileSystem::current().isFolder(folder)) continue;
-        report_.fail(ExportError::noFolder, composed("There is no folder ^1 for the pictures."_text, {folder}));
+        report_.fail(ExportError::noFolder,
+                     composed("There is no folder ^1 for the pictures."_text, {folder}));
         return false;
     }
     return true;
@@ -114,24 +159,51 @@ std::string PictureFiles::shownFormat() const {
     return job == nullptr || count_ == 0 ? std::string() : std::string(pictureFormatName(job->format));
 }
 
-bool PictureFiles::canCopy(const Job& job, const ShownPicture& picture) const {
-    const bool isWhole = job.depth == PngDepth::true24Bit || job.depth == PngDepth::true32Bit;
-    return job.format == PictureFormat::png && picture.picture->form == PictureForm::png &&
-           job.percent == 100 && isWhole;
+bool PictureFiles::canCopy(const Job& job, const ExportedItem& item) const {
+    const Picture& picture = *pictureOf(item)->picture;
+    const bool isWhole =
+        job.drawing.depth == DrawnDepth::true24Bit || job.drawing.depth == DrawnDepth::true32Bit;
+    if (job.format != PictureFormat::png || picture.form != PictureForm::png || !isWhole) return false;
+    const ItemSize size = sizeOf(item);
+    const bool isNatural = size.width == picture.width && size.height == picture.height;
+    // Where nothing can be drawn, the page that shows the file gives it the item's size.
+    return job.percent == 100 && (isNatural || !canDraw());
+}
+
+std::string PictureFiles::content(const Job& job, const ExportedItem& item, const std::string& file) {
+    const ShownPicture& picture = *pictureOf(item);
+    if (canCopy(job, item)) return picture.picture->bytes;
+    const std::string number = std::to_string(item.number);
+    if (!canDraw()) {
+        report_.note(
+            composed("Item ^1 (^2): there is no file ^3, because this build of the program cannot draw."_text,
+                     {number, item.label, file}));
+        return {};
+    }
+    DrawingOrder order = job.drawing;
+    const ItemSize size = sizeOf(item);
+    const double scale = job.widthPoints ? *job.widthPoints / size.width : job.percent / 100;
+    order.width = size.width * scale;
+    order.height = size.height * scale;
+    DrawnPicture drawn =
+        drawPicture(*picture.picture, appliedRules(picture, styles_.find(picture.styleSheet, item)),
+                    alternativeOf(item), order);
+    if (!drawn.reason.empty()) {
+        report_.note(composed(
+            "Item ^1 (^2): the picture cannot be drawn, and the file ^3 has its alternative text instead. ^4"_text,
+            {number, item.label, file, drawn.reason}));
+    }
+    return std::move(drawn.bytes);
 }
 
 bool PictureFiles::write(const Job& job, const ExportedItem& item, std::size_t number) {
     const std::string file =
         job.root + std::to_string(number) + std::string(extensions[static_cast<std::size_t>(job.format)]);
-    const ShownPicture& picture = *pictureOf(item);
-    if (!canCopy(job, picture)) {
-        report_.note(composed("Item ^1 (^2): there is no file ^3, because this version cannot draw pictures yet."_text,
-                              {std::to_string(item.number), item.label, file}));
-        return false;
-    }
-    if (const PackageResult result = files_.add(file, picture.picture->bytes); !result) {
-        report_.fail(ExportError::cannotWrite, composed("The file ^1 cannot be written: ^2"_text,
-                                                        {file, result.shownDetail()}));
+    const std::string bytes = content(job, item, file);
+    if (bytes.empty()) return false;
+    if (const PackageResult result = files_.add(file, bytes); !result) {
+        report_.fail(ExportError::cannotWrite,
+                     composed("The file ^1 cannot be written: ^2"_text, {file, result.shownDetail()}));
         return false;
     }
     return true;

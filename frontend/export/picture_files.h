@@ -9,8 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "frontend/drawing/picture_drawing.h"
 #include "frontend/export/export_plan.h"
 #include "frontend/export/export_report.h"
+#include "frontend/export/picture_styles.h"
 #include "frontend/package/output_files.h"
 #include "frontend/requests/export_request.h"
 
@@ -26,21 +28,23 @@ enum class PictureFormat : std::uint8_t { png, jpg, bmp, emf, eps, tif };
 /// The picture of a chart or tree; never null for these.
 [[nodiscard]] const ShownPicture* pictureOf(const ExportedItem& item);
 
-/// The files of one command. Pictures are numbered as they are added. A file is only made of what is one of
-/// that format already: whatever needs drawing is left out, with a warning.
+/// The files of one command. Pictures are numbered as they are added. What is of the asked form and size
+/// already is copied, everything else is drawn; a picture that cannot be drawn has a placeholder with its
+/// alternative text, and a warning. A build that cannot draw makes no file of it, with a warning.
 class PictureFiles {
   public:
     /// `documentFile` is empty for pictures alone. `pageFormat` is that of IMAGEFORMAT, which counts where no
     /// picture's subcommand is given.
     PictureFiles(const ExportRequest& request, const std::string& documentFile,
-                 std::optional<PageImageFormat> pageFormat, OutputFiles& files, ExportReport& report);
+                 std::optional<PageImageFormat> pageFormat, std::vector<std::string> styleFolders,
+                 OutputFiles& files, ExportReport& report);
 
     /// Whether any files are asked for.
     [[nodiscard]] bool areAsked() const { return !jobs_.empty(); }
     /// The folders that files go to are there; otherwise error 7 is reported.
     [[nodiscard]] bool checkFolders();
-    /// Writes a picture in each format that is asked for; again the same answer for the same item: the path of
-    /// the file that a page shows, as seen from the document's folder, and empty where it has to show its
+    /// Writes a picture in each format that is asked for; again the same answer for the same item: the path
+    /// of the file that a page shows, as seen from the document's folder, and empty where it has to show its
     /// own.
     const std::string& add(const ExportedItem& item);
 
@@ -55,16 +59,20 @@ class PictureFiles {
         PictureFormat format = PictureFormat::png;
         std::string root;  ///< as it came
         double percent = 100;
-        PngDepth depth = PngDepth::true24Bit;
+        std::optional<double> widthPoints;  ///< instead of the percentage
+        DrawingOrder drawing;               ///< without a size
     };
-    void addJob(PictureFormat format, const PictureTarget& target, double percent = 100);
+    Job& addJob(PictureFormat format, const PictureTarget& target, double percent = 100);
     [[nodiscard]] const Job* shownJob() const;
-    [[nodiscard]] bool canCopy(const Job& job, const ShownPicture& picture) const;
+    [[nodiscard]] bool canCopy(const Job& job, const ExportedItem& item) const;
+    /// The bytes of the file; empty, with a note, where none can be made.
+    [[nodiscard]] std::string content(const Job& job, const ExportedItem& item, const std::string& file);
     [[nodiscard]] bool write(const Job& job, const ExportedItem& item, std::size_t number);
 
     std::string documentFile_;
     OutputFiles& files_;
     ExportReport& report_;
+    PictureStyles styles_;
     std::vector<Job> jobs_;
     std::map<std::size_t, std::string> shown_;  // by item
     std::size_t count_ = 0;

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "backend/tables/formats/number_text.h"
 #include "frontend/export/html/html_text.h"
@@ -15,7 +14,6 @@ namespace vexa::frontend {
 namespace {
 
 constexpr double pixelsPerPoint = 96.0 / 72.0;
-constexpr std::uint64_t largestStyleSheet = 4'000'000;
 
 /// A path as an address: bytes that an address cannot hold as a percent sign and two digits.
 std::string addressOf(const std::string& path) {
@@ -35,14 +33,10 @@ std::string addressOf(const std::string& path) {
     return address;
 }
 
-bool isFileName(const std::string& name) {
-    return !name.empty() && name.find_first_of("/\\:") == std::string::npos && !name.starts_with('.');
-}
-
 }  // namespace
 
 PagePictures::PagePictures(const ExportTask& task, Address address)
-    : task_(task), address_(std::move(address)) {
+    : task_(task), address_(std::move(address)), styles_(task.surroundings.styleFolders, task.report) {
     if (!address_) {
         address_ = [](const std::string& png) { return "data:image/png;base64," + encodeBase64(png); };
     }
@@ -61,10 +55,11 @@ void PagePictures::append(std::string& html, const ExportedItem& item, const std
         return;
     }
     InlineSvg svg{&picture, shownSize(item.item()).value_or(ItemSize{225, 112.5}),
-                  styleSheet(picture.styleSheet, item), alternativeOf(item)};
+                  styles_.find(picture.styleSheet, item), alternativeOf(item)};
     if (const PackageResult result = appendSvg(html, svg, {id}); !result) {
-        task_.report.note(composed("Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
-                                   {std::to_string(item.number), item.label, result.shownDetail()}));
+        task_.report.note(composed(
+            "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
+            {std::to_string(item.number), item.label, result.shownDetail()}));
         html += "<p>";
         appendHtml(html, alternativeOf(item));
         html += "</p>";
@@ -79,27 +74,10 @@ void PagePictures::appendImage(std::string& html, const ExportedItem& item, cons
     html += '"';
     if (const std::optional<ItemSize> size = shownSize(item.item())) {
         html += " width=\"" + std::to_string(static_cast<long>(size->width * pixelsPerPoint + 0.5)) +
-                "\" height=\"" + std::to_string(static_cast<long>(size->height * pixelsPerPoint + 0.5)) + "\"";
+                "\" height=\"" + std::to_string(static_cast<long>(size->height * pixelsPerPoint + 0.5)) +
+                "\"";
     }
     html += '>';
-}
-
-const std::string& PagePictures::styleSheet(const std::string& name, const ExportedItem& item) {
-    const auto [found, isNew] = styleSheets_.try_emplace(name);
-    if (!isNew || name.empty()) return found->second;
-    for (const std::string& folder : task_.surroundings.styleFolders) {
-        if (!isFileName(name)) break;
-        for (const char* const extension : {"", ".css"}) {
-            const std::string file = folder + "/" + name + extension;
-            if (FileSystem::current().isFile(file) &&
-                FileSystem::current().read(file, found->second, largestStyleSheet)) {
-                return found->second;
-            }
-        }
-    }
-    task_.report.note(composed("Item ^1 (^2): there is no style sheet ^3 in the folders Looks."_text,
-                               {std::to_string(item.number), item.label, name}));
-    return found->second;
 }
 
 }  // namespace vexa::frontend

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <string>
 
 #include "frontend/export/html/page_body.h"
+#include "frontend/export/picture_styles.h"
 
 namespace vexa::frontend {
 
@@ -22,11 +22,10 @@ class PagePictures : public PicturePlacer {
 
   private:
     void appendImage(std::string& html, const ExportedItem& item, const std::string& address);
-    [[nodiscard]] const std::string& styleSheet(const std::string& name, const ExportedItem& item);
 
     const ExportTask& task_;
     Address address_;
-    std::map<std::string, std::string> styleSheets_;
+    PictureStyles styles_;
 };
 
 }  // namespace vexa::frontend

@@ -1,0 +1,29 @@
+// The style sheets of charts, as the folders `Looks` hold them.
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frontend/export/export_plan.h"
+#include "frontend/export/export_report.h"
+
+namespace vexa::frontend {
+
+class PictureStyles {
+  public:
+    PictureStyles(std::vector<std::string> folders, ExportReport& report)
+        : folders_(std::move(folders)), report_(report) {}
+
+    /// The text of the style sheet `name` (with `.css` or without) that a picture has; empty, with a note,
+    /// where no folder has it. Each is read once.
+    const std::string& find(const std::string& name, const ExportedItem& item);
+
+  private:
+    std::vector<std::string> folders_;
+    ExportReport& report_;
+    std::map<std::string, std::string> found_;
+};
+
+}  // namespace vexa::frontend
