@@ -15,7 +15,10 @@ using tables::DimensionId;
 using tables::Place;
 
 /// A table with more places than this is printed place by place only when one in `kFilledEnough` is filled.
-constexpr Place kManyPlaces = 1U << 20;
+/// Of one with several dimensions on an axis the empty lines would be left out then, so only far larger ones
+/// are.
+constexpr Place kManyPlaces = 10'000;
+constexpr Place kTooManyPlaces = Place{1} << 24;
 constexpr Place kFilledEnough = 8;
 
 class CellsWriter {
@@ -26,8 +29,9 @@ class CellsWriter {
     }
 
     void write() {
+        const Place many = hasSeveral() ? kTooManyPlaces : kManyPlaces;
         const bool isLarge =
-            data_.placeCount() > kManyPlaces && data_.placeCount() / kFilledEnough > data_.filledCount();
+            data_.placeCount() > many && data_.placeCount() / kFilledEnough > data_.filledCount();
         if (leavesLinesOut() || isLarge) {
             writeSparse();
         } else if (data_.filledCount() > 0 || !style_.cells().isEmpty() || !dataStyle_.isEmpty()) {
@@ -36,10 +40,13 @@ class CellsWriter {
     }
 
   private:
+    [[nodiscard]] bool hasSeveral() const {
+        return view_.rows.size() > 1 || view_.columns.size() > 1 || view_.layers.size() > 1;
+    }
+
     /// Whether the table has lines that are left out because nothing stands in them, or may have.
     [[nodiscard]] bool leavesLinesOut() const {
-        const bool hasSeveral = view_.rows.size() > 1 || view_.columns.size() > 1 || view_.layers.size() > 1;
-        return view_.emptyLinesLeftOut && hasSeveral && data_.filledCount() < data_.placeCount();
+        return view_.emptyLinesLeftOut && hasSeveral() && data_.filledCount() < data_.placeCount();
     }
 
     /// What each line of an axis adds to a place.

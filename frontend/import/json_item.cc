@@ -113,9 +113,8 @@ class GridReader {
         tables::CellStyle style;
         object.read("text", cell.text);
         readStyle(object, style);
-        const auto found = std::find(grid_.styles.begin(), grid_.styles.end(), style);
-        cell.style = static_cast<tables::StyleId>(found - grid_.styles.begin());
-        if (found == grid_.styles.end()) grid_.styles.push_back(style);
+        cell.style = styles_.intern(style);
+        if (cell.style == grid_.styles.size()) grid_.styles.push_back(style);
         return object.finish();
     }
 
@@ -125,6 +124,7 @@ class GridReader {
 
     JsonObject& object_;
     tables::FlatTable grid_;
+    tables::TableStyle styles_;  // gives equal styles one number
 };
 
 ItemContent readModel(JsonObject& object, std::size_t views) {

@@ -3,10 +3,10 @@
 #include <utility>
 
 #include "backend/platform/file_system.h"
-#include "frontend/package/base64.h"
 #include "frontend/import/import_context.h"
 #include "frontend/import/import_problem.h"
 #include "frontend/import/pictures.h"
+#include "frontend/package/base64.h"
 
 namespace vexa::frontend {
 

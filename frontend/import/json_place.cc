@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "frontend/import/json_positions.h"
+#include "frontend/import/json_reader.h"
 #include "frontend/import/json_tracker.h"
 
 namespace vexa::frontend {
@@ -20,7 +20,7 @@ bool isWord(std::string_view key) {
 }
 
 /// Stops the reader at the value of a path.
-class Locator : public nlohmann::json_sax<nlohmann::json> {
+class Locator : public JsonEvents {
   public:
     Locator(const JsonPath& wanted, std::size_t occurrence) : wanted_(wanted), left_(occurrence) {}
 
@@ -80,32 +80,6 @@ class Locator : public nlohmann::json_sax<nlohmann::json> {
 
 }  // namespace
 
-std::size_t WatchedText::tokenBegin() const {
-    const auto isPart = [](char c) {
-        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '+' ||
-               c == '-' || c == '.';
-    };
-    std::size_t end = std::min(offset(), text_.size());
-    if (end == 0) return 0;
-    const bool isNumber =
-        end >= 2 && !isPart(text_[end - 1]) && isPart(text_[end - 2]) && text_[end - 1] != '"';
-    if (isNumber || isPart(text_[end - 1])) {
-        if (isNumber) --end;
-        while (end > 0 && isPart(text_[end - 1])) --end;
-        return end;
-    }
-    --end;
-    if (text_[end] != '"') return end;
-    // Of a text: the quotation mark before it that no backslash hides.
-    while (end > 0) {
-        --end;
-        std::size_t backslashes = 0;
-        while (backslashes < end && text_[end - 1 - backslashes] == '\\') ++backslashes;
-        if (text_[end] == '"' && backslashes % 2 == 0) break;
-    }
-    return end;
-}
-
 std::string pathText(const JsonPath& path) {
     std::string text;
     for (const JsonStep& step : path) {
@@ -141,10 +115,10 @@ bool JsonRefusal::refuse(const JsonPlace& where, std::string what) {
 }
 
 std::size_t offsetOf(std::string_view text, const JsonPath& path, std::size_t occurrence) {
-    WatchedText watched(text);
+    JsonReader reader(text);
     Locator locator(path, occurrence);
-    static_cast<void>(nlohmann::json::sax_parse(watched.begin(), watched.end(), &locator));
-    return locator.found() ? watched.tokenBegin() : text.size();
+    static_cast<void>(reader.read(locator));
+    return locator.found() ? reader.tokenBegin() : text.size();
 }
 
 }  // namespace vexa::frontend

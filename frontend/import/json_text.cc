@@ -88,21 +88,20 @@ void JsonText::key(std::string_view name) {
 void JsonText::text(std::string_view value) {
     separate();
     out_ += '"';
+    const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80 && !needsEscape(c); };
     while (!value.empty()) {
         std::size_t plain = 0;
-        const std::size_t ascii = asciiPrefix(value);
-        while (plain < ascii && !needsEscape(value[plain])) ++plain;
+        while (plain < value.size() && isPlain(value[plain])) ++plain;
         out_ += value.substr(0, plain);
         value.remove_prefix(plain);
         if (value.empty()) break;
-        if (plain < ascii) {
+        const Utf8Character character = decodeUtf8(value);
+        if (character.length == 1 && character.valid) {
             appendEscape(out_, value.front());
-            value.remove_prefix(1);
         } else {
-            const Utf8Character character = decodeUtf8(value);
             appendUtf8(out_, character.code);
-            value.remove_prefix(character.length);
         }
+        value.remove_prefix(character.length);
     }
     out_ += '"';
 }

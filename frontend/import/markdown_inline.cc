@@ -6,6 +6,8 @@ namespace vexa::frontend {
 
 namespace {
 
+constexpr std::size_t kLongestAddress = 2048;
+
 bool isPunctuation(char c) {
     return (c >= '!' && c <= '/') || (c >= ':' && c <= '@') || (c >= '[' && c <= '`') ||
            (c >= '{' && c <= '~');
@@ -19,10 +21,11 @@ bool isWordPart(char c) {
 /// The text of a link or picture that begins at `text`, "[text](address)"; its length, 0 for none.
 std::size_t linkLength(std::string_view text, std::string_view& label) {
     const std::size_t begin = text.starts_with('!') ? 2 : 1;
-    const std::size_t end = text.find("](", begin);
-    const std::size_t inner = text.find('[', begin);
-    if (end == std::string_view::npos || inner < end) return 0;
-    const std::size_t close = text.find(')', end);
+    // Only so far as the next bracket, so that many brackets take no longer than their text.
+    const std::string_view inside = text.substr(0, text.find('[', begin));
+    const std::size_t end = inside.find("](", begin);
+    if (end == std::string_view::npos) return 0;
+    const std::size_t close = text.substr(0, end + kLongestAddress).find(')', end);
     if (close == std::string_view::npos) return 0;
     label = text.substr(begin, end - begin);
     return close + 1;

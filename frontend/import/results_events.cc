@@ -17,16 +17,9 @@ std::string folderOf(const std::string& file) {
     return end == std::string::npos ? std::string() : file.substr(0, end + 1);
 }
 
-/// What the JSON library says, without its own name and its words for the place.
-std::string reasonOf(const std::string& message) {
-    constexpr std::string_view kBehindPlace = ": ";
-    const std::size_t place = message.find(kBehindPlace);
-    return place == std::string::npos ? message : message.substr(place + kBehindPlace.size());
-}
-
 }  // namespace
 
-ResultsEvents::ResultsEvents(const WatchedText& text, std::string file, const ImportContext& context,
+ResultsEvents::ResultsEvents(const JsonReader& text, std::string file, const ImportContext& context,
                              Imported& imported)
     : text_(text),
       file_(std::move(file)),
@@ -288,6 +281,19 @@ bool ResultsEvents::checkUnder(const Frame& frame) {
     return true;
 }
 
+void ResultsEvents::warnOfType(const Frame& frame, const std::string& word) {
+    constexpr std::size_t kMostWarnings = 20;  // of one file; finding their places takes time
+    if (++unknownTypes_ > kMostWarnings) return;
+    const std::string_view nearest = nearestTypeWord(word);
+    ImportProblem warning{file_, placeOf(text_.text(), frame.begin), pathText(frame.path), "", false};
+    warning.message =
+        nearest.empty()
+            ? composed("The type '^1' is not known; the item is kept as it is."_text, {word})
+            : composed("The type '^1' is not known; the item is kept as it is. Did you mean '^2'?"_text,
+                       {word, std::string(nearest)});
+    imported_.warnings.push_back(warning.shown());
+}
+
 bool ResultsEvents::endItem(Frame frame) {
     const auto type = frame.keys.find("type");
     if (type == frame.keys.end()) {
@@ -302,14 +308,7 @@ bool ResultsEvents::endItem(Frame frame) {
     const bool isUnknown = itemTypeOf(word) == ItemType::unknown;
     if (!isUnknown && !checkUnder(frame)) return false;
     if (isUnknown) {
-        const std::string_view nearest = nearestTypeWord(word);
-        ImportProblem warning{file_, placeOf(text_.text(), frame.begin), pathText(frame.path), "", false};
-        warning.message =
-            nearest.empty()
-                ? composed("The type '^1' is not known; the item is kept as it is."_text, {word})
-                : composed("The type '^1' is not known; the item is kept as it is. Did you mean '^2'?"_text,
-                           {word, std::string(nearest)});
-        imported_.warnings.push_back(warning.shown());
+        warnOfType(frame, word);
         if (frame.isPartial && !rereadUnknown(frame)) return false;
     }
     for (const char* const streamed : {"cells", "sparse"}) {
@@ -336,18 +335,9 @@ bool ResultsEvents::rereadUnknown(Frame& frame) {
     return frame.keys.is_object();
 }
 
-bool ResultsEvents::parse_error(std::size_t position, const std::string& /*token*/,
-                                const nlohmann::detail::exception& error) {
-    const std::string reason = reasonOf(error.what());
-    constexpr int kNumberTooLarge = 406;
-    if (error.id == kNumberTooLarge) {
-        tracker_.value();
-        return refuseHere(translated("The number is too large."_text));
-    }
-    refusedAt_ = position == 0 ? 0 : position - 1;
-    const bool isNoUtf8 = reason.find("ill-formed UTF-8") != std::string::npos;
-    return refusal_.refuse(JsonPath(), isNoUtf8 ? translated("The text is not UTF-8 here."_text)
-                                                : composed("This is not JSON: ^1."_text, {reason}));
+bool ResultsEvents::parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                                const nlohmann::detail::exception& /*error*/) {
+    return false;  // the reader itself keeps what is no JSON
 }
 
 }  // namespace vexa::frontend

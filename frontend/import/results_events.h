@@ -9,18 +9,17 @@
 #include "frontend/import/import_context.h"
 #include "frontend/import/json_builder.h"
 #include "frontend/import/json_cells.h"
-#include "frontend/import/json_positions.h"
+#include "frontend/import/json_reader.h"
 #include "frontend/import/json_tracker.h"
 
 namespace vexa::frontend {
 
 /// Keys of the document and of items are gathered until the object ends, since they may come in any order.
 /// The values of three keys are not: items and views become items at once, and cells become cells.
-class ResultsEvents : public nlohmann::json_sax<Json> {
+class ResultsEvents : public JsonEvents {
   public:
     /// All outlive this.
-    ResultsEvents(const WatchedText& text, std::string file, const ImportContext& context,
-                  Imported& imported);
+    ResultsEvents(const JsonReader& text, std::string file, const ImportContext& context, Imported& imported);
 
     [[nodiscard]] const JsonRefusal& refusal() const { return refusal_; }
     /// Where a refusal stands whose path is not enough; the text's length + 1 where it is.
@@ -80,10 +79,11 @@ class ResultsEvents : public nlohmann::json_sax<Json> {
     bool endDocument(Frame& frame);
     bool rereadUnknown(Frame& frame);
     bool checkUnder(const Frame& frame);
+    void warnOfType(const Frame& frame, const std::string& word);
     [[nodiscard]] ItemId parent() const { return frames_.empty() ? 0 : frames_.back().id; }
     [[nodiscard]] Frame& frame() { return frames_.back(); }
 
-    const WatchedText& text_;
+    const JsonReader& text_;
     const std::string file_;
     const std::string folder_;
     const ImportContext& context_;
@@ -96,6 +96,7 @@ class ResultsEvents : public nlohmann::json_sax<Json> {
     Json cell_;
     JsonRefusal refusal_;
     std::size_t refusedAt_;
+    std::size_t unknownTypes_ = 0;
 };
 
 }  // namespace vexa::frontend

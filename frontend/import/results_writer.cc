@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "frontend/package/base64.h"
 #include "frontend/import/json_item.h"
 #include "frontend/import/json_text.h"
 #include "frontend/import/table_writer.h"
+#include "frontend/package/base64.h"
 
 namespace vexa::frontend {
 
@@ -161,7 +161,7 @@ class ResultsWriter {
     }
 
     void write(const ModelContent& content) {
-        if (content.shown != 0) {
+        if (content.shown != 0 && content.shown < node_->children.size()) {
             json_.key("shown");
             json_.whole(content.shown + 1);
         }

@@ -4,7 +4,10 @@
 #include <pugixml.hpp>
 #include <utility>
 
+#include "backend/text/letters.h"
+#include "backend/text/utf8.h"
 #include "frontend/document/compared_text.h"
+#include "frontend/import/text_input.h"
 
 namespace vexa::frontend {
 
@@ -25,6 +28,25 @@ constexpr std::array<std::pair<std::string_view, StatisticRole>, 9> kRoles{{
     {"median", StatisticRole::median},
     {"total", StatisticRole::total},
 }};
+
+/// What each ASCII character stands for in comparisons.
+std::array<char, 128> makeFolded() {
+    std::array<char, 128> folded{};
+    for (std::size_t i = 0; i < folded.size(); ++i) {
+        folded[i] = static_cast<char>(foldedLetter(static_cast<char32_t>(i)));
+    }
+    return folded;
+}
+
+/// `comparedText`, sooner for labels in ASCII, as most of them are.
+std::string comparedLabel(std::string_view label) {
+    static const std::array<char, 128> folded = makeFolded();
+    if (asciiPrefix(label) != label.size()) return comparedText(label);
+    label = withoutBlanks(label);
+    std::string compared(label);
+    for (char& c : compared) c = folded[static_cast<unsigned char>(c)];
+    return compared;
+}
 
 }  // namespace
 
@@ -64,7 +86,8 @@ FileResult StatisticWords::read(std::string xml) {
 }
 
 StatisticRole StatisticWords::roleOf(std::string_view label) const {
-    const auto found = roles_.find(comparedText(label));
+    if (roles_.empty()) return StatisticRole::none;
+    const auto found = roles_.find(comparedLabel(label));
     return found == roles_.end() ? StatisticRole::none : found->second;
 }
 

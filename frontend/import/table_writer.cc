@@ -196,7 +196,8 @@ void writeText(JsonText& json, std::string_view key, std::string_view value) {
 }
 
 void writeNumber(JsonText& json, std::string_view key, std::optional<double> value) {
-    if (!value) return;
+    // What is not above 0 sets nothing.
+    if (!value || !(*value > 0)) return;
     json.key(key);
     json.number(*value);
 }

@@ -39,6 +39,9 @@ class PlaceMap {
 
   private:
     static constexpr Place mostDense = 1U << 20;
+    /// A larger table becomes dense when one in so many of its places is set.
+    static constexpr Place alwaysDense = 4096;
+    static constexpr Place denseEnough = 16;
     std::vector<T> dense_;
     std::unordered_map<Place, T> sparse_;
 };
@@ -152,7 +155,8 @@ T PlaceMap<T>::at(Place place) const {
 
 template <typename T>
 void PlaceMap<T>::set(Place place, T value, Place placeCount) {
-    if (placeCount > mostDense) {
+    const bool isWorthIt = placeCount <= alwaysDense || sparse_.size() >= placeCount / denseEnough;
+    if (dense_.empty() && (placeCount > mostDense || !isWorthIt || value == T{})) {
         if (value == T{}) {
             sparse_.erase(place);
         } else {
@@ -161,8 +165,9 @@ void PlaceMap<T>::set(Place place, T value, Place placeCount) {
         return;
     }
     if (dense_.empty()) {
-        if (value == T{}) return;
         dense_.resize(placeCount);
+        for (const auto& [known, old] : sparse_) dense_[known] = old;
+        sparse_.clear();
     }
     dense_[place] = value;
 }

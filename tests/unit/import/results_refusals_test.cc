@@ -24,10 +24,20 @@ TEST_P(ResultsRefusal, SaysWhatAndWhere) {
 INSTANTIATE_TEST_SUITE_P(
     OfTheText, ResultsRefusal,
     testing::Values(
-        Refused{"",
-                "1:1: This is not JSON: syntax error while parsing value - unexpected end of input; expected "
-                "'[', "
-                "'{', or a literal."},
+        Refused{"", "1:1: Found: the end of the text. Expected: a value."},
+        Refused{R"({"items":[{"type":"text",}]})", "1:26: Found: \"}\". Expected: a key in double quotes."},
+        Refused{R"({"items":[{"type":"text"}})", "1:26: Found: \"}\". Expected: a comma or ]."},
+        Refused{R"({"items":[{"type":"text"])", "1:25: Found: \"]\". Expected: a comma or }."},
+        Refused{R"({"items" [])", "1:10: Found: \"[\". Expected: a colon."},
+        Refused{R"({"items":[]} x)", "1:14: Found: \"x\". Expected: the end of the text."},
+        Refused{R"({"name":"a\x"})", "1:11: Found: \"\\\\\". Expected: an escape such as \\n or \\u00e4."},
+        Refused{R"({"name":"\ud800a"})",
+                "1:10: Found: \"\\\\\". Expected: an escape such as \\n or \\u00e4."},
+        Refused{"{\"name\":\"a\nb\"}", "1:11: Found: \"\\n\". Expected: an escape such as \\n or \\u00e4."},
+        Refused{R"({"name":"a)", "1:11: Found: the end of the text. Expected: a closing double quote."},
+        Refused{R"({"vexaResults":01})", "1:16: Found: \"0\". Expected: a number without leading zeros."},
+        Refused{R"({"vexaResults":1.})", "1:18: Found: \"}\". Expected: a digit."},
+        Refused{R"({"vexaResults":tru})", "1:16: Found: \"t\". Expected: a value."},
         Refused{"{\"items\":[\n 1 2]}", "2:2: items[0]: Found: 1. Expected: an object."},
         Refused{"[]", "1:1: Found: [...]. Expected: an object."},
         Refused{"{\n}", "1:1: These are not results: neither 'vexaResults' nor 'items' is there."},
@@ -40,8 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{R"({"items":[[]]})", "1:11: items[0]: Found: [...]. Expected: an object."},
         Refused{"{\"items\":[{\"type\":\"text\",\"text\":\"\xC3\xA4\xFF\"}]}",
                 "1:35: The text is not UTF-8 here."},
-        Refused{R"({"items":[{"type":"table","cells":[1e999]}]})",
-                "1:36: items[0].cells[0]: The number is too large."}));
+        Refused{R"({"items":[{"type":"table","cells":[1e999]}]})", "1:36: The number is too large."}));
 
 INSTANTIATE_TEST_SUITE_P(
     OfItems, ResultsRefusal,
