@@ -251,10 +251,11 @@ void describeImport(CLI::App& app, Options& options) {
 }
 
 void describeShow(CLI::App& app, Options& options) {
+    constexpr std::size_t kMostItems = 1'000'000'000;
     app.add_option("DOCUMENT", options.document.document, "The document file")->required();
     CLI::Option* const item =
         app.add_option("--item", options.document.item, "Show the item of this number in the outline")
-            ->check(CLI::PositiveNumber)
+            ->check(CLI::Range(std::size_t{1}, kMostItems))
             ->option_text("N");
     app.add_flag("--json", options.document.asJson, "Print the document in the form that vexa import takes")
         ->excludes(item);

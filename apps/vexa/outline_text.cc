@@ -188,7 +188,10 @@ class ItemPrinter {
         }
         return text + '\n' + itemText(outline_, *outline_.find(node_.children[content.shown]), options_);
     }
-    std::string operator()(const frontend::UnknownContent& content) const { return safeLines(*content.raw); }
+    /// What a later version put into it cannot be shown: its label stands for it.
+    std::string operator()(const frontend::UnknownContent& /*content*/) const {
+        return safeLines(frontend::shownLabel(node_.item));
+    }
 
   private:
     const frontend::Outline& outline_;
