@@ -110,6 +110,8 @@ void JsonText::number(double value) {
     if (!std::isfinite(value)) return null();
     separate();
     tables::appendShortest(out_, value);
+    // A zero without decimals is read as a whole number, which has no sign.
+    if (value == 0 && std::signbit(value)) out_ += ".0";
 }
 
 void JsonText::whole(std::uint64_t value) {

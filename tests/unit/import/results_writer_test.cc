@@ -98,6 +98,12 @@ TEST(ResultsWriter, PrintsATableAsItIsArranged) {
               "    4, 2]}]}\n");
 }
 
+TEST(ResultsWriter, KeepsTheSignOfZero) {
+    const std::string json = again(R"({"items":[{"type":"table","cells":[-0.0]}]})");
+    EXPECT_THAT(json, testing::HasSubstr("\"cells\": [-0.0]"));
+    EXPECT_EQ(again(json), json);
+}
+
 TEST(ResultsWriter, EscapesWhatJsonCannotHold) {
     Outline outline;
     Item item;
