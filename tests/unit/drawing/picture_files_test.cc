@@ -39,6 +39,15 @@ TEST(PictureFiles, ManyColorsBecomeAPaletteOfTheAskedSize) {
     EXPECT_EQ("PNG RGB 80x40 dots=96 bits=8 colors=400", judgedPng(manyColors(), DrawnDepth::true24Bit));
 }
 
+TEST(PictureFiles, EvenAreasKeepTheirColorInAPalette) {
+    // The slope has more than 16 colours at its edge.
+    const Picture slope = svgOf(
+        "<path d='M0 0L30 0L11 40L0 40z' fill='#4477aa'/><path d='M50 0L80 0L80 40L37 40z' "
+        "fill='#cc3311'/>");
+    const std::string found = judgedPng(slope, DrawnDepth::colors16, "2,2 32,38 78,38");
+    EXPECT_TRUE(found.ends_with(" 68,119,170,255 255,255,255,255 204,51,17,255")) << found;
+}
+
 TEST(PictureFiles, JpgIsInColorsOrGray) {
     DrawingOrder order = orderOf(DrawnForm::jpg);
     EXPECT_TRUE(judged(drawn(twoBars(), order).bytes, ".jpg").starts_with("JPEG RGB 80x40 dots=96 "));
