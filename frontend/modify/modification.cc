@@ -46,6 +46,24 @@ std::shared_ptr<const tables::TableLook> knownLook(std::shared_ptr<const tables:
     return compared == *known.look ? known.look : look;
 }
 
+/// Whether some change of a group is one for items of that type.
+bool concerns(const ModifyGroup& group, ItemType type) {
+    if (group.object || group.index) return true;
+    switch (type) {
+        case ItemType::table:
+            return group.table || !group.cells.empty();
+        case ItemType::chart:
+        case ItemType::tree:
+            return group.graph.has_value();
+        case ItemType::text:
+        case ItemType::heading:
+        case ItemType::pageTitle:
+            return group.text.has_value();
+        default:
+            return false;
+    }
+}
+
 /// Applies one group to one outline and notes what it does.
 class GroupRun {
   public:
@@ -102,6 +120,10 @@ class GroupRun {
     template <typename Prepared>
     void change(const Prepared& prepared, ItemId id, std::int64_t position, ItemPlan& plan) {
         const ModifyGroup& group = *prepared.group;
+        if (!concerns(group, outline_.find(id)->item.type())) {
+            plan.passOver("Nothing that is asked for applies to it."_text);
+            return;
+        }
         if (group.object) changeObject(outline_, id, *group.object, plan);
         if (group.index)
             appendIndex(outline_, id, group.index->notation, group.index->start + position, plan);
