@@ -19,14 +19,28 @@ struct Format {
 };
 
 constexpr Format kFormats[] = {
-    {"htm", "HTML"},          {"html", "HTML"},        {"mht", "REPORT", " FORMAT=MHT"},
-    {"mhtml", "REPORT", " FORMAT=MHT"},                {"txt", "TEXT"},
-    {"pdf", "PDF"},           {"doc", "DOC"},          {"docx", "DOC"},
-    {"rtf", "DOC"},           {"ppt", "PPT"},          {"pptx", "PPT"},
-    {"xls", "XLS"},           {"xlsx", "XLSX"},        {"xlsm", "XLSM"},
-    {"png", "PNG", "", true}, {"jpg", "JPG", "", true}, {"jpeg", "JPG", "", true},
-    {"bmp", "BMP", "", true}, {"tif", "TIF", "", true}, {"tiff", "TIF", "", true},
-    {"emf", "EMF", "", true}, {"eps", "EPS", "", true},
+    {"htm", "HTML"},
+    {"html", "HTML"},
+    {"mht", "REPORT", " FORMAT=MHT"},
+    {"mhtml", "REPORT", " FORMAT=MHT"},
+    {"txt", "TEXT"},
+    {"pdf", "PDF"},
+    {"doc", "DOC"},
+    {"docx", "DOC"},
+    {"rtf", "DOC"},
+    {"ppt", "PPT"},
+    {"pptx", "PPT"},
+    {"xls", "XLS"},
+    {"xlsx", "XLSX"},
+    {"xlsm", "XLSM"},
+    {"png", "PNG", "", true},
+    {"jpg", "JPG", "", true},
+    {"jpeg", "JPG", "", true},
+    {"bmp", "BMP", "", true},
+    {"tif", "TIF", "", true},
+    {"tiff", "TIF", "", true},
+    {"emf", "EMF", "", true},
+    {"eps", "EPS", "", true},
 };
 
 std::string capitals(std::string_view text) {
@@ -46,14 +60,15 @@ std::string quoted(std::string_view text) {
 
 /// The parameters whose values are texts in quotes.
 bool takesText(std::string_view keyword, std::string_view value) {
-    constexpr std::string_view kTexts[] = {"DOCUMENTFILE", "IMAGEROOT", "SHEET",     "STARTCELL",
-                                           "ROWBORDER",    "COLUMNBORDER"};
+    constexpr std::string_view kTexts[] = {"DOCUMENTFILE", "IMAGEROOT", "SHEET",
+                                           "STARTCELL",    "ROWBORDER", "COLUMNBORDER"};
     if (keyword == "TITLE") return capitals(value) != "FILENAME";
     return std::find(std::begin(kTexts), std::end(kTexts), keyword) != std::end(kTexts);
 }
 
 bool isQuoted(std::string_view value) {
-    return value.size() > 1 && (value.front() == '\'' || value.front() == '"') && value.back() == value.front();
+    return value.size() > 1 && (value.front() == '\'' || value.front() == '"') &&
+           value.back() == value.front();
 }
 
 std::string parameter(std::string_view keyword, std::string_view value) {
@@ -64,8 +79,8 @@ std::string parameter(std::string_view keyword, std::string_view value) {
 std::size_t extensionBegin(std::string_view file) {
     const std::size_t point = file.rfind('.');
     const std::size_t folder = file.find_last_of("/\\");
-    const bool isThere =
-        point != std::string_view::npos && (folder == std::string_view::npos || folder + 1 < point) && point > 0;
+    const bool isThere = point != std::string_view::npos &&
+                         (folder == std::string_view::npos || folder + 1 < point) && point > 0;
     return isThere ? point : file.size();
 }
 
@@ -98,13 +113,15 @@ ExportCommand refused(std::string problem) { return {{}, std::move(problem)}; }
 ExportCommand exportCommand(const ExportWish& wish, const CommandDescriptor& grammar) {
     const Format* const format = formatOf(wish);
     if (format == nullptr) {
-        return refused(composed("What ^1 shall be is not known. Give it an extension such as .html, .txt or .pdf, or say it: --as report."_text,
-                                {wish.file}));
+        return refused(composed(
+            "What ^1 shall be is not known. Give it an extension such as .html, .txt or .pdf, or say it: --as report."_text,
+            {wish.file}));
     }
     const std::string subcommand(format->subcommand);
     const SubComDescriptor* const own = grammar.findSubcommand(subcommand);
     const SubComDescriptor* const contents = grammar.findSubcommand("CONTENTS");
-    const SubComDescriptor* const leading = grammar.subcommands().empty() ? nullptr : &grammar.subcommands().front();
+    const SubComDescriptor* const leading =
+        grammar.subcommands().empty() ? nullptr : &grammar.subcommands().front();
     std::string ofFormat = format->isPicture
                                ? parameter("IMAGEROOT", wish.file.substr(0, extensionBegin(wish.file)))
                                : parameter("DOCUMENTFILE", wish.file);
@@ -125,8 +142,9 @@ ExportCommand exportCommand(const ExportWish& wish, const CommandDescriptor& gra
         } else if (knows(leading, keyword)) {
             ofCommand += text;
         } else {
-            return refused(composed(R"(OUTPUT EXPORT has no keyword ^1 for ^2. "vexa help OUTPUT EXPORT ^2" shows what it has.)"_text,
-                                    {keyword, subcommand}));
+            return refused(composed(
+                R"(OUTPUT EXPORT has no keyword ^1 for ^2. "vexa help OUTPUT EXPORT ^2" shows what it has.)"_text,
+                {keyword, subcommand}));
         }
     }
     if (!ofContents.empty()) ofContents = "\n  /CONTENTS" + ofContents;

@@ -267,7 +267,8 @@ void describeExport(CLI::App& app, Options& options) {
     app.add_option("DOCUMENT", options.document.document, "The document file")->required();
     app.add_option("FILE", options.document.exportFile, "The file to be made; a symbolic link is followed")
         ->required();
-    app.add_option("KEYWORD=VALUE", options.document.keywords, "What OUTPUT EXPORT takes, as NOTESCAPTIONS=NO");
+    app.add_option("KEYWORD=VALUE", options.document.keywords,
+                   "What OUTPUT EXPORT takes, as NOTESCAPTIONS=NO");
     app.add_option("--as", options.document.exportAs,
                    "The format, as report or text (that of the file's extension)")
         ->option_text("FORMAT");

@@ -32,12 +32,12 @@ struct SessionChoices {
 /// What `vexa import`, `vexa show` and `vexa export` are told.
 struct DocumentChoices {
     std::string document;
-    std::string passwordFile;         ///< empty: the password is asked for
-    frontend::ImportOptions import;   ///< of import
-    std::optional<std::size_t> item;  ///< of show: the number of the item to show
-    bool asJson = false;              ///< of show
-    std::string exportFile;           ///< of export: the file to be made
-    std::string exportAs;             ///< of export: the format; empty for that of the file's extension
+    std::string passwordFile;           ///< empty: the password is asked for
+    frontend::ImportOptions import;     ///< of import
+    std::optional<std::size_t> item;    ///< of show: the number of the item to show
+    bool asJson = false;                ///< of show
+    std::string exportFile;             ///< of export: the file to be made
+    std::string exportAs;               ///< of export: the format; empty for that of the file's extension
     std::vector<std::string> keywords;  ///< of export: "KEYWORD=VALUE"
 };
 

@@ -38,7 +38,8 @@ ExportOutcome exportOf(const OpenDocuments& documents, const ExportRequest& requ
     if (carrying == Carrying::dryRun && outcome.response.success) {
         const ExportResponse& response = outcome.response;
         const std::string& place = response.documentFile.empty() ? response.imageRoot : response.documentFile;
-        say(noteLevel, messages::dryExport, {userText(shownName(*document)), userText(toNativePath(toUtf8(place)))});
+        say(noteLevel, messages::dryExport,
+            {userText(shownName(*document)), userText(toNativePath(toUtf8(place)))});
     }
     return outcome;
 }

@@ -85,7 +85,8 @@ class Export {
           request_(request),
           surroundings_(surroundings),
           documentFile_(documentFileOf(request)),
-          pictures_(request, documentFile_, pageFormatOf(request), surroundings.styleFolders, files_, report_) {}
+          pictures_(request, documentFile_, pageFormatOf(request), surroundings.styleFolders, files_,
+                    report_) {}
 
     ExportOutcome carryOut() {
         const ExportPlan plan = planExport(document_.outline(), selectionOf(request_));
@@ -109,8 +110,7 @@ class Export {
             report_.fail(ExportError::noPictures);
         } else if (!missing.empty()) {
             report_.fail(ExportError::other,
-                         composed("This version cannot export to the format ^1 yet."_text,
-                                  {missing}));
+                         composed("This version cannot export to the format ^1 yet."_text, {missing}));
         } else {
             static_cast<void>(pictures_.checkFolders());
         }
@@ -146,7 +146,8 @@ class Export {
             if (!task.goesOn(++done)) stopped();
         }
         if (!report_.failed() && pictures_.count() == 0) {
-            report_.fail(ExportError::other, translated("None of the pictures could be exported."_text.key()));
+            report_.fail(ExportError::other,
+                         translated("None of the pictures could be exported."_text.key()));
         }
     }
 
@@ -182,7 +183,8 @@ class Export {
     }
 
     void stopped() {
-        report_.fail(ExportError::other, translated("The export was stopped before its end. Nothing was replaced."_text.key()));
+        report_.fail(ExportError::other,
+                     translated("The export was stopped before its end. Nothing was replaced."_text.key()));
     }
 
     [[nodiscard]] ExportOutcome outcome() const {

@@ -17,7 +17,7 @@ namespace vexa::frontend {
 struct ExportSurroundings {
     std::string language = "en";            ///< of the document's text, a language code
     std::vector<std::string> styleFolders;  ///< the folders `Looks`, for style sheets of charts; UTF-8
-    bool dryRun = false;  ///< everything is made, and nothing put in its place
+    bool dryRun = false;                    ///< everything is made, and nothing put in its place
     /// Called with the items written so far and all items, now and then; may be empty. False ends the export,
     /// and nothing is replaced.
     std::function<bool(std::size_t done, std::size_t all)> progress;

@@ -86,12 +86,12 @@ std::vector<std::string_view> parts(std::string_view css, char divider) {
 bool isPlain(std::string_view css) { return css.find_first_of("\\<{}") == std::string_view::npos; }
 
 bool isAllowed(std::string_view property, std::string_view value) {
-    constexpr std::string_view forbidden[] = {"expression(", "javascript:", "image(", "image-set(", "src(", "@"};
+    constexpr std::string_view forbidden[] = {"expression(", "javascript:", "image(",
+                                              "image-set(",  "src(",        "@"};
     if (property == "position" || property == "behavior" || property == "-moz-binding") return false;
     const std::string words = lowered(value);
-    return std::none_of(std::begin(forbidden), std::end(forbidden), [&words](std::string_view each) {
-        return words.find(each) != std::string::npos;
-    });
+    return std::none_of(std::begin(forbidden), std::end(forbidden),
+                        [&words](std::string_view each) { return words.find(each) != std::string::npos; });
 }
 
 std::string renamed(std::string_view selector, const PictureScope& scope) {

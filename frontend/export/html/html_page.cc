@@ -29,7 +29,8 @@ void writeHtmlPage(const ExportTask& task, std::string& html) {
     if (!body.append(items)) return;
     html = pageBeginning(task.surroundings.language, documentTitle(task.document));
     html.reserve(html.size() + items.size() + body.rules().size() + 4096);
-    if (request.styling) html.append("<style>\n").append(pageStyle()).append(body.rules()).append("</style>\n");
+    if (request.styling)
+        html.append("<style>\n").append(pageStyle()).append(body.rules()).append("</style>\n");
     html += "</head>\n<body>\n";
     html += items;
     if (body.hasLayerLists()) html += layerScript();

@@ -32,7 +32,8 @@ std::string encodedWords(std::string_view text) {
     std::string words;
     while (!text.empty()) {
         std::size_t length = std::min(longest, text.size());
-        while (length < text.size() && length > 1 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+        while (length < text.size() && length > 1 &&
+               (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
             --length;
         if (!words.empty()) words += "\r\n ";
         words += "=?utf-8?B?" + encodeBase64(text.substr(0, length)) + "?=";

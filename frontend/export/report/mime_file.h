@@ -1,4 +1,5 @@
-// A page and its pictures in one MIME file, as mail carries them: lines end in CR LF, nothing depends on time.
+// A page and its pictures in one MIME file, as mail carries them: lines end in CR LF, nothing depends on
+// time.
 #pragma once
 
 #include <cstddef>

@@ -72,8 +72,8 @@ class ReportWriter {
         const bool isPacked = request_.format == ReportFormat::mht;
         MimeFile packed;
         PagePictures pictures(task_, isPacked ? PagePictures::Address([&packed](const std::string& png) {
-            return packed.addPicture(png);
-        })
+                                  return packed.addPicture(png);
+                              })
                                               : PagePictures::Address());
         PageBodyOptions options;
         options.restyle = request_.restyle;
@@ -119,8 +119,9 @@ class ReportWriter {
         std::string links;
         for (const ReportLink& link : request_.links) {
             if (!isAddress(link.address)) {
-                task_.report.note(composed("The address ^1 is no link to a page; the report shows its label alone."_text,
-                                           {link.address}));
+                task_.report.note(
+                    composed("The address ^1 is no link to a page; the report shows its label alone."_text,
+                             {link.address}));
                 links += "<li>";
                 appendHtml(links, link.label);
                 links += "</li>\n";

@@ -171,8 +171,9 @@ std::string encodedText(const std::string& text, TextEncoding encoding, ExportRe
     if (currentCharacterSet().isUtf8()) return text;
     std::string bytes = currentCharacterSet().fromUtf8(text);
     if (currentCharacterSet().toUtf8(bytes) != text) {
-        report.note(composed("Characters that the character set ^1 does not have were written as question marks. ENCODING=UTF8 keeps them."_text,
-                             {currentCharacterSet().name()}));
+        report.note(composed(
+            "Characters that the character set ^1 does not have were written as question marks. ENCODING=UTF8 keeps them."_text,
+            {currentCharacterSet().name()}));
     }
     return bytes;
 }

@@ -173,7 +173,11 @@ TEST(EmbeddedAdapter, AnswersWhatItCanAndSaysWhatItCannot) {
     EmbeddedAdapter remote({});
     EXPECT_TRUE(local.isLocalMode());
     EXPECT_FALSE(remote.isLocalMode());
-    EXPECT_EQ(local.exchangeExport("<exportSpecification/>"), "");
+    // Without an open document, which is what the code says.
+    const std::string nothingOpen = local.exchangeExport(
+        "<exportSpecification><global/><contents/><text "
+        "documentFile=\"/nowhere/a.txt\"/></exportSpecification>");
+    EXPECT_NE(nothingOpen.find("success=\"false\" errorCode=\"1\""), std::string::npos) << nothingOpen;
     EXPECT_NE(local.exchangeModify("<modifyOutputObject/>").find("(0,0,0)"), std::string::npos);
     ASSERT_NE(local.outputController(), nullptr);
 }

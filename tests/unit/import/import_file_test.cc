@@ -70,7 +70,7 @@ TEST_F(ImportFile, TakesEncodingsAndByteOrderMarks) {
         "\xFF\xFE"
         "R\0,\0\xE4\0\n\0r\0,\0"
         "1\0",
-        18);
+        16);
     files.files["c.csv"] = "R,\xE4\nr,1\n";
     EXPECT_TRUE(import("a.csv")) << problem.shown();
     EXPECT_TRUE(import("b.csv")) << problem.shown();
