@@ -27,6 +27,10 @@ int explain(const std::string& words, Session& session);
 /// Exports a document file.
 [[nodiscard]] int exportFile(const Options& options);
 
+/// What the program ends with when an action ended with `status`: says so when standard output did not take
+/// all.
+[[nodiscard]] int statusWithOutput(int status);
+
 /// Complains on standard error, in the program's name.
 void complain(const std::string& message);
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <iostream>
 
+#include "backend/platform/private_file.h"
 #include "backend/text/system_text.h"
 
 namespace vexa::program {
@@ -23,6 +24,7 @@ FileResult JsonLines::open(const std::string& path) {
     if (path == "-") {
         return {};
     }
+    makePrivate(path);
     file_ = std::make_unique<OutputFile>();
     return file_->open(path);
 }

@@ -18,7 +18,9 @@ class JsonLines {
     JsonLines(const JsonLines&) = delete;
     JsonLines& operator=(const JsonLines&) = delete;
 
-    /// Begins to write to the file at `path` (UTF-8), or to standard output for "-".
+    /// Begins to write to the file at `path` (UTF-8), which only its owner may read, or to standard output
+    /// for
+    /// "-".
     [[nodiscard]] FileResult open(const std::string& path);
     /// Adds one line. Bytes that are no UTF-8 become U+FFFD. After a failure nothing more is written.
     void write(const nlohmann::ordered_json& line);

@@ -2,7 +2,6 @@
 // system.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "backend/session/session.h"
@@ -15,8 +14,18 @@ namespace vexa::program {
 void prepareLineEditor(Session& session);
 /// What a user should know before the first line.
 [[nodiscard]] SystemText lineEditorWelcome();
-/// One line from the terminal, UTF-8, without its end; nothing at the end of the input. `before`: the lines
-/// of the same command that came earlier, each with its end.
-[[nodiscard]] std::optional<std::string> readEditedLine(const char* prompt, const std::string& before);
+
+/// What came of reading a line.
+struct EditedLine {
+    enum class Kind { line, endOfInput, interrupted };
+    Kind kind = Kind::endOfInput;
+    std::string text{};  ///< UTF-8, without its end
+};
+
+/// One line from the terminal. `before`: the lines of the same command that came earlier, each with its end.
+/// From the first call of `prepareLineEditor` on, an interrupt drops the line and nothing else.
+[[nodiscard]] EditedLine readEditedLine(const char* prompt, const std::string& before);
+/// The lines of a whole command, which the user may call back as one.
+void rememberCommand(const std::string& lines);
 
 }  // namespace vexa::program

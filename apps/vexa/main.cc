@@ -54,5 +54,5 @@ int main(int argc, char** argv) {
     int exitStatus = vexa::program::exit_status::kUsage;
     const std::optional<vexa::program::Options> options =
         vexa::program::readOptions(static_cast<int>(texts.size()), texts.data(), exitStatus);
-    return options ? act(*options) : exitStatus;
+    return vexa::program::statusWithOutput(options ? act(*options) : exitStatus);
 }

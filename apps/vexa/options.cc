@@ -2,11 +2,14 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <sstream>
 #include <string_view>
 
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/language_choice.h"
+#include "backend/platform/file_system.h"
 #include "backend/platform/version.h"
+#include "backend/text/text_width.h"
 #include "frontend/import/import_file.h"
 
 namespace vexa::program {
@@ -277,6 +280,14 @@ void describeExport(CLI::App& app, Options& options) {
     addReadingOptions(app, options.session);
 }
 
+/// A complaint about a word that is neither a command of the program nor a syntax file; empty for a file.
+std::string objectionToFile(const std::string& word) {
+    if (word == "-" || word.ends_with(".vxs") || FileSystem::current().isFile(word)) {
+        return {};
+    }
+    return "'" + word + "' is neither a command of this program nor a syntax file";
+}
+
 /// One command of the program, which `chosen` becomes when it is given.
 CLI::App* addAction(CLI::App& app, Options& options, Action action, const char* name, const char* help,
                     const char* examples) {
@@ -293,6 +304,9 @@ void describe(CLI::App& app, Options& options) {
     app.footer(kExamples);
     app.set_version_flag("--version", std::string("vexa ").append(productVersion()), "Print the version");
     addSessionOptions(app, options.session);
+    app.add_option("FILE", options.files, "Syntax files, as for run")
+        ->check(CLI::Validator(objectionToFile, ""))
+        ->option_text(" ");
 
     CLI::App* const run = addAction(app, options, Action::run, "run", "Run syntax files", kRunExamples);
     run->add_option("FILE", options.files, "Syntax files, in this order; - is standard input")->required();
@@ -328,6 +342,18 @@ void describe(CLI::App& app, Options& options) {
               kPasswordExamples);
 }
 
+/// Shows what `error` asks for, or complains of, and gives the exit status. What was typed cannot steer the
+/// terminal.
+int complainOf(const CLI::App& app, const CLI::ParseError& error) {
+    std::ostringstream shown;
+    const bool asked = app.exit(error, std::cout, shown) == 0;
+    std::istringstream lines(shown.str());
+    for (std::string line; std::getline(lines, line);) {
+        std::cerr << printableText(line) << '\n';
+    }
+    return asked ? exit_status::kSuccess : exit_status::kUsage;
+}
+
 }  // namespace
 
 std::optional<Options> readOptions(int argc, const char* const* argv, int& exitStatus) {
@@ -337,8 +363,11 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        exitStatus = app.exit(error) == 0 ? exit_status::kSuccess : exit_status::kUsage;
+        exitStatus = complainOf(app, error);
         return std::nullopt;
+    }
+    if (options.action == Action::prompt && !options.files.empty()) {
+        options.action = Action::run;
     }
     if (options.session.dryRun && options.session.adapter != AdapterKind::embedded) {
         std::cerr << "--dry-run: only the embedded front end tells what it would do\n"
@@ -347,6 +376,7 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
         return std::nullopt;
     }
     options.session.checkOnly = options.action == Action::check;
+    options.session.inputs = options.files;
     if (options.action == Action::check || options.action == Action::help) {
         options.session.adapter = AdapterKind::none;  // nothing is sent
     }

@@ -15,7 +15,8 @@ enum class AdapterKind { embedded, none, noController, script };
 /// What a session runs with.
 struct SessionChoices {
     AdapterKind adapter = AdapterKind::embedded;
-    std::string answersFile;  ///< for `AdapterKind::script`
+    std::string answersFile;          ///< for `AdapterKind::script`
+    std::vector<std::string> inputs;  ///< the syntax files that are read, which a trace must not replace
     bool localMode = false;
     std::optional<std::string> traceFile;
     std::optional<LocalTime> now;

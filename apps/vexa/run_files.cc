@@ -36,8 +36,7 @@ FileResult runStandardInput(Session& session) {
     if (std::cin.bad()) {
         return {false, std::string("reading was interrupted"_text)};
     }
-    session.runText(std::move(text), kStandardInput);
-    return {};
+    return session.runInput(std::move(text), kStandardInput);
 }
 
 }  // namespace
@@ -45,6 +44,14 @@ FileResult runStandardInput(Session& session) {
 void complain(const std::string& message) {
     std::cout.flush();
     std::cerr << "vexa: " << printableText(message) << '\n';
+}
+
+int statusWithOutput(int status) {
+    if (std::cout.flush()) {
+        return status;
+    }
+    complain(translated("Standard output could not be written completely. Is the disk full?"_text));
+    return exit_status::kUsage;
 }
 
 int runFiles(const Options& options) {
@@ -69,10 +76,6 @@ int runFiles(const Options& options) {
         }
     }
     const int status = surroundings->finish();
-    if (!std::cout.flush()) {
-        complain(translated("Standard output could not be written completely. Is the disk full?"_text));
-        return exit_status::kUsage;
-    }
     return allRead ? status : exit_status::kUsage;
 }
 

@@ -57,10 +57,6 @@ int showDocument(const Options& options) {
     if (!print(options.document, *opened.document)) {
         return exit_status::kUsage;
     }
-    if (!std::cout.flush()) {
-        complain(translated("Standard output could not be written completely. Is the disk full?"_text));
-        return exit_status::kUsage;
-    }
     return exit_status::kSuccess;
 }
 

@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/exit_status.h"
@@ -9,6 +11,7 @@
 #include "backend/session/command_catalog.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/grammar_text.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 
@@ -16,9 +19,13 @@ namespace {
 
 constexpr std::size_t kNameColumn = 18;
 
-int listCommands(Session& session) {
+/// Those whose names begin with `beginning`, in capitals.
+int listCommands(Session& session, std::string_view beginning = "") {
     std::cout << "Commands of the language:\n";
     for (const KnownCommand& command : knownCommands()) {
+        if (!command.name.starts_with(beginning)) {
+            continue;
+        }
         std::string line = "  " + std::string(command.name);
         line.resize(kNameColumn, ' ');
         const bool lacking = !session.describe(command) && session.moduleFailure().empty();
@@ -88,7 +95,12 @@ int explain(const std::string& words, Session& session) {
     }
     const std::optional<FoundCommand> found = findCommandName(words, 0);
     if (!found) {
-        return complainOfUnknown(words);
+        const std::string group = toUpperCase(words) + ' ';
+        const auto known = knownCommands();
+        return std::any_of(known.begin(), known.end(),
+                           [&](const KnownCommand& each) { return each.name.starts_with(group); })
+                   ? listCommands(session, group)
+                   : complainOfUnknown(words);
     }
     const std::string part = found->end < words.size() ? words.substr(found->end + 1) : "";
     return showCommand(*found->command, part, session);

@@ -1,6 +1,8 @@
 #include "apps/vexa/surroundings.h"
 
+#include <algorithm>
 #include <iostream>
+#include <string_view>
 #include <vector>
 
 #include "apps/vexa/adapter_stack.h"
@@ -9,8 +11,10 @@
 #include "apps/vexa/terminal_look.h"
 #include "backend/platform/clock.h"
 #include "backend/platform/dynamic_library.h"
+#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
+#include "frontend/controller/open_documents.h"
 
 namespace vexa::program {
 
@@ -45,6 +49,32 @@ bool installForTexts(const SessionChoices& choices, std::vector<std::string>& wa
     return known;
 }
 
+/// Why the trace must not be written to `file`; empty when nothing that anybody needs is lost. A trace that
+/// is there is replaced.
+std::string traceObjection(const std::string& file, const SessionChoices& choices) {
+    FileSystem& files = FileSystem::current();
+    if (file == "-" || !files.isFile(file)) return {};
+    std::vector<std::string> inputs = choices.inputs;
+    inputs.push_back(choices.answersFile);
+    const std::string whole = files.canonicalPath(file);
+    const auto isTrace = [&](const std::string& input) {
+        return !input.empty() && input != "-" && files.canonicalPath(input) == whole;
+    };
+    if (std::any_of(inputs.begin(), inputs.end(), isTrace)) {
+        return composed("The trace ^1 would replace a file that this run reads. Name another one."_text,
+                        {file});
+    }
+    constexpr std::string_view kFirstOfATrace = R"({"event":)";
+    std::string beginning;
+    if (!files.readBeginning(file, beginning, kFirstOfATrace.size()) ||
+        (!beginning.empty() && beginning != kFirstOfATrace)) {
+        return composed(
+            "The file ^1 is there and is no trace, so it is not replaced. Name another one for the trace, or delete this one first."_text,
+            {file});
+    }
+    return {};
+}
+
 }  // namespace
 
 Surroundings::Surroundings(const SessionChoices& choices)
@@ -58,6 +88,10 @@ bool Surroundings::openTrace(const SessionChoices& choices, std::string& problem
         return true;
     }
     traceFile_ = *choices.traceFile;
+    problem = traceObjection(traceFile_, choices);
+    if (!problem.empty()) {
+        return false;
+    }
     if (const FileResult result = trace_.open(traceFile_); !result) {
         problem = composed("The trace ^1 cannot be written: ^2."_text, {traceFile_, shownReason(result)});
         return false;
@@ -104,6 +138,18 @@ Surroundings::~Surroundings() {
 }
 
 frontend::OpenDocuments* Surroundings::documents() { return adapters_->documents(); }
+
+std::vector<std::string> Surroundings::unsavedDocuments() const {
+    std::vector<std::string> names;
+    if (frontend::OpenDocuments* const open = adapters_->documents(); open != nullptr) {
+        for (const auto& document : open->all()) {
+            if (document->isModified()) {
+                names.push_back(document->name());
+            }
+        }
+    }
+    return names;
+}
 
 int Surroundings::finish() {
     trace_.flush();

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/vexa/json_lines.h"
 #include "apps/vexa/options.h"
@@ -32,6 +33,9 @@ class Surroundings {
     [[nodiscard]] TerminalListener& terminal() { return terminal_; }
     /// The open documents of the embedded front end; null with any other.
     [[nodiscard]] frontend::OpenDocuments* documents();
+
+    /// The names of the open documents that have changes which no file has.
+    [[nodiscard]] std::vector<std::string> unsavedDocuments() const;
 
     /// Writes the rest of the trace; what the program ends with, as far as the session has gone.
     [[nodiscard]] int finish();

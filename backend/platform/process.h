@@ -9,8 +9,9 @@ namespace vexa {
 /// Makes the process's standard streams what the program expects them to be. To be called first of all.
 ///
 /// Streams that are closed get nothing in their place, so that no file that is opened later takes it and
-/// receives what was meant for them. Bytes pass through as they are, and terminals are told that text is
-/// UTF-8. What several libraries of the process write to standard output stands in the order in which they
+/// receives what was meant for them; writing to a standard output that was closed fails. A pipe whose reader
+/// has gone fails as well and ends nothing. Bytes pass through as they are, and terminals are told that text
+/// is UTF-8. What several libraries of the process write to standard output stands in the order in which they
 /// wrote it.
 void prepareStandardStreams();
 

@@ -7,10 +7,12 @@
 #include "backend/adapter/go_to_caller.h"
 #include "backend/paths/file_specification.h"
 #include "backend/pivot/output_log.h"
+#include "backend/platform/interrupt.h"
 #include "backend/session/command_cutter.h"
 #include "backend/session/own_commands.h"
 #include "backend/session/session_messages.h"
 #include "backend/session/swallowed_command.h"
+#include "backend/session/text_check.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/parse_mode.h"
 #include "backend/text/character_set.h"
@@ -22,6 +24,7 @@ namespace {
 constexpr std::uint64_t kMostBytesOfAPipe = std::uint64_t{1} << 30U;
 constexpr std::size_t kLongestCommand = std::numeric_limits<std::int32_t>::max();
 constexpr int kDeepestInsert = 32;
+constexpr int kMostInserts = 10000;
 
 /// Keeps a number raised for as long as the object lives.
 class DepthScope {
@@ -46,19 +49,42 @@ Session::~Session() { OutputLog::current().removeListener(outcome_); }
 FileResult Session::runFile(const std::string& path) {
     std::string content;
     FileResult result = FileSystem::current().readStream(path, content, kMostBytesOfAPipe);
-    if (result) {
-        runText(std::move(content), path);
+    if (!result) {
+        return result;
     }
-    return result;
+    return runInput(std::move(content), path);
+}
+
+FileResult Session::runInput(std::string text, std::string_view file) {
+    if (looksLikeUtf16(text)) {
+        return {false, std::string("it is UTF-16 text; save it as UTF-8"_text)};
+    }
+    text = withPlainLineEnds(std::move(text));
+    if (const int line = firstBrokenLine(text); line > 0) {
+        const std::string& set = currentCharacterSet().name();
+        reportWarning(
+            "Line ^1 of ^2 is no text in ^3. Give the character set that the file has, as in --charset windows-1252, or save the file as UTF-8."_text,
+            {std::to_string(line), fromUtf8(file), set});
+    }
+    runText(std::move(text), file);
+    return {};
 }
 
 void Session::runText(std::string text, std::string_view file, int firstLine) {
     const std::string plain = withPlainLineEnds(std::move(text));
     CommandCutter cutter(plain, file, firstLine);
     CommandText command;
-    while (!stopped_ && cutter.next(command)) {
+    while (!stopped_ && !abandoned_ && !wasInterrupted() && cutter.next(command)) {
+        const std::size_t errorsBefore = outcome_.errors();
         runCommand(command);
+        if (outcome_.errors() != errorsBefore) {
+            explainError(command);
+        }
         stopped_ = stopped_ || (options_.stopOnError && hadErrors());
+    }
+    if (insertDepth_ == 0) {
+        inserted_ = 0;
+        abandoned_ = false;
     }
 }
 
@@ -139,10 +165,30 @@ void Session::runModuleCommand(const KnownCommand& known, const CommandText& com
 
 /// Values that are any tokens go on over lines, so that a missing period need not be an error in the syntax.
 void Session::warnOfSwallowedCommand(const CommandText& command) const {
+    if (const KnownCommand* const behind = commandBehindPeriod(command, false)) {
+        reportWarning("A command ends at the end of a line only: begin a new line before ^1."_text,
+                      {std::string(behind->name)});
+    }
     if (const std::optional<SwallowedCommand> found = findSwallowedCommand(command)) {
         reportWarning(
             "Line ^1 belongs to this command and was not run, although it begins with ^2. Is the period at the end of the line before it missing?"_text,
             {std::to_string(placeOf(command, found->offset).line), std::string(found->command->name)});
+    }
+}
+
+/// Says what an error may come from that its message cannot know.
+void Session::explainError(const CommandText& command) const {
+    if (const std::optional<StrangeMark> found = findStrangeMark(command)) {
+        const bool blank = found->kind == StrangeMark::Kind::blank;
+        reportWarning(
+            blank
+                ? "Line ^1 has a blank of another kind (^2). Type a plain blank in its place."_text
+                : "Line ^1 has a typographic quote (^2). Texts stand between plain ones, as in 'text'."_text,
+            {std::to_string(found->line), fromUtf8(found->mark)});
+    }
+    if (const KnownCommand* const behind = commandBehindPeriod(command, true)) {
+        reportWarning("A command ends at the end of a line only: begin a new line before ^1."_text,
+                      {std::string(behind->name)});
     }
 }
 
@@ -190,6 +236,14 @@ void Session::insertFile(const std::string& path) {
     if (insertDepth_ >= kDeepestInsert) {
         reportError("INSERT is nested more than 32 files deep at ^1. Does a file insert itself?"_text,
                     fromUtf8(file));
+        return;
+    }
+    if (++inserted_ > kMostInserts) {
+        // Files that insert each other multiply; each of their commands would complain.
+        reportError(
+            "More than 10000 files were inserted, so the run ends at ^1. Do files insert each other?"_text,
+            fromUtf8(file));
+        abandoned_ = true;
         return;
     }
     const DepthScope depth(insertDepth_);

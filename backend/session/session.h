@@ -36,7 +36,12 @@ class Session {
     /// Runs a syntax file in the back end's character set. `path` is UTF-8. Not ok when the file cannot be
     /// read; what its commands do is told by the log only.
     FileResult runFile(const std::string& path);
+    /// Runs what was read from `file`, in the back end's character set. Not ok, and nothing is run, when it
+    /// is no text that can be one; doubts about its character set are told by the log.
+    FileResult runInput(std::string text, std::string_view file);
     /// Runs commands; `file` (UTF-8) names the text in places, `firstLine` is the number of its first line.
+    /// Ends early when the user interrupts it (backend/platform/interrupt.h), or when 10,000 files were
+    /// inserted on the way.
     void runText(std::string text, std::string_view file, int firstLine = 1);
 
     /// True when a command so far reported an error.
@@ -56,6 +61,7 @@ class Session {
     void reportUnknown(const CommandText& command);
     void runModuleCommand(const KnownCommand& known, const CommandText& command, std::size_t nameOffset);
     void warnOfSwallowedCommand(const CommandText& command) const;
+    void explainError(const CommandText& command) const;
     void runOwnCommand(OwnCommand own, const CommandText& command);
     void insertFile(const std::string& path);
     void callEntry(CommandModule::Entry entry);
@@ -66,6 +72,8 @@ class Session {
     OutcomeCounter outcome_;
     std::string moduleFailure_;
     int insertDepth_ = 0;
+    int inserted_ = 0;        ///< files of INSERT since the outermost text began
+    bool abandoned_ = false;  ///< nothing more of the outermost text is run
     bool stopped_ = false;
 };
 

@@ -1,0 +1,207 @@
+#!/usr/bin/env python3
+"""The program at a terminal and behind pipes: what a user types, and what ends without a run ending with it.
+
+Usage: prompt_test.py PROGRAM
+"""
+
+import os
+import pty
+import select
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+PROGRAM = os.path.abspath(sys.argv.pop(1))
+SECONDS = 20
+
+
+class Typed:
+    """A session at a terminal."""
+
+    def __init__(self, folder):
+        self.process, self.terminal = pty.fork()
+        if self.process == 0:
+            os.chdir(folder)
+            os.environ.update(LC_ALL="C.UTF-8", TERM="xterm", INPUTRC="/dev/null", HOME=folder)
+            os.execv(PROGRAM, [PROGRAM, "--language", "en"])
+        self.shown = ""
+        self.expect("quits")
+        self.expect("vexa> ")
+
+    def expect(self, text):
+        """Waits for `text` behind what was waited for before, and gives what stands before it."""
+        end = time.monotonic() + SECONDS
+        while text not in self.shown:
+            ready = select.select([self.terminal], [], [], max(0, end - time.monotonic()))[0]
+            if not ready:
+                raise AssertionError(f"{text!r} was not shown, but {self.shown!r}")
+            try:
+                piece = os.read(self.terminal, 65536)
+            except OSError:
+                piece = b""
+            if not piece:
+                raise AssertionError(f"the program ended before {text!r}: {self.shown!r}")
+            self.shown += piece.decode("utf-8", "replace")
+        before, _, self.shown = self.shown.partition(text)
+        return before
+
+    def type(self, text):
+        os.write(self.terminal, text.encode())
+
+    def status(self):
+        end = time.monotonic() + SECONDS
+        while time.monotonic() < end:
+            done, status = os.waitpid(self.process, os.WNOHANG)
+            if done:
+                os.close(self.terminal)
+                return os.waitstatus_to_exitcode(status)
+            if select.select([self.terminal], [], [], 0.05)[0]:
+                try:
+                    os.read(self.terminal, 65536)
+                except OSError:
+                    pass
+        os.kill(self.process, signal.SIGKILL)
+        raise AssertionError("the program did not end")
+
+
+class PromptTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+
+    def write(self, name, text):
+        with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
+            file.write(text)
+
+    def test_an_interrupt_drops_the_line_and_keeps_the_documents(self):
+        session = Typed(self.folder)
+        session.type("OUTPUT NEW NAME=kept.\r")
+        session.expect("vexa> ")
+        session.type("OUTPUT COMMENT TEXT='not saved'.\r")
+        session.expect("vexa> ")
+        session.type("ECHO 'dropped")
+        session.expect("dropped")
+        session.type("\x03")
+        session.expect("vexa> ")
+        session.type("OUTPUT DISPLAY.\r")
+        session.expect("kept [a]")
+        session.expect("vexa> ")
+        session.type("quit\r")
+        session.expect("Not saved: kept.")
+        session.expect("vexa> ")
+        session.type("exit.\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_an_interrupt_stops_inserted_files(self):
+        self.write("b.vxs", "ECHO 'again'.\n" * 2000)
+        self.write("a.vxs", "INSERT FILE='b.vxs'.\n" * 2000)
+        session = Typed(self.folder)
+        session.type("INSERT FILE='a.vxs'.\r")
+        session.expect("again\r\nagain")
+        session.type("\x03")
+        session.expect("Interrupted; the commands that were left did not run.")
+        session.expect("vexa> ")
+        session.type("ECHO 'alive'.\r")
+        session.expect("\nalive")
+        session.expect("vexa> ")
+        session.type("\x04")
+        self.assertEqual(session.status(), 0)
+
+    def test_the_end_of_input_asks_once(self):
+        session = Typed(self.folder)
+        session.type("OUTPUT NEW NAME=mine.\r")
+        session.expect("vexa> ")
+        session.type("OUTPUT COMMENT TEXT='not saved'.\r")
+        session.expect("vexa> ")
+        session.type("\x04")
+        session.expect("Not saved: mine.")
+        session.expect("vexa> ")
+        session.type("\x04")
+        self.assertEqual(session.status(), 0)
+
+    def test_a_question_mark_is_help(self):
+        session = Typed(self.folder)
+        session.type("? OUTPUT SAVE\r")
+        session.expect("saves an output document to a file")
+        session.expect("vexa> ")
+        session.type("exit\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_completion_behind_letters_of_several_bytes(self):
+        session = Typed(self.folder)
+        session.type("OUTPUT NEW NAME=Äöüß MINIM\t")
+        session.expect("IZED")
+        session.type("=YES.\r")
+        session.expect("vexa> ")
+        session.type("OUTPUT DISPLAY.\r")
+        session.expect("Äöüß [a]")
+        session.expect("vexa> ")
+        session.type("exit\rexit\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_completion_of_files_and_of_help(self):
+        self.write("inserted.vxs", "ECHO 'from the file'.\n")
+        session = Typed(self.folder)
+        session.type("INSERT FILE='inser\t")
+        session.expect("ted.vxs")
+        session.type("\x15help OUTPUT SA\t\r")
+        session.expect("saves an output document to a file")
+        session.expect("vexa> ")
+        session.type("exit\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_a_command_of_several_lines_comes_back_as_one(self):
+        session = Typed(self.folder)
+        session.type("ECHO\r")
+        session.expect("....> ")
+        session.type("'twice'.\r")
+        session.expect("\ntwice")
+        session.expect("vexa> ")
+        session.type("\x10\r")
+        session.expect("\ntwice")
+        session.expect("vexa> ")
+        session.type("exit\r")
+        self.assertEqual(session.status(), 0)
+
+
+class PipeTest(unittest.TestCase):
+    setUp = PromptTest.setUp
+    write = PromptTest.write
+
+    def run_program(self, *words, **streams):
+        return subprocess.run([PROGRAM, *words], cwd=self.folder, stderr=subprocess.PIPE, text=True, timeout=60,
+                              check=False, **streams)
+
+    def test_a_reader_that_goes_ends_no_run(self):
+        self.write("a.vxs", "ECHO 'much'.\n" * 50000 + "OUTPUT NEW NAME=a.\nOUTPUT SAVE NAME=a OUTFILE='a.vxv'.\n")
+        reading, writing = os.pipe()
+        os.close(reading)
+        done = self.run_program("run", "a.vxs", stdout=writing)
+        os.close(writing)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("Standard output could not be written", done.stderr)
+        self.assertTrue(os.path.exists(os.path.join(self.folder, "a.vxv")))
+
+    def test_output_that_cannot_be_written_is_noticed(self):
+        for words in (["help"], ["--version"], ["--help"]):
+            with open("/dev/full", "wb") as full:
+                self.assertEqual(self.run_program(*words, stdout=full).returncode, 2, words)
+            closed = subprocess.run(["sh", "-c", 'exec "$@" >&-', "sh", PROGRAM, *words], stderr=subprocess.PIPE,
+                                    timeout=60, check=False)
+            self.assertEqual(closed.returncode, 2, words)
+
+    def test_a_trace_is_private(self):
+        self.write("a.vxs", "ECHO 'a'.\n")
+        self.write("t.jsonl", '{"event":"flush"}\n')
+        os.chmod(os.path.join(self.folder, "t.jsonl"), 0o644)
+        for name in ("t.jsonl", "new.jsonl"):
+            self.assertEqual(self.run_program("run", "--trace", name, "a.vxs", stdout=subprocess.DEVNULL).returncode, 0)
+            self.assertEqual(os.stat(os.path.join(self.folder, name)).st_mode & 0o777, 0o600)
+
+
+if __name__ == "__main__":
+    unittest.main()
