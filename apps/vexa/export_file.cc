@@ -53,12 +53,7 @@ int exportFile(const Options& options) {
     }
     surroundings->documents()->add(std::move(opened.document));
     surroundings->session().runText(fromUtf8(command), "export");
-    const int status = surroundings->finish();
-    if (!std::cout.flush()) {
-        complain(translated("Standard output could not be written completely. Is the disk full?"_text));
-        return exit_status::kUsage;
-    }
-    return status;
+    return surroundings->finish();
 }
 
 }  // namespace vexa::program
