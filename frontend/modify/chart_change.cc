@@ -1,7 +1,10 @@
 #include "frontend/modify/chart_change.h"
 
+#include <cstddef>
 #include <string_view>
+#include <utility>
 #include <variant>
+#include <vector>
 
 #include "backend/strings/dictionary.h"
 #include "frontend/package/xml_reader.h"
@@ -17,17 +20,25 @@ ShownPicture* pictureOf(Item& item) {
 
 bool isPicture(ItemType type) { return type == ItemType::chart || type == ItemType::tree; }
 
-bool changes(const ShownPicture& picture, const GraphChange& change) {
-    const bool templates = !change.templates.empty() && picture.templates != change.templates;
+bool changes(const ShownPicture& picture, const GraphChange& change,
+             const std::vector<std::string>& templates) {
+    const bool templatesDiffer = !templates.empty() && picture.templates != templates;
     const bool sheet = !change.styleSheet.empty() && picture.styleSheet != change.styleSheet;
-    return templates || sheet;
+    return templatesDiffer || sheet;
+}
+
+/// The element itself: a file may have another one around it, whose end comes along.
+std::string templateElement(const std::string& text) {
+    constexpr std::string_view end = "</template>";
+    const std::size_t found = text.rfind(end);
+    return found == std::string::npos ? text : text.substr(0, found + end.size());
 }
 
 }  // namespace
 
 std::string templateProblem(const std::string& text) {
     XmlReader reader;
-    const PackageResult result = reader.parse(text, "template", XmlLimits{}, foreignXml);
+    const PackageResult result = reader.parse(templateElement(text), "template", XmlLimits{}, foreignXml);
     if (result) return {};
     return composed("The chart template cannot be read as XML: ^1"_text, {result.shownDetail()});
 }
@@ -36,8 +47,10 @@ void changeChart(Outline& outline, ItemId id, const GraphChange& change, ItemPla
     if (!isPicture(outline.find(id)->item.type())) return;
     Item changed = outline.find(id)->item;
     ShownPicture& picture = *pictureOf(changed);
-    if (!changes(picture, change)) return;
-    if (!change.templates.empty()) picture.templates = change.templates;
+    std::vector<std::string> templates;
+    for (const std::string& each : change.templates) templates.push_back(templateElement(each));
+    if (!changes(picture, change, templates)) return;
+    if (!templates.empty()) picture.templates = std::move(templates);
     if (!change.styleSheet.empty()) picture.styleSheet = change.styleSheet;
     outline.change(id) = std::move(changed);
     plan.add(ChangeKind::chart);
