@@ -143,7 +143,7 @@ class Export {
         const ExportTask task = this->task(plan);
         for (const ExportedItem& item : plan.items) {
             if (pictureOf(item) != nullptr) pictures_.add(item);
-            if (!task.goesOn(++done)) stopped();
+            if (!task.goesOn(++done)) return;
         }
         if (!report_.failed() && pictures_.count() == 0) {
             report_.fail(ExportError::other,
@@ -155,13 +155,8 @@ class Export {
         return {document_, plan, request_, surroundings_, files_, report_, pictures_};
     }
 
-    /// An empty document is one whose exporter was told to end.
     void write(const std::string& file, std::string_view content) {
         if (report_.failed()) return;
-        if (content.empty()) {
-            stopped();
-            return;
-        }
         std::size_t number = 0;
         PackageResult result = files_.begin(file, number);
         if (result) result = files_.write(number, content);
@@ -180,11 +175,6 @@ class Export {
     void cannotWrite(const std::string& file, const PackageResult& result) {
         report_.fail(ExportError::cannotWrite,
                      composed("The file ^1 cannot be written: ^2"_text, {file, result.shownDetail()}));
-    }
-
-    void stopped() {
-        report_.fail(ExportError::other,
-                     translated("The export was stopped before its end. Nothing was replaced."_text.key()));
     }
 
     [[nodiscard]] ExportOutcome outcome() const {

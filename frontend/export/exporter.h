@@ -40,10 +40,8 @@ struct ExportTask {
     ExportReport& report;
     PictureFiles& pictures;  ///< those beside the page
 
-    /// Says how far the export is; false when it shall end.
-    [[nodiscard]] bool goesOn(std::size_t itemsDone) const {
-        return !surroundings.progress || surroundings.progress(itemsDone, plan.items.size());
-    }
+    /// Says how far the export is. False when it shall end; the report knows it then.
+    [[nodiscard]] bool goesOn(std::size_t itemsDone) const;
 };
 
 }  // namespace vexa::frontend

@@ -130,8 +130,12 @@ class TableWriter {
     void writeNote(const GridFootnote& note) {
         html_ += "<li";
         if (!note.mark.empty()) {
-            html_ += " id=\"" + noteName(note.mark) + "\"><sup><a href=\"#" + referenceName(note.mark) +
-                     "\">" + note.mark + "</a></sup> ";
+            // A mark may stand where the grid shows nothing; there is no way back to it then.
+            const bool isReferred = referred_.find(note.mark) != referred_.end();
+            html_ += " id=\"" + noteName(note.mark) + "\"><sup>";
+            if (isReferred) html_ += "<a href=\"#" + referenceName(note.mark) + "\">";
+            html_ += note.mark;
+            html_ += isReferred ? "</a></sup> " : "</sup> ";
         } else {
             html_ += '>';
         }

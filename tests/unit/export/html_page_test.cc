@@ -1,0 +1,159 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "tests/unit/export/export_samples.h"
+#include "frontend/export/html/css_scope.h"
+#include "frontend/export/html/html_text.h"
+#include "tests/unit/import/random_documents.h"
+
+namespace vexa::frontend {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+ViewerDocument documentOf(const std::string& items) {
+    ViewerDocument document;
+    document.setName("March & April");
+    fill(document, items);
+    return document;
+}
+
+/// What a strict reader of HTML complains of; empty when nothing, or when there is no such reader here.
+std::string complaints(const std::string& page) {
+    const ExportFolder folder;
+    folder.write("page.html", page);
+    const std::string command = "/usr/bin/env -i PATH=/usr/bin:/bin python3 \"" VEXA_SOURCE_FOLDER
+                                "/tests/judges/check_html.py\" \"" +
+                                folder.file("page.html") + "\" > \"" + folder.file("out") + "\" 2>&1";
+    static_cast<void>(std::system(command.c_str()));
+    return folder.read("out");
+}
+
+TEST(HtmlPage, IsValidWithEverythingInIt) {
+    const ViewerDocument document = documentOf(everything());
+    HtmlExport request;
+    EXPECT_EQ(complaints(htmlOf(document, request)), "");
+    request.interactiveLayers = true;
+    EXPECT_EQ(complaints(htmlOf(document, request)), "");
+    request.styling = false;
+    EXPECT_EQ(complaints(htmlOf(document, request)), "");
+    ReportExport report;
+    report.links = {{"https://a.b/?c&d", "More <here>"}};
+    EXPECT_EQ(complaints(reportOf(document, report)), "");
+    report.restyle = false;
+    EXPECT_EQ(complaints(reportOf(document, report)), "");
+}
+
+TEST(HtmlPage, IsValidWhateverDocumentsHold) {
+    for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+        ViewerDocument document;
+        document.edit(RandomDocuments(seed).document(25, true));
+        const ExportFolder folder;
+        ExportRequest request;
+        request.items = ExportedItems::all;
+        request.html = HtmlExport{};
+        request.html->file = folder.file("a");
+        request.report = ReportExport{};
+        request.report->file = folder.file("b");
+        const ExportOutcome outcome = exportDocument(document, request, {});
+        if (!outcome.response.success) continue;
+        EXPECT_EQ(complaints(folder.read("a")), "") << seed;
+        EXPECT_EQ(complaints(folder.read("b")), "") << seed;
+    }
+}
+
+TEST(HtmlPage, EscapesTexts) {
+    const std::string page = htmlOf(documentOf(everything()));
+    EXPECT_THAT(page, HasSubstr("<title>March &amp; April</title>"));
+    EXPECT_THAT(page, HasSubstr("Two lines<br>of text with &lt;/p&gt;&lt;script&gt;"));
+    EXPECT_THAT(page, Not(HasSubstr("<script")));
+    EXPECT_THAT(page, Not(HasSubstr("hidden text")));
+    EXPECT_THAT(page, HasSubstr("<h1 id=\"i2\">Means &amp; more</h1>"));
+}
+
+TEST(HtmlPage, NestsLabelsAndLinksFootnotes) {
+    const std::string page = htmlOf(documentOf(everything()));
+    EXPECT_THAT(page, HasSubstr("rowspan=\"2\">Europe</th>"));
+    EXPECT_THAT(page, HasSubstr("scope=\"row\""));
+    EXPECT_THAT(page, HasSubstr("<a href=\"#i6n-a\" id=\"i6r-a\">a</a>"));
+    EXPECT_THAT(page, HasSubstr("<li id=\"i6n-a\"><sup><a href=\"#i6r-a\">a</a></sup> Without abroad.</li>"));
+}
+
+TEST(HtmlPage, LeavesOutNotesAndCaptions) {
+    HtmlExport request;
+    request.notesAndCaptions = false;
+    const std::string page = htmlOf(documentOf(everything()), request);
+    EXPECT_THAT(page, Not(HasSubstr("Weighted.")));
+    EXPECT_THAT(page, Not(HasSubstr("Without abroad.")));
+    EXPECT_THAT(page, HasSubstr("income.csv"));
+}
+
+TEST(HtmlPage, HasNoStyleWithoutStyling) {
+    HtmlExport request;
+    request.styling = false;
+    const std::string page =
+        htmlOf(documentOf(R"({"type": "text", "text": "a", "style": {"bold": true}})"), request);
+    EXPECT_THAT(page, Not(HasSubstr("style")));
+    EXPECT_THAT(page, Not(HasSubstr("class")));
+}
+
+TEST(HtmlPage, WritesEveryLayerForLists) {
+    HtmlExport request;
+    request.interactiveLayers = true;
+    const std::string page = htmlOf(documentOf(everything()), request);
+    EXPECT_THAT(page, HasSubstr("<option value=\"1\" selected>Male</option>"));
+    EXPECT_THAT(page, HasSubstr("data-layer=\"0\""));
+    EXPECT_THAT(page, HasSubstr("data-layer=\"1\""));
+    EXPECT_THAT(page, HasSubstr("id=\"i6l1n-a\""));
+}
+
+TEST(HtmlPage, TakesOutOfDrawingsWhatRunsOrFetches) {
+    const std::string page = htmlOf(documentOf(everything()));
+    for (const char* const each : {"alert(2)", "javascript:", "onload", "http://a.b", "x.css", "foreignObject",
+                                   "<!DOCTYPE svg", "<?xml", "o:meta"}) {
+        EXPECT_THAT(page, Not(HasSubstr(each)));
+    }
+    EXPECT_THAT(page, HasSubstr("fill=\"url(#i7-g)\""));
+    EXPECT_THAT(page, HasSubstr("<linearGradient id=\"i7-g\">"));
+    EXPECT_THAT(page, HasSubstr("<g id=\"i8-g\">"));
+    EXPECT_THAT(page, HasSubstr("<use href=\"#i8-g\">"));
+    EXPECT_THAT(page, HasSubstr(".i7-title:where(#i7 *){fill:red;}"));
+    EXPECT_THAT(page, HasSubstr("aria-label=\"Income rises to the &quot;north&quot;.\" width=\"160\" height=\"80\""));
+    EXPECT_THAT(page, HasSubstr("viewBox=\"0 0 320 160\""));
+}
+
+TEST(HtmlPage, SaysTheSameInTheSameBytes) {
+    const ViewerDocument document = documentOf(everything());
+    EXPECT_EQ(htmlOf(document), htmlOf(document));
+    EXPECT_EQ(reportOf(document), reportOf(document));
+}
+
+TEST(CssScope, KeepsRulesWithinThePicture) {
+    const PictureScope scope{"i1"};
+    EXPECT_EQ(scopedRules("a, #b .c::before{color:red}", scope),
+              "a:where(#i1 *),#i1-b .i1-c:where(#i1 *)::before{color:red;}");
+    EXPECT_EQ(scopedRules("/* x */ @media print{g{fill:#fff}} @font-face{src:url(x)}", scope),
+              "@media print{g:where(#i1 *){fill:#fff;}}");
+    EXPECT_EQ(scopedRules(":root{fill:red}", scope), "#i1>svg{fill:red;}");
+    EXPECT_EQ(scopedRules("a{", scope), "");
+    EXPECT_EQ(scopedRules("@import url(x);b{c:d}", scope), "b:where(#i1 *){c:d;}");
+}
+
+TEST(CssScope, DropsDeclarationsThatFetch) {
+    const PictureScope scope{"i1"};
+    EXPECT_EQ(safeDeclarations("fill:url(#a);mask:url('#b')", scope), "fill:url(#i1-a);mask:url('#i1-b');");
+    EXPECT_EQ(safeDeclarations("fill:url(http://x/);color:red", scope), "color:red;");
+    EXPECT_EQ(safeDeclarations("f\\69ll:red;position:fixed;x:EXPRESSION(1);a:b</style>", scope), "");
+}
+
+TEST(HtmlText, ReplacesWhatAPageCannotHold) {
+    std::string html;
+    appendHtml(html, std::string("a\x01\xFF\xC2\x85\xEF\xBF\xBE<\"", 10));
+    EXPECT_EQ(html, "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD&lt;&quot;");
+}
+
+}  // namespace
+}  // namespace vexa::frontend

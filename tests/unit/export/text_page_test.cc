@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include "backend/text/character_set.h"
+#include "tests/unit/export/export_samples.h"
+#include "frontend/export/report/mime_file.h"
+#include "frontend/export/text/text_page.h"
+
+namespace vexa::frontend {
+namespace {
+
+constexpr const char* twoRows = R"({"type": "table", "title": "T", "rows": [{"label": "R", "categories": ["a", "long label"]}],
+  "columns": [{"label": "", "labelHidden": true, "categories": [{"label": "Mean", "format": "F8.2"}, "N"]}], "cells": [1, 2, "x\ny", null]})";
+
+ViewerDocument documentWith(const std::string& items) {
+    ViewerDocument document;
+    fill(document, items);
+    return document;
+}
+
+TEST(TextPage, PutsABlankLineBetweenItems) {
+    EXPECT_EQ(textOf(documentWith(R"({"type": "heading", "text": "a"}, {"type": "log", "text": "b\n\tc"}, {"type": "header", "label": "no", "items": [{"type": "warning", "text": "d"}]})")),
+              "a\n\nb\n        c\n\nd\n");
+}
+
+TEST(TextPage, DrawsTablesAsGrids) {
+    EXPECT_EQ(textOf(documentWith(twoRows)),
+              "T\n"
+              "-------------------------\n"
+              "| R          | Mean | N |\n"
+              "-------------------------\n"
+              "| a          | 1.00 | 2 |\n"
+              "| long label | x    |   |\n"
+              "|            | y    |   |\n"
+              "-------------------------\n");
+}
+
+TEST(TextPage, WrapsInColumnsOfOneWidth) {
+    TextExport request;
+    request.columnWidth = 5;
+    request.rowBorder = "=";
+    request.columnBorder = "!";
+    EXPECT_EQ(textOf(documentWith(twoRows), request),
+              "T\n"
+              "=========================\n"
+              "! R     ! Mean  !   N   !\n"
+              "=========================\n"
+              "! a     !  1.00 !     2 !\n"
+              "! long  ! x     !       !\n"
+              "! label ! y     !       !\n"
+              "=========================\n");
+}
+
+TEST(TextPage, DividesByTabsInOneLineARow) {
+    TextExport request;
+    request.separator = TextSeparator::tab;
+    EXPECT_EQ(textOf(documentWith(twoRows), request), "T\nR\tMean\tN\na\t1.00\t2\nlong label\tx y\t\n");
+}
+
+TEST(TextPage, MarksUnicodeEncodings) {
+    ExportReport report;
+    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::utf8, report), "\xEF\xBB\xBF\xC3\xA4");
+    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::utf16, report), std::string("\xFF\xFE\xE4\x00", 4));
+    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::locale, report), "\xC3\xA4");
+    EXPECT_TRUE(report.logTexts().empty());
+}
+
+TEST(TextPage, WarnsOfWhatTheCharacterSetLacks) {
+    installCharacterSet(CharacterSet::find("ISO-8859-1"));
+    ExportReport report;
+    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::locale, report), "\xE4");
+    EXPECT_TRUE(report.logTexts().empty());
+    EXPECT_EQ(encodedText("\xE2\x82\xAC", TextEncoding::locale, report), "?");
+    EXPECT_EQ(report.logTexts().size(), 1U);
+    installCharacterSet(nullptr);
+}
+
+TEST(TextPage, PutsPicturesBesideItWhenAsked) {
+    const ViewerDocument document = documentWith(everything());
+    const ExportFolder folder;
+    ExportRequest request;
+    request.text = TextExport{};
+    request.text->file = folder.file("a.txt");
+    request.text->imageFormat = PageImageFormat::png;
+    const ExportOutcome outcome = exportDocument(document, request, {});
+    EXPECT_TRUE(outcome.response.success);
+    EXPECT_EQ(outcome.response.imageCount, 1);
+    EXPECT_EQ(outcome.response.imageFormat, "PNG");
+    EXPECT_EQ(outcome.response.imageRoot, folder.file("a"));
+    EXPECT_EQ(folder.names(), "a.txt a3.png ");
+    EXPECT_NE(folder.read("a.txt").find("[A dot: a3.png]"), std::string::npos);
+}
+
+TEST(ExportDocument, ReplacesNothingOnFailure) {
+    const ViewerDocument document = documentWith(everything());
+    const ExportFolder folder;
+    folder.write("a.txt", "old");
+    ExportRequest request;
+    request.text = TextExport{};
+    request.text->file = folder.file("a.txt");
+    ExportSurroundings surroundings;
+    surroundings.progress = [](std::size_t done, std::size_t /*all*/) { return done < 3; };
+    EXPECT_FALSE(exportDocument(document, request, surroundings).response.success);
+    EXPECT_EQ(folder.read("a.txt"), "old");
+    EXPECT_EQ(folder.names(), "a.txt ");
+}
+
+TEST(ExportDocument, NumbersFailures) {
+    const ExportFolder folder;
+    ExportRequest request;
+    request.html = HtmlExport{};
+    request.html->file = folder.file("a.htm");
+    const auto codeOf = [&request](const std::string& items) {
+        return exportDocument(documentWith(items), request, {}).response.errorCode;
+    };
+    EXPECT_EQ(codeOf(""), 3);
+    EXPECT_EQ(codeOf(R"({"type": "text", "text": "a", "visible": false})"), 4);
+    request.html->file = folder.file("none/a.htm");
+    EXPECT_EQ(codeOf(R"({"type": "text", "text": "a"})"), 6);
+    request.html->file = folder.file("a.htm");
+    request.png = PngExport{};
+    request.png->root = folder.file("none/a");
+    EXPECT_EQ(codeOf(R"({"type": "text", "text": "a"})"), 7);
+    request.html.reset();
+    EXPECT_EQ(codeOf(R"({"type": "text", "text": "a"})"), 5);
+    request.pdf = PdfExport{};
+    request.pdf->file = folder.file("a.pdf");
+    EXPECT_EQ(codeOf(R"({"type": "text", "text": "a"})"), 15);
+    EXPECT_EQ(folder.names(), "");
+}
+
+TEST(MimeFile, QuotesForMail) {
+    EXPECT_EQ(quotedPrintable("a=\xC3\xA4 \n.b"), "a=3D=C3=A4=20\r\n=2Eb");
+    EXPECT_EQ(quotedPrintable(std::string(80, 'x')), std::string(75, 'x') + "=\r\n" + std::string(5, 'x'));
+}
+
+TEST(MimeFile, HoldsEachPictureOnce) {
+    MimeFile file;
+    EXPECT_EQ(file.addPicture("one"), "cid:picture1@report");
+    EXPECT_EQ(file.addPicture("two"), "cid:picture2@report");
+    EXPECT_EQ(file.addPicture("one"), "cid:picture1@report");
+    const std::string text = file.finish("T", "<p>");
+    EXPECT_EQ(text.find('\n'), text.find("\r\n") + 1);
+    EXPECT_NE(text.find("Content-ID: <picture2@report>\r\n\r\ndHdv\r\n--=_vexa_report--\r\n"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vexa::frontend
