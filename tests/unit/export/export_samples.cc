@@ -30,7 +30,8 @@ void fill(ViewerDocument& document, const std::string& items) {
     ImportContext context{looks, words};
     Imported imported;
     ImportProblem problem;
-    ASSERT_TRUE(readResults("{\"vexaResults\":1,\"items\":[" + items + "]}", "a.json", context, imported, problem));
+    ASSERT_TRUE(
+        readResults("{\"vexaResults\":1,\"items\":[" + items + "]}", "a.json", context, imported, problem));
     document.edit(std::move(imported.outline));
 }
 
@@ -93,7 +94,8 @@ std::string ExportFolder::names() const {
 
 namespace {
 
-std::string exported(const ViewerDocument& document, const ExportRequest& request, const ExportFolder& folder) {
+std::string exported(const ViewerDocument& document, const ExportRequest& request,
+                     const ExportFolder& folder) {
     const ExportOutcome outcome = exportDocument(document, request, {});
     EXPECT_TRUE(outcome.response.success) << outcome.response.errorCode << outcome.reason;
     return folder.read("page");

@@ -3,9 +3,9 @@
 
 #include <cstdlib>
 
-#include "tests/unit/export/export_samples.h"
 #include "frontend/export/html/css_scope.h"
 #include "frontend/export/html/html_text.h"
+#include "tests/unit/export/export_samples.h"
 #include "tests/unit/import/random_documents.h"
 
 namespace vexa::frontend {
@@ -112,8 +112,8 @@ TEST(HtmlPage, WritesEveryLayerForLists) {
 
 TEST(HtmlPage, TakesOutOfDrawingsWhatRunsOrFetches) {
     const std::string page = htmlOf(documentOf(everything()));
-    for (const char* const each : {"alert(2)", "javascript:", "onload", "http://a.b", "x.css", "foreignObject",
-                                   "<!DOCTYPE svg", "<?xml", "o:meta"}) {
+    for (const char* const each : {"alert(2)", "javascript:", "onload", "http://a.b", "x.css",
+                                   "foreignObject", "<!DOCTYPE svg", "<?xml", "o:meta"}) {
         EXPECT_THAT(page, Not(HasSubstr(each)));
     }
     EXPECT_THAT(page, HasSubstr("fill=\"url(#i7-g)\""));
@@ -121,7 +121,8 @@ TEST(HtmlPage, TakesOutOfDrawingsWhatRunsOrFetches) {
     EXPECT_THAT(page, HasSubstr("<g id=\"i8-g\">"));
     EXPECT_THAT(page, HasSubstr("<use href=\"#i8-g\">"));
     EXPECT_THAT(page, HasSubstr(".i7-title:where(#i7 *){fill:red;}"));
-    EXPECT_THAT(page, HasSubstr("aria-label=\"Income rises to the &quot;north&quot;.\" width=\"160\" height=\"80\""));
+    EXPECT_THAT(
+        page, HasSubstr("aria-label=\"Income rises to the &quot;north&quot;.\" width=\"160\" height=\"80\""));
     EXPECT_THAT(page, HasSubstr("viewBox=\"0 0 320 160\""));
 }
 

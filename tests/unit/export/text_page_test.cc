@@ -1,15 +1,16 @@
 #include <gtest/gtest.h>
 
 #include "backend/text/character_set.h"
-#include "tests/unit/export/export_samples.h"
 #include "frontend/drawing/picture_drawing.h"
 #include "frontend/export/report/mime_file.h"
 #include "frontend/export/text/text_page.h"
+#include "tests/unit/export/export_samples.h"
 
 namespace vexa::frontend {
 namespace {
 
-constexpr const char* twoRows = R"({"type": "table", "title": "T", "rows": [{"label": "R", "categories": ["a", "long label"]}],
+constexpr const char* twoRows =
+    R"({"type": "table", "title": "T", "rows": [{"label": "R", "categories": ["a", "long label"]}],
   "columns": [{"label": "", "labelHidden": true, "categories": [{"label": "Mean", "format": "F8.2"}, "N"]}], "cells": [1, 2, "x\ny", null]})";
 
 ViewerDocument documentWith(const std::string& items) {
@@ -19,8 +20,10 @@ ViewerDocument documentWith(const std::string& items) {
 }
 
 TEST(TextPage, PutsABlankLineBetweenItems) {
-    EXPECT_EQ(textOf(documentWith(R"({"type": "heading", "text": "a"}, {"type": "log", "text": "b\n\tc"}, {"type": "header", "label": "no", "items": [{"type": "warning", "text": "d"}]})")),
-              "a\n\nb\n        c\n\nd\n");
+    EXPECT_EQ(
+        textOf(documentWith(
+            R"({"type": "heading", "text": "a"}, {"type": "log", "text": "b\n\tc"}, {"type": "header", "label": "no", "items": [{"type": "warning", "text": "d"}]})")),
+        "a\n\nb\n        c\n\nd\n");
 }
 
 TEST(TextPage, DrawsTablesAsGrids) {
@@ -141,7 +144,8 @@ TEST(MimeFile, HoldsEachPictureOnce) {
     EXPECT_EQ(file.addPicture("one"), "cid:picture1@report");
     const std::string text = file.finish("T", "<p>");
     EXPECT_EQ(text.find('\n'), text.find("\r\n") + 1);
-    EXPECT_NE(text.find("Content-ID: <picture2@report>\r\n\r\ndHdv\r\n--=_vexa_report--\r\n"), std::string::npos);
+    EXPECT_NE(text.find("Content-ID: <picture2@report>\r\n\r\ndHdv\r\n--=_vexa_report--\r\n"),
+              std::string::npos);
 }
 
 }  // namespace
