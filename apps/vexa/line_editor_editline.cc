@@ -1,8 +1,8 @@
 #include <editline/readline.h>
-#include <setjmp.h>
 
 #include <algorithm>
 #include <clocale>
+#include <csetjmp>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>

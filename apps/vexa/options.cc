@@ -297,17 +297,7 @@ CLI::App* addAction(CLI::App& app, Options& options, Action action, const char* 
     return command;
 }
 
-void describe(CLI::App& app, Options& options) {
-    app.name("vexa");
-    app.require_subcommand(0, 1);
-    app.allow_windows_style_options(false);  // a path may begin with a slash
-    app.footer(kExamples);
-    app.set_version_flag("--version", std::string("vexa ").append(productVersion()), "Print the version");
-    addSessionOptions(app, options.session);
-    app.add_option("FILE", options.files, "Syntax files, as for run")
-        ->check(CLI::Validator(objectionToFile, ""))
-        ->option_text(" ");
-
+void describeRunning(CLI::App& app, Options& options) {
     CLI::App* const run = addAction(app, options, Action::run, "run", "Run syntax files", kRunExamples);
     run->add_option("FILE", options.files, "Syntax files, in this order; - is standard input")->required();
     run->add_flag(
@@ -321,7 +311,20 @@ void describe(CLI::App& app, Options& options) {
                                       "Find errors in syntax files; nothing is run or sent", kCheckExamples);
     check->add_option("FILE", options.files, "Syntax files; - is standard input")->required();
     addReadingOptions(*check, options.session);
+}
 
+void describe(CLI::App& app, Options& options) {
+    app.name("vexa");
+    app.require_subcommand(0, 1);
+    app.allow_windows_style_options(false);  // a path may begin with a slash
+    app.footer(kExamples);
+    app.set_version_flag("--version", std::string("vexa ").append(productVersion()), "Print the version");
+    addSessionOptions(app, options.session);
+    app.add_option("FILE", options.files, "Syntax files, as for run")
+        ->check(CLI::Validator(objectionToFile, ""))
+        ->option_text(" ");
+
+    describeRunning(app, options);
     describeImport(*addAction(app, options, Action::import, "import",
                               "Put tables, pictures and texts into a document", kImportExamples),
                    options);

@@ -16,7 +16,6 @@ namespace {
 
 using frontend::Item;
 using frontend::ItemId;
-using frontend::ItemType;
 using frontend::OutlineNode;
 using frontend::WalkPlace;
 
@@ -182,7 +181,7 @@ class ItemPrinter {
         return content.alternativeText.empty() ? text : text + safeLines(content.alternativeText);
     }
     std::string operator()(const frontend::ModelContent& content) const {
-        const std::string text = outlineText(outline_, node_.id);
+        std::string text = outlineText(outline_, node_.id);
         if (content.shown >= node_.children.size()) {
             return text;
         }

@@ -44,7 +44,7 @@ class ViewerDocument {
 
     /// The following are allowed of a locked document too: they change no content.
     void setFile(std::string file) { file_ = std::move(file); }
-    void setLock(DocumentLock lock) { lock_ = lock; }
+    void setLock(DocumentLock lock) { lock_ = std::move(lock); }
     void setModified(bool modified) { modified_ = modified; }
     void setMinimized(bool minimized) { minimized_ = minimized; }
 

@@ -71,7 +71,7 @@ std::string epsFile(const Picture& picture, const DrawingOrder& order, std::stri
         reason = translated("It is larger than a page can be."_text);
         return {};
     }
-    const std::string file = postScript(picture, order, reason);
+    std::string file = postScript(picture, order, reason);
     if (file.empty() || !order.preview) return file;
     Bitmap bitmap;
     if (!drawBitmap(picture, order.width, order.height, false, bitmap, reason)) return {};

@@ -94,10 +94,13 @@ std::string relativePath(std::string_view page, std::string_view file) {
     return path + target.substr(common);
 }
 
-PictureFiles::PictureFiles(const ExportRequest& request, const std::string& documentFile,
+PictureFiles::PictureFiles(const ExportRequest& request, std::string documentFile,
                            std::optional<PageImageFormat> pageFormat, std::vector<std::string> styleFolders,
                            OutputFiles& files, ExportReport& report)
-    : documentFile_(documentFile), files_(files), report_(report), styles_(std::move(styleFolders), report) {
+    : documentFile_(std::move(documentFile)),
+      files_(files),
+      report_(report),
+      styles_(std::move(styleFolders), report) {
     if (request.png) {
         Job& job = addJob(PictureFormat::png, *request.png, request.png->percentSize);
         job.drawing.depth = drawnDepth(request.png->depth);

@@ -35,7 +35,7 @@ class PictureFiles {
   public:
     /// `documentFile` is empty for pictures alone. `pageFormat` is that of IMAGEFORMAT, which counts where no
     /// picture's subcommand is given.
-    PictureFiles(const ExportRequest& request, const std::string& documentFile,
+    PictureFiles(const ExportRequest& request, std::string documentFile,
                  std::optional<PageImageFormat> pageFormat, std::vector<std::string> styleFolders,
                  OutputFiles& files, ExportReport& report);
 

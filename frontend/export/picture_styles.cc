@@ -23,7 +23,7 @@ const std::string& PictureStyles::find(const std::string& name, const ExportedIt
     for (const std::string& folder : folders_) {
         if (!isFileName(name)) break;
         for (const char* const extension : {"", ".css"}) {
-            const std::string file = folder + "/" + name + extension;
+            const std::string file = std::string(folder).append("/").append(name).append(extension);
             if (FileSystem::current().isFile(file) &&
                 FileSystem::current().read(file, found->second, largestStyleSheet)) {
                 return found->second;

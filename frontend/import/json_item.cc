@@ -161,48 +161,47 @@ ItemContent readUnknown(const Json& keys) {
     return content;
 }
 
+/// Of the types whose content is read without a refusal of its own: `finish` tells what was wrong.
+ItemContent readPlainContent(ItemType type, JsonObject& object, JsonItemSource& source) {
+    switch (type) {
+        case ItemType::heading:
+            return readStyledText<HeadingContent>(object);
+        case ItemType::text:
+            return readStyledText<TextContent>(object);
+        case ItemType::pageTitle:
+            return readStyledText<PageTitleContent>(object);
+        case ItemType::log:
+            return readLog(object);
+        case ItemType::warning:
+            return readWarning(object);
+        case ItemType::notes:
+            return readNotes(object);
+        case ItemType::model:
+            return readModel(object, source.views);
+        case ItemType::grid:
+            return GridReader(object).read();
+        default:
+            static_cast<void>(object.find("items"));
+            return HeaderContent();
+    }
+}
+
 bool readContent(ItemType type, JsonObject& object, JsonItemSource& source, const ImportContext& context,
                  ItemContent& content) {
     switch (type) {
-        case ItemType::header:
-            static_cast<void>(object.find("items"));
-            content = HeaderContent();
-            break;
-        case ItemType::heading:
-            content = readStyledText<HeadingContent>(object);
-            break;
         case ItemType::table:
             return readTable(object, source.cells, context, content);
         case ItemType::chart:
             return readChart(object, source.folder, content);
-        case ItemType::text:
-            content = readStyledText<TextContent>(object);
-            break;
-        case ItemType::log:
-            content = readLog(object);
-            break;
-        case ItemType::warning:
-            content = readWarning(object);
-            break;
-        case ItemType::notes:
-            content = readNotes(object);
-            break;
-        case ItemType::pageTitle:
-            content = readStyledText<PageTitleContent>(object);
-            break;
-        case ItemType::model:
-            content = readModel(object, source.views);
-            break;
         case ItemType::tree:
             return readTree(object, source.folder, content);
-        case ItemType::grid:
-            content = GridReader(object).read();
-            break;
         case ItemType::unknown:
             content = readUnknown(source.keys);
             return object.isFine();
+        default:
+            content = readPlainContent(type, object, source);
+            return object.finish();
     }
-    return object.finish();
 }
 
 }  // namespace

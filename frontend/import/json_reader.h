@@ -20,6 +20,7 @@ class JsonReader {
   public:
     explicit JsonReader(std::string_view text)
         : text_(text), at_(text.data()), end_(text.data() + text.size()), token_(at_) {}
+    ~JsonReader() = default;
     JsonReader(const JsonReader&) = delete;
     JsonReader& operator=(const JsonReader&) = delete;
 

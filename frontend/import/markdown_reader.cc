@@ -36,7 +36,7 @@ std::vector<std::string> fieldsOf(std::string_view line) {
 /// Whether a line is the one below a table's header: "| --- | :-: |".
 bool isTableRule(std::string_view line) {
     line = withoutBlanks(line);
-    return line.find("-") != std::string_view::npos && line.find('|') != std::string_view::npos &&
+    return line.find('-') != std::string_view::npos && line.find('|') != std::string_view::npos &&
            line.find_first_not_of("|-: \t") == std::string_view::npos;
 }
 
@@ -96,7 +96,7 @@ class MarkdownReader {
         while (at_ < lines_.size()) {
             const std::string_view line = lines_[at_];
             std::string heading;
-            if (withoutBlanks(line).empty()) {
+            if (withoutBlanks(line).empty() || isRule(line)) {
                 ++at_;
             } else if (readHeading(line, heading)) {
                 add(HeadingContent{{std::move(heading), {}}});
@@ -105,8 +105,6 @@ class MarkdownReader {
                 readFenced();
             } else if (beginsTable()) {
                 if (!readTable()) return false;
-            } else if (isRule(line)) {
-                ++at_;
             } else if (!readParagraph()) {
                 return false;
             }

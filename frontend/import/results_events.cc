@@ -1,5 +1,6 @@
 #include "frontend/import/results_events.h"
 
+#include <array>
 #include <utility>
 
 #include "frontend/import/json_item.h"
@@ -269,10 +270,14 @@ bool ResultsEvents::endDocument(Frame& frame) {
     return object.finish();
 }
 
+/// The keys that hold other items, and the types that have them.
+constexpr std::array<std::pair<const char*, const char*>, 2> keysOfHolders{
+    {{"items", "header"}, {"views", "model"}}};
+
 /// Items or views stand only under what holds such.
 bool ResultsEvents::checkUnder(const Frame& frame) {
     const std::string& type = frame.keys["type"].get_ref<const std::string&>();
-    for (const auto& [key, owner] : {std::pair("items", "header"), std::pair("views", "model")}) {
+    for (const auto& [key, owner] : keysOfHolders) {
         if (frame.keys.contains(key) && type != owner) {
             return refusal_.refuse(frame.path,
                                    composed("An item of the type '^1' has no key '^2'."_text, {type, key}));

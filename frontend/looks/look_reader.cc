@@ -16,7 +16,14 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::Area;
+using tables::AreaLook;
+using tables::Border;
+using tables::BorderLine;
+using tables::Color;
+using tables::LineStyle;
+using tables::plainLook;
+using tables::TableLook;
 
 constexpr char rootName[] = "tableProperties";
 constexpr XmlLimits lookLimits{10'000, 100'000, 8};

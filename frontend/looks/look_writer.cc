@@ -6,7 +6,13 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::areaCount;
+using tables::AreaLook;
+using tables::borderCount;
+using tables::BorderLine;
+using tables::Color;
+using tables::RowBanding;
+using tables::TableLook;
 
 constexpr XmlStyle lookXml{XmlEscapes::replacing, true, false, true, false};
 

@@ -14,7 +14,7 @@ std::string fontAskedFor(const std::string& font, Complaints& complaints) {
         complaints.invalidFont(font);
         return font;
     }
-    const std::string wanted = comparedText(font);
+    std::string wanted = comparedText(font);
     for (const std::string& each : installedFonts()) {
         if (comparedText(each) == wanted) return each;
     }

@@ -8,7 +8,18 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::Area;
+using tables::CellStyle;
+using tables::DisplayFormat;
+using tables::Place;
+using tables::StyleId;
+using tables::Table;
+using tables::TableCell;
+using tables::TableData;
+using tables::TableDataBuilder;
+using tables::TableDimension;
+using tables::TableStyle;
+using tables::TableView;
 
 /// Changes the styles of the selected cells in place.
 class StyleChanger {

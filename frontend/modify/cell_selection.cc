@@ -12,7 +12,17 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::Axis;
+using tables::AxisLines;
+using tables::axisLines;
+using tables::CategoryId;
+using tables::DimensionId;
+using tables::LayerChoice;
+using tables::layersOf;
+using tables::Place;
+using tables::StatisticRole;
+using tables::Table;
+using tables::TableDimension;
 using Request = frontend::CellKind;
 using Labels = std::vector<SelectedLabel>;
 

@@ -10,7 +10,16 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::AxisLines;
+using tables::CategoryId;
+using tables::DimensionId;
+using tables::GroupId;
+using tables::noGroup;
+using tables::Table;
+using tables::TableCategory;
+using tables::TableData;
+using tables::TableDimension;
+using tables::TableGroup;
 
 constexpr char separator = ';';
 

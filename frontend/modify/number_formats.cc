@@ -6,7 +6,12 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::DisplayFormat;
+using tables::FormatKind;
+using tables::Place;
+using tables::TableCell;
+using tables::TableData;
+using tables::TableDataBuilder;
 
 bool hasOwnText(const TableData& data, const TableCell& cell) {
     return cell.kind == tables::CellKind::number && cell.extras != 0 && data.extras(cell).shown.has_value();

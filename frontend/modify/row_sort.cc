@@ -17,7 +17,23 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::Axis;
+using tables::AxisLines;
+using tables::axisLines;
+using tables::CategoryId;
+using tables::DimensionId;
+using tables::DimensionView;
+using tables::GroupId;
+using tables::LayerChoice;
+using tables::layersOf;
+using tables::Place;
+using tables::StatisticRole;
+using tables::Table;
+using tables::TableCategory;
+using tables::TableCell;
+using tables::TableData;
+using tables::TableDimension;
+using tables::TableView;
 
 /// What a row is sorted by.
 struct SortKey {

@@ -13,7 +13,17 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::CategoryId;
+using tables::DimensionId;
+using tables::DimensionView;
+using tables::DisplayFormat;
+using tables::Place;
+using tables::shownCategories;
+using tables::Table;
+using tables::TableCell;
+using tables::TableDimension;
+using tables::TableStyle;
+using tables::TableView;
 
 void changeTexts(TableView& view, const TableChange& change, ItemPlan& plan) {
     if (!change.title.empty() && view.title != change.title) {

@@ -8,7 +8,25 @@
 namespace vexa::frontend {
 namespace {
 
-using namespace tables;
+using tables::CellExtras;
+using tables::CellStyle;
+using tables::DimensionId;
+using tables::DimensionView;
+using tables::DisplayFormat;
+using tables::FlatCell;
+using tables::FlatTable;
+using tables::maximalFlatCells;
+using tables::noGroup;
+using tables::Place;
+using tables::placeCountOf;
+using tables::Table;
+using tables::TableCategory;
+using tables::TableData;
+using tables::TableDataBuilder;
+using tables::TableDimension;
+using tables::TableGroup;
+using tables::TableStyle;
+using tables::TableView;
 
 /// Turns numbers from 1 into indexes below `count`.
 bool fromNumbers(std::vector<std::uint32_t>& numbers, std::size_t count) {

@@ -14,7 +14,17 @@
 namespace vexa::frontend {
 namespace {
 
-using namespace tables;
+using tables::Area;
+using tables::areaCount;
+using tables::CellStyle;
+using tables::DisplayFormat;
+using tables::parseFormat;
+using tables::Place;
+using tables::StyleId;
+using tables::Table;
+using tables::TableData;
+using tables::TableDimension;
+using tables::TableStyle;
 
 class StyleWriter {
   public:

@@ -8,7 +8,22 @@
 namespace vexa::frontend {
 namespace {
 
-using namespace tables;
+using tables::CellExtras;
+using tables::CellStyle;
+using tables::DimensionView;
+using tables::DisplayFormat;
+using tables::FlatCell;
+using tables::FlatTable;
+using tables::FormatKind;
+using tables::formatText;
+using tables::noGroup;
+using tables::StatisticRole;
+using tables::Table;
+using tables::TableCategory;
+using tables::TableData;
+using tables::TableDimension;
+using tables::TableGroup;
+using tables::TableView;
 
 void writeList(std::string_view name, const std::vector<std::uint32_t>& numbers, XmlWriter& xml) {
     if (!numbers.empty()) xml.attribute(name, listText(numbers));

@@ -85,10 +85,10 @@ DisplayFormat TableData::formatOf(Place place, const TableCell& cell,
 }
 
 std::size_t TableData::memory() const {
-    std::size_t bytes = sizeof *this + cells_.capacity() * sizeof(TableCell) +
+    std::size_t bytes = sizeof(TableData) + cells_.capacity() * sizeof(TableCell) +
                         places_.capacity() * sizeof(Place) + extras_.capacity() * sizeof(CellExtras);
     const auto addText = [&](const std::string& text) {
-        bytes += sizeof text + (text.capacity() > 15 ? text.capacity() + 1 : 0);
+        bytes += sizeof(std::string) + (text.capacity() > 15 ? text.capacity() + 1 : 0);
     };
     for (const std::string& text : texts_) addText(text);
     for (const std::string& text : footnotes_) addText(text);

@@ -97,8 +97,7 @@ bool isAllowed(std::string_view property, std::string_view value) {
 std::string renamed(std::string_view selector, const PictureScope& scope) {
     std::string text;
     int bracket = 0;
-    for (std::size_t i = 0; i < selector.size(); ++i) {
-        const char each = selector[i];
+    for (const char each : selector) {
         if (each == '[') ++bracket;
         if (each == ']' && bracket > 0) --bracket;
         text += each;
@@ -193,7 +192,7 @@ std::string safeDeclarations(std::string_view css, const PictureScope& scope) {
         const std::string property = lowered(trimmed(each.substr(0, colon)));
         std::string value(trimmed(each.substr(colon + 1)));
         if (property.empty() || value.empty() || !isAllowed(property, value)) continue;
-        if (scopeReferences(value, scope)) text += property + ":" + value + ";";
+        if (scopeReferences(value, scope)) text.append(property).append(":").append(value).append(";");
     }
     return text;
 }

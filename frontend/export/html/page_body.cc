@@ -11,7 +11,18 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::CategoryId;
+using tables::DimensionId;
+using tables::LayerChoice;
+using tables::layersOf;
+using tables::layOut;
+using tables::LayoutOptions;
+using tables::Place;
+using tables::shownCategories;
+using tables::Table;
+using tables::TableDimension;
+using tables::TableGrid;
+using tables::TableLayout;
 
 constexpr std::size_t deepestHeading = 6;
 

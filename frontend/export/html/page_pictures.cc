@@ -1,5 +1,6 @@
 #include "frontend/export/html/page_pictures.h"
 
+#include <cmath>
 #include <utility>
 
 #include "backend/strings/dictionary.h"
@@ -73,9 +74,8 @@ void PagePictures::appendImage(std::string& html, const ExportedItem& item, cons
     appendHtml(html, alternativeOf(item));
     html += '"';
     if (const std::optional<ItemSize> size = shownSize(item.item())) {
-        html += " width=\"" + std::to_string(static_cast<long>(size->width * pixelsPerPoint + 0.5)) +
-                "\" height=\"" + std::to_string(static_cast<long>(size->height * pixelsPerPoint + 0.5)) +
-                "\"";
+        html += " width=\"" + std::to_string(std::lround(size->width * pixelsPerPoint)) + "\" height=\"" +
+                std::to_string(std::lround(size->height * pixelsPerPoint)) + "\"";
     }
     html += '>';
 }

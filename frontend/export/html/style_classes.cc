@@ -10,7 +10,17 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::appendShortest;
+using tables::AreaLook;
+using tables::BorderLine;
+using tables::CellStyle;
+using tables::Color;
+using tables::HorizontalAlign;
+using tables::LineStyle;
+using tables::ShownStyle;
+using tables::ShownStyleId;
+using tables::TableGrid;
+using tables::VerticalAlign;
 
 void declare(std::string& css, std::string_view property, std::string_view value) {
     css.append(property).append(":").append(value).append(";");

@@ -10,7 +10,13 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::appendShortest;
+using tables::GridCell;
+using tables::GridFootnote;
+using tables::GridRole;
+using tables::GridText;
+using tables::ShownStyleId;
+using tables::TableGrid;
 
 class TableWriter {
   public:

@@ -2,8 +2,10 @@
 
 namespace vexa::frontend {
 
-std::string_view reportStyle() {
-    return R"(:root{color-scheme:light dark;--page:#fbfbfa;--paper:#fff;--ink:#1c2024;--soft:#5c6670;--line:#d9dde1;--band:#f3f5f7;--accent:#1f5fa8;--mark:#fff3bf;--warn:#b45309}
+namespace {
+
+constexpr std::string_view style =
+    R"(:root{color-scheme:light dark;--page:#fbfbfa;--paper:#fff;--ink:#1c2024;--soft:#5c6670;--line:#d9dde1;--band:#f3f5f7;--accent:#1f5fa8;--mark:#fff3bf;--warn:#b45309}
 @media(prefers-color-scheme:dark){:root:not([data-theme=light]){--page:#14171a;--paper:#1b1f23;--ink:#e6e9ec;--soft:#9aa5b0;--line:#353c43;--band:#23282d;--accent:#7db4f0;--mark:#5c4a00;--warn:#f0a54a}}
 :root[data-theme=dark]{color-scheme:dark;--page:#14171a;--paper:#1b1f23;--ink:#e6e9ec;--soft:#9aa5b0;--line:#353c43;--band:#23282d;--accent:#7db4f0;--mark:#5c4a00;--warn:#f0a54a}
 :root[data-theme=light]{color-scheme:light}
@@ -54,7 +56,10 @@ pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;
 @media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}}
 @media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}tr,figure{break-inside:avoid}h2,h3,h4,h5,h6{break-after:avoid}.break{break-before:page}}
 )";
-}
+
+}  // namespace
+
+std::string_view reportStyle() { return style; }
 
 std::string_view ownLooksStyle() {
     return R"(.table,figure{background:#fff;color:#1c2024;color-scheme:light;--accent:#1f5fa8}
@@ -73,8 +78,9 @@ tbody tr:hover td{background:var(--band)}
 )";
 }
 
-std::string_view reportScript() {
-    return R"(<script>
+namespace {
+
+constexpr std::string_view script = R"(<script>
 // The outline at the side: a tree that keys move in, that folds, and that a search narrows down. Without this
 // script it is a list of links.
 (() => {
@@ -189,6 +195,9 @@ std::string_view reportScript() {
 })();
 </script>
 )";
-}
+
+}  // namespace
+
+std::string_view reportScript() { return script; }
 
 }  // namespace vexa::frontend

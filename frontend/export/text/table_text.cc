@@ -11,7 +11,10 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::GridCell;
+using tables::GridFootnote;
+using tables::GridRole;
+using tables::TableGrid;
 
 enum class Align { left, center, right };
 

@@ -13,7 +13,14 @@ namespace vexa::frontend {
 
 namespace {
 
-using namespace tables;
+using tables::CellStyle;
+using tables::layOut;
+using tables::LayoutOptions;
+using tables::Place;
+using tables::ShownStyle;
+using tables::Table;
+using tables::TableGrid;
+using tables::TableLayout;
 
 constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 
