@@ -276,7 +276,7 @@ constexpr std::array<std::pair<const char*, const char*>, 2> keysOfHolders{
 
 /// Items or views stand only under what holds such.
 bool ResultsEvents::checkUnder(const Frame& frame) {
-    const std::string& type = frame.keys["type"].get_ref<const std::string&>();
+    const auto& type = frame.keys["type"].get_ref<const std::string&>();
     for (const auto& [key, owner] : keysOfHolders) {
         if (frame.keys.contains(key) && type != owner) {
             return refusal_.refuse(frame.path,

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "backend/tables/layout/axis_lines.h"
@@ -18,7 +19,10 @@ struct SelectedLabel {
     std::uint32_t id = 0;
     bool isGroup = false;
 
-    auto operator<=>(const SelectedLabel&) const = default;
+    bool operator==(const SelectedLabel&) const = default;
+    bool operator<(const SelectedLabel& other) const {
+        return std::tie(dimension, id, isGroup) < std::tie(other.dimension, other.id, other.isGroup);
+    }
 };
 
 /// The lines of a table as it is shown, which several selections share.

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "backend/tables/model/table_look.h"
@@ -22,7 +23,10 @@ struct LookEntry {
     std::string xml;
     bool isSource = false;  ///< the look came as this text
 
-    auto operator<=>(const LookEntry&) const = default;
+    bool operator==(const LookEntry&) const = default;
+    bool operator<(const LookEntry& other) const {
+        return std::tie(xml, isSource) < std::tie(other.xml, other.isSource);
+    }
 };
 
 /// The looks of a document in the order of their entries, each once. The plain look has no entry.

@@ -135,7 +135,7 @@ TableDataBuilder::TableDataBuilder(std::vector<TableDimension> dimensions,
     }
 }
 
-TableDataBuilder::TableDataBuilder(const TableData& data) : data_(data) {
+TableDataBuilder::TableDataBuilder(TableData data) : data_(std::move(data)) {
     for (std::size_t i = 0; i < data_.texts_.size(); ++i) {
         textIds_.try_emplace(data_.texts_[i], static_cast<std::uint32_t>(i));
     }

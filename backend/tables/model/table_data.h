@@ -156,7 +156,7 @@ class TableDataBuilder {
     explicit TableDataBuilder(std::vector<TableDimension> dimensions,
                               std::vector<std::string> footnotes = {});
     /// Begins with what `data` says.
-    explicit TableDataBuilder(const TableData& data);
+    explicit TableDataBuilder(TableData data);
 
     [[nodiscard]] Place placeCount() const { return data_.placeCount_; }
     /// For changing labels, roles, formats and footnotes; the number of categories and groups must stay.

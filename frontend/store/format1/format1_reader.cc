@@ -101,8 +101,8 @@ class DocumentReader {
     }
 
     StoreResult readEntryOf(const std::string& entry, std::string_view kind, ItemContent& content) {
-        const StoreResult bad(StoreProblem::damaged, composed("the entry ^1"_text, {entry}));
-        const StoreResult tooLarge(StoreProblem::tooLarge, "what it unpacks to"_text);
+        StoreResult bad(StoreProblem::damaged, composed("the entry ^1"_text, {entry}));
+        StoreResult tooLarge(StoreProblem::tooLarge, "what it unpacks to"_text);
         // Entries are numbered in the order of the outline, so none is named twice.
         const std::size_t place = ++entries_;
         if (place >= archive_.count() || archive_.entry(place).name != entry ||
