@@ -1,3 +1,5 @@
+#include "frontend/import/html_page.h"
+
 #include <libxml/HTMLparser.h>
 #include <libxml/tree.h>
 
@@ -7,7 +9,6 @@
 #include <string_view>
 #include <utility>
 
-#include "frontend/import/html_page.h"
 #include "frontend/import/html_tables.h"
 
 namespace vexa::frontend {

@@ -11,7 +11,7 @@ namespace {
 
 TEST(ExportsOfTranscripts, AreReadWhole) {
     std::size_t count = 0;
-    for (const auto& [place, text] : wiredTexts("export", "export")) {
+    for (const auto& [place, text] : wiredTexts(VEXA_TRANSCRIPTS "/export", "export")) {
         const ReadExportSpec read = readExportSpec(text);
         ASSERT_TRUE(read.spec) << place << "\n" << text << "\n" << read.error;
         EXPECT_EQ(ExportXML::convertToXML(*read.spec), text) << place;

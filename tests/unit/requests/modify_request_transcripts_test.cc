@@ -79,7 +79,7 @@ std::string plain(std::string text) {
 
 TEST(RequestsOfTranscripts, AreReadWhole) {
     std::size_t count = 0;
-    for (const auto& [place, text] : wiredTexts("modify", "modify")) {
+    for (const auto& [place, text] : wiredTexts(VEXA_TRANSCRIPTS "/modify", "modify")) {
         const auto read = readModifyRequest(text);
         ++count;
         if (const auto* const refusal = std::get_if<RequestRefusal>(&read)) {

@@ -1,6 +1,7 @@
 // What the transcripts expect to go over the wire.
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -14,9 +15,9 @@ struct WiredText {
     std::string text;
 };
 
-/// The texts of the events `event` in the transcripts of `area`, in the order of their places.
-[[nodiscard]] inline std::vector<WiredText> wiredTexts(const std::string& area, const std::string& event) {
-    const std::filesystem::path folder = std::filesystem::path(VEXA_TRANSCRIPTS) / area;
+/// The texts of the events `event` in the transcripts below `folder`, in the order of their places.
+[[nodiscard]] inline std::vector<WiredText> wiredTexts(const std::filesystem::path& folder,
+                                                       const std::string& event) {
     std::vector<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
         if (entry.is_regular_file()) files.push_back(entry.path());
