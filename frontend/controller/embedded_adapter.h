@@ -27,7 +27,7 @@ class EmbeddedAdapter : public ClientAdapter {
     bool isLocalMode() override { return choices_.localMode; }
     OutputController* outputController() override { return &controller_; }
     /// Exports the document that `specification` names; what the answer has no code for goes to the log, as
-    /// far as the specification wants to hear of it.
+    /// far as the export wants to hear of it.
     std::string exchangeExport(const std::string& specification) override;
     std::string exchangeModify(const std::string& request) override;
 
