@@ -1,0 +1,54 @@
+// A worksheet while it is being filled: equal styles once, limits kept.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "frontend/export/export_report.h"
+#include "frontend/export/workbook/sheet_content.h"
+
+namespace vexa::frontend {
+
+/// Cells are added by row, then by column. After a failure, which the report knows, nothing is added.
+class SheetDraft {
+  public:
+    SheetDraft(const SheetLimits& limits, ExportReport& report) : limits_(limits), report_(report) {}
+
+    [[nodiscard]] bool failed() const { return report_.failed(); }
+    [[nodiscard]] const SheetLimits& limits() const { return limits_; }
+
+    /// The id of a style; the same one for equal styles.
+    [[nodiscard]] SheetStyleId intern(const SheetStyle& style);
+
+    /// Whether so many rows and columns from `row` on are there; fails otherwise, naming the item.
+    bool hasRoom(const ExportedItem& item, std::uint64_t row, std::uint64_t rows, std::uint64_t columns);
+
+    void addBlank(std::uint32_t row, std::uint32_t column, SheetStyleId style);
+    void addNumber(std::uint32_t row, std::uint32_t column, double number, SheetStyleId style);
+    /// `raised` is shown behind the text, smaller and higher. Fails, naming the item, where a cell cannot
+    /// hold both.
+    void addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column, std::string_view text,
+                 std::string_view raised, SheetStyleId style);
+    void merge(const SheetRange& range);
+
+    [[nodiscard]] SheetContent& content() { return content_; }
+
+  private:
+    SheetCell& add(std::uint32_t row, std::uint32_t column, SheetValue value, SheetStyleId style);
+
+    const SheetLimits& limits_;
+    ExportReport& report_;
+    SheetContent content_;
+    std::unordered_multimap<std::size_t, SheetStyleId> byHash_;
+};
+
+/// UTF-16 units that a text takes.
+[[nodiscard]] std::size_t textUnits(std::string_view text);
+
+/// Appends `text` as cells hold it: line ends are line feeds, and what no workbook can hold (control
+/// characters, bytes that belong to no character) is U+FFFD.
+void appendCellText(std::string& out, std::string_view text);
+
+}  // namespace vexa::frontend
