@@ -3,7 +3,7 @@
 FUZZ_SECONDS ?= 30
 
 .DEFAULT_GOAL := help
-.PHONY: help packages build install demo test bench format bless fuzz windows asan tidy analyze check-format coverage bless-golden
+.PHONY: help packages build install demo test check bench format bless fuzz windows asan tidy analyze check-format coverage bless-golden
 
 help: ## Print this list
 	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' Makefile
@@ -19,6 +19,9 @@ install: build ## Install into PREFIX (/opt/vexa): one folder, which can be move
 
 demo: build ## Build, make tables of real data into a document and restyle it (build/demo)
 	@tools/demo
+
+check: packages ## Build the program and run its tests, transcripts and the quick checks: for every day
+	@tools/run_tests release quick
 
 test: packages ## Build and run everything: tests, transcripts, sanitizers, corpora, checks, format, tidy
 	@tools/run_tests

@@ -19,20 +19,35 @@ SANITIZER_SETTINGS = {
 CLOSING_COUNT = re.compile(r"^(\d+) passed, (\d+) failed$")
 
 
+LONGEST_SHOWN = 8
+WORTH_SHOWING = 1.0  # seconds
+
+
 class Tally:
-    """Counts over all steps."""
+    """Counts over all steps, and what time they took."""
 
     def __init__(self):
         self.passed = 0
         self.failed = 0
         self.failures = []  # titles of the steps that failed
+        self.durations = []  # (seconds, title) of every step
+        self.tests = []  # the same of single tests in the steps
 
     def add(self, title, passed, failed, seconds):
         self.passed += passed
         self.failed += failed
         if failed:
             self.failures.append(title)
+        self.durations.append((seconds, title))
         print(f"   {title}: {passed} ok, {failed} not ok ({seconds:.0f} s)", flush=True)
+
+    def longest(self):
+        """The steps and the single tests that took longest, as lines."""
+        lines = [f"took {sum(seconds for seconds, _ in self.durations):.0f} s; longest:"]
+        for durations, mark in ((self.durations, ""), (self.tests, "  test ")):
+            shown = [entry for entry in sorted(durations, reverse=True)[:LONGEST_SHOWN] if entry[0] >= WORTH_SHOWING]
+            lines += [f"{seconds:6.0f} s  {mark}{title}" for seconds, title in shown]
+        return "\n".join(lines)
 
 
 def run(tally, title, command, count=None, environment=None):
@@ -118,6 +133,15 @@ def ctest_counter(path, reports):
     return count
 
 
+def durations_of_tests(path, title):
+    """(seconds, name) of each test that ctest wrote to path."""
+    try:
+        suite = xml.etree.ElementTree.parse(path).getroot()
+    except (OSError, xml.etree.ElementTree.ParseError):
+        return []
+    return [(float(test.get("time") or 0), f"{title}: {test.get('name')}") for test in suite.iter("testcase")]
+
+
 def run_ctest(tally, title, preset, drive=""):
     """The tests of a build, counted case by case. drive: what stands before paths of this machine where they run."""
     results = repository.ROOT / "build" / preset / "results"
@@ -127,3 +151,4 @@ def run_ctest(tally, title, preset, drive=""):
     run(tally, title,
         ["ctest", "--preset", preset, "--label-exclude", "counted-apart", "--progress", "--output-junit", str(whole)],
         ctest_counter(whole, results), {"GTEST_OUTPUT": f"xml:{drive}{results}/", "GTEST_BRIEF": "1"})
+    tally.tests += durations_of_tests(whole, preset)

@@ -54,5 +54,29 @@ class CountingCases(unittest.TestCase):
         self.assertEqual(steps.ctest_counter(self.folder / "none.xml", self.folder)("", 0), (0, 1))
 
 
+class Longest(unittest.TestCase):
+    def test_steps_and_tests_stand_in_the_order_of_their_time(self):
+        tally = steps.Tally()
+        with contextlib.redirect_stdout(io.StringIO()):
+            for seconds, title in ((2, "words"), (71, "build"), (0.2, "help"), (9, "tests")):
+                tally.add(title, 1, 0, seconds)
+        tally.tests = [(1.4, "release: b"), (6, "release: a"), (0.1, "release: c")]
+        self.assertEqual(tally.longest().splitlines(),
+                         ["took 82 s; longest:", "    71 s  build", "     9 s  tests", "     2 s  words",
+                          "     6 s    test release: a", "     1 s    test release: b"])
+
+    def test_no_more_are_named_than_can_be_taken_in(self):
+        tally = steps.Tally()
+        tally.durations = [(number + 1, f"step {number}") for number in range(30)]
+        self.assertEqual(len(tally.longest().splitlines()), 1 + steps.LONGEST_SHOWN)
+
+    def test_times_of_tests_come_from_the_results_of_ctest(self):
+        folder = pathlib.Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, folder)
+        (folder / "ctest.xml").write_text('<testsuite><testcase name="a" time="1.5"/><testcase name="b"/></testsuite>')
+        self.assertEqual(steps.durations_of_tests(folder / "ctest.xml", "release"), [(1.5, "release: a"), (0.0, "release: b")])
+        self.assertEqual(steps.durations_of_tests(folder / "none.xml", "release"), [])
+
+
 if __name__ == "__main__":
     unittest.main()
