@@ -1,0 +1,98 @@
+#include "frontend/export/office/office_pictures.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "backend/strings/dictionary.h"
+#include "frontend/drawing/picture_drawing.h"
+#include "frontend/drawing/picture_style.h"
+#include "frontend/export/picture_files.h"
+#include "frontend/package/deflate.h"
+#include "frontend/package/xml_check.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+constexpr double sharpness = 2;
+/// Points; a bitmap drawn so has some 16 million pixels.
+constexpr double largestSide = 3'000;
+constexpr ItemSize usualSize{225, 112.5};
+
+void appendNumber(std::string& bytes, std::uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFFU);
+}
+
+void appendChunk(std::string& png, std::string chunk) {
+    appendNumber(png, static_cast<std::uint32_t>(chunk.size() - 4));
+    png += chunk;
+    appendNumber(png, crcOf(chunk));
+}
+
+/// One pixel of a light gray, which fills whatever place it is given.
+std::string emptyFrame() {
+    using std::string_literals::operator""s;
+    std::string png = "\x89PNG\r\n\x1A\n";
+    appendChunk(png, "IHDR\0\0\0\1\0\0\0\1\x08\0\0\0\0"s);
+    // One stored block of two bytes: no filter, and the gray; behind it the checksum of both.
+    appendChunk(png, "IDAT\x78\x01\x01\x02\x00\xFD\xFF\x00\xF4\x00\xF6\x00\xF5"s);
+    appendChunk(png, "IEND"s);
+    return png;
+}
+
+bool isXml(const std::string& svg) {
+    XmlSize size;
+    XmlPolicy policy = foreignXml;
+    return static_cast<bool>(checkXml(svg, XmlLimits{}, policy, size));
+}
+
+ItemSize sizeOf(const ExportedItem& item) {
+    const ItemSize size = shownSize(item.item()).value_or(ItemSize{});
+    return size.width > 0 && size.height > 0 ? size : usualSize;
+}
+
+}  // namespace
+
+OfficePicture OfficePictures::make(const ExportedItem& item, double scale) {
+    const ShownPicture& shown = *pictureOf(item);
+    OfficePicture made;
+    made.size = sizeOf(item);
+    made.alternative = alternativeOf(item);
+    report_.countPicture();
+    if (shown.picture->form == PictureForm::png) {
+        made.png = shown.picture->bytes;
+        return made;
+    }
+    const std::string rules = appliedRules(shown, styles_.find(shown.styleSheet, item));
+    made.svg = applyRules(shown.picture->bytes, rules);
+    if (!isXml(made.svg)) made.svg.clear();
+    drawInto(made, item, rules, scale);
+    return made;
+}
+
+void OfficePictures::drawInto(OfficePicture& made, const ExportedItem& item, const std::string& rules,
+                              double scale) {
+    const std::string number = std::to_string(item.number);
+    if (!canDraw()) {
+        made.png = emptyFrame();
+        report_.note(composed(
+            "Item ^1 (^2): programs that show no SVG show an empty frame instead of the picture, because this build of the program cannot draw."_text,
+            {number, item.label}));
+        return;
+    }
+    DrawingOrder order;
+    const double larger = std::max(made.size.width, made.size.height);
+    const double factor = std::min(scale * sharpness, std::max(1.0, largestSide / larger));
+    order.width = made.size.width * factor;
+    order.height = made.size.height * factor;
+    DrawnPicture drawn = drawPicture(*pictureOf(item)->picture, rules, made.alternative, order);
+    made.png = drawn.bytes.empty() ? emptyFrame() : std::move(drawn.bytes);
+    if (drawn.reason.empty()) return;
+    made.svg.clear();
+    report_.note(composed(
+        "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
+        {number, item.label, drawn.reason}));
+}
+
+}  // namespace vexa::frontend
