@@ -34,7 +34,7 @@ void appendChunk(std::string& png, std::string chunk) {
 std::string emptyFrame() {
     using std::string_literals::operator""s;
     std::string png = "\x89PNG\r\n\x1A\n";
-    appendChunk(png, "IHDR\0\0\0\1\0\0\0\1\x08\0\0\0\0"s);
+    appendChunk(png, "IHDR\x00\x00\x00\x01\x00\x00\x00\x01\x08\x00\x00\x00\x00"s);
     // One stored block of two bytes: no filter, and the gray; behind it the checksum of both.
     appendChunk(png, "IDAT\x78\x01\x01\x02\x00\xFD\xFF\x00\xF4\x00\xF6\x00\xF5"s);
     appendChunk(png, "IEND"s);
