@@ -24,9 +24,11 @@ class Planner : public OutlineVisitor {
     }
 
     void leave(const WalkPlace& place) override {
-        // One that holds nothing that is exported is not exported itself.
+        // A header or model that holds nothing that is exported is not exported itself.
+        const ItemType type = place.item().type();
+        if (type != ItemType::header && type != ItemType::model) return;
         const bool isLast = !plan_.items.empty() && plan_.items.back().node == &place.node;
-        if (isLast && holdsItems(place.item().type())) plan_.items.pop_back();
+        if (isLast) plan_.items.pop_back();
     }
 
     [[nodiscard]] ExportPlan take() {

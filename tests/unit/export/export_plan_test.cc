@@ -74,6 +74,14 @@ TEST(ExportPlan, LeavesOutWhatIsHiddenAndHeadersWithNothingLeft) {
     EXPECT_EQ(pictureOf(planExport(outline, all)), "1h/0 2a/1 3e/0 4b/1 5c/0");
 }
 
+TEST(ExportPlan, KeepsAnUnknownItemThatHoldsNothing) {
+    Outline outline;
+    UnknownContent unknown;
+    unknown.raw = std::make_shared<const std::string>();
+    outline.add(itemOf(std::move(unknown), "u"));
+    EXPECT_EQ(pictureOf(planExport(outline, {})), "1u/0");
+}
+
 TEST(ExportPlan, TellsAnEmptyDocumentFromAHiddenOne) {
     EXPECT_TRUE(planExport({}, {}).documentIsEmpty);
     EXPECT_FALSE(planExport({}, {}).everythingIsHidden());
