@@ -6,7 +6,7 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr const char* report =
+constexpr const char* incomeReport =
     R"({"type": "table", "title": "Income", "caption": "Weighted.",
   "rows": [{"label": "Region", "categories": [{"group": "Europe", "categories": ["North", "South"]}, {"label": "Total", "footnotes": [1]}]}],
   "columns": [{"label": "Statistics", "categories": [{"label": "Mean", "format": "F8.2"}, {"label": "N", "format": "COMMA8.0"}]}],
@@ -14,7 +14,7 @@ constexpr const char* report =
   "footnotes": ["Without abroad."]})";
 
 TEST(SheetBuilder, PutsATableWithItsTextsAroundItOnTheSheet) {
-    const BuiltSheet sheet(report);
+    const BuiltSheet sheet(incomeReport);
     EXPECT_EQ(sheet.firstColumn(),
               "Income\n(blank)\nRegion\nEurope\n(blank)\nTotal( [a])\nWeighted.\n[a] Without abroad.\n");
     EXPECT_EQ(sheet.at("C2"), "Statistics");
@@ -36,7 +36,7 @@ TEST(SheetBuilder, PutsABlankRowBetweenItems) {
 }
 
 TEST(SheetBuilder, FailsWhereATableIsTooWide) {
-    const BuiltSheet sheet(report, {100, 3, 32'767});
+    const BuiltSheet sheet(incomeReport, {100, 3, 32'767});
     EXPECT_EQ(sheet.report.error(), ExportError::tooManyColumns);
 }
 
