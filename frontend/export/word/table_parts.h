@@ -1,0 +1,69 @@
+// A table as it stands on pages: cut by columns into parts that fit, with the row labels in each.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "backend/tables/layout/table_grid.h"
+#include "frontend/export/word/word_page.h"
+
+namespace vexa::frontend {
+
+/// Word processors have no more columns in a table.
+inline constexpr std::uint32_t mostWordColumns = 63;
+
+/// The first columns of a grid, and some of those behind.
+struct TablePart {
+    const tables::TableGrid* grid = nullptr;
+    std::string name;                ///< what is read out for the table; UTF-8
+    std::uint32_t labelColumns = 0;  ///< from the first one on
+    std::uint32_t dataBegin = 0;     ///< columns of the grid
+    std::uint32_t dataEnd = 0;
+    std::vector<double> widths;  ///< of the part's columns, points
+    double scale = 1;            ///< of fonts and of the margins of cells
+    std::uint32_t headerRows = 0;  ///< that stand at the top of each page again
+    /// By row: it stands on one page as a whole.
+    std::vector<bool> keptTogether;
+
+    [[nodiscard]] std::uint32_t columns() const { return labelColumns + dataEnd - dataBegin; }
+};
+
+/// What of a cell stands in one row.
+enum class RowPlace : std::uint8_t { whole, first, further };
+
+struct RowPiece {
+    const tables::GridCell* cell = nullptr;
+    std::uint32_t column = 0;  ///< of the part
+    std::uint32_t span = 1;
+    RowPlace place = RowPlace::whole;
+};
+
+/// The rows of a part, from the first on. Every place of the part belongs to one piece of its row.
+class PartRows {
+  public:
+    explicit PartRows(const TablePart& part);
+
+    /// The pieces of the next row; there must be one. Good until the next call.
+    [[nodiscard]] const std::vector<RowPiece>& next();
+
+  private:
+    const TablePart& part_;
+    std::uint32_t row_ = 0;
+    std::vector<const tables::GridCell*> cells_;  // by column of the part
+    std::vector<RowPiece> pieces_;
+};
+
+/// What was done to make a table fit.
+struct TableFit {
+    std::vector<TablePart> parts;
+    bool longLabels = false;  ///< the row labels would take more than half of the text's width
+    bool columnsCut = false;  ///< columns stand beyond the edge of the paper, or were left out
+    bool textsCut = false;    ///< columns are narrower than a letter
+};
+
+/// The parts of a grid, which must outlive them; none of one without rows or columns.
+[[nodiscard]] TableFit fitTable(const tables::TableGrid& grid, const WordPage& page, WideTables wide);
+
+}  // namespace vexa::frontend
