@@ -50,7 +50,8 @@ constexpr std::string_view baseLetters =
     "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlLlLlNnNnNnnNnOoOoOoMmRrRrRrSsSsSsSsTtTtTt"
     "UuUuUuUuUuUuWwYyYZzZzZzf";
 
-/// A family whose letters are not as wide as those of its kind, in lower case.
+/// A family whose letters are not as wide as those of its kind, in lower case and without
+/// blanks.
 struct KnownFamily {
     std::string_view name;
     std::string_view kind;
@@ -58,35 +59,35 @@ struct KnownFamily {
 };
 constexpr std::array knownFamilies{KnownFamily{"serif", "serif", 1},
                                    KnownFamily{"times", "serif", 1},
-                                   KnownFamily{"times new roman", "serif", 1},
-                                   KnownFamily{"liberation serif", "serif", 1},
-                                   KnownFamily{"dejavu serif", "serif", 1.2},
-                                   KnownFamily{"noto serif", "serif", 1.12},
+                                   KnownFamily{"timesnewroman", "serif", 1},
+                                   KnownFamily{"liberationserif", "serif", 1},
+                                   KnownFamily{"dejavuserif", "serif", 1.2},
+                                   KnownFamily{"notoserif", "serif", 1.12},
                                    KnownFamily{"georgia", "serif", 1.1},
                                    KnownFamily{"cambria", "serif", 1.05},
                                    KnownFamily{"garamond", "serif", 0.95},
-                                   KnownFamily{"palatino linotype", "serif", 1.1},
-                                   KnownFamily{"book antiqua", "serif", 1.1},
+                                   KnownFamily{"palatinolinotype", "serif", 1.1},
+                                   KnownFamily{"bookantiqua", "serif", 1.1},
                                    KnownFamily{"monospace", "monospace", 1},
                                    KnownFamily{"courier", "monospace", 1},
-                                   KnownFamily{"courier new", "monospace", 1},
-                                   KnownFamily{"liberation mono", "monospace", 1},
-                                   KnownFamily{"dejavu sans mono", "monospace", 1.01},
+                                   KnownFamily{"couriernew", "monospace", 1},
+                                   KnownFamily{"liberationmono", "monospace", 1},
+                                   KnownFamily{"dejavusansmono", "monospace", 1.01},
                                    KnownFamily{"consolas", "monospace", 0.92},
-                                   KnownFamily{"lucida console", "monospace", 1.01},
+                                   KnownFamily{"lucidaconsole", "monospace", 1.01},
                                    KnownFamily{"calibri", "sans-serif", 0.93},
                                    KnownFamily{"carlito", "sans-serif", 0.93},
                                    KnownFamily{"verdana", "sans-serif", 1.18},
-                                   KnownFamily{"dejavu sans", "sans-serif", 1.17},
-                                   KnownFamily{"noto sans", "sans-serif", 1.06},
+                                   KnownFamily{"dejavusans", "sans-serif", 1.17},
+                                   KnownFamily{"notosans", "sans-serif", 1.06},
                                    KnownFamily{"tahoma", "sans-serif", 1},
-                                   KnownFamily{"segoe ui", "sans-serif", 1},
-                                   KnownFamily{"trebuchet ms", "sans-serif", 1}};
+                                   KnownFamily{"segoeui", "sans-serif", 1},
+                                   KnownFamily{"trebuchetms", "sans-serif", 1}};
 
 KnownFamily familyOf(std::string_view family) {
-    std::string name(family);
-    for (char& each : name) {
-        if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
+    std::string name;
+    for (const char each : family) {
+        if (each != ' ') name += each >= 'A' && each <= 'Z' ? static_cast<char>(each - 'A' + 'a') : each;
     }
     for (const KnownFamily& known : knownFamilies) {
         if (known.name == name) return known;
@@ -159,7 +160,7 @@ TextExtent FontWidths::extent(std::string_view text) const {
     for (std::size_t i = 0; i < text.size();) {
         const char each = text[i];
         if (isLineEnd(each)) {
-            i += text.substr(i).starts_with("\r\n") ? 2 : 1;
+            i += text.substr(i).starts_with("\r\n") ? 2U : 1U;
             endWord();
             widestLine = std::max(widestLine, line);
             line = 0;
@@ -193,7 +194,7 @@ std::size_t FontWidths::linesIn(std::string_view text, double columnWidth) const
     for (std::size_t i = 0; i < text.size();) {
         const char each = text[i];
         if (isLineEnd(each)) {
-            i += text.substr(i).starts_with("\r\n") ? 2 : 1;
+            i += text.substr(i).starts_with("\r\n") ? 2U : 1U;
             ++lines;
             line = word = 0;
             continue;

@@ -1,10 +1,10 @@
-#include "frontend/export/word/table_parts.h"
+#include "frontend/export/office/table_parts.h"
 
 #include <algorithm>
 #include <numeric>
 #include <utility>
 
-#include "frontend/export/word/table_columns.h"
+#include "frontend/export/office/table_columns.h"
 
 namespace vexa::frontend {
 
@@ -26,16 +26,16 @@ constexpr double filledEnough = 0.5;
 
 class Fitter {
   public:
-    Fitter(const TableGrid& grid, const WordPage& page, WideTables wide)
-        : grid_(grid), page_(page), wide_(wide), needs_(measureColumns(grid)) {
-        labels_ = std::min(grid.labelColumns, mostWordColumns - 1);
-        if (grid.labelColumns == grid.columns) labels_ = std::min(grid.columns, mostWordColumns);
+    Fitter(const TableGrid& grid, const TableRoom& room, WideTables wide)
+        : grid_(grid), room_(room), wide_(wide), needs_(measureColumns(grid)) {
+        labels_ = std::min(grid.labelColumns, room_.mostColumns - 1);
+        if (grid.labelColumns == grid.columns) labels_ = std::min(grid.columns, room_.mostColumns);
         for (const ColumnNeed& need : needs_.columns) widths_.push_back(need.natural);
     }
 
     TableFit fit() {
         fit_.columnsCut = labels_ < grid_.labelColumns;
-        fit_.longLabels = needs_.labels > page_.textWidth() / 2 && labels_ > 0;
+        fit_.longLabels = needs_.labels > room_.width / 2 && labels_ > 0;
         if (wide_ != WideTables::asIs) squeeze();
         split();
         if (wide_ == WideTables::shrink) shrink();
@@ -69,7 +69,7 @@ class Fitter {
     }
 
     void squeeze() {
-        const double room = page_.textWidth();
+        const double room = room_.width;
         if (fit_.longLabels) {
             giveWay(0, labels_, room / 2);
             // Words that are longer are broken.
@@ -91,13 +91,13 @@ class Fitter {
             part.grid = &grid_;
             part.labelColumns = labels_;
             part.dataBegin = begin;
-            part.dataEnd = begin = endOfPart(begin, page_.textWidth() - labels);
+            part.dataEnd = begin = endOfPart(begin, room_.width - labels);
         } while (begin < grid_.columns);
     }
 
     /// The column behind the last one that fits beside the labels; at least one does.
     [[nodiscard]] std::uint32_t endOfPart(std::uint32_t begin, double room) {
-        const std::uint32_t last = std::min(grid_.columns, begin + mostWordColumns - labels_);
+        const std::uint32_t last = std::min(grid_.columns, begin + room_.mostColumns - labels_);
         if (wide_ != WideTables::wrap) return last;
         std::uint32_t end = begin;
         double taken = 0;
@@ -106,16 +106,17 @@ class Fitter {
         return end == grid_.columns ? end : endOfGroup(begin, end, room);
     }
 
-    /// Where the part rather ends than within a group of columns.
+    /// Where the part rather ends than within a group of columns: of the outermost level on which one begins
+    /// in the part, as long as that leaves enough of the page filled.
     [[nodiscard]] std::uint32_t endOfGroup(std::uint32_t begin, std::uint32_t end, double room) const {
-        if (grid_.headerRows < 2) return end;
-        std::uint32_t better = end;
-        for (const GridCell& cell : grid_.row(0)) {
-            const bool isCut = cell.role == GridRole::columnLabel && cell.column < end &&
-                               cell.column + cell.columnSpan > end;
-            if (isCut && cell.column > begin) better = cell.column;
+        for (std::uint32_t row = 0; row + 1 < grid_.headerRows; ++row) {
+            for (const GridCell& cell : grid_.row(row)) {
+                const bool isCut = cell.role == GridRole::columnLabel && cell.column > begin &&
+                                   cell.column < end && cell.column + cell.columnSpan > end;
+                if (isCut && sum(begin, cell.column) >= room * filledEnough) return cell.column;
+            }
         }
-        return sum(begin, better) >= room * filledEnough ? better : end;
+        return end;
     }
 
     void shrink() {
@@ -123,7 +124,7 @@ class Fitter {
         for (const TablePart& part : fit_.parts) {
             widest = std::max(widest, sum(0, labels_) + sum(part.dataBegin, part.dataEnd));
         }
-        const double scale = widest > page_.textWidth() ? page_.textWidth() / widest : 1;
+        const double scale = widest > room_.width ? room_.width / widest : 1;
         for (TablePart& part : fit_.parts) part.scale = scale;
     }
 
@@ -132,7 +133,7 @@ class Fitter {
         for (std::uint32_t i = part.dataBegin; i < part.dataEnd; ++i)
             part.widths.push_back(widths_[i] * part.scale);
         const double total = std::accumulate(part.widths.begin(), part.widths.end(), 0.0);
-        if (total > page_.paper.width - page_.margins.left + 0.01) fit_.columnsCut = true;
+        if (total > room_.edge + 0.01) fit_.columnsCut = true;
         checkLetters(part);
         measureRows(part);
     }
@@ -153,11 +154,10 @@ class Fitter {
             if (cell.rowSpan > 1) continue;
             heights[cell.row] = std::max(heights[cell.row], heightOf(part, cell, needs_.extents[i]));
         }
-        part.keptTogether.reserve(grid_.rows);
-        for (const double height : heights) part.keptTogether.push_back(height < page_.textHeight() / 2);
         double header = 0;
         for (std::uint32_t i = 0; i < grid_.headerRows; ++i) header += heights[i];
-        if (header <= page_.textHeight() * mostHeader) part.headerRows = std::min(grid_.headerRows, grid_.rows);
+        if (header <= room_.height * mostHeader) part.headerRows = std::min(grid_.headerRows, grid_.rows);
+        part.heights = std::move(heights);
     }
 
     [[nodiscard]] double heightOf(const TablePart& part, const GridCell& cell,
@@ -175,7 +175,7 @@ class Fitter {
     }
 
     const TableGrid& grid_;
-    const WordPage& page_;
+    const TableRoom& room_;
     WideTables wide_;
     ColumnNeeds needs_;
     std::uint32_t labels_ = 0;  // label columns that are shown
@@ -192,7 +192,8 @@ const std::vector<RowPiece>& PartRows::next() {
     for (const GridCell& cell : part_.grid->row(row_)) {
         const std::uint32_t end = cell.column + cell.columnSpan;
         for (std::uint32_t i = cell.column; i < std::min(end, part_.labelColumns); ++i) cells_[i] = &cell;
-        for (std::uint32_t i = std::max(cell.column, part_.dataBegin); i < std::min(end, part_.dataEnd); ++i) {
+        for (std::uint32_t i = std::max(cell.column, part_.dataBegin); i < std::min(end, part_.dataEnd);
+             ++i) {
             cells_[part_.labelColumns + i - part_.dataBegin] = &cell;
         }
     }
@@ -210,8 +211,8 @@ const std::vector<RowPiece>& PartRows::next() {
     return pieces_;
 }
 
-TableFit fitTable(const TableGrid& grid, const WordPage& page, WideTables wide) {
-    return Fitter(grid, page, wide).fit();
+TableFit fitTable(const TableGrid& grid, const TableRoom& room, WideTables wide) {
+    return Fitter(grid, room, wide).fit();
 }
 
 }  // namespace vexa::frontend

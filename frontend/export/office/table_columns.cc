@@ -1,4 +1,4 @@
-#include "frontend/export/word/table_columns.h"
+#include "frontend/export/office/table_columns.h"
 
 #include <algorithm>
 

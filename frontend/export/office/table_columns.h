@@ -24,10 +24,10 @@ struct CellExtent {
 };
 
 struct ColumnNeeds {
-    std::vector<ColumnNeed> columns;   ///< of the grid
-    double labels = 0;                 ///< all label columns, with no line broken
-    std::vector<CellExtent> extents;   ///< of the grid's cells
-    std::vector<FontWidths> fonts;     ///< of the grid's styles
+    std::vector<ColumnNeed> columns;  ///< of the grid
+    double labels = 0;                ///< all label columns, with no line broken
+    std::vector<CellExtent> extents;  ///< of the grid's cells
+    std::vector<FontWidths> fonts;    ///< of the grid's styles
 };
 
 /// What a table says of its columns' widths counts before what stands in them.

@@ -1,4 +1,4 @@
-// A table as it stands on pages: cut by columns into parts that fit, with the row labels in each.
+// A table as it stands on pages or slides: cut by columns into parts that fit, with the row labels in each.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +7,17 @@
 #include <vector>
 
 #include "backend/tables/layout/table_grid.h"
-#include "frontend/export/word/word_page.h"
+#include "frontend/requests/export_request.h"
 
 namespace vexa::frontend {
 
-/// Word processors have no more columns in a table.
-inline constexpr std::uint32_t mostWordColumns = 63;
+/// The room for tables, points.
+struct TableRoom {
+    double width = 0;  ///< between the margins
+    double height = 0;
+    double edge = 0;                 ///< from the left margin to the edge of the paper
+    std::uint32_t mostColumns = 63;  ///< of one part, at least 2; word processors have no more
+};
 
 /// The first columns of a grid, and some of those behind.
 struct TablePart {
@@ -21,11 +26,10 @@ struct TablePart {
     std::uint32_t labelColumns = 0;  ///< from the first one on
     std::uint32_t dataBegin = 0;     ///< columns of the grid
     std::uint32_t dataEnd = 0;
-    std::vector<double> widths;  ///< of the part's columns, points
-    double scale = 1;            ///< of fonts and of the margins of cells
-    std::uint32_t headerRows = 0;  ///< that stand at the top of each page again
-    /// By row: it stands on one page as a whole.
-    std::vector<bool> keptTogether;
+    std::vector<double> widths;    ///< of the part's columns, points
+    double scale = 1;              ///< of fonts and of the margins of cells
+    std::uint32_t headerRows = 0;  ///< that stand at the top of each page again; none where they are too high
+    std::vector<double> heights;   ///< of the rows, as they are likely to become, points
 
     [[nodiscard]] std::uint32_t columns() const { return labelColumns + dataEnd - dataBegin; }
 };
@@ -64,6 +68,6 @@ struct TableFit {
 };
 
 /// The parts of a grid, which must outlive them; none of one without rows or columns.
-[[nodiscard]] TableFit fitTable(const tables::TableGrid& grid, const WordPage& page, WideTables wide);
+[[nodiscard]] TableFit fitTable(const tables::TableGrid& grid, const TableRoom& room, WideTables wide);
 
 }  // namespace vexa::frontend
