@@ -84,7 +84,8 @@ struct SheetContent {
     std::map<std::uint32_t, double> widths;   ///< of columns, points
     std::map<std::uint32_t, double> heights;  ///< of rows, points, where the usual one does not do
     std::vector<SheetPicture> pictures;
-    std::uint32_t rows = 0;  ///< that it takes, pictures included
+    std::vector<std::uint32_t> pageBreaks;  ///< rows that a page begins with, ascending; not the first one
+    std::uint32_t rows = 0;                 ///< that it takes, pictures included
     std::uint32_t columns = 0;
 
     [[nodiscard]] std::string_view text(const SheetCell& cell) const {

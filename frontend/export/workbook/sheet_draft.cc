@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "backend/strings/dictionary.h"
 #include "backend/text/utf8.h"
@@ -132,13 +133,13 @@ void SheetDraft::addNumber(std::uint32_t row, std::uint32_t column, double numbe
     if (!failed()) add(row, column, SheetValue::number, style).number = number;
 }
 
-void SheetDraft::addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column,
-                         std::string_view text, std::string_view raised, SheetStyleId style) {
-    if (failed()) return;
+std::uint32_t SheetDraft::addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column,
+                                  std::string_view text, std::string_view raised, SheetStyleId style) {
+    if (failed()) return 0;
     // A character has at most three bytes a unit, so that one addition keeps within 32 bits.
     if (text.size() + raised.size() > UINT32_MAX / 4 || content_.texts.size() > UINT32_MAX / 4) {
         report_.fail(ExportError::other, translated("The texts are too much for one sheet."_text.key()));
-        return;
+        return 0;
     }
     const std::size_t begin = content_.texts.size();
     appendCellText(content_.texts, text);
@@ -149,16 +150,28 @@ void SheetDraft::addText(const ExportedItem& item, std::uint32_t row, std::uint3
                      composed("Item ^1 (^2) has a text of ^3 characters, and a cell takes ^4."_text,
                               {numberOf(item), item.label, std::to_string(textUnits(held)),
                                std::to_string(limits_.textUnits)}));
-        return;
+        return 0;
     }
     SheetCell& cell = add(row, column, held.empty() ? SheetValue::blank : SheetValue::text, style);
     cell.textBegin = static_cast<std::uint32_t>(begin);
     cell.textLength = static_cast<std::uint32_t>(held.size());
-    cell.raised = static_cast<std::uint32_t>(raised.size());
+    cell.raised = static_cast<std::uint32_t>(raised.size() - (raised.starts_with(' ') ? 1 : 0));
+    return static_cast<std::uint32_t>(content_.cells.size() - 1);
 }
 
 void SheetDraft::merge(const SheetRange& range) {
     if (!failed() && (range.rows > 1 || range.columns > 1)) content_.merged.push_back(range);
+}
+
+void SheetDraft::breakPage(std::uint32_t row) {
+    if (!failed() && row > 0) content_.pageBreaks.push_back(row);
+}
+
+void SheetDraft::add(SheetPicture picture) {
+    if (failed()) return;
+    content_.rows = std::max(content_.rows, picture.row + picture.rows);
+    content_.columns = std::max(content_.columns, picture.column + 1);
+    content_.pictures.push_back(std::move(picture));
 }
 
 }  // namespace vexa::frontend

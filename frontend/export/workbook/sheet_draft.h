@@ -27,18 +27,21 @@ class SheetDraft {
 
     void addBlank(std::uint32_t row, std::uint32_t column, SheetStyleId style);
     void addNumber(std::uint32_t row, std::uint32_t column, double number, SheetStyleId style);
-    /// `raised` is shown behind the text, smaller and higher. Fails, naming the item, where a cell cannot
-    /// hold both.
-    void addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column, std::string_view text,
-                 std::string_view raised, SheetStyleId style);
+    /// `raised` is shown behind the text, smaller and higher but for a blank that it begins with. Fails,
+    /// naming the item, where a cell cannot hold both.
+    std::uint32_t addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column,
+                          std::string_view text, std::string_view raised, SheetStyleId style);
     void merge(const SheetRange& range);
+    void add(SheetPicture picture);
+    /// A page begins at `row` when the sheet is printed.
+    void breakPage(std::uint32_t row);
 
     [[nodiscard]] SheetContent& content() { return content_; }
 
   private:
     SheetCell& add(std::uint32_t row, std::uint32_t column, SheetValue value, SheetStyleId style);
 
-    const SheetLimits& limits_;
+    SheetLimits limits_;
     ExportReport& report_;
     SheetContent content_;
     std::unordered_multimap<std::size_t, SheetStyleId> byHash_;

@@ -2,80 +2,80 @@
 
 #include <algorithm>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "backend/tables/formats/number_text.h"
-#include "frontend/export/workbook/number_code.h"
+#include "frontend/export/workbook/column_fit.h"
 
 namespace vexa::frontend {
 
 namespace {
 
-using tables::BorderLine;
+using tables::appendNumber;
 using tables::CellKind;
+using tables::FormatKind;
 using tables::GridCell;
 using tables::GridFootnote;
 using tables::GridRole;
-using tables::GridText;
-using tables::HorizontalAlign;
-using tables::ShownStyle;
 using tables::ShownStyleId;
 using tables::TableGrid;
 
-/// The sides of a range that a place of it stands at.
-enum Side : std::uint8_t { top = 1, right = 2, bottom = 4, left = 8, allSides = 15 };
-
-SheetStyle styleOf(const ShownStyle& shown) {
-    SheetStyle style;
-    style.font = shown.look.font;
-    style.size = shown.look.size;
-    style.bold = shown.look.bold;
-    style.italic = shown.look.italic;
-    style.underline = shown.look.underline;
-    style.color = shown.look.color;
-    style.background = shown.look.background;
-    style.horizontal = shown.look.horizontal;
-    style.vertical = shown.look.vertical;
-    style.borders = shown.borders;
-    return style;
-}
-
 class TableSheet {
   public:
-    TableSheet(SheetDraft& draft, ExportReport& report, const ExportedItem& item, const TableGrid& grid,
+    TableSheet(const TableSurroundings& sheet, const ExportedItem& item, const TableGrid& grid,
                std::uint32_t row)
-        : draft_(draft), report_(report), item_(item), grid_(grid), row_(row) {}
+        : sheet_(sheet), draft_(sheet.draft), item_(item), grid_(grid), row_(row), fit_(grid) {
+        sheet.styles.begin(grid);
+    }
 
     std::uint32_t add() {
-        const std::uint64_t rows = 3ULL + grid_.rows + grid_.footnotes.size();
-        if (!draft_.hasRoom(item_, row_, rows, grid_.columns)) return row_;
         addLine(grid_.title.text, grid_.title.style);
         addLine(grid_.layer.text, grid_.layer.style);
-        addGrid();
+        if (draft_.hasRoom(item_, row_, grid_.rows, grid_.columns)) addGrid();
         addLine(grid_.caption.text, grid_.caption.style);
         for (const GridFootnote& note : grid_.footnotes) {
             addLine(note.mark.empty() ? note.text : "[" + note.mark + "] " + note.text, grid_.footnoteStyle);
         }
+        reportLosses();
         return row_;
     }
 
   private:
     /// A text over the whole width of the table.
     void addLine(const std::string& text, ShownStyleId shown) {
-        if (text.empty()) return;
-        SheetStyle style = styleOf(grid_.styles[shown]);
-        style.wraps = true;
-        const SheetStyleId id = draft_.intern(style);
-        draft_.addText(item_, row_, 0, text, {}, id);
-        for (std::uint32_t column = 1; column < grid_.columns; ++column) draft_.addBlank(row_, column, id);
-        draft_.merge({row_, 0, 1, std::max(grid_.columns, 1U)});
-        ++row_;
+        if (text.empty() || draft_.failed()) return;
+        const FontWidths& font = sheet_.styles.font(shown);
+        const std::size_t lines = font.linesIn(text, lineRoom - cellPadding);
+        const std::uint32_t rows = rowsOfLines(lines, grid_.styles[shown].look.size);
+        if (!draft_.hasRoom(item_, row_, rows, 1)) return;
+        const SheetStyleId style = sheet_.styles.of(shown, allSides, SheetWording::text);
+        const std::uint32_t cell = draft_.addText(item_, row_, 0, text, {}, style);
+        row_ += rows;
+        sheet_.fitting.add(
+            {cell, rows, std::max(grid_.columns, 1U), font.extent(text).width + cellPadding, true});
     }
 
     void addGrid() {
         covers_.assign(grid_.columns, nullptr);
         for (std::uint32_t row = 0; row < grid_.rows && !draft_.failed(); ++row, ++row_) addRow(row);
+        const std::vector<double> widths = fit_.widths();
+        for (std::uint32_t column = 0; column < grid_.columns; ++column) {
+            sheet_.fitting.widen(column, widths[column]);
+        }
+        addUnfitting(widths);
+    }
+
+    /// Texts that do not stand in one line of the place that this table gives them. Other tables can only
+    /// make that wider.
+    void addUnfitting(const std::vector<double>& widths) {
+        for (const Text& text : texts_) {
+            double room = 0;
+            const GridCell& cell = *text.cell;
+            for (std::uint32_t i = 0; i < cell.columnSpan; ++i) room += widths[cell.column + i];
+            const bool isHigh = grid_.style(cell).look.size > highestUsualSize;
+            if (text.lines == 1 && text.width <= room && !isHigh) continue;
+            sheet_.fitting.add({text.number, cell.rowSpan, cell.columnSpan, text.width, false});
+        }
     }
 
     /// The cells of a row, and what reaches into it from above.
@@ -89,74 +89,111 @@ class TableSheet {
                 draft_.merge({row_, column, cell.rowSpan, cell.columnSpan});
                 addFirst(cell);
             } else if (const GridCell* const cover = covers_[column]) {
-                draft_.addBlank(row_, column, labelStyle(*cover, sidesOf(*cover, row, column)));
+                draft_.addBlank(
+                    row_, column,
+                    sheet_.styles.of(cover->style, sidesOf(*cover, row, column), SheetWording::text));
             }
         }
     }
 
-    [[nodiscard]] static unsigned sidesOf(const GridCell& cell, std::uint32_t row, std::uint32_t column) {
-        unsigned sides = 0;
-        if (row == cell.row) sides |= top;
-        if (row + 1 == cell.row + cell.rowSpan) sides |= bottom;
-        if (column == cell.column) sides |= left;
-        if (column + 1 == cell.column + cell.columnSpan) sides |= right;
+    [[nodiscard]] static RangeSides sidesOf(const GridCell& cell, std::uint32_t row, std::uint32_t column) {
+        RangeSides sides = 0;
+        if (row == cell.row) sides |= topSide;
+        if (row + 1 == cell.row + cell.rowSpan) sides |= bottomSide;
+        if (column == cell.column) sides |= leftSide;
+        if (column + 1 == cell.column + cell.columnSpan) sides |= rightSide;
         return sides;
     }
 
     void addFirst(const GridCell& cell) {
-        const unsigned sides = sidesOf(cell, cell.row, cell.column);
         if (cell.kind == CellKind::number && cell.role == GridRole::data) {
-            addNumber(cell, sides);
-        } else if (cell.textLength == 0 && cell.marks == 0) {
-            draft_.addBlank(row_, cell.column, labelStyle(cell, sides));
-        } else {
-            draft_.addText(item_, row_, cell.column, grid_.text(cell), grid_.markText(cell),
-                           labelStyle(cell, sides));
-        }
-    }
-
-    void addNumber(const GridCell& cell, unsigned sides) {
-        const SheetNumber number = sheetNumber(cell.number, cell.format);
-        if (number.obstacle != NumberObstacle::none) {
-            SheetStyle style = styleAt(cell, sides);
-            if (style.horizontal == HorizontalAlign::mixed) style.horizontal = HorizontalAlign::right;
-            draft_.addText(item_, row_, cell.column, grid_.text(cell), grid_.markText(cell),
-                           draft_.intern(style));
+            addNumber(cell);
             return;
         }
-        SheetStyle style = styleAt(cell, sides);
-        style.numberFormat = formatCode(number.format, number.minusIsDropped);
-        if (cell.marks != 0) style.numberFormat = codeWithSuffix(style.numberFormat, grid_.markText(cell));
-        draft_.addNumber(row_, cell.column, number.value, draft_.intern(style));
-    }
-
-    [[nodiscard]] SheetStyle styleAt(const GridCell& cell, unsigned sides) const {
-        SheetStyle style = styleOf(grid_.style(cell));
-        for (std::size_t side = 0; side < style.borders.size(); ++side) {
-            if ((sides >> side & 1U) == 0) style.borders[side] = {};
+        const SheetStyleId style =
+            sheet_.styles.of(cell.style, sidesOf(cell, cell.row, cell.column), SheetWording::text);
+        if (cell.textLength == 0 && cell.marks == 0) {
+            draft_.addBlank(row_, cell.column, style);
+        } else {
+            addText(cell, style);
         }
-        return style;
     }
 
-    [[nodiscard]] SheetStyleId labelStyle(const GridCell& cell, unsigned sides) {
-        SheetStyle style = styleAt(cell, sides);
-        style.wraps = true;
-        return draft_.intern(style);
+    void addText(const GridCell& cell, SheetStyleId style) {
+        const std::string_view text = grid_.text(cell);
+        const std::string marks = cell.marks == 0 ? std::string() : grid_.markText(cell);
+        const FontWidths& font = sheet_.styles.font(cell.style);
+        TextExtent extent = font.extent(text);
+        if (!marks.empty()) extent.width += font.width(marks);
+        const std::uint32_t number = draft_.addText(item_, row_, cell.column, text, marks, style);
+        fit_.addText(cell, extent);
+        texts_.push_back({&cell, number, extent.width + cellPadding, extent.lines});
     }
 
+    void addNumber(const GridCell& cell) {
+        const SheetNumber number = sheetNumber(cell.number, cell.format);
+        const std::optional<CodeId> code =
+            number.obstacle == NumberObstacle::none ? codeOf(cell, number) : std::nullopt;
+        const RangeSides sides = sidesOf(cell, cell.row, cell.column);
+        if (code) {
+            draft_.addNumber(row_, cell.column, number.value,
+                             sheet_.styles.of(cell.style, sides, SheetWording::number, *code));
+            losesFormats_ = losesFormats_ || number.format.kind == FormatKind::dot;
+        } else {
+            addText(cell, sheet_.styles.of(cell.style, sides, SheetWording::insteadOf));
+            losesNumbers_ = losesNumbers_ || number.obstacle != NumberObstacle::notFinite;
+        }
+        const FontWidths& font = sheet_.styles.font(cell.style);
+        double width = font.width(grid_.text(cell));
+        if (cell.marks != 0) width += font.width(grid_.markText(cell));
+        fit_.addNumber(cell, width);
+    }
+
+    /// The table's own text is what a cell has to show, whatever value and format would give.
+    [[nodiscard]] std::optional<CodeId> codeOf(const GridCell& cell, const SheetNumber& number) {
+        usual_.clear();
+        appendNumber(usual_, cell.number, cell.format);
+        const std::string_view shown = grid_.text(cell);
+        const bool isUsual = shown == usual_;
+        if (isUsual && cell.marks == 0) return sheet_.codes.of(number);
+        return sheet_.codes.of(number, cell.marks == 0 ? std::string() : grid_.markText(cell),
+                               isUsual ? std::nullopt : std::optional(shown));
+    }
+
+    void reportLosses() const {
+        if (losesFormats_) sheet_.report.lose(Feature::numberFormats, item_);
+        if (losesNumbers_) sheet_.report.lose(Feature::numbers, item_);
+    }
+
+    /// Points of a font that needs no more than the usual row.
+    static constexpr double highestUsualSize = 9.75;
+
+    /// A text of the grid, and how it stands in one line.
+    struct Text {
+        const GridCell* cell = nullptr;
+        std::uint32_t number = 0;  ///< of the sheet's cell
+        double width = 0;
+        std::size_t lines = 1;
+    };
+
+    const TableSurroundings& sheet_;
     SheetDraft& draft_;
-    ExportReport& report_;
     const ExportedItem& item_;
     const TableGrid& grid_;
     std::uint32_t row_;
+    ColumnFit fit_;
     std::vector<const GridCell*> covers_;  // by column: the last cell that began there or left of it
+    std::vector<Text> texts_;
+    std::string usual_;
+    bool losesFormats_ = false;
+    bool losesNumbers_ = false;
 };
 
 }  // namespace
 
-std::uint32_t addTable(SheetDraft& draft, ExportReport& report, const ExportedItem& item,
-                       const TableGrid& grid, std::uint32_t row) {
-    return TableSheet(draft, report, item, grid, row).add();
+std::uint32_t addTable(const TableSurroundings& sheet, const ExportedItem& item, const TableGrid& grid,
+                       std::uint32_t row) {
+    return TableSheet(sheet, item, grid, row).add();
 }
 
 }  // namespace vexa::frontend

@@ -16,7 +16,7 @@ constexpr const char* incomeReport =
 TEST(SheetBuilder, PutsATableWithItsTextsAroundItOnTheSheet) {
     const BuiltSheet sheet(incomeReport);
     EXPECT_EQ(sheet.firstColumn(),
-              "Income\n(blank)\nRegion\nEurope\n(blank)\nTotal( [a])\nWeighted.\n[a] Without abroad.\n");
+              "Income\n(blank)\nRegion\nEurope\n(blank)\nTotal ([a])\nWeighted.\n[a] Without abroad.\n");
     EXPECT_EQ(sheet.at("C2"), "Statistics");
     EXPECT_EQ(sheet.at("C3"), "Mean");
     EXPECT_EQ(sheet.at("C4"), "1.5 0.00");
