@@ -1,6 +1,8 @@
 #include "frontend/export/text/table_text.h"
 
 #include <algorithm>
+#include <deque>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -18,27 +20,41 @@ using tables::TableGrid;
 
 enum class Align { left, center, right };
 
-/// A cell with its text in lines.
+/// One line of a cell, as it is shown.
+struct TextLine {
+    std::string_view text;
+    std::size_t width = 0;  ///< columns
+};
+
+/// A cell, and where its lines stand among those of the grid.
 struct TextCell {
     const GridCell* cell = nullptr;
-    std::vector<std::string> lines;
+    std::size_t firstLine = 0;
+    std::size_t lines = 0;
+    std::size_t width = 0;  ///< of its widest line
     Align align = Align::left;
 };
 
-std::vector<std::string> linesOf(std::string_view text) {
-    std::vector<std::string> lines;
-    for (;;) {
-        const std::size_t end = text.find_first_of("\r\n");
-        lines.push_back(printableText(text.substr(0, end)));
-        if (end == std::string_view::npos) return lines;
-        text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
+/// Whether a text is shown as it is, a column a byte. Without branches, since most texts are.
+bool isPlain(std::string_view text) {
+    constexpr unsigned char first = ' ';
+    constexpr unsigned char count = '~' - ' ';
+    unsigned other = 0;
+    for (const char each : text) {
+        other |= static_cast<unsigned char>(static_cast<unsigned char>(each) - first) > count ? 1U : 0U;
     }
+    return other == 0;
 }
 
-std::size_t widest(const std::vector<std::string>& lines) {
-    std::size_t width = 0;
-    for (const std::string& line : lines) width = std::max(width, displayWidth(line));
-    return width;
+/// Calls `take` with each line of a text.
+template <typename Take>
+void forEachLine(std::string_view text, Take take) {
+    for (;;) {
+        const std::size_t end = text.find_first_of("\r\n");
+        take(text.substr(0, end));
+        if (end == std::string_view::npos) return;
+        text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
+    }
 }
 
 /// In one line: line breaks and tabs are blanks.
@@ -50,45 +66,74 @@ std::string inOneLine(std::string_view text) {
     return printableText(line);
 }
 
-void appendLine(std::string& text, std::string line) {
-    while (line.ends_with(' ')) line.pop_back();
-    text += line;
+/// Ends the line that begins at `begin` of the text, without blanks at its end.
+void endLine(std::string& text, std::size_t begin) {
+    while (text.size() > begin && text.back() == ' ') text.pop_back();
     text += '\n';
 }
 
-void appendParagraph(std::string& text, const std::string& paragraph) {
+void appendParagraph(std::string& text, std::string_view paragraph) {
     if (paragraph.empty()) return;
-    for (std::string& line : linesOf(paragraph)) appendLine(text, std::move(line));
+    forEachLine(paragraph, [&text](std::string_view line) {
+        const std::size_t begin = text.size();
+        text += printableText(line);
+        endLine(text, begin);
+    });
 }
 
 class TextGrid {
   public:
-    TextGrid(const TableGrid& grid, const TextTableOptions& options) : grid_(grid), options_(options) {
-        for (const GridCell& cell : grid.cells) cells_.push_back(makeCell(cell));
+    TextGrid(const TableGrid& grid, const TextTableOptions& options)
+        : grid_(grid), options_(options), border_(displayWidth(options.columnBorder)) {
+        cells_.reserve(grid.cells.size());
+        lines_.reserve(grid.cells.size());
+        for (const GridCell& cell : grid.cells) addCell(cell);
         fitWidths();
         if (options.columnWidth > 0) wrapCells();
         fitHeights();
+        findOccupants();
     }
 
     void append(std::string& text) const {
         appendRule(text);
         for (std::size_t row = 0; row < grid_.rows; ++row) {
             if (row > 0 && (row == grid_.headerRows || beginsGroup(row))) appendRule(text);
-            for (std::size_t line = 0; line < heights_[row]; ++line) appendLine(text, lineOf(row, line));
+            for (std::size_t line = 0; line < heights_[row]; ++line) appendRow(text, row, line);
         }
         appendRule(text);
     }
 
   private:
-    [[nodiscard]] TextCell makeCell(const GridCell& cell) const {
-        TextCell made{&cell, linesOf(std::string(grid_.text(cell)) + grid_.markText(cell)), Align::left};
+    void addCell(const GridCell& cell) {
+        TextCell made{&cell, lines_.size(), 0, 0, Align::left};
         if (cell.role == GridRole::columnLabel) made.align = Align::center;
         if (cell.role == GridRole::data && cell.kind == tables::CellKind::number) made.align = Align::right;
-        return made;
+        const std::string_view text = grid_.text(cell);
+        if (cell.marks == 0 && isPlain(text)) {
+            lines_.push_back({text, text.size()});
+        } else {
+            forEachLine(std::string(text) + grid_.markText(cell),
+                        [this](std::string_view line) { addLine(printableText(line)); });
+        }
+        measure(made);
+        cells_.push_back(made);
+    }
+
+    void addLine(std::string text) {
+        const std::string& kept = kept_.emplace_back(std::move(text));
+        lines_.push_back({kept, displayWidth(kept)});
+    }
+
+    /// Takes the lines up to the last one for those of the cell.
+    void measure(TextCell& cell) const {
+        cell.lines = lines_.size() - cell.firstLine;
+        cell.width = 0;
+        for (std::size_t i = cell.firstLine; i < lines_.size(); ++i)
+            cell.width = std::max(cell.width, lines_[i].width);
     }
 
     /// Blanks and border that every column but the last adds to its text.
-    [[nodiscard]] std::size_t frame() const { return 2 + displayWidth(options_.columnBorder); }
+    [[nodiscard]] std::size_t frame() const { return 2 + border_; }
 
     [[nodiscard]] std::size_t widthOf(const GridCell& cell) const {
         std::size_t width = frame() * (cell.columnSpan - 1);
@@ -102,7 +147,7 @@ class TextGrid {
         for (const TextCell& each : cells_) {
             if (each.cell->columnSpan > 1) continue;
             std::size_t& width = widths_[each.cell->column];
-            width = std::max(width, widest(each.lines));
+            width = std::max(width, each.width);
         }
         for (const TextCell& each : cells_) {
             if (each.cell->columnSpan > 1) widenFor(each);
@@ -110,21 +155,23 @@ class TextGrid {
     }
 
     void widenFor(const TextCell& cell) {
-        const std::size_t need = widest(cell.lines);
         const std::size_t have = widthOf(*cell.cell);
-        if (need <= have) return;
+        if (cell.width <= have) return;
         const std::size_t span = cell.cell->columnSpan;
-        for (std::size_t i = 0; i < span; ++i) widths_[cell.cell->column + i] += (need - have + i) / span;
+        for (std::size_t i = 0; i < span; ++i)
+            widths_[cell.cell->column + i] += (cell.width - have + i) / span;
     }
 
     void wrapCells() {
         for (TextCell& each : cells_) {
-            std::vector<std::string> wrapped;
-            for (const std::string& line : each.lines) {
-                for (std::string& part : wrapText(line, widthOf(*each.cell)))
-                    wrapped.push_back(std::move(part));
+            const std::size_t width = widthOf(*each.cell);
+            if (each.width <= width) continue;
+            const std::size_t begin = each.firstLine;
+            each.firstLine = lines_.size();
+            for (std::size_t i = begin; i < begin + each.lines; ++i) {
+                for (std::string& part : wrapText(lines_[i].text, width)) addLine(std::move(part));
             }
-            each.lines = std::move(wrapped);
+            measure(each);
         }
     }
 
@@ -132,65 +179,83 @@ class TextGrid {
     void fitHeights() {
         heights_.assign(grid_.rows, 1);
         for (const TextCell& each : cells_) {
-            if (each.cell->rowSpan == 1)
-                heights_[each.cell->row] = std::max(heights_[each.cell->row], each.lines.size());
+            std::size_t& height = heights_[each.cell->row];
+            if (each.cell->rowSpan == 1) height = std::max(height, each.lines);
         }
         for (const TextCell& each : cells_) {
+            if (each.cell->rowSpan == 1) continue;
             std::size_t have = 0;
             for (std::size_t i = 0; i < each.cell->rowSpan; ++i) have += heights_[each.cell->row + i];
-            if (have < each.lines.size())
-                heights_[each.cell->row + each.cell->rowSpan - 1] += each.lines.size() - have;
+            if (have < each.lines) heights_[each.cell->row + each.cell->rowSpan - 1] += each.lines - have;
         }
-        occupants_.assign(grid_.rows, {});
+    }
+
+    void findOccupants() {
+        begins_.assign(grid_.rows + 1, 0);
+        for (const TextCell& each : cells_) {
+            for (std::size_t i = 0; i < each.cell->rowSpan; ++i) ++begins_[each.cell->row + i + 1];
+        }
+        for (std::size_t row = 0; row < grid_.rows; ++row) begins_[row + 1] += begins_[row];
+        occupants_.resize(begins_.back());
+        std::vector<std::size_t> ends(begins_.begin(), begins_.end() - 1);
         for (const TextCell& each : cells_) {
             for (std::size_t i = 0; i < each.cell->rowSpan; ++i)
-                occupants_[each.cell->row + i].push_back(&each);
+                occupants_[ends[each.cell->row + i]++] = &each;
         }
-        for (auto& row : occupants_) {
-            std::sort(row.begin(), row.end(), [](const TextCell* left, const TextCell* right) {
-                return left->cell->column < right->cell->column;
-            });
+        // Those from rows above came first.
+        const auto isLeft = [](const TextCell* left, const TextCell* right) {
+            return left->cell->column < right->cell->column;
+        };
+        for (std::size_t row = 0; row < grid_.rows; ++row) {
+            const auto begin = occupants_.begin() + static_cast<std::ptrdiff_t>(begins_[row]);
+            const auto end = occupants_.begin() + static_cast<std::ptrdiff_t>(begins_[row + 1]);
+            if (!std::is_sorted(begin, end, isLeft)) std::sort(begin, end, isLeft);
         }
+    }
+
+    [[nodiscard]] std::span<const TextCell* const> occupants(std::size_t row) const {
+        return {occupants_.data() + begins_[row], occupants_.data() + begins_[row + 1]};
     }
 
     /// A new outermost row label that spans several rows, or stands below one that does.
     [[nodiscard]] bool beginsGroup(std::size_t row) const {
-        if (grid_.labelColumns < 2 || row <= grid_.headerRows || occupants_[row].empty()) return false;
-        const TextCell* const first = occupants_[row].front();
-        const TextCell* const above = occupants_[row - 1].front();
+        if (grid_.labelColumns < 2 || row <= grid_.headerRows || occupants(row).empty()) return false;
+        const TextCell* const first = occupants(row).front();
+        const TextCell* const above = occupants(row - 1).front();
         return first != above && (first->cell->rowSpan > 1 || above->cell->rowSpan > 1);
     }
 
-    /// The text of a cell in a line of a row, counted from where the cell begins.
-    [[nodiscard]] std::string lineOf(const TextCell& cell, std::size_t row, std::size_t line) const {
+    /// The text of a cell in a line of a row.
+    [[nodiscard]] TextLine lineOf(const TextCell& cell, std::size_t row, std::size_t line) const {
         for (std::size_t i = cell.cell->row; i < row; ++i) line += heights_[i];
-        return line < cell.lines.size() ? cell.lines[line] : std::string();
+        return line < cell.lines ? lines_[cell.firstLine + line] : TextLine{};
     }
 
-    [[nodiscard]] std::string lineOf(std::size_t row, std::size_t line) const {
-        std::string text = options_.columnBorder;
-        for (const TextCell* each : occupants_[row]) {
-            text += ' ';
-            appendAligned(text, lineOf(*each, row, line), widthOf(*each->cell), each->align);
-            text += ' ';
+    void appendRow(std::string& text, std::size_t row, std::size_t line) const {
+        const std::size_t begin = text.size();
+        text += options_.columnBorder;
+        for (const TextCell* const each : occupants(row)) {
+            const std::size_t width =
+                each->cell->columnSpan == 1 ? widths_[each->cell->column] : widthOf(*each->cell);
+            appendAligned(text, lineOf(*each, row, line), width, each->align);
             text += options_.columnBorder;
         }
-        return text;
+        endLine(text, begin);
     }
 
-    static void appendAligned(std::string& text, const std::string& part, std::size_t width, Align align) {
-        const std::size_t taken = displayWidth(part);
-        const std::size_t blanks = width > taken ? width - taken : 0;
+    /// With a blank on both sides.
+    static void appendAligned(std::string& text, const TextLine& line, std::size_t width, Align align) {
+        const std::size_t blanks = width > line.width ? width - line.width : 0;
         std::size_t before = 0;
         if (align == Align::right) before = blanks;
         if (align == Align::center) before = blanks / 2;
-        text.append(before, ' ').append(part).append(blanks - before, ' ');
+        text.append(before + 1, ' ').append(line.text).append(blanks - before + 1, ' ');
     }
 
     void appendRule(std::string& text) const {
         const std::size_t step = displayWidth(options_.rowBorder);
         if (step == 0) return;
-        std::size_t total = displayWidth(options_.columnBorder);
+        std::size_t total = border_;
         for (const std::size_t width : widths_) total += width + frame();
         for (std::size_t i = 0; i + step <= total; i += step) text += options_.rowBorder;
         text += '\n';
@@ -198,11 +263,15 @@ class TextGrid {
 
     const TableGrid& grid_;
     const TextTableOptions& options_;
+    std::size_t border_;  // columns
     std::vector<TextCell> cells_;
+    std::vector<TextLine> lines_;   // of the cells' own texts, or of `kept_`
+    std::deque<std::string> kept_;  // what a cell does not hold as it is shown
     std::vector<std::size_t> widths_;
     std::vector<std::size_t> heights_;
-    std::vector<std::vector<const TextCell*>>
-        occupants_;  // of each row, by column, with those from rows above
+    // By row, then by column, those from rows above among them; where each row begins, and one more.
+    std::vector<const TextCell*> occupants_;
+    std::vector<std::size_t> begins_;
 };
 
 /// Rows with tabs between their columns; a cell over several places stands in the first one.

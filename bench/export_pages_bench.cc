@@ -1,0 +1,227 @@
+// Exports to HTML, REPORT and TEXT of documents of 100 to 10,000 tables of 40 x 8 numbers: time and memory of
+// a table must not depend on their number. HTML beside a straight generator that formats the same cells into
+// one buffer, TEXT beside a Python script that lays out the same tables, memory beside that of the document.
+//
+// pandoc, which takes long, is run by hand: bench/pandoc_peer.
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/measure.h"
+#include "bench/process_memory.h"
+#include "bench/ratios.h"
+#include "frontend/document/viewer_document.h"
+#include "frontend/export/export_document.h"
+
+namespace vexa::bench {
+
+namespace {
+
+using frontend::ViewerDocument;
+
+constexpr std::size_t kRows = 40;
+constexpr std::size_t kColumns = 8;
+
+/// What a study of one seed measured; the script makes the same numbers.
+std::array<double, kRows * kColumns> measured(std::size_t seed) {
+    std::array<double, kRows * kColumns> values{};
+    std::uint32_t random = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
+    for (double& value : values) {
+        random = random * 1664525U + 1013904223U;
+        value = static_cast<double>(random >> 8) / 1000;
+    }
+    return values;
+}
+
+std::string titleOf(std::size_t seed) { return "Measured values of study " + std::to_string(seed); }
+
+tables::TableDimension numbered(const std::string& label, std::size_t categories) {
+    tables::TableDimension made;
+    made.label = label;
+    for (std::size_t i = 0; i < categories; ++i) {
+        made.categories.push_back({label + ' ' + std::to_string(i), tables::noGroup, {}, {}, {}});
+    }
+    return made;
+}
+
+tables::Table studyTable(std::size_t seed) {
+    std::vector<tables::TableDimension> dimensions{numbered("Variable", kRows),
+                                                   numbered("Statistic", kColumns)};
+    for (tables::TableCategory& category : dimensions[1].categories) {
+        category.format = {tables::FormatKind::plain, 8, 2};
+    }
+    tables::TableDataBuilder data(std::move(dimensions));
+    tables::Place place = 0;
+    for (const double value : measured(seed)) data.setNumber(place++, value);
+    tables::TableView view;
+    view.title = titleOf(seed);
+    view.rows = {0};
+    view.columns = {1};
+    return tables::makeTable(data.finish(), std::move(view));
+}
+
+ViewerDocument documentOf(std::int64_t count) {
+    ViewerDocument document;
+    for (std::int64_t i = 0; i < count; ++i) {
+        frontend::Item item;
+        item.label = "Measured values";
+        item.content = frontend::TableContent{studyTable(static_cast<std::size_t>(i))};
+        document.add(std::move(item));
+    }
+    return document;
+}
+
+frontend::ExportRequest requestFor(const std::string& format, const std::string& file) {
+    frontend::ExportRequest request;
+    const auto ask = [&file](auto& target) {
+        target.emplace();
+        target->file = file;
+    };
+    if (format == "html") ask(request.html);
+    if (format == "report") ask(request.report);
+    if (format == "text") ask(request.text);
+    return request;
+}
+
+/// The whole road of an export, the file in its place included.
+void write(const ViewerDocument& document, const std::string& format, const std::string& file) {
+    if (!exportDocument(document, requestFor(format, file), {}).response.success) std::abort();
+}
+
+void exportAll(benchmark::State& state, const std::string& format) {
+    const ScratchFolder folder;
+    const ViewerDocument document = documentOf(state.range(0));
+    measure(state, format + "/" + std::to_string(state.range(0)), state.range(0),
+            [&] { write(document, format, folder / "page"); });
+}
+
+/// One table of a page, as somebody would write it who wants nothing but this table.
+void appendStraight(std::string& page, std::size_t seed, const std::array<double, kRows * kColumns>& values) {
+    page +=
+        "<table class=\"t\">\n<caption>" + titleOf(seed) + "</caption>\n<thead>\n<tr><th scope=\"col\"></th>";
+    for (std::size_t column = 0; column < kColumns; ++column)
+        page += "<th scope=\"col\">Statistic " + std::to_string(column) + "</th>";
+    page += "</tr>\n</thead>\n<tbody>\n";
+    for (std::size_t row = 0; row < kRows; ++row) {
+        page += "<tr><th scope=\"row\">Variable " + std::to_string(row) + "</th>";
+        for (std::size_t column = 0; column < kColumns; ++column) {
+            std::array<char, 64> digits{};
+            const int length =
+                std::snprintf(digits.data(), digits.size(), "%.2f", values[row * kColumns + column]);
+            page += "<td class=\"n\">";
+            page.append(digits.data(), static_cast<std::size_t>(length));
+            page += "</td>";
+        }
+        page += "</tr>\n";
+    }
+    page += "</tbody>\n</table>\n";
+}
+
+void writeStraight(benchmark::State& state) {
+    const ScratchFolder folder;
+    std::vector<std::array<double, kRows * kColumns>> study;
+    for (std::int64_t i = 0; i < state.range(0); ++i) study.push_back(measured(static_cast<std::size_t>(i)));
+    measure(state, "straight/" + std::to_string(state.range(0)), state.range(0), [&] {
+        std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head><title>March</title></head>\n<body>\n";
+        for (std::size_t i = 0; i < study.size(); ++i) appendStraight(page, i, study[i]);
+        page += "</body>\n</html>\n";
+        std::ofstream(folder / "page", std::ios::binary) << page;
+    });
+}
+
+/// The script, and what it prints: nanoseconds a table.
+void formatInPython(benchmark::State& state) {
+    double each = 0;
+    for (auto _ : state) {
+        const std::string command =
+            "python3 " VEXA_BENCH_FOLDER "/export_text_peer.py " + std::to_string(state.range(0));
+        FILE* const pipe = ::popen(command.c_str(), "r");
+        std::array<char, 64> line{};
+        const bool isRead = pipe != nullptr && std::fgets(line.data(), line.size(), pipe) != nullptr;
+        if (pipe == nullptr || ::pclose(pipe) != 0 || !isRead) {
+            state.SkipWithError("the script could not be run");
+            return;
+        }
+        each = std::strtod(line.data(), nullptr);
+    }
+    state.counters["ns each"] = each;
+    remember("python/" + std::to_string(state.range(0)), each);
+}
+
+std::unique_ptr<ViewerDocument>& documentAlone() {
+    static std::unique_ptr<ViewerDocument> document;
+    return document;
+}
+
+void makeAlone(const Arguments& arguments) {
+    documentAlone() = std::make_unique<ViewerDocument>(documentOf(std::stoll(arguments.at(0))));
+}
+
+/// What an export takes beside the document, and what the document itself takes.
+void memoryOf(benchmark::State& state, const std::string& format) {
+    const ScratchFolder folder;
+    const std::string count = std::to_string(state.range(0));
+    double beside = 0;
+    double document = 0;
+    for (auto _ : state) {
+        beside = static_cast<double>(peakMemoryOf("export page", {count, format, folder / "page"}));
+        document = static_cast<double>(peakMemoryOf("document of tables", {count}));
+    }
+    const auto each = static_cast<double>(state.range(0));
+    state.counters["bytes each"] = beside / each;
+    remember(format + " memory/" + count, (beside + document) / each);
+    remember("document memory/" + count, document / each);
+}
+
+void registerComparisons() {
+    const std::string tables = "ns per table of 40 x 8, ";
+    compareAtEnd(tables + "HTML / straight generator", "html/1000", "straight/1000");
+    compareAtEnd(tables + "REPORT / straight generator", "report/1000", "straight/1000");
+    compareAtEnd(tables + "TEXT / Python's formatting", "text/1000", "python/1000");
+    compareAtEnd(tables + "TEXT / HTML", "text/1000", "html/1000");
+    for (const std::string format : {"html", "report", "text"}) {
+        compareAtEnd(tables + format + ": 10,000 / 100 tables", format + "/10000", format + "/100");
+        for (const std::string count : {"/1000", "/10000"}) {
+            compareAtEnd("bytes per table, " + format + count + " at its peak / document",
+                         format + " memory" + count, "document memory" + count);
+        }
+    }
+}
+
+[[maybe_unused]] const bool registered = [] {
+    registerLoneWork("export page", {makeAlone, [](const Arguments& given) {
+                                         write(*documentAlone(), given.at(1), given.at(2));
+                                     }});
+    registerLoneWork("document of tables", {[](const Arguments&) {}, makeAlone});
+    for (const std::string format : {"html", "report", "text"}) {
+        benchmark::RegisterBenchmark(("Export_" + format).c_str(), exportAll, format)
+            ->Arg(100)
+            ->Arg(1000)
+            ->Arg(10000)
+            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(("ExportMemory_" + format).c_str(), memoryOf, format)
+            ->Arg(1000)
+            ->Arg(10000)
+            ->Iterations(1)
+            ->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RegisterBenchmark("ExportStraight", writeStraight)->Arg(1000)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ExportPython", formatInPython)
+        ->Arg(1000)
+        ->Iterations(1)
+        ->Unit(benchmark::kMillisecond);
+    registerComparisons();
+    return true;
+}();
+
+}  // namespace
+
+}  // namespace vexa::bench
