@@ -13,6 +13,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bench/measure.h"
@@ -103,21 +104,34 @@ void exportAll(benchmark::State& state, const std::string& format) {
             [&] { write(document, format, folder / "page"); });
 }
 
+/// Two ways to write a number with two decimals.
+std::string_view printed(double value, std::array<char, 64>& digits) {
+    const int length = std::snprintf(digits.data(), digits.size(), "%.2f", value);
+    return {digits.data(), static_cast<std::size_t>(length)};
+}
+
+std::string_view converted(double value, std::array<char, 64>& digits) {
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 2);
+    return {digits.data(), static_cast<std::size_t>(end.ptr - digits.data())};
+}
+
+using NumberText = std::string_view (*)(double, std::array<char, 64>&);
+
 /// One table of a page, as somebody would write it who wants nothing but this table.
-void appendStraight(std::string& page, std::size_t seed, const std::array<double, kRows * kColumns>& values) {
+void appendStraight(std::string& page, std::size_t seed, const std::array<double, kRows * kColumns>& values,
+                    NumberText text) {
     page +=
         "<table class=\"t\">\n<caption>" + titleOf(seed) + "</caption>\n<thead>\n<tr><th scope=\"col\"></th>";
     for (std::size_t column = 0; column < kColumns; ++column)
         page += "<th scope=\"col\">Statistic " + std::to_string(column) + "</th>";
     page += "</tr>\n</thead>\n<tbody>\n";
+    std::array<char, 64> digits{};
     for (std::size_t row = 0; row < kRows; ++row) {
         page += "<tr><th scope=\"row\">Variable " + std::to_string(row) + "</th>";
         for (std::size_t column = 0; column < kColumns; ++column) {
-            std::array<char, 64> digits{};
-            const int length =
-                std::snprintf(digits.data(), digits.size(), "%.2f", values[row * kColumns + column]);
             page += "<td class=\"n\">";
-            page.append(digits.data(), static_cast<std::size_t>(length));
+            page += text(values[row * kColumns + column], digits);
             page += "</td>";
         }
         page += "</tr>\n";
@@ -125,13 +139,13 @@ void appendStraight(std::string& page, std::size_t seed, const std::array<double
     page += "</tbody>\n</table>\n";
 }
 
-void writeStraight(benchmark::State& state) {
+void writeStraight(benchmark::State& state, const std::string& name, NumberText text) {
     const ScratchFolder folder;
     std::vector<std::array<double, kRows * kColumns>> study;
     for (std::int64_t i = 0; i < state.range(0); ++i) study.push_back(measured(static_cast<std::size_t>(i)));
-    measure(state, "straight/" + std::to_string(state.range(0)), state.range(0), [&] {
+    measure(state, name + "/" + std::to_string(state.range(0)), state.range(0), [&] {
         std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head><title>March</title></head>\n<body>\n";
-        for (std::size_t i = 0; i < study.size(); ++i) appendStraight(page, i, study[i]);
+        for (std::size_t i = 0; i < study.size(); ++i) appendStraight(page, i, study[i], text);
         page += "</body>\n</html>\n";
         std::ofstream(folder / "page", std::ios::binary) << page;
     });
@@ -183,8 +197,10 @@ void memoryOf(benchmark::State& state, const std::string& format) {
 
 void registerComparisons() {
     const std::string tables = "ns per table of 40 x 8, ";
-    compareAtEnd(tables + "HTML / straight generator", "html/1000", "straight/1000");
-    compareAtEnd(tables + "REPORT / straight generator", "report/1000", "straight/1000");
+    for (const std::string format : {"html", "report"}) {
+        compareAtEnd(tables + format + " / generator with snprintf", format + "/1000", "snprintf/1000");
+        compareAtEnd(tables + format + " / generator with to_chars", format + "/1000", "to_chars/1000");
+    }
     compareAtEnd(tables + "TEXT / Python's formatting", "text/1000", "python/1000");
     compareAtEnd(tables + "TEXT / HTML", "text/1000", "html/1000");
     for (const std::string format : {"html", "report", "text"}) {
@@ -213,7 +229,12 @@ void registerComparisons() {
             ->Iterations(1)
             ->Unit(benchmark::kMillisecond);
     }
-    benchmark::RegisterBenchmark("ExportStraight", writeStraight)->Arg(1000)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ExportSnprintf", writeStraight, "snprintf", printed)
+        ->Arg(1000)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ExportToChars", writeStraight, "to_chars", converted)
+        ->Arg(1000)
+        ->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("ExportPython", formatInPython)
         ->Arg(1000)
         ->Iterations(1)

@@ -118,23 +118,18 @@ class Export {
     }
 
     void writeDocuments(const ExportPlan& plan) {
-        std::string content;
         if (request_.html) {
-            writeHtmlPage(task(plan), content);
-            write(request_.html->file, content);
+            write(request_.html->file, [&](const ByteSink& out) { return writeHtmlPage(task(plan), out); });
         }
         if (request_.report) {
             ExportSelection selection = selectionOf(request_);
             selection.excluded = excludedBy(*request_.report);
             const ExportPlan reported = planExport(document_.outline(), selection);
-            content.clear();
-            writeReport(task(reported), content);
-            write(request_.report->file, content);
+            write(request_.report->file,
+                  [&](const ByteSink& out) { return writeReport(task(reported), out); });
         }
         if (request_.text) {
-            content.clear();
-            writeTextPage(task(plan), content);
-            write(request_.text->file, encodedText(content, request_.text->encoding, report_));
+            write(request_.text->file, [&](const ByteSink& out) { return writeTextPage(task(plan), out); });
         }
     }
 
@@ -155,11 +150,13 @@ class Export {
         return {document_, plan, request_, surroundings_, files_, report_, pictures_};
     }
 
-    void write(const std::string& file, std::string_view content) {
+    /// Begins the file of a document; `writer` writes its content.
+    template <typename Writer>
+    void write(const std::string& file, const Writer& writer) {
         if (report_.failed()) return;
         std::size_t number = 0;
         PackageResult result = files_.begin(file, number);
-        if (result) result = files_.write(number, content);
+        if (result) result = writer(files_.sink(number));
         if (result) {
             files_.setMain(number);
         } else {

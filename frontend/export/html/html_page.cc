@@ -17,7 +17,14 @@ std::string pageBeginning(const std::string& language, const std::string& title)
     return html + "</title>\n";
 }
 
-void writeHtmlPage(const ExportTask& task, std::string& html) {
+PackageResult writePieces(const ByteSink& out, std::string_view beginning, const PagePieces& items,
+                          std::string_view end) {
+    PackageResult result = out(beginning);
+    for (auto piece = items.begin(); result && piece != items.end(); ++piece) result = out(*piece);
+    return result ? out(end) : result;
+}
+
+PackageResult writeHtmlPage(const ExportTask& task, const ByteSink& out) {
     const HtmlExport& request = *task.request.html;
     PageBodyOptions options;
     options.notesAndCaptions = request.notesAndCaptions;
@@ -25,16 +32,16 @@ void writeHtmlPage(const ExportTask& task, std::string& html) {
     options.interactiveLayers = request.interactiveLayers;
     PagePictures pictures(task);
     PageBody body(task, options, pictures);
-    std::string items;
-    if (!body.append(items)) return;
-    html = pageBeginning(task.surroundings.language, documentTitle(task.document));
-    html.reserve(html.size() + items.size() + body.rules().size() + 4096);
+    PagePieces items;
+    if (!body.append(items)) return {};
+    std::string beginning = pageBeginning(task.surroundings.language, documentTitle(task.document));
     if (request.styling)
-        html.append("<style>\n").append(pageStyle()).append(body.rules()).append("</style>\n");
-    html += "</head>\n<body>\n";
-    html += items;
-    if (body.hasLayerLists()) html += layerScript();
-    html += "</body>\n</html>\n";
+        beginning.append("<style>\n").append(pageStyle()).append(body.rules()).append("</style>\n");
+    beginning += "</head>\n<body>\n";
+    std::string end;
+    if (body.hasLayerLists()) end = layerScript();
+    end += "</body>\n</html>\n";
+    return writePieces(out, beginning, items, end);
 }
 
 }  // namespace vexa::frontend

@@ -25,6 +25,7 @@ using tables::TableGrid;
 using tables::TableLayout;
 
 constexpr std::size_t deepestHeading = 6;
+constexpr std::size_t pieceBytes = 1U << 20U;
 
 std::string idOf(const ExportedItem& item) { return "i" + std::to_string(item.number); }
 
@@ -33,10 +34,13 @@ std::string idOf(const ExportedItem& item) { return "i" + std::to_string(item.nu
 PageBody::PageBody(const ExportTask& task, const PageBodyOptions& options, PicturePlacer& pictures)
     : task_(task), options_(options), pictures_(pictures), classes_(options.restyle) {}
 
-bool PageBody::append(std::string& html) {
+bool PageBody::append(PagePieces& pieces) {
     std::size_t done = 0;
     for (const ExportedItem& item : task_.plan.items) {
-        appendItem(html, item);
+        if (pieces.empty() || pieces.back().size() >= pieceBytes) {
+            pieces.emplace_back().reserve(pieceBytes + pieceBytes / 4);
+        }
+        appendItem(pieces.back(), item);
         if (!task_.goesOn(++done)) return false;
     }
     return true;

@@ -34,12 +34,15 @@ struct PageHeading {
     std::string text;
 };
 
+/// Texts that one behind the other make a page, each of a megabyte or so: none is copied because it grows.
+using PagePieces = std::vector<std::string>;
+
 class PageBody {
   public:
     PageBody(const ExportTask& task, const PageBodyOptions& options, PicturePlacer& pictures);
 
-    /// Appends one item after the other to `html`; false when the export shall end.
-    [[nodiscard]] bool append(std::string& html);
+    /// Appends one item after the other; false when the export shall end.
+    [[nodiscard]] bool append(PagePieces& pieces);
 
     /// Of the items written: their classes, the headers and titles in their order, and whether a list of
     /// layers is there.

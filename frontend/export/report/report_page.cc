@@ -68,7 +68,7 @@ class ReportWriter {
   public:
     explicit ReportWriter(const ExportTask& task) : task_(task), request_(*task.request.report) {}
 
-    void write(std::string& text) {
+    PackageResult write(const ByteSink& out) {
         const bool isPacked = request_.format == ReportFormat::mht;
         MimeFile packed;
         PagePictures pictures(task_, isPacked ? PagePictures::Address([&packed](const std::string& png) {
@@ -79,10 +79,12 @@ class ReportWriter {
         options.restyle = request_.restyle;
         options.firstHeading = 2;
         PageBody body(task_, options, pictures);
-        std::string items;
-        if (!body.append(items)) return;
-        std::string page = this->page(body, items);
-        text = isPacked ? packed.finish(title(), page) : std::move(page);
+        PagePieces items;
+        if (!body.append(items)) return {};
+        if (!isPacked) return writePieces(out, beginning(body), items, end(body));
+        std::string page;
+        PackageResult result = writePieces(gatherInto(page), beginning(body), items, end(body));
+        return result ? out(packed.finish(title(), page)) : result;
     }
 
   private:
@@ -90,15 +92,18 @@ class ReportWriter {
         return request_.title && !request_.title->empty() ? *request_.title : documentTitle(task_.document);
     }
 
-    [[nodiscard]] std::string page(const PageBody& body, const std::string& items) const {
+    [[nodiscard]] std::string beginning(const PageBody& body) const {
         std::string html = pageBeginning(task_.surroundings.language, title());
-        html.reserve(html.size() + items.size() + items.size() / 8 + 32768);
         html.append("<style>\n").append(reportStyle());
         html.append(request_.restyle ? restyledStyle() : ownLooksStyle());
         html.append(body.rules()).append("</style>\n</head>\n<body>\n");
         appendHead(html);
         appendSide(html, body);
-        html.append("<main class=\"main\" id=\"main\">\n").append(items).append("</main>\n");
+        return html += "<main class=\"main\" id=\"main\">\n";
+    }
+
+    [[nodiscard]] static std::string end(const PageBody& body) {
+        std::string html = "</main>\n";
         if (!body.headings().empty()) html.append(reportScript());
         return html += "</body>\n</html>\n";
     }
@@ -155,6 +160,8 @@ class ReportWriter {
 
 }  // namespace
 
-void writeReport(const ExportTask& task, std::string& text) { ReportWriter(task).write(text); }
+PackageResult writeReport(const ExportTask& task, const ByteSink& out) {
+    return ReportWriter(task).write(out);
+}
 
 }  // namespace vexa::frontend

@@ -3,10 +3,9 @@
 #include <variant>
 
 #include "backend/strings/dictionary.h"
-#include "backend/text/character_set.h"
 #include "backend/text/text_width.h"
-#include "backend/text/utf16.h"
 #include "frontend/export/picture_files.h"
+#include "frontend/export/text/encoded_text.h"
 #include "frontend/export/text/table_text.h"
 
 namespace vexa::frontend {
@@ -22,12 +21,13 @@ using tables::Table;
 using tables::TableGrid;
 using tables::TableLayout;
 
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+/// What is handed on together, or a little more.
+constexpr std::size_t pieceBytes = 1U << 18U;
 
 class TextWriter {
   public:
-    TextWriter(const ExportTask& task, std::string& text)
-        : task_(task), request_(*task.request.text), text_(text) {
+    TextWriter(const ExportTask& task, const ByteSink& out)
+        : task_(task), request_(*task.request.text), encoded_(task.request.text->encoding, out, task.report) {
         table_.columnWidth = static_cast<std::size_t>(request_.columnWidth.value_or(0));
         table_.tabs = request_.separator == TextSeparator::tab;
         table_.rowBorder = request_.rowBorder;
@@ -35,12 +35,16 @@ class TextWriter {
         layout_.notesAndCaptions = request_.notesAndCaptions;
     }
 
-    void write() {
+    PackageResult write() {
         std::size_t done = 0;
         for (const ExportedItem& item : task_.plan.items) {
             writeItem(item);
-            if (!task_.goesOn(++done)) return;
+            if (!task_.goesOn(++done)) return {};
+            if (text_.size() < pieceBytes) continue;
+            if (PackageResult result = encoded_.write(text_); !result) return result;
+            text_.clear();
         }
+        return encoded_.write(text_);
     }
 
   private:
@@ -73,7 +77,8 @@ class TextWriter {
 
     /// A blank line between what is written and what comes.
     void divide() {
-        if (!text_.empty()) text_ += '\n';
+        if (hasText_) text_ += '\n';
+        hasText_ = true;
     }
 
     void writeLines(std::string_view lines) {
@@ -152,37 +157,17 @@ class TextWriter {
 
     const ExportTask& task_;
     const TextExport& request_;
-    std::string& text_;
+    EncodedText encoded_;
+    std::string text_;      // that was not handed on yet
+    bool hasText_ = false;  // ever
     TextTableOptions table_;
     LayoutOptions layout_;
 };
 
-std::string asUtf16(const std::string& text) {
-    const std::u16string units = utf8ToUtf16(text);
-    std::string bytes = "\xFF\xFE";
-    bytes.reserve(units.size() * 2 + 2);
-    for (const char16_t unit : units) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    return bytes;
-}
-
 }  // namespace
 
-void writeTextPage(const ExportTask& task, std::string& text) { TextWriter(task, text).write(); }
-
-std::string encodedText(const std::string& text, TextEncoding encoding, ExportReport& report) {
-    if (encoding == TextEncoding::utf8) return std::string(utf8Mark) + text;
-    if (encoding == TextEncoding::utf16) return asUtf16(text);
-    if (currentCharacterSet().isUtf8()) return text;
-    std::string bytes = currentCharacterSet().fromUtf8(text);
-    if (currentCharacterSet().toUtf8(bytes) != text) {
-        report.note(composed(
-            "Characters that the character set ^1 does not have were written as question marks. ENCODING=UTF8 keeps them."_text,
-            {currentCharacterSet().name()}));
-    }
-    return bytes;
+PackageResult writeTextPage(const ExportTask& task, const ByteSink& out) {
+    return TextWriter(task, out).write();
 }
 
 }  // namespace vexa::frontend

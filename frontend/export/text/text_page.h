@@ -1,17 +1,13 @@
 // TEXT: items one below the other, tables as grids of characters.
 #pragma once
 
-#include <string>
-
 #include "frontend/export/exporter.h"
+#include "frontend/package/package_result.h"
 
 namespace vexa::frontend {
 
-/// Writes what `task.request.text` asks for into `text`, in UTF-8 with line feeds.
-void writeTextPage(const ExportTask& task, std::string& text);
-
-/// `text` (UTF-8) in the encoding asked for, with its mark. Characters that the back end's character set
-/// lacks become `?`, and the report is told once.
-[[nodiscard]] std::string encodedText(const std::string& text, TextEncoding encoding, ExportReport& report);
+/// Writes what `task.request.text` asks for, with line feeds. What stops it is told to the report; the result
+/// is that of writing.
+PackageResult writeTextPage(const ExportTask& task, const ByteSink& out);
 
 }  // namespace vexa::frontend

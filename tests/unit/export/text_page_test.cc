@@ -3,7 +3,7 @@
 #include "backend/text/character_set.h"
 #include "frontend/drawing/picture_drawing.h"
 #include "frontend/export/report/mime_file.h"
-#include "frontend/export/text/text_page.h"
+#include "frontend/export/text/encoded_text.h"
 #include "tests/unit/export/export_samples.h"
 
 namespace vexa::frontend {
@@ -12,6 +12,16 @@ namespace {
 constexpr const char* twoRows =
     R"({"type": "table", "title": "T", "rows": [{"label": "R", "categories": ["a", "long label"]}],
   "columns": [{"label": "", "labelHidden": true, "categories": [{"label": "Mean", "format": "F8.2"}, "N"]}], "cells": [1, 2, "x\ny", null]})";
+
+/// A text in an encoding, cut into two pieces.
+std::string encodedText(const std::string& first, const std::string& second, TextEncoding encoding,
+                        ExportReport& report) {
+    std::string bytes;
+    EncodedText text(encoding, gatherInto(bytes), report);
+    EXPECT_TRUE(text.write(first));
+    EXPECT_TRUE(text.write(second));
+    return bytes;
+}
 
 ViewerDocument documentWith(const std::string& items) {
     ViewerDocument document;
@@ -62,18 +72,22 @@ TEST(TextPage, DividesByTabsInOneLineARow) {
 
 TEST(TextPage, MarksUnicodeEncodings) {
     ExportReport report;
-    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::utf8, report), "\xEF\xBB\xBF\xC3\xA4");
-    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::utf16, report), std::string("\xFF\xFE\xE4\x00", 4));
-    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::locale, report), "\xC3\xA4");
+    EXPECT_EQ(encodedText("\xC3\xA4", "b", TextEncoding::utf8, report),
+              "\xEF\xBB\xBF\xC3\xA4"
+              "b");
+    EXPECT_EQ(encodedText("\xC3\xA4", "b", TextEncoding::utf16, report), std::string("\xFF\xFE\xE4\x00"
+                                                                                     "b\x00",
+                                                                                     6));
+    EXPECT_EQ(encodedText("\xC3\xA4", "", TextEncoding::locale, report), "\xC3\xA4");
     EXPECT_TRUE(report.logTexts().empty());
 }
 
 TEST(TextPage, WarnsOfWhatTheCharacterSetLacks) {
     installCharacterSet(CharacterSet::find("ISO-8859-1"));
     ExportReport report;
-    EXPECT_EQ(encodedText("\xC3\xA4", TextEncoding::locale, report), "\xE4");
+    EXPECT_EQ(encodedText("\xC3\xA4", "", TextEncoding::locale, report), "\xE4");
     EXPECT_TRUE(report.logTexts().empty());
-    EXPECT_EQ(encodedText("\xE2\x82\xAC", TextEncoding::locale, report), "?");
+    EXPECT_EQ(encodedText("\xE2\x82\xAC", "\xE2\x82\xAC", TextEncoding::locale, report), "??");
     EXPECT_EQ(report.logTexts().size(), 1U);
     installCharacterSet(nullptr);
 }
