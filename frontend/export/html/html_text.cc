@@ -23,6 +23,16 @@ constexpr std::array<Treatment, 256> makeTreatments() {
 }
 constexpr std::array<Treatment, 256> treatments = makeTreatments();
 
+/// Whether every byte is a character that HTML holds as it is, line ends apart. Without branches, since most
+/// texts are short and are of nothing else.
+bool isPlain(std::string_view text) {
+    bool isOther = false;
+    for (const char each : text) {
+        isOther |= treatments[static_cast<unsigned char>(each)] != Treatment::asIs || each == '\n';
+    }
+    return !isOther;
+}
+
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 std::string_view escapeOf(char each) {
@@ -76,6 +86,10 @@ void appendHtml(std::string& html, std::string_view text) {
 }
 
 void appendHtmlLines(std::string& html, std::string_view text) {
+    if (isPlain(text)) {
+        html += text;
+        return;
+    }
     for (;;) {
         const std::size_t end = text.find_first_of("\r\n");
         appendHtml(html, text.substr(0, end));

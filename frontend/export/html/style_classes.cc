@@ -1,5 +1,6 @@
 #include "frontend/export/html/style_classes.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -127,23 +128,29 @@ std::string styleDeclarations(const CellStyle& style, bool restyle) {
     return css;
 }
 
+/// What the grid before had in the same places is known: mostly the two have one look.
 void StyleClasses::begin(const TableGrid& grid) {
-    grid_ = &grid;
-    known_.assign(grid.styles.size() * 2, 0);
+    const std::size_t same = static_cast<std::size_t>(
+        std::mismatch(styles_.begin(), styles_.end(), grid.styles.begin(), grid.styles.end()).first -
+        styles_.begin());
+    known_.resize(same * 2);
+    known_.resize(grid.styles.size() * 2, 0);
+    styles_.resize(same);
+    styles_.insert(styles_.end(), grid.styles.begin() + static_cast<std::ptrdiff_t>(same), grid.styles.end());
 }
 
-const std::string& StyleClasses::classOf(ShownStyleId style, bool isNumber) {
-    std::size_t& known = known_[style * 2 + (isNumber ? 1 : 0)];
-    if (known == 0) known = find(styleDeclarations(grid_->styles[style], isNumber, restyle_)) + 1;
-    return names_[known - 1];
-}
-
-std::size_t StyleClasses::find(std::string declarations) {
-    const auto [found, added] = byDeclarations_.try_emplace(std::move(declarations), names_.size());
+std::size_t StyleClasses::find(ShownStyleId style, bool isNumber) {
+    const auto [found, added] =
+        byDeclarations_.try_emplace(styleDeclarations(styles_[style], isNumber, restyle_), classes_.size());
     if (added) {
-        names_.push_back(found->first.empty() ? std::string() : "s" + std::to_string(names_.size() + 1));
-        if (!names_.back().empty()) rules_ += "." + names_.back() + "{" + found->first + "}\n";
+        StyleClass& made = classes_.emplace_back();
+        if (!found->first.empty()) {
+            made.name = "s" + std::to_string(classes_.size());
+            made.attribute = " class=\"" + made.name + "\"";
+            rules_ += "." + made.name + "{" + found->first + "}\n";
+        }
     }
+    known_[style * 2 + (isNumber ? 1 : 0)] = found->second + 1;
     return found->second;
 }
 

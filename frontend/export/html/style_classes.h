@@ -25,18 +25,33 @@ class StyleClasses {
     /// Begins a grid; classes are asked for by its styles until the next one begins.
     void begin(const tables::TableGrid& grid);
     /// The name of the class; empty where the style declares nothing.
-    [[nodiscard]] const std::string& classOf(tables::ShownStyleId style, bool isNumber);
+    [[nodiscard]] const std::string& classOf(tables::ShownStyleId style, bool isNumber) {
+        return classes_[found(style, isNumber)].name;
+    }
+    /// ` class="NAME"`, or nothing.
+    [[nodiscard]] const std::string& attributeOf(tables::ShownStyleId style, bool isNumber) {
+        return classes_[found(style, isNumber)].attribute;
+    }
     /// A rule for each class that was asked for.
     [[nodiscard]] const std::string& rules() const { return rules_; }
 
   private:
-    [[nodiscard]] std::size_t find(std::string declarations);
+    struct StyleClass {
+        std::string name;
+        std::string attribute;
+    };
+    /// Index into `classes_`.
+    [[nodiscard]] std::size_t found(tables::ShownStyleId style, bool isNumber) {
+        const std::size_t known = known_[style * 2 + (isNumber ? 1 : 0)];
+        return known != 0 ? known - 1 : find(style, isNumber);
+    }
+    [[nodiscard]] std::size_t find(tables::ShownStyleId style, bool isNumber);
 
     bool restyle_;
-    const tables::TableGrid* grid_ = nullptr;
-    std::vector<std::size_t> known_;  // of the grid's styles, texts and numbers; 0 for one not asked for yet
+    std::vector<tables::ShownStyle> styles_;  // of the grid
+    std::vector<std::size_t> known_;          // of each, texts and numbers; 0 for one not asked for yet
     std::unordered_map<std::string, std::size_t> byDeclarations_;
-    std::vector<std::string> names_;
+    std::vector<StyleClass> classes_;
     std::string rules_;
 };
 

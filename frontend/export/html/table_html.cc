@@ -81,11 +81,14 @@ class TableWriter {
     }
 
     void writeCell(const GridCell& cell) {
+        if (cell.role == GridRole::data) {
+            writeData(cell);
+            return;
+        }
         const std::string_view text = grid_.text(cell);
-        const bool isLabel = cell.role == GridRole::columnLabel || cell.role == GridRole::rowLabel;
-        const bool isHeading = isLabel || (cell.role == GridRole::corner && !text.empty());
+        const bool isHeading = cell.role != GridRole::corner || !text.empty();
         const std::string_view element = isHeading ? "th" : "td";
-        open(element, cell.style, cell.role == GridRole::data && cell.kind == tables::CellKind::number);
+        open(element, cell.style, false);
         if (isHeading) html_ += cell.role == GridRole::rowLabel ? " scope=\"row\"" : " scope=\"col\"";
         writeSpan("colspan", cell.columnSpan);
         writeSpan("rowspan", cell.rowSpan);
@@ -93,6 +96,17 @@ class TableWriter {
         appendHtmlLines(html_, text);
         if (cell.marks != 0) writeMarks(grid_.marks[cell.marks - 1]);
         html_.append("</").append(element).append(">");
+    }
+
+    /// Most cells by far; one place each.
+    void writeData(const GridCell& cell) {
+        html_ += "<td";
+        if (classes_ != nullptr)
+            html_ += classes_->attributeOf(cell.style, cell.kind == tables::CellKind::number);
+        html_ += '>';
+        appendHtmlLines(html_, grid_.text(cell));
+        if (cell.marks != 0) writeMarks(grid_.marks[cell.marks - 1]);
+        html_ += "</td>";
     }
 
     void writeSpan(std::string_view attribute, std::uint32_t span) {
