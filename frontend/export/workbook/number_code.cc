@@ -18,8 +18,8 @@ constexpr double secondsOfDay = 86400;
 /// before the 1st of March 1900 have other numbers in some programs than in others.
 constexpr double daysBefore1970 = 25569;
 constexpr double firstCertainDay = 61;
-/// The first day behind the year 9999.
-constexpr double endOfDays = 2958466;
+/// Seconds of which some programs show no length any more.
+constexpr double endOfLengths = 4294967296.0;
 constexpr double firstYear = -62135596800.0;
 constexpr double endOfYears = 253402300800.0;
 constexpr double endOfTimes = 1e15;
@@ -72,17 +72,26 @@ std::string plainCode(DisplayFormat format) {
     return {};
 }
 
+/// Whole seconds as days, with few digits and never less than they are: some programs cut what lacks the
+/// least part of a second.
+double daysOf(double seconds, double daysBefore) {
+    const double days = seconds / secondsOfDay + daysBefore;
+    const double steps = days < 100'000 ? 1e10 : 1e9;
+    return std::ceil(days * steps) / steps;
+}
+
 SheetNumber timeNumber(double seconds, DisplayFormat format) {
     if (std::abs(seconds) >= endOfTimes) return sheetNumber(seconds, {});
-    const double days = std::trunc(seconds) / secondsOfDay;
-    const bool isKnown = days >= 0 && days < endOfDays;
-    return {isKnown ? NumberObstacle::none : NumberObstacle::noSuchTime, days == 0 ? 0 : days, format, false};
+    const double whole = std::trunc(seconds);
+    const bool isKnown = whole >= 0 && whole < endOfLengths;
+    const double days = whole == 0 ? 0 : daysOf(whole, 0);
+    return {isKnown ? NumberObstacle::none : NumberObstacle::noSuchTime, days, format, false};
 }
 
 SheetNumber dateNumber(double seconds, DisplayFormat format) {
     // Without a day of the calendar the table shows the number itself.
     if (!(seconds >= firstYear && seconds < endOfYears)) return sheetNumber(seconds, {});
-    const double days = std::floor(seconds) / secondsOfDay + daysBefore1970;
+    const double days = daysOf(std::floor(seconds), daysBefore1970);
     return {days >= firstCertainDay ? NumberObstacle::none : NumberObstacle::beforeDays, days, format, false};
 }
 

@@ -17,7 +17,7 @@ enum class NumberObstacle : std::uint8_t {
     notFinite,   ///< nan, inf
     tooSmall,    ///< workbooks take numbers this close to 0 for 0
     beforeDays,  ///< a date before March 1900
-    noSuchTime   ///< a time below 0, or beyond the days that workbooks know
+    noSuchTime   ///< a time below 0, or of 2^32 seconds and more
 };
 
 /// A number in a workbook. With an obstacle there is none, and the cell holds the table's own text.
