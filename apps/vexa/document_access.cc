@@ -11,6 +11,7 @@
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
+#include "frontend/controller/messages.h"
 #include "frontend/controller/store_messages.h"
 #include "frontend/store/document_file.h"
 #include "frontend/store/password.h"
@@ -127,6 +128,9 @@ OpenedDocument openForUser(const DocumentChoices& choices) {
             opened.passwordForm = formThatOpens(choices.document, *password);
         }
         frontend::wipe(*password);
+    }
+    if (result && !choices.passwordFile.empty() && !opened.document->isFileProtected()) {
+        complain(composed(frontend::messages::notProtected, {choices.document}));
     }
     if (!result) {
         complainOf(result, choices.document);

@@ -1,6 +1,7 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "apps/vexa/actions.h"
@@ -8,6 +9,7 @@
 #include "apps/vexa/exit_status.h"
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "frontend/controller/messages.h"
 #include "frontend/import/import_file.h"
 #include "frontend/store/document_file.h"
 #include "frontend/store/password.h"
@@ -74,8 +76,18 @@ int save(OpenedDocument& opened, const std::string& file) {
     if (endsInReaderExtension(file)) {
         options.type = frontend::DocumentFileType::reader;
     }
-    const frontend::StoreResult result = frontend::saveDocument(*opened.document, file, options);
+    if (const std::optional<LocalTime> changed = frontend::changedByOthers(*opened.document, file)) {
+        frontend::wipe(options.passwordForm);
+        complain(composed(
+            "Another program has changed the document ^1 (^2) since this command opened it, and nothing was added. Repeat the command."_text,
+            {file, shownTime(*changed)}));
+        return exit_status::kCommandError;
+    }
+    bool otherRights = false;
+    const frontend::StoreResult result =
+        frontend::saveDocument(*opened.document, file, options, &otherRights);
     frontend::wipe(options.passwordForm);
+    if (otherRights) complain(composed(frontend::messages::otherRights, {file}));
     if (!result) {
         complainOf(result, file);
         return exit_status::kUsage;

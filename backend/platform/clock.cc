@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdio>
 
 #include "backend/platform/system_clock.h"
 
@@ -48,6 +49,13 @@ bool hasForm(std::string_view text, std::string_view pattern) {
 LocalTime currentLocalTime() { return installed() ? *installed() : systemLocalTime(); }
 
 void installLocalTime(std::optional<LocalTime> time) { installed() = time; }
+
+std::string shownTime(const LocalTime& time) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", time.year, time.month, time.day,
+                  time.hour, time.minute, time.second);
+    return text.data();
+}
 
 std::optional<LocalTime> parseLocalTime(std::string_view text) {
     if (!hasForm(text, "0000-00-00T00:00:00")) return std::nullopt;

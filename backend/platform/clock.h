@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vexa {
@@ -22,6 +23,8 @@ struct LocalTime {
 [[nodiscard]] LocalTime currentLocalTime();
 /// Makes `time` what `currentLocalTime` answers from now on; nothing gives the system's clock back.
 void installLocalTime(std::optional<LocalTime> time);
+/// `2026-03-05 10:07:09`.
+[[nodiscard]] std::string shownTime(const LocalTime& time);
 /// Reads `2026-03-05T10:07:09`; nothing when the text is no such time or no day of the calendar.
 [[nodiscard]] std::optional<LocalTime> parseLocalTime(std::string_view text);
 

@@ -4,10 +4,12 @@
 
 namespace vexa {
 
-LocalTime systemLocalTime() {
-    const std::time_t now = std::time(nullptr);
+LocalTime systemLocalTime() { return systemLocalTime(std::time(nullptr)); }
+
+LocalTime systemLocalTime(std::int64_t seconds) {
+    const std::time_t moment = seconds;
     std::tm local{};
-    if (localtime_r(&now, &local) == nullptr) return {};
+    if (localtime_r(&moment, &local) == nullptr) return {};
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
 }
 

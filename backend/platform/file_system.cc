@@ -20,6 +20,8 @@ FileSystem& FileSystem::current() { return installed() != nullptr ? *installed()
 
 void FileSystem::install(FileSystem* fileSystem) { installed() = fileSystem; }
 
+std::optional<FileState> FileSystem::state(const std::string& /*path*/) { return std::nullopt; }
+
 bool FileSystem::isWritable(const std::string& path) { return !isFolder(path); }
 
 FileResult FileSystem::readBeginning(const std::string& path, std::string& content, std::size_t count) {

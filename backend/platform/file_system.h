@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "backend/platform/clock.h"
+
 namespace vexa {
 
 /// How a file operation ended, and why it failed: a text that the string tables may have, with the markers
@@ -22,6 +24,13 @@ struct [[nodiscard]] FileResult {
     std::vector<std::string> arguments{};
 
     explicit operator bool() const { return ok; }
+};
+
+/// What tells a file from one that took its place, or from what it was before.
+struct FileState {
+    std::string content;  ///< another one whenever the file was written or replaced
+    std::string rights;   ///< another one whenever owner, group or rights are others; empty where none tell
+    LocalTime changed{};  ///< when it was last written
 };
 
 /// The single operations that reading and saving are made of, so that tests can make any of them fail.
@@ -44,6 +53,8 @@ class FileSystem {
     virtual FileResult readBeginning(const std::string& path, std::string& content, std::size_t count);
     [[nodiscard]] virtual bool isFile(const std::string& path) = 0;
     [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
+    /// Nothing where there is no such file, and where the file system cannot tell.
+    [[nodiscard]] virtual std::optional<FileState> state(const std::string& path);
     /// True for a file that may be written, and for a name at which one may be made.
     [[nodiscard]] virtual bool isWritable(const std::string& path);
     /// Empty when it was deleted.

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "backend/platform/file_system_native.h"
+#include "backend/platform/system_clock.h"
 #include "backend/platform/system_reason.h"
 #include "backend/platform/temporary_files.h"
 #include "backend/text/system_text.h"
@@ -181,6 +182,7 @@ class PosixFileSystem final : public FileSystem {
     FileResult readBeginning(const std::string& path, std::string& content, std::size_t count) override;
     bool isFile(const std::string& path) override;
     bool isFolder(const std::string& path) override;
+    std::optional<FileState> state(const std::string& path) override;
     bool isWritable(const std::string& path) override;
     std::string workingFolder() override;
     std::string canonicalPath(const std::string& path) override;
@@ -254,6 +256,21 @@ bool PosixFileSystem::isFile(const std::string& path) {
 bool PosixFileSystem::isFolder(const std::string& path) {
     struct stat status {};
     return stat(toNativePath(path).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::optional<FileState> PosixFileSystem::state(const std::string& path) {
+    struct stat status {};
+    if (stat(toNativePath(path).c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    FileState state;
+    for (const auto number :
+         {static_cast<std::int64_t>(status.st_dev), static_cast<std::int64_t>(status.st_ino),
+          static_cast<std::int64_t>(status.st_size), status.st_mtim.tv_sec, status.st_mtim.tv_nsec}) {
+        state.content += std::to_string(number) + ' ';
+    }
+    state.rights = std::to_string(status.st_uid) + ' ' + std::to_string(status.st_gid) + ' ' +
+                   std::to_string(status.st_mode & 0777U);
+    state.changed = systemLocalTime(status.st_mtim.tv_sec);
+    return state;
 }
 
 std::string PosixFileSystem::workingFolder() {

@@ -8,6 +8,7 @@
 
 #include "backend/platform/file_rights_windows.h"
 #include "backend/platform/file_system_native.h"
+#include "backend/platform/system_clock.h"
 #include "backend/platform/system_reason.h"
 #include "backend/platform/temporary_files.h"
 #include "backend/platform/windows_path.h"
@@ -184,6 +185,7 @@ class WindowsFileSystem final : public FileSystem {
     FileResult readBeginning(const std::string& path, std::string& content, std::size_t count) override;
     bool isFile(const std::string& path) override;
     bool isFolder(const std::string& path) override;
+    std::optional<FileState> state(const std::string& path) override;
     bool isWritable(const std::string& path) override;
     std::string workingFolder() override;
     std::string canonicalPath(const std::string& path) override;
@@ -267,6 +269,27 @@ bool WindowsFileSystem::isFile(const std::string& path) {
 }
 
 bool WindowsFileSystem::isFolder(const std::string& path) { return isFolderPath(systemPath(path)); }
+
+std::optional<FileState> WindowsFileSystem::state(const std::string& path) {
+    // From 1601 to 1970, and in a second.
+    constexpr std::int64_t kBeginning = 11'644'473'600;
+    constexpr std::int64_t kTicks = 10'000'000;
+    const File file(systemPath(path), FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    BY_HANDLE_FILE_INFORMATION found{};
+    if (!file.isOpen() || !isOnDisk(file) || GetFileInformationByHandle(file.handle(), &found) == 0) {
+        return std::nullopt;
+    }
+    FileState state;
+    for (const DWORD number :
+         {found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow, found.nFileSizeHigh,
+          found.nFileSizeLow, found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime}) {
+        state.content += std::to_string(number) + ' ';
+    }
+    const std::int64_t ticks = (static_cast<std::int64_t>(found.ftLastWriteTime.dwHighDateTime) << 32U) +
+                               found.ftLastWriteTime.dwLowDateTime;
+    state.changed = systemLocalTime(ticks / kTicks - kBeginning);
+    return state;
+}
 
 std::string WindowsFileSystem::workingFolder() { return pathOfSystem(wholeSystemPath(L".")); }
 

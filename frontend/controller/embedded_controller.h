@@ -46,6 +46,9 @@ class EmbeddedController : public OutputController {
     /// `except`.
     bool checkFile(const Request& request, const ViewerDocument* except, Response& response) const;
 
+    /// Whether nobody else has written the document's own file; asked again, yes.
+    static bool checkUnchanged(const Request& request, ViewerDocument& document, Response& response);
+
     void follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
                 const std::string& file);
 

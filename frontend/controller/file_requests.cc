@@ -95,8 +95,23 @@ bool EmbeddedController::open(const Request& request, Response& response) {
     document->setLock(lock);
     document->setFile(file);
     document->setMinimized(request.minimized() == OutputDocumentMinimized::yes);
+    if (!request.password().empty() && !document->isFileProtected()) {
+        say(warningLevel, messages::notProtected, {userText(shownFile(request))});
+    }
     documents_.add(std::move(document));
     return true;
+}
+
+// Once is enough: who repeats the command means it.
+bool EmbeddedController::checkUnchanged(const Request& request, ViewerDocument& document,
+                                        Response& response) {
+    const std::string file = fileOf(request);
+    if (document.file() != file) return true;
+    const std::optional<LocalTime> changed = changedByOthers(document, file);
+    if (!changed) return true;
+    rememberFile(document, file);
+    return refuse(response, messages::fileChanged,
+                  composed(messages::withDetails, {shownFile(request), shownTime(*changed)}));
 }
 
 bool EmbeddedController::save(const Request& request, Response& response) {
@@ -109,6 +124,7 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     if (document->lock().file == file && request.lock() != OutputDocumentLock::no) {
         return refuse(response, messages::fileLocked, shownFile(request));
     }
+    bool otherRights = false;
     SaveOptions options;
     options.type = typeOf(request.type(), shownFile(request));
     options.locked = markAfterSave(request.lock(), *document);
@@ -118,20 +134,36 @@ bool EmbeddedController::save(const Request& request, Response& response) {
         wipe(options.passwordForm);
         return refuse(response, messages::foreignFile, shownFile(request));
     }
+    if (result && !checkUnchanged(request, *document, response)) {
+        wipe(options.passwordForm);
+        return false;
+    }
     if (result && carrying_ == Carrying::dryRun) {
         wipe(options.passwordForm);
         say(noteLevel, messages::drySave, {userText(shownName(*document)), userText(shownFile(request))});
         return true;
     }
     if (result) {
-        result = saveDocument(*document, file, options);
+        result = saveDocument(*document, file, options, &otherRights);
     }
+    const bool isProtected = !options.passwordForm.empty();
     wipe(options.passwordForm);
     if (!result) {
         const StoreMessage message = describe(result, shownFile(request));
         return refuse(response, message.text, message.argument);
     }
+    if (otherRights) say(warningLevel, messages::otherRights, {userText(shownFile(request))});
+    // Who protects one copy and not another in one go knows it.
+    const bool isReplaced = document->file() == file && document->isFileProtected();
+    if (!isProtected && (document->neededPassword() || isReplaced)) {
+        say(warningLevel, messages::standsOpen, {userText(shownFile(request))});
+    }
     follow(*document, options, request.lock(), file);
+    if (document->file() == file) {
+        document->setFileProtected(isProtected);
+        document->setNeededPassword(isProtected && document->neededPassword());
+        rememberFile(*document, file);
+    }
     return true;
 }
 

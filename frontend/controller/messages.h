@@ -46,6 +46,15 @@ inline constexpr SystemText fileLocked =
     "The file ^1 is protected, because its output document was opened with a lock. OUTPUT SAVE with LOCK=NO "
     "replaces "
     "it, and OUTPUT OPEN with LOCK=NO opens it without a lock. Or name another file."_text;
+/// The argument: the file, and when it was changed.
+inline constexpr SystemText fileChanged =
+    "The file ^1 was changed by another program after its output document was opened, and is not replaced. Repeat OUTPUT SAVE to replace it all the same, or name another file."_text;
+inline constexpr SystemText notProtected =
+    "The file ^1 is not protected, and opens without the password that was given. OUTPUT SAVE with PASSPROTECT protects it."_text;
+inline constexpr SystemText standsOpen =
+    "The file ^1 is not protected: its output document needed a password, and was saved without PASSPROTECT. Everybody who can read the file can open it."_text;
+inline constexpr SystemText otherRights =
+    "The file ^1 has not kept its owner, group or permissions, because the system does not allow it. Check who may read it."_text;
 inline constexpr SystemText noSuchFile = "There is no file ^1. Check its folder and its name."_text;
 inline constexpr SystemText fileIsFolder = "^1 is a folder. Name a file in it."_text;
 inline constexpr SystemText cannotRead = "The file ^1 cannot be read. Check its permissions."_text;

@@ -31,6 +31,13 @@ class ViewerDocument {
     [[nodiscard]] bool isModified() const { return modified_; }
     [[nodiscard]] bool isMinimized() const { return minimized_; }
     [[nodiscard]] const Outline& outline() const { return outline_; }
+    /// Whether the file that it was opened from or last saved to opens with a password only.
+    [[nodiscard]] bool isFileProtected() const { return fileProtected_; }
+    /// Whether a password was needed to open it, and no save as a whole has done without one since.
+    [[nodiscard]] bool neededPassword() const { return neededPassword_; }
+    /// What the file was then (`FileState::content`), so that changes by others are noticed; empty when
+    /// nobody could tell.
+    [[nodiscard]] const std::string& fileContent() const { return fileContent_; }
 
     /// The following change what is saved. The document must not be locked.
     void setName(std::string name);
@@ -47,6 +54,9 @@ class ViewerDocument {
     void setLock(DocumentLock lock) { lock_ = std::move(lock); }
     void setModified(bool modified) { modified_ = modified; }
     void setMinimized(bool minimized) { minimized_ = minimized; }
+    void setFileProtected(bool isProtected) { fileProtected_ = isProtected; }
+    void setNeededPassword(bool needed) { neededPassword_ = needed; }
+    void setFileContent(std::string content) { fileContent_ = std::move(content); }
 
   private:
     std::string name_;
@@ -54,6 +64,9 @@ class ViewerDocument {
     DocumentLock lock_;
     bool modified_ = false;
     bool minimized_ = false;
+    bool fileProtected_ = false;
+    bool neededPassword_ = false;
+    std::string fileContent_;
     Outline outline_;
 };
 

@@ -166,6 +166,11 @@ class Export {
 
     void commit() {
         const PackageResult result = files_.commit();
+        for (const std::string& file : files_.withOtherRights()) {
+            report_.note(composed(
+                "The file ^1 has not kept its owner, group or permissions, because the system does not allow it. Check who may read it."_text,
+                {file}));
+        }
         if (!result) cannotWrite(documentFile_.empty() ? pictures_.shownRoot() : documentFile_, result);
     }
 

@@ -26,6 +26,7 @@ PackageResult OutputFiles::begin(const std::string& path, std::size_t& file, New
     begun.path = path;
     begun.place = system.canonicalPath(path);
     begun.isNew = !system.isFile(path);
+    if (const std::optional<FileState> before = system.state(path)) begun.rights = before->rights;
     const bool again = std::any_of(files_.begin(), files_.end(),
                                    [&begun](const File& other) { return other.place == begun.place; });
     if (again) {
@@ -85,6 +86,7 @@ PackageResult OutputFiles::commit() {
         result = replaceAll();
     }
     if (result) {
+        compareRights();
         files_.clear();
     } else {
         abandon();
@@ -119,6 +121,14 @@ PackageResult OutputFiles::replaceAll() {
         file.inPlace = true;
     }
     return {};
+}
+
+void OutputFiles::compareRights() {
+    withOtherRights_.clear();
+    for (const File& file : files_) {
+        const std::optional<FileState> now = FileSystem::current().state(file.path);
+        if (now && !file.rights.empty() && now->rights != file.rights) withOtherRights_.push_back(file.path);
+    }
 }
 
 // What made the writing fail is what matters; a temporary file that stays behind harms nobody.

@@ -42,6 +42,9 @@ class OutputFiles {
     /// further one takes its place, those that had no predecessor are taken away again, and every temporary
     /// file is removed. The first failure of a call above is the result, too.
     PackageResult commit();
+    /// Files of the last commit whose predecessors belonged to somebody else or let others in: the system did
+    /// not let us keep that. In the order in which they were begun.
+    [[nodiscard]] const std::vector<std::string>& withOtherRights() const { return withOtherRights_; }
     /// Removes the temporary files; the places stay as they were.
     void abandon();
 
@@ -50,6 +53,7 @@ class OutputFiles {
         std::string path;
         std::string place;  ///< the same for every path of one file
         std::string temporary;
+        std::string rights;   ///< of the predecessor; empty without one
         std::string waiting;  ///< bytes that were not handed to the system yet
         bool isNew = false;
         bool inPlace = false;
@@ -58,10 +62,12 @@ class OutputFiles {
     PackageResult pass(File& file);
     PackageResult flushAll();
     PackageResult replaceAll();
+    void compareRights();
 
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
     std::vector<File> files_;
     std::size_t main_ = none;
+    std::vector<std::string> withOtherRights_;
     PackageResult result_;
 };
 

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "backend/platform/clock.h"
 #include "frontend/document/viewer_document.h"
 #include "frontend/package/package_result.h"
 #include "frontend/store/manifest.h"
@@ -22,16 +24,25 @@ struct SaveOptions {
 };
 
 /// Saves `document` to the file `path` (UTF-8, either separator): the file holds its old or its new content
-/// at every moment, and its old content when the result is a problem.
-StoreResult saveDocument(const ViewerDocument& document, const std::string& path, const SaveOptions& options);
+/// at every moment, and its old content when the result is a problem. `otherRights`, where it is given, tells
+/// whether owner, group or rights of the file that was there could not be kept.
+StoreResult saveDocument(const ViewerDocument& document, const std::string& path, const SaveOptions& options,
+                         bool* otherRights = nullptr);
 /// The same, into a sink.
 StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& options, const ByteSink& sink);
 
 /// Opens the file `path`. `password` (UTF-8) is the password or its encrypted form, empty for none; a file
 /// without protection opens with any. `document` is null when the result is a problem. Its lock mark is that
-/// of the file, it has the name that was saved with it, no file and no modification.
+/// of the file, it has the name that was saved with it, no file and no modification; it knows whether the
+/// file is protected, and what the file was.
 StoreResult openDocument(const std::string& path, const std::string& password,
                          std::unique_ptr<ViewerDocument>& document);
+/// When somebody else has written the file `path`, which is the document's, since the document was opened
+/// from it or last saved to it; nothing when nobody has.
+[[nodiscard]] std::optional<LocalTime> changedByOthers(const ViewerDocument& document,
+                                                       const std::string& path);
+/// From now on the file `path`, as it is now, is the one that the document has.
+void rememberFile(ViewerDocument& document, const std::string& path);
 /// True when `path` is an existing file that no save of ours can have made: not empty, and it does not begin
 /// as a document file does. A save must not replace it.
 [[nodiscard]] bool isForeignFile(const std::string& path);

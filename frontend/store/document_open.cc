@@ -159,7 +159,12 @@ StoreResult readWhole(std::string_view bytes, const std::string& password,
     if (!manifest.isProtected) return readPlain(archive, std::move(manifest), budget, document);
     std::string plain;
     if (StoreResult result = readProtected(archive, manifest, password, plain); !result) return result;
-    return readInner(plain, document);
+    StoreResult result = readInner(plain, document);
+    if (document != nullptr) {
+        document->setFileProtected(true);
+        document->setNeededPassword(true);
+    }
+    return result;
 }
 
 }  // namespace
@@ -180,11 +185,15 @@ StoreResult openDocument(const std::string& path, const std::string& password,
     document.reset();
     FileSystem& files = FileSystem::current();
     if (files.isFolder(path)) return StoreProblem::isFolder;
+    // Before it is read: what is written meanwhile counts as written by others.
+    const std::optional<FileState> state = files.state(path);
     std::string bytes;
     if (FileResult read = files.read(path, bytes, limits::fileBytes); !read) {
         return {files.isFile(path) ? StoreProblem::cannotRead : StoreProblem::noSuchFile, shownReason(read)};
     }
-    return readDocument(bytes, password, document);
+    StoreResult result = readDocument(bytes, password, document);
+    if (document != nullptr && state) document->setFileContent(state->content);
+    return result;
 }
 
 bool isForeignFile(const std::string& path) {

@@ -77,8 +77,8 @@ StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& opt
     }
 }
 
-StoreResult saveDocument(const ViewerDocument& document, const std::string& path,
-                         const SaveOptions& options) {
+StoreResult saveDocument(const ViewerDocument& document, const std::string& path, const SaveOptions& options,
+                         bool* otherRights) {
     if (FileSystem::current().isFolder(path)) return StoreProblem::isFolder;
     OutputFiles files;
     std::size_t file = 0;
@@ -86,7 +86,20 @@ StoreResult saveDocument(const ViewerDocument& document, const std::string& path
     const auto rights = options.passwordForm.empty() ? NewFileRights::usual : NewFileRights::ownerOnly;
     if (PackageResult begun = files.begin(path, file, rights); !begun) return fromPackage(begun);
     StoreResult result = writeDocument(document, options, files.sink(file));
-    return result ? fromPackage(files.commit()) : result;
+    result = result ? fromPackage(files.commit()) : result;
+    if (otherRights != nullptr) *otherRights = !files.withOtherRights().empty();
+    return result;
+}
+
+std::optional<LocalTime> changedByOthers(const ViewerDocument& document, const std::string& path) {
+    const std::optional<FileState> now = FileSystem::current().state(path);
+    const bool isAnother = now && !document.fileContent().empty() && now->content != document.fileContent();
+    return isAnother ? std::optional(now->changed) : std::nullopt;
+}
+
+void rememberFile(ViewerDocument& document, const std::string& path) {
+    const std::optional<FileState> now = FileSystem::current().state(path);
+    document.setFileContent(now ? now->content : std::string());
 }
 
 }  // namespace vexa::frontend

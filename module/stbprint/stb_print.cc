@@ -11,6 +11,7 @@
 #include "backend/text/character_set.h"
 #include "backend/text/system_text.h"
 #include "module/frame/command.h"
+#include "module/frame/report.h"
 #include "module/stbprint/commands.h"
 #include "module/stbprint/table_files.h"
 
@@ -102,6 +103,11 @@ void printFile(std::string_view file, std::span<const std::string_view> language
     dimensionOf(tables.help, kKey).Position(0, 1, 0, 0);
     std::vector<keyValueGloss> entries;
     for (const std::string_view language : languages) {
+        if (leadsOutside(language) || leadsOutside(file)) {
+            entries.clear();
+            addLanguage(entries, language, tables);
+            continue;
+        }
         const std::string path = std::string(base).append("\\").append(language).append("\\").append(file);
         // A table that cannot be read has no entries; the library adds a note to the log.
         static_cast<void>(FacSTStringTable().GetKeysAndValues(path, entries));
@@ -127,6 +133,13 @@ void stbPrint() {
     }
     const std::optional<std::string_view> file = readText(command.leading(), "PROCEDURE");
     const std::optional<std::string_view> language = readText(command.leading(), "LANGUAGE");
+    for (const std::optional<std::string_view>& given : {file, language}) {
+        if (given && leadsOutside(*given)) {
+            reportMessage(
+                "^1 leads out of the folder of the string tables, and is not read. Name a file or a folder in it."_text,
+                *given, kWarningLevel);
+        }
+    }
     print({file ? std::span(&*file, 1) : std::span<const std::string_view>(kStringTableFiles),
            language ? std::span(&*language, 1) : std::span<const std::string_view>(kLanguages)},
           command.procedure());

@@ -1,5 +1,7 @@
 #include "module/stbprint/table_files.h"
 
+#include <algorithm>
+
 #include "backend/text/character_set.h"
 
 namespace vexa {
@@ -46,6 +48,18 @@ std::string baseFolder(std::string languagePath) {
     cutAtLastSeparator(languagePath, true);
     cutAtLastSeparator(languagePath, false);
     return languagePath;
+}
+
+bool leadsOutside(std::string_view part) {
+    constexpr std::string_view separators = "/\\";
+    const std::string text = toUtf8(part);
+    if (text.find_first_of(separators) == 0 || (text.size() > 1 && text[1] == ':')) return true;
+    for (std::size_t from = 0; from <= text.size();) {
+        const std::size_t end = std::min(text.find_first_of(separators, from), text.size());
+        if (std::string_view(text).substr(from, end - from) == "..") return true;
+        from = end + 1;
+    }
+    return false;
 }
 
 }  // namespace vexa

@@ -22,4 +22,8 @@ extern const std::array<std::string_view, 94> kStringTableFiles;
 /// end in a separator.
 [[nodiscard]] std::string baseFolder(std::string languagePath);
 
+/// Whether `part`, a file or a language as a user names it, in the back end's character set, would lead out
+/// of the folder that it stands in: it begins at a root or a drive, or has a part "..".
+[[nodiscard]] bool leadsOutside(std::string_view part);
+
 }  // namespace vexa

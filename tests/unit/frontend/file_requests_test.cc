@@ -6,6 +6,7 @@
 #include "tests/unit/frontend/memory_file_system.h"
 #include "tests/unit/frontend/requests.h"
 #include "tests/unit/frontend/sample_documents.h"
+#include "tests/unit/pivot/collected_log.h"
 
 namespace vexa::frontend {
 namespace {
@@ -251,6 +252,77 @@ TEST_F(FileRequests, Passwords) {
     EXPECT_TRUE(open("\\a.vxv", "x", withPassword("secret")).ok);
     EXPECT_TRUE(open("\\b.vxv", "y", withPassword(form)).ok);
     EXPECT_FALSE(files_.isFile("/c.vxv"));
+}
+
+/// What the log says meanwhile: the texts of warnings with their arguments.
+std::vector<std::string> warningsOf(const CollectedLog& log) {
+    std::vector<std::string> warnings;
+    for (const ErrorReported& error : log.all<ErrorReported>()) {
+        EXPECT_EQ(error.level, 2);
+        warnings.push_back(error.text + " | " + (error.arguments.empty() ? "" : error.arguments[0]));
+    }
+    return warnings;
+}
+
+std::string withArgument(SystemText text, const std::string& argument) {
+    return std::string(text) + " | " + argument;
+}
+
+TEST_F(FileRequests, WarnsOnceWhenAFileIsNotProtectedAnyMore) {
+    const CollectedLog log;
+    makeNew("a");
+    EXPECT_TRUE(save("\\a.vxv", "", withPassword("secret")).ok);
+    closeAll();
+    EXPECT_TRUE(open("\\a.vxv", "", withPassword("secret")).ok);
+    EXPECT_TRUE(save("\\a.vxv", "", withPassword("other")).ok);
+    EXPECT_THAT(warningsOf(log), ElementsAre());
+    Wish reader;
+    reader.type = OutputDocumentType::vxw;
+    EXPECT_TRUE(save("\\copy.vxw", "", reader).ok);
+    EXPECT_TRUE(save("\\a.vxv").ok);
+    EXPECT_TRUE(save("\\a.vxv").ok);
+    EXPECT_THAT(warningsOf(log), ElementsAre(withArgument(messages::standsOpen, "/copy.vxw"),
+                                             withArgument(messages::standsOpen, "/a.vxv")));
+}
+
+TEST_F(FileRequests, WarnsOfAPasswordThatNothingAskedFor) {
+    const CollectedLog log;
+    makeNew("a");
+    save("\\a.vxv");
+    closeAll();
+    EXPECT_TRUE(open("\\a.vxv", "", withPassword("secret")).ok);
+    EXPECT_THAT(warningsOf(log), ElementsAre(withArgument(messages::notProtected, "/a.vxv")));
+}
+
+TEST_F(FileRequests, WhatOthersHaveSavedIsReplacedOnlyWhenAskedTwice) {
+    makeNew("a");
+    save("\\a.vxv");
+    closeAll();
+    open("\\a.vxv");
+    EXPECT_TRUE(save("\\a.vxv").ok) << "by ourselves it may be";
+    makeNew("b");
+    save("\\b.vxv");
+    files_.files["/a.vxv"] = files_.files["/b.vxv"];
+    const std::string theirs = files_.files["/a.vxv"];
+    expectRefused(save("\\a.vxv", "a"), messages::fileChanged, "/a.vxv (2026-03-05 10:07:09)");
+    EXPECT_EQ(files_.files["/a.vxv"], theirs);
+    EXPECT_TRUE(save("\\c.vxv", "b").ok) << "another file is nobody's concern";
+    EXPECT_TRUE(save("\\a.vxv", "a").ok);
+    EXPECT_NE(files_.files["/a.vxv"], theirs);
+    EXPECT_TRUE(save("\\a.vxv", "a").ok);
+    files_.files.erase("/a.vxv");
+    EXPECT_TRUE(save("\\a.vxv", "a").ok) << "nothing is lost";
+}
+
+TEST_F(FileRequests, WarnsWhenTheRightsOfAFileAreNotKept) {
+    const CollectedLog log;
+    makeNew("a");
+    files_.losesRights = true;
+    save("\\a.vxv");
+    EXPECT_THAT(warningsOf(log), ElementsAre()) << "there was no file";
+    files_.rights["/a.vxv"] = "mine";
+    save("\\a.vxv");
+    EXPECT_THAT(warningsOf(log), ElementsAre(withArgument(messages::otherRights, "/a.vxv")));
 }
 
 TEST_F(FileRequests, FilesThatCannotBeOpened) {

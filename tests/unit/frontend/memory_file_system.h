@@ -19,6 +19,7 @@ class MemoryFileSystem : public FileSystem {
 
     std::map<std::string, std::string> files;
     std::map<std::string, std::string> links;  ///< symbolic links and what they name, from the root
+    bool losesRights = false;                  ///< a replaced file has other rights than its predecessor
     std::string folder;                        ///< a path that is a folder; empty for none
     int failingOperation = 0;           ///< the changing operation that fails, counted from 1; 0 for none
     int operations = 0;                 ///< changing operations so far
@@ -44,6 +45,15 @@ class MemoryFileSystem : public FileSystem {
         const auto link = links.find(normal);
         return link == links.end() ? normal : link->second;
     }
+    LocalTime changed{2026, 3, 5, 10, 7, 9};    ///< when every file was last written
+    std::map<std::string, std::string> rights;  ///< of files that have some
+
+    std::optional<FileState> state(const std::string& path) override {
+        const auto found = files.find(path);
+        if (found == files.end()) return std::nullopt;
+        const auto theirs = rights.find(path);
+        return FileState{found->second, theirs == rights.end() ? "" : theirs->second, changed};
+    }
     FileResult createTemporary(const std::string& path, std::string& temporary) override {
         temporary = path + ".tmp";
         return step([&] { files[temporary].clear(); });
@@ -58,6 +68,7 @@ class MemoryFileSystem : public FileSystem {
         return step([&] {
             files[to] = files[from];
             files.erase(from);
+            if (losesRights) rights[to] = "others";
             replaced.push_back(to);
         });
     }

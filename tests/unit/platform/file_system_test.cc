@@ -1,5 +1,6 @@
 #include "backend/platform/file_system.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -254,6 +255,27 @@ TEST_F(FileSystemTest, AGroupThatCannotBeKeptGetsNoMoreThanEverybody) {
     ASSERT_EQ(stat(path("a").c_str(), &status), 0);
     EXPECT_NE(status.st_gid, 2345U);
     EXPECT_EQ(modeOf("a"), 0644U);
+}
+
+TEST_F(FileSystemTest, TellsAFileFromWhatTakesItsPlace) {
+    FileSystem& files = FileSystem::current();
+    EXPECT_FALSE(files.state(path("a")));
+    EXPECT_FALSE(files.state(folder_.string()));
+    write("a", "old");
+    const auto old = files.state(path("a"));
+    ASSERT_TRUE(old);
+    EXPECT_EQ(files.state(path("a"))->content, old->content);
+    EXPECT_TRUE(replaceFile(path("a"), "new"));
+    const auto now = files.state(path("a"));
+    ASSERT_TRUE(now);
+    EXPECT_NE(now->content, old->content);
+    EXPECT_EQ(now->rights, old->rights);
+    ASSERT_EQ(chmod(path("a").c_str(), 0600), 0);
+    EXPECT_NE(files.state(path("a"))->rights, old->rights);
+    struct timespec times[2] = {{0, 0}, {1'000'000'000, 5}};  // in the year 2001, wherever
+    ASSERT_EQ(utimensat(AT_FDCWD, path("a").c_str(), times, 0), 0);
+    EXPECT_EQ(files.state(path("a"))->changed.year, 2001);
+    EXPECT_EQ(shownTime({2026, 3, 5, 10, 7, 9}), "2026-03-05 10:07:09");
 }
 
 /// How a process ends that makes a temporary file in this folder and gets `signal`.
