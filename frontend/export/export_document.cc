@@ -8,6 +8,7 @@
 #include "frontend/export/picture_files.h"
 #include "frontend/export/report/report_page.h"
 #include "frontend/export/text/text_page.h"
+#include "frontend/export/word/word_document.h"
 
 namespace vexa::frontend {
 
@@ -62,7 +63,6 @@ std::string documentFileOf(const ExportRequest& request) {
 
 /// The first format asked for that there is no exporter of; empty where there is none.
 std::string missingFormat(const ExportRequest& request) {
-    if (request.doc) return "DOC";
     if (request.pdf) return "PDF";
     if (request.ppt) return "PPT";
     if (request.xls) return "XLS";
@@ -128,6 +128,7 @@ class Export {
             write(request_.report->file,
                   [&](const ByteSink& out) { return writeReport(task(reported), out); });
         }
+        if (request_.doc) writeWordDocument(task(plan));
         if (request_.text) {
             write(request_.text->file, [&](const ByteSink& out) { return writeTextPage(task(plan), out); });
         }

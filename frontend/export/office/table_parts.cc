@@ -158,6 +158,7 @@ class Fitter {
         for (std::uint32_t i = 0; i < grid_.headerRows; ++i) header += heights[i];
         if (header <= room_.height * mostHeader) part.headerRows = std::min(grid_.headerRows, grid_.rows);
         part.heights = std::move(heights);
+        part.roomHeight = room_.height;
     }
 
     [[nodiscard]] double heightOf(const TablePart& part, const GridCell& cell,

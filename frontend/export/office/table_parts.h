@@ -31,6 +31,10 @@ struct TablePart {
     std::uint32_t headerRows = 0;  ///< that stand at the top of each page again; none where they are too high
     std::vector<double> heights;   ///< of the rows, as they are likely to become, points
 
+    double roomHeight = 0;  ///< of a page
+
+    /// Whether a row is low enough to be kept on one page.
+    [[nodiscard]] bool staysTogether(std::uint32_t row) const { return heights[row] <= roomHeight / 2; }
     [[nodiscard]] std::uint32_t columns() const { return labelColumns + dataEnd - dataBegin; }
 };
 

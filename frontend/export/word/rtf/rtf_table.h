@@ -1,0 +1,15 @@
+// Tables in the Rich Text Format.
+#pragma once
+
+#include <string>
+
+#include "frontend/export/office/table_parts.h"
+#include "frontend/export/word/rtf/rtf_styles.h"
+#include "frontend/export/word/rtf/rtf_text.h"
+
+namespace vexa::frontend {
+
+/// Appends the rows of a part of a table.
+void appendRtfTable(std::string& rtf, const TablePart& part, RtfTables& tables, RtfStyles& styles);
+
+}  // namespace vexa::frontend
