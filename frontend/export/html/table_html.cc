@@ -1,7 +1,9 @@
 #include "frontend/export/html/table_html.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <set>
+#include <vector>
 
 #include "backend/tables/formats/number_text.h"
 #include "frontend/export/html/html_text.h"
@@ -22,7 +24,9 @@ class TableWriter {
   public:
     TableWriter(std::string& html, const TableGrid& grid, std::string_view id, StyleClasses* classes)
         : html_(html), grid_(grid), id_(id), classes_(classes) {
-        if (classes_ != nullptr) classes_->begin(grid);
+        if (classes_ == nullptr) return;
+        classes_->begin(grid);
+        if (!grid.marks.empty()) measureMarks();
     }
 
     void write() {
@@ -36,6 +40,20 @@ class TableWriter {
     }
 
   private:
+    static bool isNumber(const GridCell& cell) {
+        return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
+    }
+
+    void measureMarks() {
+        letters_.assign(grid_.columns, 0);
+        for (const GridCell& cell : grid_.cells) {
+            if (cell.marks == 0 || !isNumber(cell)) continue;
+            std::size_t letters = 0;
+            for (const std::string& mark : grid_.marks[cell.marks - 1]) letters += mark.size() + 1;
+            letters_[cell.column] = std::max(letters_[cell.column], letters - 1);
+        }
+    }
+
     void writeTitle() {
         if (grid_.title.text.empty() && grid_.layer.text.empty()) return;
         html_ += "<caption>";
@@ -94,19 +112,28 @@ class TableWriter {
         writeSpan("rowspan", cell.rowSpan);
         html_ += '>';
         appendHtmlLines(html_, text);
-        if (cell.marks != 0) writeMarks(grid_.marks[cell.marks - 1]);
+        if (cell.marks != 0) writeMarks(cell);
         html_.append("</").append(element).append(">");
     }
 
     /// Most cells by far; one place each.
     void writeData(const GridCell& cell) {
         html_ += "<td";
-        if (classes_ != nullptr)
-            html_ += classes_->attributeOf(cell.style, cell.kind == tables::CellKind::number);
+        if (classes_ != nullptr) {
+            html_ += classes_->attributeOf(cell.style, isNumber(cell));
+            if (!letters_.empty() && letters_[cell.column] > 1 && isNumber(cell)) writeRoom(cell);
+        }
         html_ += '>';
         appendHtmlLines(html_, grid_.text(cell));
-        if (cell.marks != 0) writeMarks(grid_.marks[cell.marks - 1]);
+        if (cell.marks != 0) writeMarks(cell);
         html_ += "</td>";
+    }
+
+    /// A single mark has room between two columns; several need more, beside every number of the column.
+    void writeRoom(const GridCell& cell) {
+        html_ += " style=\"padding-right:";
+        appendShortest(html_, 0.5 + 0.45 * static_cast<double>(letters_[cell.column]));
+        html_ += "em\"";
     }
 
     void writeSpan(std::string_view attribute, std::uint32_t span) {
@@ -114,11 +141,12 @@ class TableWriter {
             html_.append(" ").append(attribute).append("=\"").append(std::to_string(span)).append("\"");
     }
 
-    /// The first reference to a footnote is what the footnote leads back to.
-    void writeMarks(const std::vector<std::string>& marks) {
-        html_ += "<sup>";
+    /// The first reference to a footnote is what the footnote leads back to. Marks of numbers take no room,
+    /// so that the numbers stay below each other.
+    void writeMarks(const GridCell& cell) {
+        html_ += isNumber(cell) && classes_ != nullptr ? "<sup class=\"beside\">" : "<sup>";
         bool isFirst = true;
-        for (const std::string& mark : marks) {
+        for (const std::string& mark : grid_.marks[cell.marks - 1]) {
             if (!isFirst) html_ += ',';
             isFirst = false;
             html_ += "<a href=\"#" + noteName(mark) + "\"";
@@ -179,6 +207,7 @@ class TableWriter {
     const TableGrid& grid_;
     std::string_view id_;
     StyleClasses* classes_;
+    std::vector<std::size_t> letters_;  // of the widest marks that numbers of a column have
     std::set<std::string> referred_;
 };
 

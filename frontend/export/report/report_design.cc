@@ -38,7 +38,7 @@ a:focus-visible,button:focus-visible,input:focus-visible,select:focus-visible,[r
 .main>:first-child{margin-top:0}
 .main h2{font-size:1.35rem;border-bottom:1px solid var(--line);padding-bottom:.3rem}.main h3{font-size:1.15rem}.main h4,.main h5,.main h6{font-size:1rem}
 .table,figure,pre,.warning,.notes,.text,.pagetitle,.unknown{margin:1rem 0 1.5rem}
-.table,figure{overflow-x:auto;background:var(--paper);border:1px solid var(--line);border-radius:10px;padding:1rem 1.2rem}
+.table,figure{overflow-x:auto;position:relative;width:fit-content;min-width:min(100%,40rem);max-width:100%;background:var(--paper);border:1px solid var(--line);border-radius:10px;padding:1rem 1.2rem}
 :target{outline:2px solid var(--accent);outline-offset:3px}
 table{border-collapse:collapse}
 caption{caption-side:top;text-align:left;padding-bottom:.4rem;width:0;min-width:100%}caption>div{width:max-content;max-width:min(42em,85vw)}
@@ -46,6 +46,7 @@ caption{caption-side:top;text-align:left;padding-bottom:.4rem;width:0;min-width:
 .layer+.layer,.table>table:not(:first-child){margin-top:1.2rem}
 .footnotes{list-style:none;margin:.5rem 0 0;padding:0}
 sup{line-height:0;font-size:.72em}sup a{text-decoration:none;margin-left:.15em}
+sup.beside{position:absolute;line-height:1}
 figure svg,figure img{max-width:100%;height:auto;background:#fff;border-radius:4px;display:block}
 pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;font-size:.85rem}
 .warning{border-left:4px solid var(--warn);background:var(--paper);padding:.5rem 1rem;border-radius:0 8px 8px 0}
@@ -54,7 +55,7 @@ pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;
 .choose{margin:0 0 .6rem}.choose label{margin-right:1rem}
 [hidden]{display:none!important}
 @media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}}
-@media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}tr,figure{break-inside:avoid}h2,h3,h4,h5,h6{break-after:avoid}.break{break-before:page}}
+@media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}figure,table,tr{break-inside:avoid}h2,h3,h4,h5,h6,.log{break-after:avoid}.footnotes,.table>p,.layer>p{break-before:avoid}.break{break-before:page}}
 )";
 
 }  // namespace
