@@ -121,7 +121,7 @@ int importFiles(const Options& options) {
     }
     opened.document->edit(std::move(imported.outline));
     exitStatus = save(opened, choices.document);
-    if (exitStatus == exit_status::kSuccess) {
+    if (exitStatus == exit_status::kSuccess && !options.session.quiet) {
         std::cout << composed("Items added to ^1: ^2"_text, {choices.document, std::to_string(added)})
                   << std::endl;
     }

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/language_choice.h"
 #include "backend/platform/file_system.h"
@@ -130,6 +131,24 @@ void readRecord(const std::string& text, SessionChoices& choices) {
     choices.recordAll = text == "all";
 }
 
+void addDiagnostics(CLI::App& app, SessionChoices& choices) {
+    app.add_option_function<std::string>(
+           "--diagnostics",
+           [&choices](const std::string& text) {
+               if (text != "text" && text != "json") {
+                   throw CLI::ValidationError("--diagnostics", "takes text or json, not '" + text + "'");
+               }
+               choices.diagnosticsAsJson = text == "json";
+           },
+           "Write messages as sentences, or each as a JSON line with code, file, line, column, text and hint "
+           "(text)")
+        ->option_text("text|json");
+}
+
+void addQuiet(CLI::App& app, SessionChoices& choices) {
+    app.add_flag("--quiet", choices.quiet, "Print no tables, texts and notes, only warnings and errors");
+}
+
 /// Options that reading syntax needs, whatever is done with it.
 void addReadingOptions(CLI::App& app, SessionChoices& choices) {
     app.add_option("--charset", choices.charset,
@@ -146,6 +165,8 @@ void addReadingOptions(CLI::App& app, SessionChoices& choices) {
         ->option_text("FOLDER");
     app.add_option("--module", choices.moduleFile, "The library of the commands (the one beside the program)")
         ->option_text("FILE");
+    addQuiet(app, choices);
+    addDiagnostics(app, choices);
 }
 
 /// Options of a session that runs commands.
@@ -179,6 +200,7 @@ void addTextOptions(CLI::App& app, SessionChoices& choices) {
            "--installation", choices.installationFolder,
            "Where string tables (lang) and table looks (Looks) stand (the folder above the program's)")
         ->option_text("FOLDER");
+    addDiagnostics(app, choices);
 }
 
 void addPasswordFile(CLI::App& app, DocumentChoices& choices) {
@@ -251,6 +273,7 @@ void describeImport(CLI::App& app, Options& options) {
     addTableOptions(app, import);
     addPasswordFile(app, options.document);
     addTextOptions(app, options.session);
+    addQuiet(app, options.session);
 }
 
 void describeShow(CLI::App& app, Options& options) {
@@ -345,6 +368,24 @@ void describe(CLI::App& app, Options& options) {
               kPasswordExamples);
 }
 
+/// Whether the command line asks for messages as JSON, also when it cannot be read as a whole.
+bool asksForJson(int argc, const char* const* argv) {
+    const std::vector<std::string_view> words(argv, argv + argc);
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        const bool isApart = words[i] == "--diagnostics" && i + 1 < words.size() && words[i + 1] == "json";
+        if (isApart || words[i] == "--diagnostics=json") return true;
+    }
+    return false;
+}
+
+void complainOfUsage(const std::string& text) {
+    if (areDiagnosticsJson()) {
+        std::cerr << diagnosticLine({.code = diagnostic_code::kUsage, .text = text});
+    } else {
+        std::cerr << printableText(text) << '\n';
+    }
+}
+
 /// Shows what `error` asks for, or complains of, and gives the exit status. What was typed cannot steer the
 /// terminal.
 int complainOf(const CLI::App& app, const CLI::ParseError& error) {
@@ -352,7 +393,7 @@ int complainOf(const CLI::App& app, const CLI::ParseError& error) {
     const bool asked = app.exit(error, std::cout, shown) == 0;
     std::istringstream lines(shown.str());
     for (std::string line; std::getline(lines, line);) {
-        std::cerr << printableText(line) << '\n';
+        complainOfUsage(line);
     }
     return asked ? exit_status::kSuccess : exit_status::kUsage;
 }
@@ -361,6 +402,7 @@ int complainOf(const CLI::App& app, const CLI::ParseError& error) {
 
 std::optional<Options> readOptions(int argc, const char* const* argv, int& exitStatus) {
     Options options;
+    setDiagnosticsAsJson(asksForJson(argc, argv));
     CLI::App app("Runs the syntax of output documents: makes, opens, saves, lists and closes them.");
     describe(app, options);
     try {
@@ -373,11 +415,12 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
         options.action = Action::run;
     }
     if (options.session.dryRun && options.session.adapter != AdapterKind::embedded) {
-        std::cerr << "--dry-run: only the embedded front end tells what it would do\n"
-                     "Run with --help for more information.\n";
+        complainOfUsage("--dry-run: only the embedded front end tells what it would do");
+        complainOfUsage("Run with --help for more information.");
         exitStatus = exit_status::kUsage;
         return std::nullopt;
     }
+    setDiagnosticsAsJson(options.session.diagnosticsAsJson);
     options.session.checkOnly = options.action == Action::check;
     options.session.inputs = options.files;
     if (options.action == Action::check || options.action == Action::help) {

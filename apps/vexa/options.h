@@ -27,6 +27,8 @@ struct SessionChoices {
     bool recordAll = false;  ///< documents take what the document commands say of themselves, too
     bool dryRun = false;     ///< the embedded front end says what it would modify and write
     bool stopOnError = false;
+    bool quiet = false;  ///< no results on standard output, and of messages only warnings and errors
+    bool diagnosticsAsJson = false;
     bool checkOnly = false;
 };
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
 #include "backend/platform/terminal.h"
@@ -43,6 +44,10 @@ FileResult runStandardInput(Session& session) {
 
 void complain(const std::string& message) {
     std::cout.flush();
+    if (areDiagnosticsJson()) {
+        std::cerr << diagnosticLine({.code = diagnostic_code::kProgram, .text = message}) << std::flush;
+        return;
+    }
     std::cerr << "vexa: " << printableText(message) << '\n';
 }
 

@@ -75,11 +75,18 @@ std::string traceObjection(const std::string& file, const SessionChoices& choice
     return {};
 }
 
+TerminalLook lookFor(const SessionChoices& choices) {
+    TerminalLook look = terminalLook();
+    look.jsonMessages = areDiagnosticsJson();
+    look.quiet = choices.quiet;
+    return look;
+}
+
 }  // namespace
 
 Surroundings::Surroundings(const SessionChoices& choices)
     : module_(choices.moduleFile.empty() ? programFolder() + kModulePlace : choices.moduleFile),
-      terminal_(std::cout, std::cerr, terminalLook()) {
+      terminal_(std::cout, std::cerr, lookFor(choices)) {
     OutputLog::current().addListener(terminal_);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 #include <variant>
 
 #include "apps/rendering/table_rendering.h"
@@ -63,13 +64,12 @@ std::size_t takeCharacter(std::string_view& rest, std::size_t at, ShownCharacter
     return shown.width;
 }
 
-/// The place of the command that is running, with a colon behind it; empty without a file.
-std::string currentPlace() {
-    const CommandText* const command = currentCommand();
-    if (command == nullptr || command->file.empty()) {
-        return {};
-    }
-    return printableText(command->file) + ':' + std::to_string(command->line) + ": ";
+/// "case.vxs:3:2: ", as far as it is known; empty without a file.
+std::string shownPlace(const Diagnostic& diagnostic) {
+    if (diagnostic.file.empty()) return {};
+    std::string place = printableText(diagnostic.file) + ':' + std::to_string(diagnostic.line) + ':';
+    if (diagnostic.column > 0) place += std::to_string(diagnostic.column) + ':';
+    return place + ' ';
 }
 
 }  // namespace
@@ -107,12 +107,23 @@ void TerminalListener::receive(const LogEvent& event) {
     std::visit([this](const auto& specific) { show(specific); }, event);
 }
 
-void TerminalListener::showMessage(int level, std::string_view text) { showMessageAt("", level, text); }
+void TerminalListener::showMessage(int level, std::string_view text) {
+    showDiagnostic({.code = diagnostic_code::kProgram, .level = level, .text = std::string(text)});
+}
 
-void TerminalListener::showMessageAt(std::string_view place, int level, std::string_view text) {
+void TerminalListener::showDiagnostic(const Diagnostic& diagnostic) {
+    if (look_.quiet && diagnostic.level < kWarningLevel) return;
     results_.flush();  // so that both streams stand in their true order where they meet
-    const Severity severity = severityOf(level);
-    messages_ << place;
+    if (look_.jsonMessages) {
+        messages_ << diagnosticLine(diagnostic) << std::flush;
+    } else {
+        showSentence(diagnostic);
+    }
+}
+
+void TerminalListener::showSentence(const Diagnostic& diagnostic) {
+    const Severity severity = severityOf(diagnostic.level);
+    messages_ << shownPlace(diagnostic);
     std::string form = translated(severity.form);
     if (form.find(kMarker) == std::string::npos) {
         form = severity.form;  // a table that loses the message is worse than none
@@ -124,33 +135,53 @@ void TerminalListener::showMessageAt(std::string_view place, int level, std::str
     } else {
         messages_ << word;
     }
-    messages_ << replaceMarkers(form.substr(word.size()), {printableText(text)}) << '\n' << std::flush;
+    messages_ << replaceMarkers(form.substr(word.size()), {printableText(diagnostic.text)}) << '\n'
+              << std::flush;
 }
 
 void TerminalListener::show(const SyntaxErrorReported& error) {
-    showAt(error.place, kErrorLevel, error.message);
+    showAt(error.place, {.code = diagnostic_code::kSyntax, .level = kErrorLevel, .text = error.message});
 }
 
 void TerminalListener::show(const SyntaxWarned& warning) {
-    showAt(warning.place, kWarningLevel, warning.message);
+    showAt(warning.place,
+           {.code = diagnostic_code::kIgnoredValue, .level = kWarningLevel, .text = warning.message});
 }
 
-void TerminalListener::showAt(const SourcePlace& place, int level, std::string_view text) {
-    std::string where;
-    if (!place.file.empty()) {
-        where = printableText(place.file) + ':' + std::to_string(place.line) + ':' +
-                std::to_string(place.column) + ": ";
+void TerminalListener::showAt(const SourcePlace& place, Diagnostic diagnostic) {
+    diagnostic.file = place.file;
+    diagnostic.line = place.line;
+    diagnostic.column = place.column;
+    showDiagnostic(diagnostic);
+    if (!look_.jsonMessages) messages_ << sourceWithCaret(place) << std::flush;
+}
+
+void TerminalListener::showHere(Diagnostic diagnostic) {
+    const CommandText* const command = currentCommand();
+    if (command != nullptr && !command->file.empty()) {
+        diagnostic.file = command->file;
+        diagnostic.line = command->line;
     }
-    showMessageAt(where, level, text);
-    messages_ << sourceWithCaret(place) << std::flush;
+    showDiagnostic(diagnostic);
 }
 
 void TerminalListener::show(const ParserMessageReported& report) {
-    showMessageAt(currentPlace(), report.warning ? kWarningLevel : kErrorLevel, report.message);
+    Diagnostic diagnostic{.code = diagnostic_code::kRefusedValue,
+                          .level = report.warning ? kWarningLevel : kErrorLevel,
+                          .text = report.message};
+    for (const ParserMessageReported::Argument& argument : report.arguments) {
+        const auto* const text = std::get_if<std::string>(&argument);
+        if (text != nullptr) diagnostic.arguments.push_back(*text);
+    }
+    showHere(std::move(diagnostic));
 }
 
 void TerminalListener::show(const ErrorReported& error) {
-    showMessageAt(currentPlace(), error.level, error.message);
+    showHere({.code = diagnostic_code::kCommand,
+              .level = error.level,
+              .text = error.message,
+              .key = error.text,
+              .arguments = error.arguments});
 }
 
 void TerminalListener::show(const NotesAdded& notes) {
@@ -158,6 +189,7 @@ void TerminalListener::show(const NotesAdded& notes) {
 }
 
 void TerminalListener::show(const TableFinished& table) {
+    if (look_.quiet) return;
     rendering::renderTable(table.shown, renderOptions(),
                            [this](std::string_view piece) { results_ << piece; });
 }
@@ -182,6 +214,8 @@ void TerminalListener::show(const TextPrinted& text) {
     showResult(shown);
 }
 
-void TerminalListener::showResult(const std::string& text) { results_ << text; }
+void TerminalListener::showResult(const std::string& text) {
+    if (!look_.quiet) results_ << text;
+}
 
 }  // namespace vexa::program

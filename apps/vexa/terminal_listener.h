@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "apps/rendering/text_style.h"
+#include "apps/vexa/diagnostics.h"
 #include "backend/pivot/output_log.h"
 
 namespace vexa::program {
@@ -16,6 +17,8 @@ struct TerminalLook {
     bool styledResults = false;  ///< the result stream shows ANSI sequences
     rendering::ColorDepth resultColors = rendering::ColorDepth::none;
     bool colouredMessages = false;  ///< the message stream does
+    bool jsonMessages = false;      ///< messages are written as `diagnosticLine` has them
+    bool quiet = false;             ///< no results, and of messages only warnings and errors
 };
 
 /// Tables, notes and printed text go to `results`, messages to `messages`. Both streams outlive the listener.
@@ -42,10 +45,12 @@ class TerminalListener : public LogListener {
     void show(const Event& /*event*/) {}
 
     [[nodiscard]] rendering::RenderOptions renderOptions() const;
-    void showAt(const SourcePlace& place, int level, std::string_view text);
+    void showAt(const SourcePlace& place, Diagnostic diagnostic);
+    /// At the place of the command that is running.
+    void showHere(Diagnostic diagnostic);
     void showResult(const std::string& text);
-    /// `place`: where it is, with its last colon, or empty.
-    void showMessageAt(std::string_view place, int level, std::string_view text);
+    void showDiagnostic(const Diagnostic& diagnostic);
+    void showSentence(const Diagnostic& diagnostic);
 
     std::ostream& results_;
     std::ostream& messages_;
