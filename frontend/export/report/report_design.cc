@@ -41,7 +41,7 @@ a:focus-visible,button:focus-visible,input:focus-visible,select:focus-visible,[r
 .table,figure{overflow-x:auto;position:relative;width:fit-content;min-width:min(100%,40rem);max-width:100%;background:var(--paper);border:1px solid var(--line);border-radius:10px;padding:1rem 1.2rem}
 :target{outline:2px solid var(--accent);outline-offset:3px}
 table{border-collapse:collapse}
-caption{caption-side:top;text-align:left;padding-bottom:.4rem;width:0;min-width:100%}caption>div{width:max-content;max-width:min(42em,85vw)}
+caption{caption-side:top;text-align:left;padding-bottom:.4rem;width:0;min-width:100%}caption>div{width:max-content;max-width:min(42em,85vw)}.side+.main caption>div{max-width:min(42em,100vw - 27rem)}
 .table p{margin:.4rem 0 0}
 .layer+.layer,.table>table:not(:first-child){margin-top:1.2rem}
 .footnotes{list-style:none;margin:.5rem 0 0;padding:0}
@@ -54,7 +54,7 @@ pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;
 .notes{display:grid;grid-template-columns:max-content minmax(0,1fr);gap:.1rem 1rem;font-size:.9rem}.notes dt{color:var(--soft)}.notes dd{margin:0;overflow-wrap:anywhere}
 .choose{margin:0 0 .6rem}.choose label{margin-right:1rem}
 [hidden]{display:none!important}
-@media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}}
+@media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}.side+.main caption>div{max-width:80vw}}
 @media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}figure,table,tr{break-inside:avoid}h2,h3,h4,h5,h6,.log{break-after:avoid}.footnotes,.table>p,.layer>p{break-before:avoid}.break{break-before:page}}
 )";
 
