@@ -19,6 +19,7 @@
 #include "bench/measure.h"
 #include "bench/process_memory.h"
 #include "bench/ratios.h"
+#include "bench/study_tables.h"
 #include "frontend/document/viewer_document.h"
 #include "frontend/export/export_document.h"
 
@@ -27,58 +28,6 @@ namespace vexa::bench {
 namespace {
 
 using frontend::ViewerDocument;
-
-constexpr std::size_t kRows = 40;
-constexpr std::size_t kColumns = 8;
-
-/// What a study of one seed measured; the script makes the same numbers.
-std::array<double, kRows * kColumns> measured(std::size_t seed) {
-    std::array<double, kRows * kColumns> values{};
-    std::uint32_t random = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
-    for (double& value : values) {
-        random = random * 1664525U + 1013904223U;
-        value = static_cast<double>(random >> 8) / 1000;
-    }
-    return values;
-}
-
-std::string titleOf(std::size_t seed) { return "Measured values of study " + std::to_string(seed); }
-
-tables::TableDimension numbered(const std::string& label, std::size_t categories) {
-    tables::TableDimension made;
-    made.label = label;
-    for (std::size_t i = 0; i < categories; ++i) {
-        made.categories.push_back({label + ' ' + std::to_string(i), tables::noGroup, {}, {}, {}});
-    }
-    return made;
-}
-
-tables::Table studyTable(std::size_t seed) {
-    std::vector<tables::TableDimension> dimensions{numbered("Variable", kRows),
-                                                   numbered("Statistic", kColumns)};
-    for (tables::TableCategory& category : dimensions[1].categories) {
-        category.format = {tables::FormatKind::plain, 8, 2};
-    }
-    tables::TableDataBuilder data(std::move(dimensions));
-    tables::Place place = 0;
-    for (const double value : measured(seed)) data.setNumber(place++, value);
-    tables::TableView view;
-    view.title = titleOf(seed);
-    view.rows = {0};
-    view.columns = {1};
-    return tables::makeTable(data.finish(), std::move(view));
-}
-
-ViewerDocument documentOf(std::int64_t count) {
-    ViewerDocument document;
-    for (std::int64_t i = 0; i < count; ++i) {
-        frontend::Item item;
-        item.label = "Measured values";
-        item.content = frontend::TableContent{studyTable(static_cast<std::size_t>(i))};
-        document.add(std::move(item));
-    }
-    return document;
-}
 
 frontend::ExportRequest requestFor(const std::string& format, const std::string& file) {
     frontend::ExportRequest request;
@@ -119,19 +68,19 @@ std::string_view converted(double value, std::array<char, 64>& digits) {
 using NumberText = std::string_view (*)(double, std::array<char, 64>&);
 
 /// One table of a page, as somebody would write it who wants nothing but this table.
-void appendStraight(std::string& page, std::size_t seed, const std::array<double, kRows * kColumns>& values,
+void appendStraight(std::string& page, std::size_t seed, const StudyValues& values,
                     NumberText text) {
     page +=
         "<table class=\"t\">\n<caption>" + titleOf(seed) + "</caption>\n<thead>\n<tr><th scope=\"col\"></th>";
-    for (std::size_t column = 0; column < kColumns; ++column)
+    for (std::size_t column = 0; column < kStudyColumns; ++column)
         page += "<th scope=\"col\">Statistic " + std::to_string(column) + "</th>";
     page += "</tr>\n</thead>\n<tbody>\n";
     std::array<char, 64> digits{};
-    for (std::size_t row = 0; row < kRows; ++row) {
+    for (std::size_t row = 0; row < kStudyRows; ++row) {
         page += "<tr><th scope=\"row\">Variable " + std::to_string(row) + "</th>";
-        for (std::size_t column = 0; column < kColumns; ++column) {
+        for (std::size_t column = 0; column < kStudyColumns; ++column) {
             page += "<td class=\"n\">";
-            page += text(values[row * kColumns + column], digits);
+            page += text(values[row * kStudyColumns + column], digits);
             page += "</td>";
         }
         page += "</tr>\n";
@@ -141,7 +90,7 @@ void appendStraight(std::string& page, std::size_t seed, const std::array<double
 
 void writeStraight(benchmark::State& state, const std::string& name, NumberText text) {
     const ScratchFolder folder;
-    std::vector<std::array<double, kRows * kColumns>> study;
+    std::vector<StudyValues> study;
     for (std::int64_t i = 0; i < state.range(0); ++i) study.push_back(measured(static_cast<std::size_t>(i)));
     measure(state, name + "/" + std::to_string(state.range(0)), state.range(0), [&] {
         std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head><title>March</title></head>\n<body>\n";

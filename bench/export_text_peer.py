@@ -43,4 +43,5 @@ def main():
     print((time.process_time_ns() - start) / len(study))
 
 
-main()
+if __name__ == "__main__":
+    main()

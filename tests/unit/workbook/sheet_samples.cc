@@ -6,19 +6,15 @@
 
 #include "backend/tables/formats/number_text.h"
 #include "frontend/export/picture_files.h"
+#include "frontend/export/workbook/sheet_place.h"
 #include "tests/unit/export/export_samples.h"
+#include "tests/unit/workbook/sheet_invariants.h"
 
 namespace vexa::frontend {
 
 namespace {
 
-std::string placeName(std::uint32_t row, std::uint32_t column) {
-    std::string letters;
-    for (std::uint32_t rest = column + 1; rest > 0; rest = (rest - 1) / 26) {
-        letters.insert(letters.begin(), static_cast<char>('A' + (rest - 1) % 26));
-    }
-    return letters + std::to_string(row + 1);
-}
+std::string placeName(std::uint32_t row, std::uint32_t column) { return sheetPlaceName({row, column}); }
 
 }  // namespace
 
@@ -26,9 +22,19 @@ BuiltSheet::BuiltSheet(const std::string& items, const SheetLimits& limits, bool
                        const ExportRequest& request) {
     ViewerDocument document;
     fill(document, items);
+    build(document, limits, notesAndCaptions, request);
+}
+
+BuiltSheet::BuiltSheet(const ViewerDocument& document, const SheetLimits& limits, bool notesAndCaptions,
+                       const ExportRequest& request) {
+    build(document, limits, notesAndCaptions, request);
+}
+
+void BuiltSheet::build(const ViewerDocument& document, const SheetLimits& limits, bool notesAndCaptions,
+                       const ExportRequest& request) {
     ExportSelection selection;
-    selection.layers =
-        request.layers == ExportedLayers::all ? ExportedParts::all : ExportedParts::printSetting;
+    if (request.layers == ExportedLayers::all) selection.layers = ExportedParts::all;
+    if (request.modelViews == ExportedLayers::all) selection.views = ExportedParts::all;
     selection.hiddenItems = request.items == ExportedItems::all;
     const ExportPlan plan = planExport(document.outline(), selection);
     const ExportSurroundings surroundings;
@@ -36,6 +42,19 @@ BuiltSheet::BuiltSheet(const std::string& items, const SheetLimits& limits, bool
     PictureFiles pictures(request, {}, {}, {}, files, report);
     content = buildSheet({document, plan, request, surroundings, files, report, pictures}, limits,
                          notesAndCaptions);
+    if (!report.failed()) expectInvariants(content, limits);
+}
+
+double BuiltSheet::widthOf(const std::string& column) const {
+    for (const auto& [number, width] : content.widths) {
+        if (placeName(0, number) == column + "1") return width;
+    }
+    return 0;
+}
+
+double BuiltSheet::heightOf(std::uint32_t row) const {
+    const auto found = content.heights.find(row - 1);
+    return found == content.heights.end() ? 0 : found->second;
 }
 
 const SheetCell* BuiltSheet::find(const std::string& cell) const {
