@@ -5,6 +5,7 @@
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
 #include "frontend/export/html/html_page.h"
+#include "frontend/export/pdf/pdf_document.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/export/report/report_page.h"
 #include "frontend/export/text/text_page.h"
@@ -63,7 +64,6 @@ std::string documentFileOf(const ExportRequest& request) {
 
 /// The first format asked for that there is no exporter of; empty where there is none.
 std::string missingFormat(const ExportRequest& request) {
-    if (request.pdf) return "PDF";
     if (request.ppt) return "PPT";
     if (request.xls) return "XLS";
     if (request.xlsx) return "XLSX";
@@ -111,6 +111,9 @@ class Export {
         } else if (!missing.empty()) {
             report_.fail(ExportError::other,
                          composed("This version cannot export to the format ^1 yet."_text, {missing}));
+        } else if (request_.pdf && !canWritePdf()) {
+            report_.fail(ExportError::other,
+                         translated("This build of the program cannot write PDF."_text.key()));
         } else {
             static_cast<void>(pictures_.checkFolders());
         }
@@ -129,6 +132,9 @@ class Export {
                   [&](const ByteSink& out) { return writeReport(task(reported), out); });
         }
         if (request_.doc) writeWordDocument(task(plan));
+        if (request_.pdf) {
+            write(request_.pdf->file, [&](const ByteSink& out) { return writePdf(task(plan), out); });
+        }
         if (request_.text) {
             write(request_.text->file, [&](const ByteSink& out) { return writeTextPage(task(plan), out); });
         }

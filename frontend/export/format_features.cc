@@ -1,6 +1,7 @@
 #include "frontend/export/format_features.h"
 
 #include "frontend/export/html/html_features.h"
+#include "frontend/export/pdf/pdf_features.h"
 #include "frontend/export/report/report_features.h"
 #include "frontend/export/text/text_features.h"
 
@@ -12,6 +13,7 @@ constexpr std::array formats{
     &htmlFeatures,
     &reportFeatures,
     &textFeatures,
+    &pdfFeatures,
 };
 
 }  // namespace

@@ -53,4 +53,6 @@ std::uint64_t mostUnpacked(std::uint64_t packedBytes) {
 
 std::uint32_t crcOf(std::string_view text) { return libdeflate_crc32(0, text.data(), text.size()); }
 
+std::uint32_t adlerOf(std::string_view text) { return libdeflate_adler32(1, text.data(), text.size()); }
+
 }  // namespace vexa::frontend

@@ -50,4 +50,7 @@ class Inflater {
 /// The checksum that zip archives keep of an entry.
 [[nodiscard]] std::uint32_t crcOf(std::string_view text);
 
+/// The checksum that stands behind deflated bytes in the form of zlib.
+[[nodiscard]] std::uint32_t adlerOf(std::string_view text);
+
 }  // namespace vexa::frontend

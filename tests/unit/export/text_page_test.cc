@@ -140,9 +140,6 @@ TEST(ExportDocument, NumbersFailures) {
     EXPECT_EQ(codeOf(R"({"type": "text", "text": "a"})"), 7);
     request.html.reset();
     EXPECT_EQ(codeOf(R"({"type": "text", "text": "a"})"), 5);
-    request.pdf = PdfExport{};
-    request.pdf->file = folder.file("a.pdf");
-    EXPECT_EQ(codeOf(R"({"type": "text", "text": "a"})"), 15);
     EXPECT_EQ(folder.names(), "");
 }
 

@@ -1,0 +1,147 @@
+#include "frontend/export/pdf/picture_forms.h"
+
+#include <cairo-pdf.h>
+
+#include <exception>
+#include <map>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFObjectHandle.hh>
+#include <qpdf/QPDFPageDocumentHelper.hh>
+#include <qpdf/QPDFPageObjectHelper.hh>
+
+#include "backend/strings/dictionary.h"
+#include "frontend/drawing/bounded_work.h"
+#include "frontend/drawing/cairo_drawing.h"
+#include "frontend/drawing/picture_style.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+constexpr int deepestObject = 100;
+
+cairo_status_t appendBytes(void* to, const unsigned char* bytes, unsigned int length) {
+    static_cast<std::string*>(to)->append(reinterpret_cast<const char*>(bytes), length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+/// A file of one page, behind a byte that says whether it is one; else the reason.
+std::string drawPage(const Picture& picture, const ItemSize& size) {
+    std::string page = "+";
+    std::string reason;
+    const CairoSurface surface(
+        cairo_pdf_surface_create_for_stream(appendBytes, &page, size.width, size.height));
+    {
+        const CairoContext context(cairo_create(surface.get()));
+        if (!drawOnCairo(context.get(), picture, size.width, size.height, reason)) return "-" + reason;
+        cairo_show_page(context.get());
+    }
+    cairo_surface_finish(surface.get());
+    if (!isWell(cairo_surface_status(surface.get()), reason)) return "-" + reason;
+    return page;
+}
+
+std::string drawApart(const Picture& picture, const ItemSize& size, std::string& reason) {
+    const WorkLimits limits;
+    std::string page;
+    switch (workApart([&] { return drawPage(picture, size); }, limits, page)) {
+        case WorkEnd::done:
+            break;
+        case WorkEnd::tooLong:
+            reason =
+                composed("Drawing it took longer than ^1 seconds."_text, {std::to_string(limits.seconds)});
+            return {};
+        case WorkEnd::crashed:
+            reason = translated("Drawing it took more memory than a picture may take, or failed."_text);
+            return {};
+        case WorkEnd::noProcess:
+            reason = translated("The system gave no process to draw it in."_text);
+            return {};
+    }
+    const bool isPage = page.front() == '+';
+    page.erase(0, 1);
+    if (isPage) return page;
+    reason = page.empty() ? translated("It cannot be drawn."_text) : page;
+    return {};
+}
+
+/// Copies objects of another file, with what they refer to.
+class ObjectCopier {
+  public:
+    explicit ObjectCopier(PdfFile& file) : file_(file) {}
+
+    PdfObject copy(QPDFObjectHandle object) {
+        const PdfObject number = file_.reserve();
+        if (object.isIndirect()) copied_[object.getObjGen()] = number;
+        if (!object.isStream()) {
+            file_.write(number, bodyOf(object, 0));
+            return number;
+        }
+        QPDFObjectHandle dictionary = object.getDict();
+        std::string entries;
+        for (const std::string& key : dictionary.getKeys()) {
+            if (key != "/Length") entries += key + " " + textOf(dictionary.getKey(key), 0);
+        }
+        const std::shared_ptr<Buffer> data = object.getRawStreamData();
+        const std::string_view bytes(reinterpret_cast<const char*>(data->getBuffer()), data->getSize());
+        file_.writeStream(number, entries, bytes, !dictionary.hasKey("/Filter"));
+        return number;
+    }
+
+  private:
+    std::string textOf(QPDFObjectHandle object, int depth) {
+        if (object.isIndirect()) {
+            const auto found = copied_.find(object.getObjGen());
+            const PdfObject number = found == copied_.end() ? copy(object) : found->second;
+            return std::to_string(number) + " 0 R";
+        }
+        return depth > deepestObject ? "null" : bodyOf(object, depth);
+    }
+
+    std::string bodyOf(QPDFObjectHandle object, int depth) {
+        std::string text;
+        if (object.isArray()) {
+            for (QPDFObjectHandle each : object.getArrayAsVector()) {
+                text += (text.empty() ? "[" : " ") + textOf(each, depth + 1);
+            }
+            return text.empty() ? "[]" : text + "]";
+        }
+        if (!object.isDictionary()) return object.unparse();
+        for (const std::string& key : object.getKeys()) {
+            text += key + " " + textOf(object.getKey(key), depth + 1);
+        }
+        return "<<" + text + ">>";
+    }
+
+    PdfFile& file_;
+    std::map<QPDFObjGen, PdfObject> copied_;
+};
+
+}  // namespace
+
+PdfObject addPictureForm(PdfFile& file, const Picture& picture, const std::string& rules,
+                         const ItemSize& size, std::string& reason) {
+    const bool isStyled = picture.form == PictureForm::svg && !rules.empty();
+    const std::string page =
+        isStyled ? drawApart({picture.form, applyRules(picture.bytes, rules), picture.width, picture.height},
+                             size, reason)
+                 : drawApart(picture, size, reason);
+    if (page.empty()) return 0;
+    try {
+        QPDF drawn;
+        drawn.setSuppressWarnings(true);
+        drawn.processMemoryFile("picture", page.data(), page.size());
+        const std::vector<QPDFPageObjectHelper> pages = QPDFPageDocumentHelper(drawn).getAllPages();
+        if (!pages.empty()) {
+            QPDFPageObjectHelper first = pages.front();
+            return ObjectCopier(file).copy(first.getFormXObjectForPage());
+        }
+    } catch (const std::exception& problem) {
+        reason = problem.what();
+        return 0;
+    }
+    reason = translated("It cannot be drawn."_text);
+    return 0;
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,185 @@
+#include "frontend/export/pdf/run_writer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "backend/text/utf8.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+constexpr double noticeable = 0.5;  // thousandths
+
+/// The operators of one run.
+class Operators {
+  public:
+    Operators(PdfFont& font, bool byName, std::string& out) : font_(font), byName_(byName), out_(out) {}
+
+    void cluster(std::span<const PlacedGlyph> glyphs, std::string_view text) {
+        const bool isPlain = glyphs.size() == 1 && glyphs[0].isShown && !glyphs[0].isMissing;
+        if (byName_) {
+            show(glyphs[0], westernCode(decodeUtf8(text).code));
+        } else if (isPlain && font_.use(glyphs[0].id, text)) {
+            show(glyphs[0], 0);
+        } else if (std::none_of(glyphs.begin(), glyphs.end(),
+                                [](const PlacedGlyph& each) { return each.isShown; })) {
+            for (const PlacedGlyph& each : glyphs) adjust(-each.advance);
+        } else {
+            replaced(glyphs, text);
+        }
+    }
+
+    void finish() { closeArray(); }
+
+  private:
+    /// Letters that do not say themselves which text they stand for.
+    void replaced(std::span<const PlacedGlyph> glyphs, std::string_view text) {
+        closeArray();
+        out_ += "/Span<</ActualText<FEFF";
+        appendHexUtf16(out_, text);
+        out_ += ">>>BDC ";
+        for (const PlacedGlyph& each : glyphs) {
+            if (each.isShown) {
+                static_cast<void>(font_.use(each.id, {}));
+                show(each, 0);
+            } else {
+                adjust(-each.advance);
+            }
+        }
+        closeArray();
+        out_ += "EMC ";
+    }
+
+    void show(const PlacedGlyph& glyph, unsigned char code) {
+        if (std::abs(glyph.y) > noticeable) {
+            closeArray();
+            rise(glyph.y);
+        }
+        adjust(-glyph.x);
+        if (!isString_) openString();
+        if (byName_) {
+            constexpr std::string_view digits = "0123456789ABCDEF";
+            array_ += digits[code >> 4U];
+            array_ += digits[code & 0xFU];
+        } else {
+            appendHexCode(array_, glyph.id);
+        }
+        adjust(glyph.x + font_.advance(glyph.id) - glyph.advance);
+        if (std::abs(glyph.y) > noticeable) {
+            closeArray();
+            rise(0);
+        }
+    }
+
+    void rise(double thousandths) {
+        appendNumber(out_, thousandths * risePerThousandth);
+        out_ += " Ts ";
+    }
+
+    /// Goes back by that much; rounding does not add up.
+    void adjust(double thousandths) {
+        owed_ += thousandths;
+        if (std::abs(owed_) <= noticeable) return;
+        if (isString_) array_ += '>';
+        isString_ = false;
+        appendNumber(array_, owed_);
+        owed_ = 0;
+        isArray_ = true;
+    }
+
+    void openString() {
+        array_ += '<';
+        isString_ = true;
+        ++strings_;
+    }
+
+    void closeArray() {
+        if (isString_) array_ += '>';
+        if (!array_.empty() && !isArray_ && strings_ == 1) {
+            out_ += array_ + "Tj ";
+        } else if (!array_.empty()) {
+            out_ += "[" + array_ + "]TJ ";
+        }
+        array_.clear();
+        isString_ = false;
+        isArray_ = false;
+        strings_ = 0;
+    }
+
+  public:
+    double risePerThousandth = 0;
+
+  private:
+    PdfFont& font_;
+    bool byName_;
+    std::string& out_;
+    std::string array_;
+    bool isString_ = false;
+    bool isArray_ = false;
+    int strings_ = 0;
+    double owed_ = 0;
+};
+
+/// The letters of the cluster that begins at `begin`.
+std::span<const PlacedGlyph> clusterAt(std::span<const PlacedGlyph> glyphs, std::size_t begin) {
+    std::size_t end = begin + 1;
+    while (end < glyphs.size() && glyphs[end].textBegin == glyphs[begin].textBegin) ++end;
+    return glyphs.subspan(begin, end - begin);
+}
+
+std::string_view textOf(const PlacedGlyph& glyph, std::string_view text) {
+    return text.substr(glyph.textBegin, glyph.textEnd - glyph.textBegin);
+}
+
+/// Whether every letter is the usual one of one character that fonts can be asked for by name.
+bool canShowByName(const PdfFont& font, std::span<const PlacedGlyph> glyphs, std::string_view text) {
+    for (const PlacedGlyph& each : glyphs) {
+        const std::string_view own = textOf(each, text);
+        if (own.empty() || !each.isShown || each.isMissing) return false;
+        const Utf8Character character = decodeUtf8(own);
+        hb_codepoint_t usual = 0;
+        if (character.length != own.size() || westernCode(character.code) == 0 ||
+            hb_font_get_nominal_glyph(font.handle(), character.code, &usual) == 0 || usual != each.id) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+void RunWriter::append(const FontShape& shape, double size, std::span<const PlacedGlyph> glyphs,
+                       std::string_view text, ShapedLine& line) {
+    PdfFont& font = fonts_.at(shape.id);
+    ShapedRun& run = line.runs.emplace_back();
+    run.font = shape;
+    run.begin = line.width;
+    run.byName = preferNames_ && canShowByName(font, glyphs, text);
+    if (run.byName) {
+        font.useByName();
+    } else if (preferNames_) {
+        hasEmbedded_ = true;
+    }
+    Operators operators(font, run.byName, run.operators);
+    operators.risePerThousandth = size / 1000;
+    double advance = 0;
+    for (std::size_t i = 0; i < glyphs.size();) {
+        const std::span<const PlacedGlyph> cluster = clusterAt(glyphs, i);
+        operators.cluster(cluster, textOf(cluster[0], text));
+        for (const PlacedGlyph& each : cluster) {
+            if (each.isMissing) {
+                line.missing.push_back({static_cast<float>(line.width + advance * size / 1000),
+                                        static_cast<float>(each.advance * size / 1000)});
+            }
+            advance += each.advance;
+        }
+        i += cluster.size();
+    }
+    operators.finish();
+    line.width += static_cast<float>(advance * size / 1000);
+    line.ascent = std::max(line.ascent, static_cast<float>(font.ascent() * size / 1000));
+    line.descent = std::max(line.descent, static_cast<float>(font.descent() * size / 1000));
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,236 @@
+#include "frontend/export/pdf/table_flow.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "frontend/export/pdf/table_looks.h"
+#include "frontend/export/pdf/table_measures.h"
+#include "frontend/export/pdf/table_notes.h"
+#include "frontend/export/pdf/table_painter.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+using tables::GridText;
+using tables::TableGrid;
+
+constexpr double titleGap = 3;     // below title and layer, above caption and footnotes
+constexpr double partGap = 12;     // between columns that stand below each other
+constexpr double linesAround = 2;  // for what lines take beyond the rows
+
+class TableFlow {
+  public:
+    TableFlow(const TableGrid& grid, TextShaper& shaper, StructureTree& structure, PageFlow& flow)
+        : grid_(grid),
+          structure_(structure),
+          flow_(flow),
+          measures_(grid, shaper, flow.width()),
+          shaper_(shaper),
+          notes_(grid, shaper, structure, flow) {}
+
+    TablePages write() {
+        TablePages pages;
+        pages.hasLongLabels = measures_.hasLongLabels();
+        const double header = rowsHeight(0, grid_.headerRows);
+        repeated_ = header <= flow_.bodyHeight() / 2 ? grid_.headerRows : 0;
+        reserveBegin(header);
+        pages.begin = flow_.place();
+        // Not before, since headings that waited for it come first.
+        painter_.emplace(grid_, measures_, shaper_, structure_, flow_);
+        writeTitle();
+        if (grid_.rows > 0 && grid_.columns > 0) {
+            for (const ColumnRange& range : measures_.ranges()) writeRange(range);
+        } else {
+            notes_.write({}, true);
+        }
+        painter_->finish();
+        return pages;
+    }
+
+  private:
+    [[nodiscard]] double rowsHeight(std::uint32_t begin, std::uint32_t end) const {
+        double height = 0;
+        for (std::uint32_t row = begin; row < end; ++row) height += measures_.rowHeight(row);
+        return height;
+    }
+
+    [[nodiscard]] ParagraphLook look(const GridText& text, double width) const {
+        ParagraphLook look = paragraphLook(grid_.styles[text.style].look);
+        look.width = width;
+        return look;
+    }
+
+    [[nodiscard]] double heightOf(const GridText& text) {
+        return text.text.empty() ? 0 : flow_.heightOf(look(text, 0), text.text);
+    }
+
+    [[nodiscard]] double titleHeight() {
+        const double height = heightOf(grid_.title) + heightOf(grid_.layer);
+        return height > 0 ? height + titleGap : 0;
+    }
+    [[nodiscard]] double captionHeight() {
+        return grid_.caption.text.empty() ? 0 : heightOf(grid_.caption) + titleGap;
+    }
+
+    /// A table that fits on one page stands on one, else its first rows stand with its title.
+    void reserveBegin(double header) {
+        const bool isOneRange = measures_.ranges().size() == 1;
+        const double whole = titleHeight() + rowsHeight(0, grid_.rows) +
+                             (isOneRange ? captionHeight() + notes_.wholeHeight() + titleGap : 0) +
+                             linesAround;
+        if (whole <= flow_.freshRest()) return flow_.reserve(whole);
+        const std::uint32_t first = std::min(grid_.headerRows + 2, grid_.rows);
+        const double least = titleHeight() + header + rowsHeight(grid_.headerRows, first) + linesAround;
+        flow_.reserve(std::min(least, flow_.freshRest()));
+    }
+
+    void writeTitle() {
+        if (grid_.title.text.empty() && grid_.layer.text.empty()) return;
+        StructureElement caption = structure_.open("Caption", painter_->element());
+        const double width = measures_.width(measures_.ranges().front());
+        if (!grid_.title.text.empty()) flow_.write(look(grid_.title, width), grid_.title.text, &caption);
+        if (!grid_.layer.text.empty()) flow_.write(look(grid_.layer, width), grid_.layer.text, &caption);
+        structure_.close(caption);
+        flow_.advance(titleGap);
+    }
+
+    void writeRange(const ColumnRange& range) {
+        TablePart part;
+        part.columns = range;
+        part.isFirstRange = &range == &measures_.ranges().front();
+        part.isLastRange = &range == &measures_.ranges().back();
+        part.headerRows = repeated_;
+        if (!part.isFirstRange) {
+            flow_.leaveSpace(partGap);
+            const double whole = rowsHeight(0, grid_.rows) + linesAround;
+            flow_.reserve(std::min(whole, flow_.freshRest()));
+        }
+        part.firstRow = repeated_;
+        if (part.firstRow == grid_.rows) {  // a header alone
+            part.endRow = grid_.rows;
+            writePart(part, part.isLastRange);
+            return;
+        }
+        while (part.firstRow < grid_.rows) {
+            const bool fits = findEnd(part);
+            if (!fits && !flow_.isAtTop()) {
+                beginPage();
+                continue;
+            }
+            if (!fits) {
+                cutRow(part);
+            } else {
+                writePart(part, part.isLastRange && part.endRow == grid_.rows);
+            }
+            part.firstRow = part.endRow;
+            if (part.firstRow < grid_.rows) beginPage();
+        }
+    }
+
+    void beginPage() {
+        flow_.breakPage();
+        flow_.reserve(0);
+    }
+
+    /// Adds the notes of a row's cells that the part shows; of the header when `row` is within it.
+    double addNotes(std::uint32_t row, const TablePart& part) {
+        if (grid_.footnotes.empty()) return 0;
+        double height = 0;
+        for (const tables::GridCell& cell : grid_.row(row)) {
+            const bool isLabel = cell.column < grid_.labelColumns;
+            const bool isSeen = isLabel || (cell.column < part.columns.end &&
+                                            cell.column + cell.columnSpan > part.columns.begin);
+            if (isSeen) height += notes_.add(cell);
+        }
+        return height;
+    }
+
+    /// As many rows as the page has room for, with their footnotes; false when that is none.
+    bool findEnd(TablePart& part) {
+        notes_.begin();
+        part.cutHeight = 0;
+        part.endRow = part.firstRow;
+        double height = linesAround;
+        for (std::uint32_t row = 0; row < part.headerRows; ++row) {
+            height += measures_.rowHeight(row) + addNotes(row, part);
+        }
+        if (!grid_.footnotes.empty()) {
+            TablePart first = part;
+            first.endRow = part.firstRow + 1;
+            for (const SeenCell& each : painter_->cellsOf(first)) {
+                if (each.beginsAbove) height += notes_.add(grid_.cells[each.cell]);
+            }
+        }
+        const double room = flow_.rest();
+        while (part.endRow < grid_.rows) {
+            const TablePart before = part;
+            height += measures_.rowHeight(part.endRow) + addNotes(part.endRow, part);
+            const bool isLast = part.isLastRange && part.endRow + 1 == grid_.rows;
+            const double below = isLast ? captionHeight() + notes_.unlistedHeight() : 0;
+            if (height + below > room &&
+                !(isLast && part.endRow == part.firstRow && flow_.isAtTop() && height <= room)) {
+                if (part.endRow > part.firstRow) recount(before);
+                return part.endRow > part.firstRow;
+            }
+            ++part.endRow;
+        }
+        return true;
+    }
+
+    /// Lists the footnotes of a part again, after those of a row that does not fit were added.
+    void recount(const TablePart& part) {
+        if (grid_.footnotes.empty()) return;
+        notes_.begin();
+        for (const SeenCell& each : painter_->cellsOf(part)) notes_.add(grid_.cells[each.cell]);
+    }
+
+    void writePart(const TablePart& part, bool isLast) {
+        painter_->draw(part);
+        flow_.advance(linesAround / 2);
+        const std::vector<MarkPlace> marks = painter_->takeMarks();
+        if (isLast && !grid_.caption.text.empty()) {
+            flow_.leaveSpace(titleGap);
+            StructureElement caption = structure_.open("P", structure_.document());
+            flow_.write(look(grid_.caption, measures_.width(part.columns)), grid_.caption.text, &caption);
+            structure_.close(caption);
+        }
+        flow_.leaveSpace(titleGap);
+        notes_.write(marks, isLast);
+    }
+
+    /// A row that is higher than a page: each page shows as many lines of its cells as it has room for.
+    void cutRow(TablePart& part) {
+        part.endRow = part.firstRow + 1;
+        recount(part);
+        for (;;) {
+            part.cutHeight = std::max(1.0, flow_.rest() - rowsHeight(0, part.headerRows) - linesAround);
+            if (painter_->draw(part)) break;
+            beginPage();
+        }
+        part.cutHeight = 0;
+        if (part.endRow == grid_.rows && part.isLastRange && !grid_.caption.text.empty()) {
+            StructureElement caption = structure_.open("P", structure_.document());
+            flow_.write(look(grid_.caption, 0), grid_.caption.text, &caption);
+            structure_.close(caption);
+        }
+        notes_.write(painter_->takeMarks(), part.isLastRange && part.endRow == grid_.rows);
+    }
+
+    const TableGrid& grid_;
+    StructureTree& structure_;
+    PageFlow& flow_;
+    TableMeasures measures_;
+    TextShaper& shaper_;
+    std::optional<TablePainter> painter_;
+    TableNotes notes_;
+    std::uint32_t repeated_ = 0;  // rows of the header
+};
+
+}  // namespace
+
+TablePages writeTable(const TableGrid& grid, TextShaper& shaper, StructureTree& structure, PageFlow& flow) {
+    return TableFlow(grid, shaper, structure, flow).write();
+}
+
+}  // namespace vexa::frontend
