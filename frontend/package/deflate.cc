@@ -51,7 +51,9 @@ std::uint64_t mostUnpacked(std::uint64_t packedBytes) {
     return packedBytes * mostOfAByte;
 }
 
-std::uint32_t crcOf(std::string_view text) { return libdeflate_crc32(0, text.data(), text.size()); }
+std::uint32_t crcOf(std::string_view text, std::uint32_t before) {
+    return text.empty() ? before : libdeflate_crc32(before, text.data(), text.size());
+}
 
 std::uint32_t adlerOf(std::string_view text) { return libdeflate_adler32(1, text.data(), text.size()); }
 

@@ -47,8 +47,8 @@ class Inflater {
 /// The most that deflated bytes can unpack to.
 [[nodiscard]] std::uint64_t mostUnpacked(std::uint64_t packedBytes);
 
-/// The checksum that zip archives keep of an entry.
-[[nodiscard]] std::uint32_t crcOf(std::string_view text);
+/// The checksum that zip archives keep of an entry; `before` is that of what stands before `text`.
+[[nodiscard]] std::uint32_t crcOf(std::string_view text, std::uint32_t before = 0);
 
 /// The checksum that stands behind deflated bytes in the form of zlib.
 [[nodiscard]] std::uint32_t adlerOf(std::string_view text);

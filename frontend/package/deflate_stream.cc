@@ -1,0 +1,152 @@
+#include "frontend/package/deflate_stream.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace vexa::frontend {
+namespace {
+
+// The longest block that is not compressed.
+constexpr std::size_t mostStored = 0xFFFF;
+// A block without bytes, and the same as the last one of all.
+constexpr std::string_view emptyBlock("\x00\x00\x00\xFF\xFF", 5);
+constexpr std::string_view lastBlock("\x01\x00\x00\xFF\xFF", 5);
+
+/// Where the last block of deflated bytes begins and ends, in bits.
+struct LastBlock {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+};
+
+/// False where the bytes are no deflated ones.
+bool findLastBlock(const std::string& packed, LastBlock& found) {
+    constexpr int atBlock = 128;
+    constexpr int inLastBlock = 64;
+    constexpr int unusedBits = 7;
+    z_stream stream{};
+    if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) {
+        return false;
+    }
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the library only reads there
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
+    stream.avail_in = static_cast<uInt>(packed.size());
+    std::array<Bytef, 64U << 10U> scratch{};
+    bool isAtEnd = false;
+    for (int result = Z_OK; result == Z_OK && !isAtEnd;) {
+        stream.next_out = scratch.data();
+        stream.avail_out = static_cast<uInt>(scratch.size());
+        result = inflate(&stream, Z_BLOCK);
+        if ((stream.data_type & atBlock) != 0) {
+            const auto taken = static_cast<std::uint64_t>(packed.size() - stream.avail_in);
+            const std::uint64_t bits = taken * 8 - static_cast<unsigned>(stream.data_type & unusedBits);
+            isAtEnd = (stream.data_type & inLastBlock) != 0;
+            (isAtEnd ? found.end : found.begin) = bits;
+        }
+    }
+    inflateEnd(&stream);
+    return isAtEnd;
+}
+
+/// Makes of whole deflated bytes a piece behind which others can stand: its last block is no longer the last
+/// one, and it ends with a byte.
+bool openEnd(std::string& packed) {
+    LastBlock last;
+    if (!findLastBlock(packed, last)) {
+        return false;
+    }
+    const auto clear = [&packed](std::uint64_t bit) {
+        char& byte = packed[bit / 8];
+        byte = static_cast<char>(static_cast<unsigned char>(byte) & ~(1U << (bit % 8)));
+    };
+    clear(last.begin);
+    packed.resize((last.end + 7) / 8);
+    for (std::uint64_t bit = last.end; bit < packed.size() * 8; ++bit) {
+        clear(bit);
+    }
+    // The first byte of an empty block is its kind, three bits, and what is missing to a whole byte. It may
+    // be there already.
+    const std::uint64_t left = packed.size() * 8 - last.end;
+    packed += left >= 3 ? emptyBlock.substr(1) : emptyBlock;
+    return true;
+}
+
+void appendStored(std::string& packed, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const std::string_view block = bytes.substr(0, mostStored);
+        const auto length = static_cast<unsigned>(block.size());
+        packed += '\0';
+        for (const unsigned number : {length, ~length}) {
+            packed += static_cast<char>(number & 0xFFU);
+            packed += static_cast<char>(number >> 8U & 0xFFU);
+        }
+        packed += block;
+        bytes.remove_prefix(block.size());
+    }
+}
+
+}  // namespace
+
+DeflateStream::DeflateStream(std::uint64_t limit, unsigned threads, int level)
+    : queue_(threads, level), limit_(limit) {}
+
+PackageResult DeflateStream::write(std::string_view bytes) {
+    while (result_ && !bytes.empty()) {
+        const std::string_view piece = bytes.substr(0, pieceBytes - waiting_.size());
+        waiting_ += piece;
+        bytes.remove_prefix(piece.size());
+        if (waiting_.size() == pieceBytes) {
+            result_ = pushPiece();
+        }
+    }
+    return result_;
+}
+
+PackageResult DeflateStream::pushPiece() {
+    bytes_ += waiting_.size();
+    if (bytes_ > limit_) {
+        return {PackageProblem::beyondLimits, "the size of one item"_text};
+    }
+    crc_ = crcOf(waiting_, crc_);
+    auto job = std::make_unique<PackingJob>();
+    job->limit = pieceBytes;
+    job->content = std::exchange(waiting_, {});
+    queue_.push(std::move(job));
+    // Enough that no core is idle.
+    return queue_.size() > 2 * queue_.threads() + 4 ? takePiece() : PackageResult();
+}
+
+PackageResult DeflateStream::takePiece() {
+    const std::unique_ptr<PackingJob> job = queue_.pop();
+    if (!job->result) {
+        return job->result;
+    }
+    if (job->entry.method == zipStored) {
+        appendStored(packed_, job->bytes);
+    } else if (openEnd(job->packed)) {
+        packed_ += job->packed;
+    } else {
+        return PackageProblem::noMemory;
+    }
+    return {};
+}
+
+PackageResult DeflateStream::finish(ZipEntry& entry, std::string& packed) {
+    if (result_ && !waiting_.empty()) {
+        result_ = pushPiece();
+    }
+    while (result_ && !queue_.empty()) {
+        result_ = takePiece();
+    }
+    packed_ += lastBlock;
+    entry.method = zipDeflated;
+    entry.crc = crc_;
+    entry.bytes = bytes_;
+    entry.packedBytes = packed_.size();
+    packed = std::move(packed_);
+    return result_;
+}
+
+}  // namespace vexa::frontend
