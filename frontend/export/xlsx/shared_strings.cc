@@ -1,0 +1,175 @@
+#include "frontend/export/xlsx/shared_strings.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frontend/export/xlsx/package_xml.h"
+#include "frontend/export/xlsx/style_table.h"
+#include "frontend/export/xlsx/xml_stream.h"
+#include "frontend/package/xml_escapes.h"
+
+namespace vexa::frontend {
+namespace {
+
+constexpr std::size_t pieceBytes = 256U << 10U;
+
+bool isHexadecimal(char byte) {
+    const std::string_view digits = "0123456789abcdefABCDEF";
+    return digits.find(byte) != std::string_view::npos;
+}
+
+/// Whether readers would take what begins here for a character: `_x0041_`.
+bool looksEscaped(std::string_view text) {
+    return text.size() >= 7 && text[0] == '_' && text[1] == 'x' && text[6] == '_' &&
+           std::all_of(text.begin() + 2, text.begin() + 6, isHexadecimal);
+}
+
+void appendText(std::string& out, std::string_view text) {
+    out += "<t";
+    const auto isBlank = [](char byte) { return byte == ' ' || byte == '\n' || byte == '\t'; };
+    if (std::any_of(text.begin(), text.end(), isBlank)) {
+        out += " xml:space=\"preserve\"";
+    }
+    out += '>';
+    appendCellText(out, text);
+    out += "</t>";
+}
+
+/// The start tag of the root with both counts raised. Those that are missing, or no numbers, stay so.
+std::string countedRoot(std::string_view raw, std::size_t uses, std::size_t texts) {
+    std::string tag(raw.substr(0, raw.find_first_of(" \t\r\n/>")));
+    for (const RawAttribute& attribute : attributesOf(raw)) {
+        const bool isCount = attribute.name == "count";
+        constexpr std::size_t none = static_cast<std::size_t>(-1);
+        const std::size_t number =
+            isCount || attribute.name == "uniqueCount" ? numberOr(attribute.value, none) : none;
+        if (number == none) {
+            tag += attribute.whole;
+        } else {
+            tag += " " + std::string(attribute.name) + "=\"";
+            tag += std::to_string(number + (isCount ? uses : texts)) + "\"";
+        }
+    }
+    return tag + ">";
+}
+
+}  // namespace
+
+std::string_view noSharedStrings() {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+           "<sst xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" count=\"0\" "
+           "uniqueCount=\"0\"></sst>";
+}
+
+void appendCellText(std::string& out, std::string_view text) {
+    std::size_t done = 0;
+    const auto flush = [&](std::size_t end) {
+        appendXmlText(out, text.substr(done, end - done), XmlEscapes::replacing);
+        done = end;
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte == '_' && looksEscaped(text.substr(i))) {
+            flush(i);
+            out += "_x005F_";
+            ++done;
+        } else if (byte < 0x20U && byte != '\t' && byte != '\n') {
+            constexpr std::string_view digits = "0123456789ABCDEF";
+            flush(i);
+            out += "_x00";
+            out += digits[byte >> 4U];
+            out += digits[byte & 0xFU];
+            out += '_';
+            ++done;
+        }
+    }
+    flush(text.size());
+}
+
+std::string prefixed(std::string_view xml, std::string_view prefix) {
+    if (prefix.empty()) {
+        return std::string(xml);
+    }
+    std::string text;
+    while (!xml.empty()) {
+        const std::size_t tag = xml.find('<');
+        if (tag == std::string_view::npos) {
+            break;
+        }
+        const std::size_t name = tag + (xml.substr(tag + 1).starts_with('/') ? 2 : 1);
+        text += xml.substr(0, name);
+        text += prefix;
+        xml.remove_prefix(name);
+    }
+    return text.append(xml);
+}
+
+std::size_t SharedStrings::add(const SheetContent& content, const SheetCell& cell) {
+    const std::string_view text = content.text(cell);
+    const std::size_t raised = std::min<std::size_t>(cell.raised, text.size());
+    std::string item = "<si>";
+    if (raised == 0) {
+        appendText(item, text);
+    } else {
+        const SheetStyle& style = content.styles[cell.style];
+        if (raised < text.size()) {
+            item += "<r><rPr>" + fontProperties(style, "rFont") + "</rPr>";
+            appendText(item, text.substr(0, text.size() - raised));
+            item += "</r>";
+        }
+        item += "<r><rPr>" + fontProperties(style, "rFont", "<vertAlign val=\"superscript\"/>") + "</rPr>";
+        appendText(item, text.substr(text.size() - raised));
+        item += "</r>";
+    }
+    item += "</si>";
+    ++uses_;
+    const auto [found, isNew] = known_.try_emplace(std::move(item), count_);
+    if (isNew) {
+        items_ += found->first;
+        ++count_;
+    }
+    return found->second;
+}
+
+PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out, std::size_t& before) const {
+    XmlStream xml(source);
+    std::string waiting;
+    before = 0;
+    PackageResult result;
+    bool isDone = false;
+    const auto finishItems = [&] {
+        if (std::exchange(isDone, true)) {
+            return;
+        }
+        const std::size_t colon = xml.name().find(':');
+        const std::string_view prefix =
+            colon == std::string_view::npos ? std::string_view() : xml.name().substr(0, colon + 1);
+        waiting += prefixed(items_, prefix);
+    };
+    while (result && xml.next()) {
+        const bool isRoot = xml.depth() == 0 && (xml.isStart() || xml.isEnd());
+        if (isRoot && xml.localName() != "sst") {
+            return {PackageProblem::damaged, "a different root element than expected"_text};
+        }
+        before += xml.isStart() && xml.depth() == 1 && xml.localName() == "si" ? 1 : 0;
+        const bool isExtension = xml.isStart() && xml.depth() == 1 && xml.localName() == "extLst";
+        if (isRoot && xml.isStart()) {
+            waiting += countedRoot(xml.raw(), uses_, count_);
+        }
+        if ((isRoot && xml.isWhole() && xml.isStart()) || (isRoot && xml.isEnd()) || isExtension) {
+            finishItems();
+        }
+        if (isRoot && xml.isStart() && xml.isWhole()) {
+            waiting += "</" + std::string(xml.name()) + ">";
+        } else if (!isRoot || xml.isEnd()) {
+            waiting += xml.raw();
+        }
+        if (waiting.size() >= pieceBytes) {
+            result = out.write(waiting);
+            waiting.clear();
+        }
+    }
+    return !result ? result : !xml.result() ? xml.result() : out.write(waiting);
+}
+
+}  // namespace vexa::frontend
