@@ -10,6 +10,7 @@
 #include "frontend/export/report/report_page.h"
 #include "frontend/export/text/text_page.h"
 #include "frontend/export/word/word_document.h"
+#include "frontend/export/xlsx/xlsx_workbook.h"
 
 namespace vexa::frontend {
 
@@ -66,8 +67,6 @@ std::string documentFileOf(const ExportRequest& request) {
 std::string missingFormat(const ExportRequest& request) {
     if (request.ppt) return "PPT";
     if (request.xls) return "XLS";
-    if (request.xlsx) return "XLSX";
-    if (request.xlsm) return "XLSM";
     if (request.emf) return "EMF";
     return {};
 }
@@ -138,6 +137,8 @@ class Export {
         if (request_.text) {
             write(request_.text->file, [&](const ByteSink& out) { return writeTextPage(task(plan), out); });
         }
+        if (request_.xlsx) writeXlsx(task(plan), *request_.xlsx, WorkbookKind::xlsx);
+        if (request_.xlsm) writeXlsx(task(plan), *request_.xlsm, WorkbookKind::xlsm);
     }
 
     void writePictures(const ExportPlan& plan) {

@@ -132,8 +132,7 @@ ByteSource entrySource(const ZipReader& reader, std::size_t place) {
     }
     return [method = entry.method](std::string_view& piece) {
         piece = {};
-        return PackageResult{
-            PackageProblem::otherCompression, "method ^1"_text, {std::to_string(method)}};
+        return PackageResult{PackageProblem::otherCompression, "method ^1"_text, {std::to_string(method)}};
     };
 }
 

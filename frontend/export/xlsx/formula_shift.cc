@@ -135,7 +135,7 @@ class Shift {
         const std::string_view behind = rest_.substr(first.size());
         const std::optional<Half> half =
             behind.starts_with('(') || behind.starts_with('!') || behind.starts_with('[') ? std::nullopt
-                                                                                         : readHalf(first);
+                                                                                          : readHalf(first);
         if (!half) {
             copyNumberOrWord(first);
             return;

@@ -4,6 +4,8 @@
 #include <sstream>
 #include <utility>
 
+#include "frontend/package/xml_writer.h"
+
 namespace vexa::frontend {
 namespace {
 
@@ -48,13 +50,12 @@ std::string PackageXml::named(std::string_view name) const {
 
 std::string_view PackageXml::space() const {
     const std::string prefix = named("");
-    const std::string name =
-        prefix.empty() ? "xmlns" : "xmlns:" + prefix.substr(0, prefix.size() - 1);
+    const std::string name = prefix.empty() ? "xmlns" : "xmlns:" + prefix.substr(0, prefix.size() - 1);
     return root().attribute(name.c_str()).value();
 }
 
 std::string PackageXml::text() const {
-    std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
+    std::string text = XmlWriter(officeXml).take();
     appendNode(text, root());
     return text;
 }

@@ -31,7 +31,7 @@ void appendText(std::string& out, std::string_view text) {
         out += " xml:space=\"preserve\"";
     }
     out += '>';
-    appendCellText(out, text);
+    appendEscapedText(out, text);
     out += "</t>";
 }
 
@@ -61,7 +61,7 @@ std::string_view noSharedStrings() {
            "uniqueCount=\"0\"></sst>";
 }
 
-void appendCellText(std::string& out, std::string_view text) {
+void appendEscapedText(std::string& out, std::string_view text) {
     std::size_t done = 0;
     const auto flush = [&](std::size_t end) {
         appendXmlText(out, text.substr(done, end - done), XmlEscapes::replacing);
@@ -151,7 +151,9 @@ PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out,
         if (isRoot && xml.localName() != "sst") {
             return {PackageProblem::damaged, "a different root element than expected"_text};
         }
-        before += xml.isStart() && xml.depth() == 1 && xml.localName() == "si" ? 1 : 0;
+        if (xml.isStart() && xml.depth() == 1 && xml.localName() == "si") {
+            ++before;
+        }
         const bool isExtension = xml.isStart() && xml.depth() == 1 && xml.localName() == "extLst";
         if (isRoot && xml.isStart()) {
             waiting += countedRoot(xml.raw(), uses_, count_);

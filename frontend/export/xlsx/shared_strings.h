@@ -24,9 +24,9 @@ class SharedStrings {
     PackageResult write(const ByteSource& source, DeflateStream& out, std::size_t& before) const;
 
   private:
-    std::string items_;        ///< their XML, without prefixes
-    std::size_t count_ = 0;    ///< of texts
-    std::size_t uses_ = 0;     ///< of cells
+    std::string items_;                                   ///< their XML, without prefixes
+    std::size_t count_ = 0;                               ///< of texts
+    std::size_t uses_ = 0;                                ///< of cells
     std::unordered_map<std::string, std::size_t> known_;  ///< by XML
 };
 
@@ -35,7 +35,7 @@ class SharedStrings {
 
 /// Appends a text as cells and names have it: what XML cannot hold as `_x001F_`, and what looks like that,
 /// too.
-void appendCellText(std::string& out, std::string_view text);
+void appendEscapedText(std::string& out, std::string_view text);
 
 /// `xml`, whose elements have no prefixes, with `prefix` before each of their names.
 [[nodiscard]] std::string prefixed(std::string_view xml, std::string_view prefix);

@@ -18,15 +18,45 @@ constexpr std::size_t pieceBytes = 256U << 10U;
 constexpr std::uint32_t behindAllRows = std::numeric_limits<std::uint32_t>::max();
 
 // The elements of a worksheet in the order that they must have.
-constexpr std::array<std::string_view, 39> elementOrder{
-    "sheetPr",       "dimension",        "sheetViews",     "sheetFormatPr",     "cols",
-    "sheetData",     "sheetCalcPr",      "sheetProtection", "protectedRanges",  "scenarios",
-    "autoFilter",    "sortState",        "dataConsolidate", "customSheetViews", "mergeCells",
-    "phoneticPr",    "conditionalFormatting", "dataValidations", "hyperlinks",  "printOptions",
-    "pageMargins",   "pageSetup",        "headerFooter",   "rowBreaks",         "colBreaks",
-    "customProperties", "cellWatches",   "ignoredErrors",  "smartTags",         "drawing",
-    "legacyDrawing", "legacyDrawingHF",  "drawingHF",      "picture",           "oleObjects",
-    "controls",      "webPublishItems",  "tableParts",     "extLst"};
+constexpr std::array<std::string_view, 39> elementOrder{"sheetPr",
+                                                        "dimension",
+                                                        "sheetViews",
+                                                        "sheetFormatPr",
+                                                        "cols",
+                                                        "sheetData",
+                                                        "sheetCalcPr",
+                                                        "sheetProtection",
+                                                        "protectedRanges",
+                                                        "scenarios",
+                                                        "autoFilter",
+                                                        "sortState",
+                                                        "dataConsolidate",
+                                                        "customSheetViews",
+                                                        "mergeCells",
+                                                        "phoneticPr",
+                                                        "conditionalFormatting",
+                                                        "dataValidations",
+                                                        "hyperlinks",
+                                                        "printOptions",
+                                                        "pageMargins",
+                                                        "pageSetup",
+                                                        "headerFooter",
+                                                        "rowBreaks",
+                                                        "colBreaks",
+                                                        "customProperties",
+                                                        "cellWatches",
+                                                        "ignoredErrors",
+                                                        "smartTags",
+                                                        "drawing",
+                                                        "legacyDrawing",
+                                                        "legacyDrawingHF",
+                                                        "drawingHF",
+                                                        "picture",
+                                                        "oleObjects",
+                                                        "controls",
+                                                        "webPublishItems",
+                                                        "tableParts",
+                                                        "extLst"};
 
 std::size_t rankOf(std::string_view name) {
     const auto found = std::find(elementOrder.begin(), elementOrder.end(), name);
@@ -105,7 +135,8 @@ class Change {
             } else if (xml_.depth() == 1 && xml_.isStart() && isOwn()) {
                 topElement();
             } else {
-                if (xml_.depth() == 1 && xml_.isStart() && xml_.localName() == "AlternateContent" && hadRows_) {
+                if (xml_.depth() == 1 && xml_.isStart() && xml_.localName() == "AlternateContent" &&
+                    hadRows_) {
                     insertBefore(rankOf("oleObjects"));  // what it mostly stands for
                 }
                 copy();
@@ -187,7 +218,7 @@ class Change {
             close("mergeCells");
         }
         if (!drawing_.empty() && isDue("drawing")) {
-            emit("<" + prefix_ + "drawing xmlns:r=\"" +
+            emit("<" + prefix_ + "drawing" + " xmlns:r=\"" +
                  "http://schemas.openxmlformats.org/officeDocument/2006/relationships\" r:id=\"" + drawing_ +
                  "\"/>");
         }
@@ -209,13 +240,16 @@ class Change {
             hadRows_ = true;
             sheetData();
         } else if (name == "mergeCells") {
-            container("mergeCell", "ref", [this] { mergedRange(); }, [this] { ownMerged(); });
+            container(
+                "mergeCell", "ref", [this] { mergedRange(); }, [this] { ownMerged(); });
         } else if (name == "conditionalFormatting") {
             withoutTaken("sqref", "", true);
         } else if (name == "dataValidations") {
-            container("dataValidation", "sqref", [this] { withoutTaken("sqref", container_, true); }, [] {});
+            container(
+                "dataValidation", "sqref", [this] { withoutTaken("sqref", container_, true); }, [] {});
         } else if (name == "hyperlinks") {
-            container("hyperlink", "ref", [this] { withoutTaken("ref", container_, false); }, [] {});
+            container(
+                "hyperlink", "ref", [this] { withoutTaken("ref", container_, false); }, [] {});
         } else {
             copyElement();
         }
@@ -283,7 +317,7 @@ class Change {
             if (survey_.elements.contains("mergeCells")) {
                 openContainer();
             }
-            emit("<" + prefix_ + "mergeCell ref=\"" +
+            emit("<" + prefix_ + "mergeCell" + " ref=\"" +
                  rangeText({own.row + at.row, own.column + at.column, own.rows, own.columns}) + "\"/>");
         }
     }
@@ -378,7 +412,7 @@ class Change {
     void row() {
         const auto number = nextRow(xml_.attribute("r"), lastRow_);
         if (!number) {
-            result_ = {PackageProblem::damaged, "rows that do not follow each other"_text};
+            result_ = {PackageProblem::damaged, "it has rows or cells that do not follow each other"_text};
             return;
         }
         lastRow_ = *number;
@@ -450,7 +484,7 @@ class Change {
     bool followCell() {
         const auto column = nextColumn(xml_.attribute("r"), lastColumn_);
         if (!column) {
-            result_ = {PackageProblem::damaged, "cells that do not follow each other"_text};
+            result_ = {PackageProblem::damaged, "it has rows or cells that do not follow each other"_text};
             return false;
         }
         lastColumn_ = *column;

@@ -20,9 +20,8 @@ double widthOf(double points) {
 
 std::string widthText(double width) {
     std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
-                                   std::round(width * 10'000) / 10'000)
-                         .ptr;
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), std::round(width * 10'000) / 10'000).ptr;
     return " width=\"" + std::string(digits.data(), end) + "\" customWidth=\"1\"";
 }
 
@@ -32,9 +31,11 @@ void SheetColumns::add(std::string_view raw) {
     Column column;
     for (const RawAttribute& attribute : attributesOf(raw)) {
         if (attribute.name == "min") {
-            column.first = static_cast<std::uint32_t>(std::min<std::size_t>(numberOr(attribute.value, 0), 1U << 20U));
+            column.first =
+                static_cast<std::uint32_t>(std::min<std::size_t>(numberOr(attribute.value, 0), 1U << 20U));
         } else if (attribute.name == "max") {
-            column.last = static_cast<std::uint32_t>(std::min<std::size_t>(numberOr(attribute.value, 0), 1U << 20U));
+            column.last =
+                static_cast<std::uint32_t>(std::min<std::size_t>(numberOr(attribute.value, 0), 1U << 20U));
         } else if (attribute.name == "width" || attribute.name == "customWidth") {
             if (attribute.name == "width") {
                 std::from_chars(attribute.value.data(), attribute.value.data() + attribute.value.size(),
@@ -42,7 +43,8 @@ void SheetColumns::add(std::string_view raw) {
             }
             column.widthAttributes += attribute.whole;
         } else {
-            column.isHidden |= attribute.name == "hidden" && (attribute.value == "1" || attribute.value == "true");
+            column.isHidden |=
+                attribute.name == "hidden" && (attribute.value == "1" || attribute.value == "true");
             column.attributes += attribute.whole;
         }
     }
@@ -60,7 +62,8 @@ void SheetColumns::append(std::string& out, std::string_view prefix, const Colum
                           std::uint32_t first, std::uint32_t last) {
     out += '<';
     out += prefix;
-    out += "col min=\"" + std::to_string(first + 1) + "\" max=\"" + std::to_string(last + 1) + "\"";
+    out += "col";
+    out += " min=\"" + std::to_string(first + 1) + "\" max=\"" + std::to_string(last + 1) + "\"";
     out += column.widthAttributes + column.attributes + "/>";
 }
 

@@ -44,9 +44,9 @@ SheetFootprint::SheetFootprint(const SheetContent& content, SheetSpot at)
             blocks_.push_back(block);
         }
         const std::uint32_t begin = isFirst ? block.column : std::min(box_.column, block.column);
-        const std::uint32_t end =
-            isFirst ? block.column + block.columns
-                    : std::max(box_.column + box_.columns, block.column + block.columns);
+        const std::uint32_t end = isFirst
+                                      ? block.column + block.columns
+                                      : std::max(box_.column + box_.columns, block.column + block.columns);
         const std::uint32_t top = isFirst ? block.row : box_.row;
         box_ = {top, begin, block.row + 1 - top, end - begin};
         isFirst = false;

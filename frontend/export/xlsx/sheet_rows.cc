@@ -41,28 +41,29 @@ SheetRows::SheetRows(const SheetFootprint& footprint, const CellNumbers& numbers
         }
     }
     nextHeight_ = heights_.begin();
+    row_ = firstRow();
 }
 
-std::uint32_t SheetRows::nextOwn() const {
+/// The first row that something is left of.
+std::uint32_t SheetRows::firstRow() const {
     const auto& cells = footprint_.content().cells;
     const std::uint32_t ofCells = nextCell_ < cells.size() ? cells[nextCell_].row : noRow;
     return std::min(ofCells, nextHeight_ != heights_.end() ? nextHeight_->first : noRow);
 }
 
 std::optional<std::uint32_t> SheetRows::next() const {
-    const std::uint32_t row = nextOwn();
-    return row == noRow ? std::nullopt : std::optional(footprint_.at().row + row);
+    return row_ == noRow ? std::nullopt : std::optional(footprint_.at().row + row_);
 }
 
 std::optional<double> SheetRows::height() const {
-    return nextHeight_ != heights_.end() && nextHeight_->first == nextOwn()
+    return nextHeight_ != heights_.end() && nextHeight_->first == row_
                ? std::optional(std::min(nextHeight_->second, mostHeight))
                : std::nullopt;
 }
 
 std::optional<std::uint32_t> SheetRows::nextColumn() const {
     const auto& cells = footprint_.content().cells;
-    return nextCell_ < cells.size() && cells[nextCell_].row == nextOwn()
+    return nextCell_ < cells.size() && cells[nextCell_].row == row_
                ? std::optional(footprint_.at().column + cells[nextCell_].column)
                : std::nullopt;
 }
@@ -100,14 +101,14 @@ void SheetRows::appendCell(std::string& out) {
 }
 
 void SheetRows::finishRow(std::string& out) {
-    const std::uint32_t row = nextOwn();
     const auto& cells = footprint_.content().cells;
-    while (nextCell_ < cells.size() && cells[nextCell_].row == row) {
+    while (nextCell_ < cells.size() && cells[nextCell_].row == row_) {
         appendCell(out);
     }
-    if (nextHeight_ != heights_.end() && nextHeight_->first == row) {
+    if (nextHeight_ != heights_.end() && nextHeight_->first == row_) {
         ++nextHeight_;
     }
+    row_ = firstRow();
 }
 
 void SheetRows::appendRow(std::string& out) {

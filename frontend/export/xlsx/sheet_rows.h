@@ -45,7 +45,7 @@ class SheetRows {
     void appendRow(std::string& out);
 
   private:
-    [[nodiscard]] std::uint32_t nextOwn() const;
+    [[nodiscard]] std::uint32_t firstRow() const;
 
     const SheetFootprint& footprint_;
     const CellNumbers& numbers_;
@@ -53,6 +53,7 @@ class SheetRows {
     std::map<std::uint32_t, double> heights_;  // of the content's rows
     std::map<std::uint32_t, double>::const_iterator nextHeight_;
     std::size_t nextCell_ = 0;
+    std::uint32_t row_ = 0;  // of the content
 };
 
 }  // namespace vexa::frontend

@@ -39,7 +39,7 @@ class Survey {
             }
         }
         if (result_ && xml_.result() && !survey_.elements.contains("sheetData")) {
-            return {PackageProblem::damaged, "a worksheet without rows"_text};
+            return {PackageProblem::damaged, "the sheet is none of rows and columns"_text};
         }
         return xml_.result() ? result_ : xml_.result();
     }
@@ -74,8 +74,7 @@ class Survey {
         const std::string_view name = xml_.name();
         survey_.prefix = name.substr(0, name.size() - xml_.localName().size());
         const std::string space =
-            survey_.prefix.empty() ? "xmlns"
-                                   : "xmlns:" + survey_.prefix.substr(0, survey_.prefix.size() - 1);
+            survey_.prefix.empty() ? "xmlns" : "xmlns:" + survey_.prefix.substr(0, survey_.prefix.size() - 1);
         const std::string_view found = xml_.attribute(space).value_or("");
         if (found == strictSpace) {
             fail("it is of the strict kind; save it as an ordinary workbook"_text);
@@ -87,7 +86,8 @@ class Survey {
     void readTop() {
         if (topName_ == "sheetFormatPr") {
             survey_.rowHeight = realOr(xml_.attribute("defaultRowHeight"), usualRowHeight);
-            survey_.columnWidth = realOr(xml_.attribute("defaultColWidth"), 64 / pixelsOfWidth) * pixelsOfWidth;
+            survey_.columnWidth =
+                realOr(xml_.attribute("defaultColWidth"), 64 / pixelsOfWidth) * pixelsOfWidth;
         } else if (topName_ == "sheetPr") {
             survey_.codeName = plainText(xml_.attribute("codeName").value_or(""));
         } else if (topName_ == "drawing") {
@@ -136,7 +136,7 @@ class Survey {
         } else if (xml_.depth() == cell && name == "c") {
             const auto column = nextColumn(xml_.attribute("r"), column_);
             if (!column) {
-                fail("cells that do not follow each other"_text);
+                fail("it has rows or cells that do not follow each other"_text);
                 return;
             }
             column_ = *column;
@@ -155,7 +155,7 @@ class Survey {
     void readRow() {
         const auto number = nextRow(xml_.attribute("r"), row_);
         if (!number) {
-            fail("rows that do not follow each other"_text);
+            fail("it has rows or cells that do not follow each other"_text);
             return;
         }
         row_ = *number;
@@ -198,8 +198,9 @@ class Survey {
         if (inValue_) {
             reachCell();
         } else if (inFormula_ && shared_ != nullptr) {
-            shared_->text += xml_.kind() == XmlPiece::text ? plainText(xml_.raw())
-                                                           : std::string(xml_.raw().substr(9, xml_.raw().size() - 12));
+            shared_->text += xml_.kind() == XmlPiece::text
+                                 ? plainText(xml_.raw())
+                                 : std::string(xml_.raw().substr(9, xml_.raw().size() - 12));
         }
     }
 

@@ -35,12 +35,12 @@ struct SheetSurvey {
     std::uint32_t rows = 0;
     std::uint32_t columns = 0;
     bool hasFormulas = false;
-    double rowHeight = usualRowHeight;          ///< of rows that say nothing, points
-    double columnWidth = 64;                    ///< of columns that say nothing, pixels
-    std::map<std::uint32_t, double> heights;    ///< of rows that say one, points
-    std::map<std::uint32_t, double> widths;     ///< of columns, up to the next one here; pixels
-    std::string codeName;                       ///< what macros call it
-    std::string drawing;                        ///< ids of relations
+    double rowHeight = usualRowHeight;        ///< of rows that say nothing, points
+    double columnWidth = 64;                  ///< of columns that say nothing, pixels
+    std::map<std::uint32_t, double> heights;  ///< of rows that say one, points
+    std::map<std::uint32_t, double> widths;   ///< of columns, up to the next one here; pixels
+    std::string codeName;                     ///< what macros call it
+    std::string drawing;                      ///< ids of relations
     std::vector<std::string> tables;
     std::map<std::string, SharedFormula, std::less<>> shared;  ///< by their index
     std::vector<ArrayFormula> arrays;

@@ -18,9 +18,9 @@ constexpr std::size_t firstOwnFormat = 164;
 constexpr std::string_view spreadsheetSpace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 
 // As the lists have to follow each other.
-constexpr std::array<const char*, 11> listOrder{"numFmts",  "fonts",      "fills", "borders", "cellStyleXfs",
-                                                "cellXfs",  "cellStyles", "dxfs",  "tableStyles",
-                                                "colors",   "extLst"};
+constexpr std::array<const char*, 11> listOrder{"numFmts",      "fonts",   "fills",      "borders",
+                                                "cellStyleXfs", "cellXfs", "cellStyles", "dxfs",
+                                                "tableStyles",  "colors",  "extLst"};
 
 std::string hundredths(double value) {
     // As programs write sizes: 9, 10.5.
@@ -46,7 +46,7 @@ std::string fillElement(const SheetStyle& style) {
 }
 
 std::string_view lineName(tables::LineStyle style) {
-    constexpr std::array<std::string_view, 7> names{"",      "thin",   "medium", "thick",
+    constexpr std::array<std::string_view, 7> names{"",       "thin",   "medium", "thick",
                                                     "double", "dashed", "dotted"};
     return names[static_cast<std::size_t>(style)];
 }
@@ -149,7 +149,8 @@ PackageResult StyleTable::parse(std::string xml) {
 
 void StyleTable::loadNumberFormats() {
     nextFormat_ = firstOwnFormat;
-    for (pugi::xml_node node = childOf(childOf(xml_.root(), "numFmts"), "numFmt"); node; node = nextOf(node)) {
+    for (pugi::xml_node node = childOf(childOf(xml_.root(), "numFmts"), "numFmt"); node;
+         node = nextOf(node)) {
         const std::size_t id = numberOr(attributeOf(node, "numFmtId"), 0);
         if (id < 1'000'000) {
             nextFormat_ = std::max(nextFormat_, id + 1);

@@ -52,8 +52,7 @@ std::string withoutPercents(std::string_view address) {
 /// How a relation of `part` names another part: from its folder on where that holds both.
 std::string targetOf(std::string_view part, std::string_view target) {
     const std::string_view folder = part.substr(0, part.rfind('/') + 1);
-    return target.starts_with(folder) ? std::string(target.substr(folder.size()))
-                                      : "/" + std::string(target);
+    return target.starts_with(folder) ? std::string(target.substr(folder.size())) : "/" + std::string(target);
 }
 
 }  // namespace

@@ -1,16 +1,15 @@
 #include "frontend/export/xlsx/xml_stream.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <utility>
 
 namespace vexa::frontend {
 namespace {
 
-constexpr SystemText noEnd = "a tag or a comment that does not end"_text;
-constexpr SystemText unmatched = "tags that do not match"_text;
-constexpr SystemText tooDeepHere = "elements that are nested too deeply"_text;
-constexpr SystemText otherXml = "XML of a kind that is not accepted"_text;
+constexpr SystemText notWellFormed = "it has XML that is not well formed"_text;
+constexpr SystemText otherXml = "it has XML of a kind that is not accepted"_text;
 
 // Far more than a tag or a comment has.
 constexpr std::size_t mostOfATag = 8U << 20U;
@@ -100,8 +99,8 @@ bool appendReference(std::string& out, std::string_view name) {
         const auto read = std::from_chars(digits.data(), end, code, hexadecimal ? 16 : 10);
         return read.ec == std::errc() && read.ptr == end && appendCharacter(out, code);
     }
-    constexpr std::pair<std::string_view, char> known[] = {
-        {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
+    constexpr std::array<std::pair<std::string_view, char>, 5> known{
+        {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}}};
     for (const auto& [word, character] : known) {
         if (word == name) {
             out += character;
@@ -150,7 +149,7 @@ bool XmlStream::next() {
         return false;
     }
     if (at_ == buffer_.size() && !fill()) {
-        return result_ && (openAt_.empty() && hadRoot_) ? false : fail(noEnd);
+        return result_ && (openAt_.empty() && hadRoot_) ? false : fail(notWellFormed);
     }
     return buffer_[at_] == '<' ? readTag() : readText();
 }
@@ -180,7 +179,7 @@ bool XmlStream::findBehind(std::string_view end, std::size_t from, std::size_t& 
     while ((found = buffer_.find(end, at_ + ahead)) == std::string::npos) {
         ahead = std::max(ahead, buffer_.size() - at_ - std::min(end.size() - 1, buffer_.size() - at_));
         if (buffer_.size() - at_ > mostOfATag || !fill()) {
-            return fail(noEnd);
+            return fail(notWellFormed);
         }
     }
     return true;
@@ -201,11 +200,11 @@ bool XmlStream::findTagEnd(std::size_t& found) {
                 found = at_ + ahead;
                 return true;
             } else if (byte == '<') {
-                return fail(noEnd);
+                return fail(notWellFormed);
             }
         }
         if (ahead > mostOfATag || !fill()) {
-            return fail(noEnd);
+            return fail(notWellFormed);
         }
     }
 }
@@ -249,7 +248,7 @@ bool XmlStream::readTag() {
     while (buffer_.size() - at_ < longestOpening && fill()) {
     }
     if (buffer_.size() - at_ < 2) {
-        return fail(noEnd);
+        return fail(notWellFormed);
     }
     const char second = buffer_[at_ + 1];
     if (second == '!' || second == '?') {
@@ -268,14 +267,14 @@ bool XmlStream::openTag(std::string_view inside) {
     isWhole_ = inside.ends_with('/');
     name_ = nameIn(inside);
     if (name_.empty() || (openAt_.empty() && hadRoot_)) {
-        return fail(unmatched);
+        return fail(notWellFormed);
     }
     hadRoot_ = true;
     if (isWhole_) {
         return true;
     }
     if (openAt_.size() >= mostDepth) {
-        return fail(tooDeepHere);
+        return fail(notWellFormed);
     }
     openAt_.push_back(open_.size());
     open_ += name_;
@@ -285,7 +284,7 @@ bool XmlStream::openTag(std::string_view inside) {
 bool XmlStream::closeTag(std::string_view inside) {
     name_ = nameIn(inside);
     if (openAt_.empty() || std::string_view(open_).substr(openAt_.back()) != name_) {
-        return fail(unmatched);
+        return fail(notWellFormed);
     }
     open_.resize(openAt_.back());
     openAt_.pop_back();
