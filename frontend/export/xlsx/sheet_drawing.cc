@@ -243,9 +243,9 @@ PackageResult addPictures(WorkbookPackage& package, const std::string& drawing,
 PackageResult addDrawing(WorkbookPackage& package, const std::string& sheet, std::string& drawing,
                          std::string& id) {
     drawing = package.freeName("xl/drawings/drawing", ".xml");
-    package.set(drawing,
-                XmlWriter(officeXml).take() + "<xdr:wsDr xmlns:xdr=\"" +
-                    std::string(drawingSpace) + "\" xmlns:a=\"" + std::string(officeDrawingSpace) + "\"/>");
+    XmlWriter xml(officeXml);
+    xml.begin("xdr:wsDr").attribute("xmlns:xdr", drawingSpace).attribute("xmlns:a", officeDrawingSpace).end();
+    package.set(drawing, xml.take());
     package.setContentType(drawing, "application/vnd.openxmlformats-officedocument.drawing+xml");
     return package.relate(sheet, std::string(officeRelation) + "drawing", drawing, id);
 }
