@@ -227,6 +227,7 @@ void GridMaker::setDataText(const TableCell& data, GridCell& cell) {
         cell.format = formatAt(cell, data);
     }
     if (extras.shown) {
+        cell.hasOwnText = true;
         setText(*extras.shown, cell);
     } else if (data.kind == CellKind::text) {
         setText(prepared_.data().text(data), cell);

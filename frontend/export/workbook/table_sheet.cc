@@ -11,12 +11,12 @@ namespace vexa::frontend {
 
 namespace {
 
-using tables::appendNumber;
 using tables::CellKind;
 using tables::FormatKind;
 using tables::GridCell;
 using tables::GridFootnote;
 using tables::GridRole;
+using tables::numberText;
 using tables::ShownStyleId;
 using tables::TableGrid;
 
@@ -151,11 +151,9 @@ class TableSheet {
 
     /// The table's own text is what a cell has to show, whatever value and format would give.
     [[nodiscard]] std::optional<CodeId> codeOf(const GridCell& cell, const SheetNumber& number) {
-        usual_.clear();
-        appendNumber(usual_, cell.number, cell.format);
+        if (!cell.hasOwnText && cell.marks == 0) return sheet_.codes.of(number);
         const std::string_view shown = grid_.text(cell);
-        const bool isUsual = shown == usual_;
-        if (isUsual && cell.marks == 0) return sheet_.codes.of(number);
+        const bool isUsual = !cell.hasOwnText || shown == numberText(cell.number, cell.format);
         return sheet_.codes.of(number, cell.marks == 0 ? std::string() : grid_.markText(cell),
                                isUsual ? std::nullopt : std::optional(shown));
     }
@@ -184,7 +182,6 @@ class TableSheet {
     ColumnFit fit_;
     std::vector<const GridCell*> covers_;  // by column: the last cell that began there or left of it
     std::vector<Text> texts_;
-    std::string usual_;
     bool losesFormats_ = false;
     bool losesNumbers_ = false;
 };
