@@ -8,6 +8,7 @@
 #include "frontend/export/pdf/pdf_document.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/export/report/report_page.h"
+#include "frontend/export/slides/slides_export.h"
 #include "frontend/export/text/text_page.h"
 #include "frontend/export/word/word_document.h"
 #include "frontend/export/xlsx/xlsx_workbook.h"
@@ -65,7 +66,6 @@ std::string documentFileOf(const ExportRequest& request) {
 
 /// The first format asked for that there is no exporter of; empty where there is none.
 std::string missingFormat(const ExportRequest& request) {
-    if (request.ppt) return "PPT";
     if (request.xls) return "XLS";
     if (request.emf) return "EMF";
     return {};
@@ -133,6 +133,9 @@ class Export {
         if (request_.doc) writeWordDocument(task(plan));
         if (request_.pdf) {
             write(request_.pdf->file, [&](const ByteSink& out) { return writePdf(task(plan), out); });
+        }
+        if (request_.ppt) {
+            write(request_.ppt->file, [&](const ByteSink& out) { return writeSlides(task(plan), out); });
         }
         if (request_.text) {
             write(request_.text->file, [&](const ByteSink& out) { return writeTextPage(task(plan), out); });

@@ -41,10 +41,13 @@ std::string emptyFrame() {
     return png;
 }
 
-bool isXml(const std::string& svg) {
+/// Without its document type, which programs need not take; empty when it is no XML without that.
+std::string plainSvg(std::string svg) {
     XmlSize size;
     XmlPolicy policy = foreignXml;
-    return static_cast<bool>(checkXml(svg, XmlLimits{}, policy, size));
+    policy.documentTypes = true;
+    if (!checkXml(svg, XmlLimits{}, policy, size)) return {};
+    return svg.erase(size.documentType, size.documentTypeEnd - size.documentType);
 }
 
 ItemSize sizeOf(const ExportedItem& item) {
@@ -65,8 +68,7 @@ OfficePicture OfficePictures::make(const ExportedItem& item, double scale) {
         return made;
     }
     const std::string rules = appliedRules(shown, styles_.find(shown.styleSheet, item));
-    made.svg = applyRules(shown.picture->bytes, rules);
-    if (!isXml(made.svg)) made.svg.clear();
+    made.svg = plainSvg(applyRules(shown.picture->bytes, rules));
     drawInto(made, item, rules, scale);
     return made;
 }

@@ -23,7 +23,8 @@ Extent sizeOf(const PptExport& request, ExportReport& report) {
     const Extent size{std::clamp(request.slide.width, smallestSide, largestSide),
                       std::clamp(request.slide.height, smallestSide, largestSide)};
     if (!(size == request.slide)) {
-        report.note(translated("Slides are at least 1 and at most 56 inches wide and high: the size of the slides was changed."_text));
+        report.note(translated(
+            "Slides are at least 1 and at most 56 inches wide and high: the size of the slides was changed."_text));
     }
     return size;
 }

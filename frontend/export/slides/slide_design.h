@@ -1,4 +1,5 @@
-// Where things stand on the slides of one export: the size of the slides, and the places within their margins.
+// Where things stand on the slides of one export: the size of the slides, and the places within their
+// margins.
 #pragma once
 
 #include "frontend/export/export_report.h"

@@ -84,6 +84,11 @@ class LineBreaker {
 
 }  // namespace
 
+std::string_view withoutReturn(std::string_view line) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
 SlideRunStyle runStyleOf(const tables::AreaLook& look, double scale) {
     SlideRunStyle style;
     style.style.font = look.font;
@@ -118,7 +123,7 @@ void SlideText::run(XmlWriter& xml, const SlideRun& run) const {
         if (end > 0) {
             xml.begin("a:r");
             properties(xml, "a:rPr", run.style);
-            xml.element("a:t", text.substr(0, end)).end();
+            xml.element("a:t", withoutReturn(text.substr(0, end))).end();
         }
         if (end == text.size()) return;
         xml.begin("a:br");
@@ -143,7 +148,8 @@ void SlideText::paragraph(XmlWriter& xml, const SlideParagraph& paragraph, const
         run(xml, each);
         hasText = hasText || !each.text.empty();
     }
-    if (!hasText) properties(xml, "a:endParaRPr", paragraph.runs.empty() ? empty : paragraph.runs.front().style);
+    if (!hasText)
+        properties(xml, "a:endParaRPr", paragraph.runs.empty() ? empty : paragraph.runs.front().style);
     xml.end();
 }
 

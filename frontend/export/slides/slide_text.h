@@ -19,6 +19,9 @@ struct SlideRunStyle {
     bool operator==(const SlideRunStyle&) const = default;
 };
 
+/// A line without the carriage return that some systems end lines with.
+[[nodiscard]] std::string_view withoutReturn(std::string_view line);
+
 /// How a text looks of which everything is set.
 [[nodiscard]] SlideRunStyle runStyleOf(const tables::AreaLook& look, double scale = 1);
 
@@ -31,8 +34,8 @@ struct SlideRun {
 struct SlideParagraph {
     std::vector<SlideRun> runs;
     tables::HorizontalAlign align = tables::HorizontalAlign::mixed;  ///< `mixed`: the place's
-    int level = 0;       ///< how far it is set in, up to 8
-    bool heads = false;  ///< stands apart from what is above it
+    int level = 0;                                                   ///< how far it is set in, up to 8
+    bool heads = false;                                              ///< stands apart from what is above it
 };
 
 /// Writes texts in one language.

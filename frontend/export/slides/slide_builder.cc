@@ -1,0 +1,333 @@
+#include "frontend/export/slides/slide_builder.h"
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+
+#include "frontend/export/font_widths.h"
+#include "frontend/export/office/office_values.h"
+#include "frontend/export/picture_files.h"
+#include "frontend/export/slides/slide_xml.h"
+
+namespace vexa::frontend {
+
+namespace {
+
+using tables::CellStyle;
+using tables::GridFootnote;
+using tables::GridText;
+using tables::layOut;
+using tables::LayoutOptions;
+using tables::Place;
+using tables::Table;
+using tables::TableGrid;
+using tables::TableLayout;
+
+constexpr XmlStyle pieceXml{XmlEscapes::replacing, false, false, false, false};
+constexpr double lineHeight = 1.2;
+/// A presentation's tables may have more columns than anybody would read.
+constexpr std::uint32_t mostColumns = 1'000;
+
+void writeFill(XmlWriter& xml, const std::optional<tables::Color>& color) {
+    if (!color) return;
+    xml.begin("a:solidFill").begin("a:srgbClr").attribute("val", officeColor(*color)).end();
+    xml.end();
+}
+
+/// The texts around a grid: over it on every slide, under its last rows, and those of single footnotes.
+class GridFrame {
+  public:
+    GridFrame(const TableGrid& grid, bool showsTitle, double width) : grid_(grid), width_(width) {
+        if (showsTitle) above_.push_back(&grid.title);
+        above_.push_back(&grid.layer);
+        for (const GridText* const each : above_) {
+            aboveHeight_ += textHeight(each->text, grid.styles[each->style], width);
+        }
+        if (aboveHeight_ > 0) aboveHeight_ += slideGap;
+        tail_ = textHeight(grid.caption.text, grid.styles[grid.caption.style], width);
+        for (const GridFootnote& each : grid.footnotes) {
+            if (each.mark.empty()) tail_ += noteHeight(each);
+        }
+    }
+
+    [[nodiscard]] double aboveHeight() const { return aboveHeight_; }
+    [[nodiscard]] double tail() const { return tail_; }
+
+    void writeAbove(XmlWriter& xml, const SlideText& text, const SlideBox& room, int id) const {
+        if (aboveHeight_ == 0) return;
+        beginTextBox(xml, {id, "Above " + std::to_string(id - 1)},
+                     {room.left, room.top, room.width, aboveHeight_ - slideGap});
+        beginParagraphs(xml, {{}, true});
+        for (const GridText* const each : above_) writeLine(xml, text, each->text, each->style);
+        endParagraphs(xml);
+    }
+
+    /// False when nothing stands below.
+    bool writeBelow(XmlWriter& xml, const SlideText& text, const SlideRows& rows, bool last, SlideBox room,
+                    int id) const {
+        const bool hasTail = last && tail_ > 0;
+        if (rows.footnotes.empty() && !hasTail) return false;
+        const double top = std::min(room.top + rows.height + slideGap, room.top + room.height);
+        room.height = hasTail ? tail_ : 0;
+        room.top = top;
+        for (const std::size_t each : rows.footnotes) room.height += noteHeight(grid_.footnotes[each]);
+        beginTextBox(xml, {id, "Below " + std::to_string(id - 1)}, room);
+        beginParagraphs(xml, {{}, true});
+        if (hasTail) writeLine(xml, text, grid_.caption.text, grid_.caption.style);
+        for (const std::size_t each : rows.footnotes) writeNote(xml, text, grid_.footnotes[each]);
+        for (const GridFootnote& each : grid_.footnotes) {
+            if (hasTail && each.mark.empty()) writeNote(xml, text, each);
+        }
+        endParagraphs(xml);
+        return true;
+    }
+
+  private:
+    [[nodiscard]] double noteHeight(const GridFootnote& note) const {
+        return textHeight(footnoteText(note), grid_.styles[grid_.footnoteStyle], width_);
+    }
+
+    void writeLine(XmlWriter& xml, const SlideText& text, std::string_view line,
+                   tables::ShownStyleId style) const {
+        if (line.empty()) return;
+        const tables::AreaLook& look = grid_.styles[style].look;
+        text.paragraph(xml, {{{line, runStyleOf(look)}}, look.horizontal, 0, false});
+    }
+
+    void writeNote(XmlWriter& xml, const SlideText& text, const GridFootnote& note) const {
+        const tables::AreaLook& look = grid_.styles[grid_.footnoteStyle].look;
+        SlideRunStyle mark = runStyleOf(look);
+        mark.raised = true;
+        const std::string behind = note.mark.empty() ? note.text : " " + note.text;
+        text.paragraph(xml, {{{note.mark, mark}, {behind, runStyleOf(look)}}, look.horizontal, 0, false});
+    }
+
+    const TableGrid& grid_;
+    double width_;
+    std::vector<const GridText*> above_;
+    double aboveHeight_ = 0;
+    double tail_ = 0;
+};
+
+}  // namespace
+
+SlideBuilder::SlideBuilder(const ExportTask& task, const SlideDesign& design, SlideDeck& deck)
+    : task_(task), design_(design), deck_(deck), pictures_(task.surroundings.styleFolders, task.report) {}
+
+std::vector<SlideDraft> SlideBuilder::build(const ExportedItem& item) {
+    const ItemContent& content = item.item().content;
+    if (const auto* const heading = std::get_if<HeadingContent>(&content)) return {section(item, *heading)};
+    if (const auto* const styled = std::get_if<TextContent>(&content)) {
+        return text(item, styled->text, styled->style);
+    }
+    if (const auto* const log = std::get_if<LogContent>(&content)) {
+        CellStyle style;
+        style.font = "monospace";
+        style.size = slideLogSize;
+        return text(item, log->text, style);
+    }
+    if (const auto* const warning = std::get_if<WarningContent>(&content))
+        return text(item, warning->text, {});
+    if (const auto* const lines = std::get_if<NotesContent>(&content)) return notes(item, *lines);
+    if (pictureOf(item) != nullptr) return {picture(item)};
+    std::vector<SlideDraft> drafts;
+    if (const auto* const table = std::get_if<TableContent>(&content)) addTable(drafts, item, table->table);
+    if (const auto* const grid = std::get_if<GridContent>(&content)) {
+        LayoutOptions options;
+        options.notesAndCaptions = task_.request.ppt->notesAndCaptions;
+        addGrid(drafts, item, layOut(*grid->grid, options));
+    }
+    if (std::holds_alternative<UnknownContent>(content)) {
+        task_.report.lose(Feature::unknownItems, item);
+        return text(item, design_.titles ? std::string_view() : std::string_view(item.label), {});
+    }
+    return drafts;
+}
+
+SlideDraft SlideBuilder::draft(const ExportedItem& item, bool text) const {
+    SlideDraft draft;
+    draft.layout = design_.titles ? (text ? SlideLayout::text : SlideLayout::titled)
+                                  : (text ? SlideLayout::plainText : SlideLayout::blank);
+    draft.title = item.label;
+    return draft;
+}
+
+SlideDraft SlideBuilder::section(const ExportedItem& /*item*/, const StyledText& heading) const {
+    SlideDraft draft;
+    draft.layout = SlideLayout::section;
+    draft.title = heading.text;
+    draft.titleStyle = heading.style;
+    return draft;
+}
+
+SlideBox SlideBuilder::room() const {
+    SlideBox room = design_.content;
+    return room;
+}
+
+double SlideBuilder::textSize(const CellStyle& style) const { return style.size.value_or(slideTextSize); }
+
+std::vector<SlideDraft> SlideBuilder::text(const ExportedItem& item, std::string_view text,
+                                           const CellStyle& style) const {
+    const double size = textSize(style);
+    TextRoom fit;
+    fit.width = room().width;
+    fit.lines = fit.first =
+        std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (size * lineHeight)));
+    const FontWidths font(style.font, size, style.bold.value_or(false));
+    std::vector<SlideDraft> drafts;
+    for (const std::string_view piece : cutText(text, style.font, size, style.bold.value_or(false), fit)) {
+        SlideDraft slide = draft(item, true);
+        XmlWriter xml(pieceXml);
+        beginPlaceholder(xml, {firstShape, "Text 4"}, {{}, textPlaceholder});
+        if (style.background) {
+            // The colour is behind the text, not behind all of its place.
+            const auto lines = static_cast<double>(font.linesIn(piece, fit.width));
+            writePlace(xml, {room().left, room().top, fit.width, lines * size * lineHeight});
+            writeFill(xml, style.background);
+        }
+        beginParagraphs(xml);
+        for (std::size_t begin = 0; begin <= piece.size();) {
+            const std::size_t end = std::min(piece.find('\n', begin), piece.size());
+            const SlideRun run{piece.substr(begin, end - begin), {style, false}};
+            deck_.text().paragraph(xml, {{run}, tables::HorizontalAlign::mixed, 0, false});
+            begin = end + 1;
+        }
+        endParagraphs(xml);
+        slide.shapes = xml.take();
+        drafts.push_back(std::move(slide));
+    }
+    return drafts;
+}
+
+std::vector<SlideDraft> SlideBuilder::notes(const ExportedItem& item, const NotesContent& notes) const {
+    const auto most =
+        std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (slideTextSize * lineHeight)));
+    std::vector<SlideDraft> drafts;
+    CellStyle bold;
+    bold.bold = true;
+    std::size_t lines = most;
+    XmlWriter xml(pieceXml);
+    const FontWidths font("Arial", slideTextSize, false);
+    const auto close = [&] {
+        if (drafts.empty()) return;
+        endParagraphs(xml);
+        drafts.back().shapes = xml.take();
+    };
+    for (const NoteLine& line : notes.lines) {
+        const std::string label = line.value.empty() ? line.label : line.label + ": ";
+        const std::size_t needed = font.linesIn(label + line.value, room().width);
+        if (drafts.empty() || lines + needed > most) {
+            close();
+            drafts.push_back(draft(item, true));
+            xml = XmlWriter(pieceXml);
+            beginPlaceholder(xml, {firstShape, "Text 4"}, {{}, textPlaceholder});
+            beginParagraphs(xml);
+            lines = 0;
+        }
+        lines += needed;
+        deck_.text().paragraph(
+            xml,
+            {{{label, {bold, false}}, {line.value, {}}}, tables::HorizontalAlign::mixed, line.level, false});
+    }
+    close();
+    if (drafts.empty()) return text(item, {}, {});
+    return drafts;
+}
+
+SlideDraft SlideBuilder::picture(const ExportedItem& item) {
+    SlideDraft slide = draft(item, false);
+    const SlideBox place = room();
+    const ItemSize shown = shownSize(item.item()).value_or(ItemSize{1, 1});
+    const double known = std::max(std::max(shown.width, shown.height), 1e-6);
+    const OfficePicture made = pictures_.make(item, std::max(place.width, place.height) / known / 1.5);
+    const double scale = std::min(place.width / made.size.width, place.height / made.size.height);
+    const double width = made.size.width * scale;
+    const double height = made.size.height * scale;
+    slide.pictures.push_back(deck_.addPicture(made.png, "png"));
+    if (!made.svg.empty()) slide.pictures.push_back(deck_.addPicture(made.svg, "svg"));
+    XmlWriter xml(pieceXml);
+    xml.begin("p:pic").begin("p:nvPicPr");
+    writeShapeName(xml, {firstShape, "Picture 4", made.alternative});
+    xml.begin("p:cNvPicPr").begin("a:picLocks").attribute("noChangeAspect", "1").end();
+    xml.end();
+    xml.begin("p:nvPr").end();
+    xml.end();
+    xml.begin("p:blipFill").begin("a:blip");
+    xml.attribute("r:embed", "rId" + std::to_string(firstPictureRelation));
+    if (slide.pictures.size() > 1) {
+        xml.begin("a:extLst").begin("a:ext").attribute("uri", officeSvgExtension);
+        xml.begin("asvg:svgBlip").attribute("xmlns:asvg", officeSvgSpace);
+        xml.attribute("r:embed", "rId" + std::to_string(firstPictureRelation + 1)).end();
+        xml.end();
+        xml.end();
+    }
+    xml.end();
+    xml.begin("a:stretch").begin("a:fillRect").end();
+    xml.end();
+    xml.end();
+    xml.begin("p:spPr");
+    writePlace(xml, {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width,
+                     height});
+    xml.begin("a:prstGeom").attribute("prst", "rect").begin("a:avLst").end();
+    xml.end();
+    xml.end();
+    xml.end();
+    slide.shapes = xml.take();
+    return slide;
+}
+
+void SlideBuilder::addTable(std::vector<SlideDraft>& drafts, const ExportedItem& item,
+                            const Table& table) const {
+    LayoutOptions options;
+    options.notesAndCaptions = task_.request.ppt->notesAndCaptions;
+    TableLayout layout(table, options);
+    for (const Place layer : item.layers) addGrid(drafts, item, layout.grid(layer));
+}
+
+void SlideBuilder::addGrid(std::vector<SlideDraft>& drafts, const ExportedItem& item,
+                           const TableGrid& grid) const {
+    const std::size_t before = drafts.size();
+    const SlideBox place = room();
+    TableRoom tableRoom;
+    tableRoom.width = place.width;
+    tableRoom.height = place.height;
+    tableRoom.edge = design_.slide.width - place.left;
+    tableRoom.mostColumns = mostColumns;
+    TableFit fit = fitTable(grid, tableRoom, task_.request.ppt->wideTables);
+    if (fit.longLabels) task_.report.warn(ExportWarning::longRowLabel, item);
+    if (fit.columnsCut) task_.report.warn(ExportWarning::columnsCut, item);
+    if (fit.textsCut) task_.report.warn(ExportWarning::textsCut, item);
+    for (TablePart& part : fit.parts) {
+        part.name = grid.title.text.empty() ? item.label : grid.title.text;
+        addPart(drafts, item, part);
+    }
+    if (drafts.size() == before) drafts.push_back(draft(item, false));
+    drafts[before].notes = grid.caption.text;
+}
+
+void SlideBuilder::addPart(std::vector<SlideDraft>& drafts, const ExportedItem& item,
+                           const TablePart& part) const {
+    const TableGrid& grid = *part.grid;
+    const bool isFirst = drafts.empty() || part.dataBegin == grid.labelColumns;
+    const bool repeats = design_.titles && (grid.title.text == item.label || !isFirst);
+    const GridFrame frame(grid, !repeats, room().width);
+    SlideBox below = room();
+    below.top += frame.aboveHeight();
+    below.height -= frame.aboveHeight();
+    SlideTableWriter writer(part, deck_.text());
+    const std::vector<SlideRows> slides = spreadRows(part, below, frame.tail());
+    for (const SlideRows& rows : slides) {
+        SlideDraft slide = draft(item, false);
+        XmlWriter xml(pieceXml);
+        int id = firstShape;
+        frame.writeAbove(xml, deck_.text(), room(), id++);
+        writer.write(xml, rows, below, id++);
+        frame.writeBelow(xml, deck_.text(), rows, &rows == &slides.back(), below, id);
+        slide.shapes = xml.take();
+        if (rows.cut) task_.report.warn(ExportWarning::textsCut, item);
+        drafts.push_back(std::move(slide));
+    }
+}
+
+}  // namespace vexa::frontend

@@ -1,0 +1,45 @@
+// From one item to its slides.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frontend/export/exporter.h"
+#include "frontend/export/office/office_pictures.h"
+#include "frontend/export/slides/slide_deck.h"
+#include "frontend/export/slides/slide_tables.h"
+
+namespace vexa::frontend {
+
+class SlideBuilder {
+  public:
+    /// All three must live as long as the builder. Pictures go to the deck at once.
+    SlideBuilder(const ExportTask& task, const SlideDesign& design, SlideDeck& deck);
+
+    /// The slides of an item; none of a header, a model or a page title. What cannot be shown goes to the
+    /// report.
+    [[nodiscard]] std::vector<SlideDraft> build(const ExportedItem& item);
+
+  private:
+    [[nodiscard]] SlideDraft draft(const ExportedItem& item, bool text) const;
+    [[nodiscard]] SlideDraft section(const ExportedItem& item, const StyledText& heading) const;
+    [[nodiscard]] std::vector<SlideDraft> text(const ExportedItem& item, std::string_view text,
+                                               const tables::CellStyle& style) const;
+    [[nodiscard]] std::vector<SlideDraft> notes(const ExportedItem& item, const NotesContent& notes) const;
+    [[nodiscard]] SlideDraft picture(const ExportedItem& item);
+    void addTable(std::vector<SlideDraft>& drafts, const ExportedItem& item,
+                  const tables::Table& table) const;
+    void addGrid(std::vector<SlideDraft>& drafts, const ExportedItem& item,
+                 const tables::TableGrid& grid) const;
+    void addPart(std::vector<SlideDraft>& drafts, const ExportedItem& item, const TablePart& part) const;
+    [[nodiscard]] SlideBox room() const;
+    [[nodiscard]] double textSize(const tables::CellStyle& style) const;
+
+    const ExportTask& task_;
+    const SlideDesign& design_;
+    SlideDeck& deck_;
+    OfficePictures pictures_;
+};
+
+}  // namespace vexa::frontend

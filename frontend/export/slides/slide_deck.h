@@ -1,0 +1,73 @@
+// A presentation as it grows: slides one after the other, and at the end what refers to all of them.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frontend/export/office/office_package.h"
+#include "frontend/export/slides/slide_design.h"
+#include "frontend/export/slides/slide_parts.h"
+#include "frontend/export/slides/slide_text.h"
+
+namespace vexa::frontend {
+
+/// A slide before it has its number.
+struct SlideDraft {
+    SlideLayout layout = SlideLayout::blank;
+    std::string title;  ///< shown where the layout has one
+    tables::CellStyle titleStyle;
+    std::string shapes;                 ///< the XML of what stands below the title
+    std::vector<std::string> pictures;  ///< parts: the first one's relation is `firstPictureRelation`
+    std::string notes;                  ///< of the speaker; line ends divide paragraphs
+};
+
+/// Numbers of shapes on a slide that are free for what stands below the title.
+inline constexpr int firstShape = 5;
+/// The number of the relation to the first picture of a slide.
+inline constexpr int firstPictureRelation = 2;
+
+/// A line of text and how it looks.
+struct FooterLine {
+    std::string text;
+    tables::CellStyle style;
+};
+
+class SlideDeck {
+  public:
+    SlideDeck(ByteSink sink, const SlideDesign& design, const OfficeProperties& properties);
+
+    [[nodiscard]] const SlideText& text() const { return text_; }
+    /// The part of a picture, see `OfficePackage::addPicture`.
+    std::string addPicture(std::string_view bytes, std::string_view extension) {
+        return package_.addPicture(bytes, extension);
+    }
+    /// What stands at the foot of the slides that come.
+    void setFooter(std::vector<FooterLine> footer) { footer_ = std::move(footer); }
+    /// Adds the slides of one item. Where there are several, their titles are numbered from the second on:
+    /// "Report (2/3)".
+    void add(const std::vector<SlideDraft>& drafts);
+    [[nodiscard]] std::size_t slides() const { return slides_; }
+    /// Adds what is left, and ends the package; the first failure of all.
+    PackageResult finish();
+
+  private:
+    void addSlide(const SlideDraft& draft, const std::string& title);
+    void addNotes(const std::string& slide, const std::string& notes);
+    void writeTitle(XmlWriter& xml, const SlideDraft& draft, const std::string& title) const;
+    void writeFooter(XmlWriter& xml) const;
+    void addDesign();
+    [[nodiscard]] std::string presentation();
+
+    const SlideDesign& design_;
+    std::string language_;
+    SlideText text_;
+    OfficePackage package_;
+    std::vector<FooterLine> footer_;
+    std::vector<std::string> relations_;  // of the slides
+    std::size_t slides_ = 0;
+    bool hasNotes_ = false;
+};
+
+}  // namespace vexa::frontend
