@@ -3,6 +3,7 @@
 #include "frontend/export/html/html_features.h"
 #include "frontend/export/pdf/pdf_features.h"
 #include "frontend/export/report/report_features.h"
+#include "frontend/export/slides/slides_features.h"
 #include "frontend/export/text/text_features.h"
 
 namespace vexa::frontend {
@@ -12,6 +13,7 @@ namespace {
 constexpr std::array formats{
     &htmlFeatures,
     &reportFeatures,
+    &slidesFeatures,
     &textFeatures,
     &pdfFeatures,
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "backend/text/utf8.h"
 #include "frontend/export/font_widths.h"
 #include "frontend/export/office/office_values.h"
 
@@ -47,36 +48,26 @@ class LineBreaker {
     LineBreaker(std::string_view text, const FontWidths& font, double width)
         : text_(text), font_(font), width_(width) {}
 
+    /// Takes time in proportion to the line. A word that is wider than the line is broken somewhere.
     [[nodiscard]] Line lineFrom(std::size_t begin) const {
-        const std::size_t stop = std::min(text_.find('\n', begin), text_.size());
-        std::size_t end = begin;
-        double taken = 0;
-        while (end < stop) {
-            const std::size_t word = std::min(text_.find_first_of(" \t", end + 1), stop);
-            const double more = font_.width(text_.substr(end, word - end));
-            if (taken + more > width_ && end > begin) return {end, end};
-            if (more > width_) return lineOfLetters(begin, word);
-            taken += more;
-            end = word;
-        }
-        return {stop, stop == text_.size() ? stop : stop + 1};
-    }
-
-  private:
-    /// A word that is wider than the line is broken somewhere.
-    [[nodiscard]] Line lineOfLetters(std::size_t begin, std::size_t end) const {
         std::size_t at = begin;
+        std::size_t blank = begin;
         double taken = 0;
-        while (at < end) {
-            std::size_t next = at + 1;
-            while (next < end && (static_cast<unsigned char>(text_[next]) & 0xC0U) == 0x80U) ++next;
-            taken += font_.width(text_.substr(at, next - at));
-            if (taken > width_ && at > begin) break;
-            at = next;
+        while (at < text_.size()) {
+            if (text_[at] == '\n') return {at, at + 1};
+            if (text_[at] == ' ' || text_[at] == '\t') blank = at;
+            const std::size_t length = decodeUtf8(text_.substr(at)).length;
+            taken += font_.width(text_.substr(at, length));
+            if (taken > width_ && at > begin) {
+                const std::size_t end = blank > begin ? blank : at;
+                return {end, end};
+            }
+            at += length;
         }
         return {at, at};
     }
 
+  private:
     std::string_view text_;
     const FontWidths& font_;
     double width_;

@@ -26,6 +26,7 @@ ExportRequest requestOf(std::string_view format, const ExportFolder& folder) {
     };
     if (format == "HTML") ask(request.html, "a.htm");
     if (format == "REPORT") ask(request.report, "a.htm");
+    if (format == "PPT") ask(request.ppt, "a.pptx");
     if (format == "TEXT") ask(request.text, "a.txt");
     if (format == "PDF") ask(request.pdf, "a.pdf");
     return request;
