@@ -13,9 +13,9 @@ namespace {
 constexpr std::array formats{
     &htmlFeatures,
     &reportFeatures,
-    &slidesFeatures,
     &textFeatures,
     &pdfFeatures,
+    &slidesFeatures,
 };
 
 }  // namespace
