@@ -19,8 +19,8 @@ SYNTAX = b"""OUTPUT NEW NAME=a.
 OUTPUT NWE.
 OUTPUT SAVE OUTFILE='/nowhere/a.vxv' NAME=a.
 OUTPUT NEW NMAE=b.
-OUTPUT CLOSE NAME='\x1b[31mred\x07 \xe2\x80\xae \xc3\xa9'.
-OUTPUT CLOSE NAME='\xff\xfe'.
+OUTPUT ACTIVATE NAME='\x1b[31mred\x07 \xe2\x80\xae \xc3\xa9'.
+OUTPUT ACTIVATE NAME='\xff\xfe'.
 OUTPUT COMMENT TEXT='x' COLOR=nocolour.
 OUTPUT DISPLAY.
 ECHO 'seen'.
