@@ -3,7 +3,7 @@
 FUZZ_SECONDS ?= 30
 
 .DEFAULT_GOAL := help
-.PHONY: help packages build install demo test check bench format bless fuzz windows asan tidy analyze check-format coverage bless-golden
+.PHONY: help packages build install deb demo test check bench format bless fuzz windows asan tidy analyze check-format coverage bless-golden
 
 help: ## Print this list
 	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' Makefile
@@ -12,10 +12,14 @@ packages: ## Install the Debian packages that are missing (nothing happens when 
 	@tools/install-packages
 
 build: packages ## Build the program: build/release/bin/vexa, the module in build/release/lib
-	@tools/build release vexa vexa_output
+	@tools/build release vexa vexa_output vexa_pages
 
 install: build ## Install into PREFIX (/opt/vexa): one folder, which can be moved anywhere
 	@cmake --install build/release $(if $(PREFIX),--prefix $(PREFIX)) > /dev/null && echo "installed"
+
+deb: build ## Make a Debian package of it: build/vexa-output_VERSION_ARCHITECTURE.deb
+	@tools/install-packages package
+	@tools/deb
 
 demo: build ## Build, make tables of real data into a document and restyle it (build/demo)
 	@tools/demo

@@ -21,12 +21,12 @@ inline constexpr std::string_view kUsage = "usage";
 
 struct Diagnostic {
     std::string_view code;
-    int level = 3;                       ///< 1 a note, 2 a warning, 3 and above an error
-    std::string file{};                  ///< empty for none
-    int line = 0;                        ///< from 1; 0 for none
-    int column = 0;                      ///< in characters from 1; 0 for none
-    std::string text{};                  ///< as shown, in the language of the user
-    std::string key{};                   ///< the text in English with its markers; empty where it has none
+    int level = 3;                         ///< 1 a note, 2 a warning, 3 and above an error
+    std::string file{};                    ///< empty for none
+    int line = 0;                          ///< from 1; 0 for none
+    int column = 0;                        ///< in characters from 1; 0 for none
+    std::string text{};                    ///< as shown, in the language of the user
+    std::string key{};                     ///< the text in English with its markers; empty where it has none
     std::vector<std::string> arguments{};  ///< what stands in the place of the markers
 };
 

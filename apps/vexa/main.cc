@@ -1,11 +1,13 @@
 // The command program: reads its command line and does one thing.
 
 #include <algorithm>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/command_line.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/installation.h"
 #include "apps/vexa/options.h"
@@ -39,6 +41,13 @@ int act(const vexa::program::Options& options) {
             return vexa::program::showDocument(options);
         case Action::exportFile:
             return vexa::program::exportFile(options);
+        case Action::completion:
+            std::cout << vexa::program::completionScript(options.shell,
+                                                         vexa::program::describedCommandLine());
+            return vexa::program::exit_status::kSuccess;
+        case Action::manual:
+            std::cout << vexa::program::manualPage(vexa::program::describedCommandLine());
+            return vexa::program::exit_status::kSuccess;
     }
     return vexa::program::exit_status::kUsage;
 }

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "apps/vexa/command_line.h"
 #include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/language_choice.h"
@@ -16,6 +17,9 @@
 namespace vexa::program {
 
 namespace {
+
+constexpr const char* kPurpose =
+    "Runs the syntax of output documents: makes, opens, saves, lists and closes them.";
 
 constexpr const char* kAdapters =
     "What answers requests: embedded (real documents, the default), none, no-controller, or script:FILE "
@@ -90,6 +94,13 @@ Examples:
 
 The text that it prints goes into syntax like this:
   OUTPUT SAVE OUTFILE='report.vxv' /PASSPROTECT PASSWORD='text' ENCRYPTEDPW=YES.)";
+
+constexpr const char* kCompletionExamples = R"(Examples:
+  source <(vexa completion bash)        in ~/.bashrc
+  vexa completion fish > ~/.config/fish/completions/vexa.fish)";
+
+constexpr const char* kManualExamples = R"(Example:
+  vexa manual | man -l -)";
 
 /// Takes "none", "script:FILE" and so on; the complaint is CLI11's.
 void readAdapter(const std::string& text, SessionChoices& choices) {
@@ -261,7 +272,7 @@ void describeImport(CLI::App& app, Options& options) {
     app.add_option_function<std::string>(
            "--as", [&import](const std::string& text) { readForm(text, import); },
            "The form of the files: json, csv, tsv, html, svg, png, md or txt (that of their extension)")
-        ->option_text("FORM");
+        ->option_text("json|csv|tsv|html|svg|png|md|txt");
     app.add_option("--command", import.command, "The command of items on the top level")->option_text("TEXT");
     app.add_option("--subtype", import.subtype, "The subtype of tables")->option_text("TEXT");
     app.add_option("--label", import.label, "The label of items on the top level in the outline")
@@ -366,6 +377,32 @@ void describe(CLI::App& app, Options& options) {
 
     addAction(app, options, Action::password, "password", "Print the encrypted form of a password",
               kPasswordExamples);
+
+    addAction(app, options, Action::completion, "completion",
+              "Print a script that completes the words of this program in a shell", kCompletionExamples)
+        ->add_option("SHELL", options.shell, "bash, zsh or fish")
+        ->required()
+        ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+    addAction(app, options, Action::manual, "manual", "Print the manual page, for man", kManualExamples);
+}
+
+DescribedCommand describedCommand(const CLI::App& app, bool isProgram) {
+    DescribedCommand command;
+    command.name = isProgram ? "" : app.get_name();
+    command.help = app.get_description();
+    command.more = app.get_footer();
+    for (const CLI::Option* const option : app.get_options()) {
+        if (option->get_positional()) {
+            const bool repeats = option->get_items_expected_max() > 1;
+            command.positionals.push_back(
+                {option->get_name(true) + (repeats ? "..." : ""), "", option->get_description()});
+            continue;
+        }
+        const bool hasValue = option->get_items_expected_max() > 0;
+        const std::string value = hasValue ? option->get_option_text() : "";
+        command.options.push_back({"--" + option->get_lnames().front(), value, option->get_description()});
+    }
+    return command;
 }
 
 /// Whether the command line asks for messages as JSON, also when it cannot be read as a whole.
@@ -400,10 +437,21 @@ int complainOf(const CLI::App& app, const CLI::ParseError& error) {
 
 }  // namespace
 
+std::vector<DescribedCommand> describedCommandLine() {
+    Options options;
+    CLI::App app(kPurpose);
+    describe(app, options);
+    std::vector<DescribedCommand> commands{describedCommand(app, true)};
+    for (const CLI::App* const command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        commands.push_back(describedCommand(*command, false));
+    }
+    return commands;
+}
+
 std::optional<Options> readOptions(int argc, const char* const* argv, int& exitStatus) {
     Options options;
     setDiagnosticsAsJson(asksForJson(argc, argv));
-    CLI::App app("Runs the syntax of output documents: makes, opens, saves, lists and closes them.");
+    CLI::App app(kPurpose);
     describe(app, options);
     try {
         app.parse(argc, argv);

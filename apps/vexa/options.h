@@ -44,7 +44,7 @@ struct DocumentChoices {
     std::vector<std::string> keywords;  ///< of export: "KEYWORD=VALUE"
 };
 
-enum class Action { prompt, run, check, help, password, import, show, exportFile };
+enum class Action { prompt, run, check, help, password, import, show, exportFile, completion, manual };
 
 struct Options {
     Action action = Action::prompt;
@@ -52,6 +52,7 @@ struct Options {
     DocumentChoices document;               ///< of import, show and export
     std::vector<std::string> files;         ///< of run, check and import; "-" is standard input
     std::vector<std::string> commandWords;  ///< of help
+    std::string shell;                      ///< of completion
 };
 
 /// Reads the command line. Nothing when there is nothing more to do: help or a version was asked for, or the
