@@ -64,7 +64,9 @@ def ask(shell, script, completions, typed, folder):
     result = subprocess.run(arguments, capture_output=True, text=True, errors="replace", cwd=folder, timeout=60, check=False,
                             stdin=subprocess.DEVNULL, env={**os.environ, "HOME": str(folder), "TERM": "dumb"})
     demand(shell == "zsh" or not result.stderr, f"{shell}: {typed!r}: {result.stderr}")
-    return plain_words(result.stdout)
+    words = plain_words(result.stdout)
+    # That shell shows what was typed as well.
+    return [word for word in words if word not in typed.split()] if shell == "zsh" else words
 
 
 def check_shell(program, shell, folder):

@@ -450,7 +450,7 @@ class Change {
             const auto known = survey_.heights.find(static_cast<std::uint32_t>(lastRow_));
             if (known == survey_.heights.end() || (known->second > 0 && known->second < *height)) {
                 std::string number;
-                appendNumber(number, *height);
+                appendCellNumber(number, *height);
                 tag = withAttribute(withAttribute(tag, "ht", number), "customHeight", "1");
             }
         }

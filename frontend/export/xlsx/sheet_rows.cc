@@ -22,7 +22,7 @@ void appendDigits(std::string& out, Number number) {
 
 }  // namespace
 
-void appendNumber(std::string& out, double number) {
+void appendCellNumber(std::string& out, double number) {
     constexpr double mostExact = 1e15;
     if (number == std::floor(number) && std::abs(number) < mostExact) {
         appendDigits(out, static_cast<std::int64_t>(number));
@@ -92,7 +92,7 @@ void SheetRows::appendCell(std::string& out) {
         } else if (isError) {
             out += "#NUM!";
         } else {
-            appendNumber(out, cell.number);
+            appendCellNumber(out, cell.number);
         }
         tag("</", "v>");
         tag("</", "c>");

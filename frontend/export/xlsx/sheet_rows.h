@@ -22,7 +22,7 @@ struct CellNumbers {
 };
 
 /// A cell's value as XML has it: as short as it can be, whole numbers without an exponent.
-void appendNumber(std::string& out, double number);
+void appendCellNumber(std::string& out, double number);
 
 class SheetRows {
   public:
