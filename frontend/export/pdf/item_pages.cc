@@ -183,7 +183,8 @@ void ItemPages::writeNotes(const NotesContent& notes) {
     for (const NoteLine& line : notes.lines) {
         StructureElement entry = structure_.open("LI", list);
         StructureElement name = structure_.open("Lbl", entry);
-        flow_.reserve(std::min(flow_.heightOf(label, line.label), withHeading));
+        flow_.reserve(
+            std::min(flow_.heightOf(label, line.label) + flow_.heightOf(value, line.value), withHeading));
         flow_.write(label, line.label, &name);
         structure_.close(name);
         if (!line.value.empty()) {

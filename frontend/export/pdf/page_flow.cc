@@ -168,10 +168,6 @@ void PageFlow::writeLine(const ParagraphLook& look, const ShapedLine& line) {
                      (isRight                                 ? free
                       : look.align == HorizontalAlign::center ? free / 2
                                                               : 0);
-    if (look.background) {
-        canvas_.fill({left() + look.indent - 3, y_, within - look.indent + 6, line.height()},
-                     *look.background);
-    }
     canvas_.text(line, look.style.size, look.color, x, y_ + line.ascent);
     if (look.underline) {
         const double below = y_ + line.ascent + look.style.size * 0.12;
@@ -183,26 +179,33 @@ void PageFlow::writeLine(const ParagraphLook& look, const ShapedLine& line) {
 void PageFlow::write(const ParagraphLook& look, std::string_view text, StructureElement* element) {
     // A copy, since a page that begins within the text shapes its title and number.
     const ShapedText shaped = shaper_.wrapped(shaper_.styleOf(look.style), text, width() - look.indent);
-    bool isInContent = false;
-    for (std::size_t i = 0; i < shaped.lines.size(); ++i) {
-        const ShapedLine& line = shaped.lines[i];
+    for (std::size_t i = 0; i < shaped.lines.size();) {
         // The first two lines stand together.
-        const double wanted =
-            line.height() + (i == 0 && shaped.lines.size() > 1 ? shaped.lines[1].height() : 0);
-        const bool fits = isInContent && rest() >= line.height() - 0.01;
-        if (!fits) {
-            if (isInContent) canvas_.end();
-            reserve(wanted);
-            if (element != nullptr) {
-                beginContent(*element);
-            } else {
-                canvas_.beginArtifact("Layout");
-            }
-            isInContent = true;
+        const bool isWithNext = i == 0 && shaped.lines.size() > 1;
+        reserve(shaped.lines[i].height() + (isWithNext ? shaped.lines[1].height() : 0));
+        std::size_t end = i + 1;
+        double height = shaped.lines[i].height();
+        while (end < shaped.lines.size() && height + shaped.lines[end].height() <= rest() + 0.01) {
+            height += shaped.lines[end++].height();
         }
-        writeLine(look, line);
+        if (look.background) fillGround(look, height);
+        if (element != nullptr) {
+            beginContent(*element);
+        } else {
+            canvas_.beginArtifact("Layout");
+        }
+        for (; i < end; ++i) writeLine(look, shaped.lines[i]);
+        canvas_.end();
     }
-    if (isInContent) canvas_.end();
+}
+
+void PageFlow::fillGround(const ParagraphLook& look, double height) {
+    constexpr double beyond = 3;
+    const double within = look.width > 0 ? std::min(look.width, width()) : width();
+    canvas_.beginArtifact("Layout");
+    canvas_.fill({left() + look.indent - beyond, y_, within - look.indent + 2 * beyond, height},
+                 *look.background);
+    canvas_.end();
 }
 
 void PageFlow::beginContent(StructureElement& element) {

@@ -108,6 +108,7 @@ class PageFlow {
     void endPage();
     void writeTitles();
     void writePageNumber();
+    void fillGround(const ParagraphLook& look, double height);
     void writeLine(const ParagraphLook& look, const ShapedLine& line);
 
     PdfFile& file_;

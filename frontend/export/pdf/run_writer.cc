@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "backend/text/utf8.h"
 
@@ -10,6 +11,16 @@ namespace vexa::frontend {
 namespace {
 
 constexpr double noticeable = 0.5;  // thousandths
+
+std::vector<std::string_view> charactersOf(std::string_view text) {
+    std::vector<std::string_view> characters;
+    while (!text.empty()) {
+        const std::size_t length = decodeUtf8(text).length;
+        characters.push_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return characters;
+}
 
 /// The operators of one run.
 class Operators {
@@ -30,9 +41,61 @@ class Operators {
         }
     }
 
+    /// What takes text out of a page turns letters around that are read from right to left, one by one. So
+    /// each letter stands for one character here, and where there are more characters than letters, blanks
+    /// without room do.
+    void backwardCluster(std::span<const PlacedGlyph> glyphs, std::string_view text) {
+        const auto isSimple = [](const PlacedGlyph& each) { return each.isShown && !each.isMissing; };
+        std::vector<std::string_view> characters = charactersOf(text);
+        const bool isUsual = glyphs.size() == 1 && characters.size() == 1;
+        if (isUsual || !std::all_of(glyphs.begin(), glyphs.end(), isSimple)) return cluster(glyphs, text);
+        std::reverse(characters.begin(), characters.end());
+        const bool isRaised = std::any_of(glyphs.begin(), glyphs.end(), [](const PlacedGlyph& each) {
+            return std::abs(each.y) > noticeable;
+        });
+        if (isRaised && !characters.empty()) return markedCluster(glyphs, characters);
+        for (std::size_t i = 0; i < glyphs.size(); ++i) {
+            showAs(glyphs[i], i < characters.size() ? characters[i] : std::string_view());
+        }
+        for (std::size_t i = glyphs.size(); i < characters.size(); ++i) standIn(characters[i]);
+    }
+
     void finish() { closeArray(); }
 
   private:
+    /// Marks over and below a letter would be taken for another line: blanks bear their characters.
+    void markedCluster(std::span<const PlacedGlyph> glyphs, const std::vector<std::string_view>& characters) {
+        for (std::size_t i = 0; i + 1 < characters.size(); ++i) standIn(characters[i]);
+        const auto base = std::max_element(
+            glyphs.begin(), glyphs.end(),
+            [](const PlacedGlyph& one, const PlacedGlyph& other) { return one.advance < other.advance; });
+        for (const PlacedGlyph& each : glyphs) {
+            showAs(each, &each == &*base ? characters.back() : std::string_view());
+        }
+    }
+
+    void showAs(const PlacedGlyph& glyph, std::string_view text) {
+        if (font_.use(glyph.id, text)) {
+            show(glyph, 0);
+        } else {
+            replaced({&glyph, 1}, text);
+        }
+    }
+
+    /// A blank without room that stands for a character.
+    void standIn(std::string_view text) {
+        hb_codepoint_t blank = 0;
+        if (hb_font_get_nominal_glyph(font_.handle(), ' ', &blank) == 0) return;
+        static_cast<void>(font_.use(blank, {}));
+        closeArray();
+        out_ += "/Span<</ActualText<FEFF";
+        appendHexUtf16(out_, text);
+        out_ += ">>>BDC 1 Tz <";
+        appendHexCode(out_, blank);
+        out_ += ">Tj 100 Tz EMC ";
+        owed_ += font_.advance(blank) / 100;
+    }
+
     /// Letters that do not say themselves which text they stand for.
     void replaced(std::span<const PlacedGlyph> glyphs, std::string_view text) {
         closeArray();
@@ -150,7 +213,7 @@ bool canShowByName(const PdfFont& font, std::span<const PlacedGlyph> glyphs, std
 }  // namespace
 
 void RunWriter::append(const FontShape& shape, double size, std::span<const PlacedGlyph> glyphs,
-                       std::string_view text, ShapedLine& line) {
+                       std::string_view text, bool isBackward, ShapedLine& line) {
     PdfFont& font = fonts_.at(shape.id);
     ShapedRun& run = line.runs.emplace_back();
     run.font = shape;
@@ -166,7 +229,11 @@ void RunWriter::append(const FontShape& shape, double size, std::span<const Plac
     double advance = 0;
     for (std::size_t i = 0; i < glyphs.size();) {
         const std::span<const PlacedGlyph> cluster = clusterAt(glyphs, i);
-        operators.cluster(cluster, textOf(cluster[0], text));
+        if (isBackward) {
+            operators.backwardCluster(cluster, textOf(cluster[0], text));
+        } else {
+            operators.cluster(cluster, textOf(cluster[0], text));
+        }
         for (const PlacedGlyph& each : cluster) {
             if (each.isMissing) {
                 line.missing.push_back({static_cast<float>(line.width + advance * size / 1000),

@@ -27,9 +27,10 @@ class RunWriter {
     /// With `preferNames`, runs that can be shown without the font being in the file are.
     RunWriter(PdfFonts& fonts, bool preferNames) : fonts_(fonts), preferNames_(preferNames) {}
 
-    /// Appends a run behind what the line holds. `text` is what the letters' places refer to.
+    /// Appends a run behind what the line holds. `text` is what the letters' places refer to; a run that is
+    /// read from right to left has its letters from left to right all the same.
     void append(const FontShape& font, double size, std::span<const PlacedGlyph> glyphs,
-                std::string_view text, ShapedLine& line);
+                std::string_view text, bool isBackward, ShapedLine& line);
 
     [[nodiscard]] bool prefersNames() const { return preferNames_; }
     /// Whether something had to be embedded although names are preferred.

@@ -113,24 +113,35 @@ class TableFlow {
             return;
         }
         while (part.firstRow < grid_.rows) {
-            const bool fits = findEnd(part);
-            if (!fits && !flow_.isAtTop()) {
-                beginPage();
+            bool goesOn = false;  // on the same page
+            if (findEnd(part)) {
+                writePart(part, part.isLastRange && part.endRow == grid_.rows);
+            } else if (flow_.isAtTop() || isCutHere(part)) {
+                cutRow(part);
+                goesOn = grid_.footnotes.empty();
+            } else {
+                beginPage(part);
                 continue;
             }
-            if (!fits) {
-                cutRow(part);
-            } else {
-                writePart(part, part.isLastRange && part.endRow == grid_.rows);
-            }
             part.firstRow = part.endRow;
-            if (part.firstRow < grid_.rows) beginPage();
+            if (part.firstRow == grid_.rows) break;
+            part.headerRows = 0;
+            if (!isCutHere(part) && !(goesOn && findEnd(part))) beginPage(part);
         }
     }
 
-    void beginPage() {
+    /// The next row is higher than a page, and here is room for a good part of it.
+    [[nodiscard]] bool isCutHere(const TablePart& part) const {
+        constexpr double goodPart = 100;
+        const double row = measures_.rowHeight(part.firstRow);
+        return row + rowsHeight(0, repeated_) + linesAround > flow_.bodyHeight() &&
+               flow_.rest() > rowsHeight(0, part.headerRows) + goodPart;
+    }
+
+    void beginPage(TablePart& part) {
         flow_.breakPage();
         flow_.reserve(0);
+        part.headerRows = repeated_;
     }
 
     /// Adds the notes of a row's cells that the part shows; of the header when `row` is within it.
@@ -203,10 +214,15 @@ class TableFlow {
     void cutRow(TablePart& part) {
         part.endRow = part.firstRow + 1;
         recount(part);
+        double left = measures_.rowHeight(part.firstRow);
+        const double lost = lineHeightOf(part.firstRow);
         for (;;) {
-            part.cutHeight = std::max(1.0, flow_.rest() - rowsHeight(0, part.headerRows) - linesAround);
+            const double room = flow_.rest() - rowsHeight(0, part.headerRows) - linesAround;
+            part.cutHeight = std::max(1.0, std::min(room, left));
+            // At its end a part may miss a line that would not fit, and each part has margins.
+            left -= std::max(0.0, part.cutHeight - lost);
             if (painter_->draw(part)) break;
-            beginPage();
+            beginPage(part);
         }
         part.cutHeight = 0;
         if (part.endRow == grid_.rows && part.isLastRange && !grid_.caption.text.empty()) {
@@ -215,6 +231,16 @@ class TableFlow {
             structure_.close(caption);
         }
         notes_.write(painter_->takeMarks(), part.isLastRange && part.endRow == grid_.rows);
+    }
+
+    /// More than the margins and the highest line of the row's cells take.
+    [[nodiscard]] double lineHeightOf(std::uint32_t row) const {
+        double height = 0;
+        for (const tables::GridCell& cell : grid_.row(row)) {
+            const tables::AreaLook& look = grid_.style(cell).look;
+            height = std::max(height, look.marginTop + look.marginBottom + 2 * look.size);
+        }
+        return height;
     }
 
     const TableGrid& grid_;

@@ -241,7 +241,7 @@ ShapedText TextShaper::shapePlain(TextStyleId id, std::string_view text) {
     ShapedLine& line = shaped.lines.emplace_back();
     line.ascent = static_cast<float>(font.ascent() * size / 1000);
     line.descent = static_cast<float>(font.descent() * size / 1000);
-    if (count > 0) writer_.append(plain.shape, size, glyphs_, text, line);
+    if (count > 0) writer_.append(plain.shape, size, glyphs_, text, false, line);
     shaped.width = line.width;
     shaped.height = line.height();
     return shaped;
@@ -297,11 +297,11 @@ ShapedText TextShaper::shapeAny(TextStyleId id, const std::string& text, double 
                 placed.isMissing = (glyph.glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0;
                 placed.isShown = glyph.glyph != PANGO_GLYPH_EMPTY;
             }
-            setTextEnds(glyphs_, 0, offset + static_cast<std::size_t>(item->item->length),
-                        (item->item->analysis.level & 1) != 0);
+            const bool isBackward = (item->item->analysis.level & 1) != 0;
+            setTextEnds(glyphs_, 0, offset + static_cast<std::size_t>(item->item->length), isBackward);
             const FontShape shape = pango_->shapeOf(item->item->analysis.font, fonts_);
             noteMissing(shape, text);
-            writer_.append(shape, style.size, glyphs_, text, line);
+            writer_.append(shape, style.size, glyphs_, text, isBackward, line);
         }
         shaped.width = std::max(shaped.width, line.width);
         shaped.height += line.height();
