@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -82,4 +82,4 @@ PdfObject Bookmarks::write(PdfFile& file) const {
     return numbers[root];
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -7,7 +7,7 @@
 
 #include "frontend/export/pdf/pdf_file.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 class Bookmarks {
   public:
@@ -26,4 +26,4 @@ class Bookmarks {
     std::vector<Bookmark> bookmarks_;
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -10,7 +10,7 @@
 #include "frontend/export/pdf/table_flow.h"
 #include "frontend/export/picture_files.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -269,4 +269,4 @@ void ItemPages::writePlaceholder(const ExportedItem& item, const Box& box) {
     }
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

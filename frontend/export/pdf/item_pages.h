@@ -12,7 +12,7 @@
 #include "frontend/export/pdf/page_flow.h"
 #include "frontend/export/picture_styles.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 class ItemPages {
   public:
@@ -49,4 +49,4 @@ class ItemPages {
     std::vector<const ExportedItem*> titles_;  // those that pages have now
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -190,4 +190,4 @@ std::string PageCanvas::take() {
     return "2 J\n" + std::exchange(content_, {});
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

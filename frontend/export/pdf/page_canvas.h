@@ -10,7 +10,7 @@
 #include "frontend/export/pdf/pdf_fonts.h"
 #include "frontend/export/pdf/shaped_text.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 struct Box {
     double left = 0;
@@ -63,4 +63,4 @@ class PageCanvas {
 /// How thick a line is drawn, all of it.
 [[nodiscard]] double thicknessOf(tables::LineStyle style);
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -260,4 +260,4 @@ void PageFlow::usePicture(const std::string& name, PdfObject object) {
     appendReference(pictures_, object);
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

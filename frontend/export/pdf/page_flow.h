@@ -16,7 +16,7 @@
 #include "frontend/export/pdf/text_shaper.h"
 #include "frontend/requests/export_request.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// How a text outside of tables looks.
 struct ParagraphLook {
@@ -138,4 +138,4 @@ class PageFlow {
     std::string pictures_;
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

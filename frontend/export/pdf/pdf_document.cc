@@ -12,6 +12,16 @@ namespace vexa::frontend {
 
 namespace {
 
+using pdf::appendReference;
+using pdf::appendTextString;
+using pdf::ItemPages;
+using pdf::PageFlow;
+using pdf::PdfFile;
+using pdf::PdfFonts;
+using pdf::PdfObject;
+using pdf::StructureTree;
+using pdf::TextShaper;
+
 constexpr std::string_view producer = "Vexa Output";
 
 std::string languageTag(std::string language) {

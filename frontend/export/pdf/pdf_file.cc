@@ -7,7 +7,7 @@
 #include "backend/text/utf16.h"
 #include "backend/text/utf8.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -215,4 +215,4 @@ void appendName(std::string& text, std::string_view name) {
     }
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -11,7 +11,7 @@
 #include "frontend/package/deflate.h"
 #include "frontend/package/package_result.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// The number of an object; 0 is none.
 using PdfObject = std::uint32_t;
@@ -68,4 +68,4 @@ void appendName(std::string& text, std::string_view name);
 /// Appends the digits of UTF-16BE, without brackets.
 void appendHexUtf16(std::string& text, std::string_view utf8);
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

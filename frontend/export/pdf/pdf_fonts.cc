@@ -7,7 +7,7 @@
 #include <array>
 #include <utility>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -315,4 +315,4 @@ std::string PdfFont::writePlain(PdfFile& file) const {
     return reference;
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -14,7 +14,7 @@
 
 #include "frontend/export/pdf/pdf_file.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 struct HarfBuzzRelease {
     void operator()(hb_font_t* font) const { hb_font_destroy(font); }
@@ -99,4 +99,4 @@ class PdfFonts {
 /// Appends the four digits that a letter of a font in the file is shown by.
 void appendHexCode(std::string& text, hb_codepoint_t glyph);
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -14,7 +14,7 @@
 #include "frontend/drawing/cairo_drawing.h"
 #include "frontend/drawing/picture_style.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -144,4 +144,4 @@ PdfObject addPictureForm(PdfFile& file, const Picture& picture, const std::strin
     return 0;
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -6,7 +6,7 @@
 
 #include "backend/text/utf8.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -249,4 +249,4 @@ void RunWriter::append(const FontShape& shape, double size, std::span<const Plac
     line.descent = std::max(line.descent, static_cast<float>(font.descent() * size / 1000));
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -7,7 +7,7 @@
 
 #include "frontend/export/pdf/shaped_text.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// A letter of a font. Measures are thousandths of the font's size. Letters that follow each other and have
 /// the same `textBegin` stand for one piece of text together.
@@ -42,4 +42,4 @@ class RunWriter {
     bool hasEmbedded_ = false;
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

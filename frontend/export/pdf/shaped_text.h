@@ -7,7 +7,7 @@
 
 #include "frontend/export/pdf/pdf_fonts.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// A face as it is shown: slanted or thickened where the family has no such face.
 struct FontShape {
@@ -47,4 +47,4 @@ struct ShapedText {
     float height = 0;
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

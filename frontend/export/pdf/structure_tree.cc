@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -156,4 +156,4 @@ PdfObject StructureTree::finish() {
     return root_;
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

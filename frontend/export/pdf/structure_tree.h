@@ -10,7 +10,7 @@
 
 #include "frontend/export/pdf/pdf_file.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// A page as far as the structure refers to it: which element each piece of its content belongs to.
 struct TaggedPage {
@@ -74,4 +74,4 @@ class StructureTree {
     std::string body_;
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -8,7 +8,7 @@
 #include "frontend/export/pdf/table_notes.h"
 #include "frontend/export/pdf/table_painter.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -259,4 +259,4 @@ TablePages writeTable(const TableGrid& grid, TextShaper& shaper, StructureTree& 
     return TableFlow(grid, shaper, structure, flow).write();
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -4,7 +4,7 @@
 #include "backend/tables/layout/table_grid.h"
 #include "frontend/export/pdf/page_flow.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 struct TablePages {
     PagePlace begin;             ///< where the first thing of it stands
@@ -15,4 +15,4 @@ struct TablePages {
 TablePages writeTable(const tables::TableGrid& grid, TextShaper& shaper, StructureTree& structure,
                       PageFlow& flow);
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -161,4 +161,4 @@ void drawLines(PageCanvas& canvas, const TableGrid& grid, const std::vector<Seen
     canvas.end();
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

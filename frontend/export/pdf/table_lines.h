@@ -8,7 +8,7 @@
 #include "backend/tables/layout/table_grid.h"
 #include "frontend/export/pdf/page_canvas.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// A cell as it is seen in the part: rows and columns are counted from the part's first ones.
 struct SeenCell {
@@ -25,4 +25,4 @@ struct SeenCell {
 void drawLines(PageCanvas& canvas, const tables::TableGrid& grid, const std::vector<SeenCell>& cells,
                const std::vector<double>& columns, const std::vector<double>& rows);
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

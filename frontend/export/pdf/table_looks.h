@@ -4,7 +4,7 @@
 #include "backend/tables/layout/table_grid.h"
 #include "frontend/export/pdf/page_flow.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 [[nodiscard]] inline ParagraphLook paragraphLook(const tables::AreaLook& look) {
     ParagraphLook paragraph;
@@ -16,4 +16,4 @@ namespace vexa::frontend {
     return paragraph;
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -228,4 +228,4 @@ void TableMeasures::setHeights() {
     natural_ = {};
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -10,7 +10,7 @@
 #include "backend/tables/layout/table_grid.h"
 #include "frontend/export/pdf/text_shaper.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// Columns of data that stand beside each other, behind the row labels: from `begin` up to before `end`.
 struct ColumnRange {
@@ -78,4 +78,4 @@ inline constexpr double markScale = 0.7;
 /// The marks of a cell as they stand there: "a,b".
 [[nodiscard]] std::string marksText(const std::vector<std::string>& marks);
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

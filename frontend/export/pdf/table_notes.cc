@@ -4,7 +4,7 @@
 
 #include "frontend/export/pdf/table_looks.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -122,4 +122,4 @@ void TableNotes::writeMark(std::size_t number, const std::vector<MarkPlace>& mar
     structure_.close(label);
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

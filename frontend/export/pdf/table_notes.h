@@ -9,7 +9,7 @@
 #include "backend/tables/layout/table_grid.h"
 #include "frontend/export/pdf/table_painter.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 class TableNotes {
   public:
@@ -41,4 +41,4 @@ class TableNotes {
     std::set<std::size_t> listed_;
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

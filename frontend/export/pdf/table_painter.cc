@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -299,4 +299,4 @@ void TablePainter::finish() {
     structure_.close(table_);
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

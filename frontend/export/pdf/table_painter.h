@@ -13,7 +13,7 @@
 #include "frontend/export/pdf/table_lines.h"
 #include "frontend/export/pdf/table_measures.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 /// A part: rows of the header, rows behind it, and columns of data behind those of the labels.
 struct TablePart {
@@ -92,4 +92,4 @@ class TablePainter {
     std::vector<MarkPlace> marks_;
 };
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

@@ -10,7 +10,7 @@
 
 #include "backend/text/utf8.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 namespace {
 
@@ -355,4 +355,4 @@ std::string showableText(std::string_view text) {
     return shown;
 }
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf

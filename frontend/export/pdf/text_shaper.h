@@ -13,7 +13,7 @@
 
 #include "frontend/export/pdf/run_writer.h"
 
-namespace vexa::frontend {
+namespace vexa::frontend::pdf {
 
 struct TextStyle {
     std::string font = "sans-serif";
@@ -74,4 +74,4 @@ class TextShaper {
 /// end.
 [[nodiscard]] std::string showableText(std::string_view text);
 
-}  // namespace vexa::frontend
+}  // namespace vexa::frontend::pdf
