@@ -171,7 +171,7 @@ class Export {
         if (result) {
             files_.setMain(number);
         } else {
-            cannotWrite(file, result);
+            report_.failToWrite(file, result);
         }
     }
 
@@ -182,12 +182,8 @@ class Export {
                 "The file ^1 has not kept its owner, group or permissions, because the system does not allow it. Check who may read it."_text,
                 {file}));
         }
-        if (!result) cannotWrite(documentFile_.empty() ? pictures_.shownRoot() : documentFile_, result);
-    }
-
-    void cannotWrite(const std::string& file, const PackageResult& result) {
-        report_.fail(ExportError::cannotWrite,
-                     composed("The file ^1 cannot be written: ^2"_text, {file, result.shownDetail()}));
+        if (!result)
+            report_.failToWrite(documentFile_.empty() ? pictures_.shownRoot() : documentFile_, result);
     }
 
     [[nodiscard]] ExportOutcome outcome() const {

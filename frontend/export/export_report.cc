@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 
 namespace vexa::frontend {
@@ -69,6 +70,11 @@ void ExportReport::fail(ExportError error, std::string reason) {
     if (failed()) return;
     error_ = error;
     reason_ = std::move(reason);
+}
+
+void ExportReport::failToWrite(const std::string& file, const PackageResult& result) {
+    fail(ExportError::cannotWrite,
+         composed("The file ^1 cannot be written: ^2"_text, {toNativePath(file), result.shownDetail()}));
 }
 
 }  // namespace vexa::frontend

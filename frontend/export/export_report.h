@@ -12,6 +12,7 @@
 
 #include "backend/text/system_text.h"
 #include "frontend/export/export_plan.h"
+#include "frontend/package/package_result.h"
 
 namespace vexa::frontend {
 
@@ -94,6 +95,8 @@ class ExportReport {
     void note(std::string text);
     /// The first failure counts; `reason` goes to the log, as shown.
     void fail(ExportError error, std::string reason = {});
+    /// Error 6, with the system's reason; `file` as it came.
+    void failToWrite(const std::string& file, const PackageResult& result);
     /// One more picture that was written.
     void countPicture() { ++pictures_; }
 

@@ -140,7 +140,7 @@ bool PictureFiles::checkFolders() {
         const std::string folder(folderOf(job.root));
         if (folder.empty() || FileSystem::current().isFolder(folder)) continue;
         report_.fail(ExportError::noFolder,
-                     composed("There is no folder ^1 for the pictures."_text, {folder}));
+                     composed("There is no folder ^1 for the pictures."_text, {toNativePath(folder)}));
         return false;
     }
     return true;
@@ -180,7 +180,7 @@ std::string PictureFiles::content(const Job& job, const ExportedItem& item, cons
     if (!canDraw()) {
         report_.note(
             composed("Item ^1 (^2): there is no file ^3, because this build of the program cannot draw."_text,
-                     {number, item.label, file}));
+                     {number, item.label, toNativePath(file)}));
         return {};
     }
     DrawingOrder order = job.drawing;
@@ -194,7 +194,7 @@ std::string PictureFiles::content(const Job& job, const ExportedItem& item, cons
     if (!drawn.reason.empty()) {
         report_.note(composed(
             "Item ^1 (^2): the picture cannot be drawn, and the file ^3 has its alternative text instead. ^4"_text,
-            {number, item.label, file, drawn.reason}));
+            {number, item.label, toNativePath(file), drawn.reason}));
     }
     return std::move(drawn.bytes);
 }
@@ -205,8 +205,7 @@ bool PictureFiles::write(const Job& job, const ExportedItem& item, std::size_t n
     const std::string bytes = content(job, item, file);
     if (bytes.empty()) return false;
     if (const PackageResult result = files_.add(file, bytes); !result) {
-        report_.fail(ExportError::cannotWrite,
-                     composed("The file ^1 cannot be written: ^2"_text, {file, result.shownDetail()}));
+        report_.failToWrite(file, result);
         return false;
     }
     return true;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/export/html/html_page.h"
 #include "frontend/export/html/html_text.h"
@@ -88,8 +89,11 @@ class ReportWriter {
     }
 
   private:
+    /// TITLE=FILENAME sends the document's file as the command has it; a reader knows it in the system's
+    /// form.
     [[nodiscard]] std::string title() const {
-        return request_.title && !request_.title->empty() ? *request_.title : documentTitle(task_.document);
+        if (!request_.title || request_.title->empty()) return documentTitle(task_.document);
+        return *request_.title == request_.file ? toNativePath(request_.file) : *request_.title;
     }
 
     [[nodiscard]] std::string beginning(const PageBody& body) const {
