@@ -11,6 +11,7 @@
 #include "frontend/export/slides/slides_export.h"
 #include "frontend/export/text/text_page.h"
 #include "frontend/export/word/word_document.h"
+#include "frontend/export/xls/xls_workbook.h"
 #include "frontend/export/xlsx/xlsx_workbook.h"
 
 namespace vexa::frontend {
@@ -66,7 +67,6 @@ std::string documentFileOf(const ExportRequest& request) {
 
 /// The first format asked for that there is no exporter of; empty where there is none.
 std::string missingFormat(const ExportRequest& request) {
-    if (request.xls) return "XLS";
     if (request.emf) return "EMF";
     return {};
 }
@@ -136,6 +136,9 @@ class Export {
         }
         if (request_.ppt) {
             write(request_.ppt->file, [&](const ByteSink& out) { return writeSlides(task(plan), out); });
+        }
+        if (request_.xls) {
+            write(request_.xls->file, [&](const ByteSink& out) { return writeXls(task(plan), out); });
         }
         if (request_.text) {
             write(request_.text->file, [&](const ByteSink& out) { return writeTextPage(task(plan), out); });
