@@ -5,6 +5,7 @@
 #include "frontend/export/report/report_features.h"
 #include "frontend/export/slides/slides_features.h"
 #include "frontend/export/text/text_features.h"
+#include "frontend/export/xls/xls_features.h"
 
 namespace vexa::frontend {
 
@@ -16,6 +17,7 @@ constexpr std::array formats{
     &textFeatures,
     &pdfFeatures,
     &slidesFeatures,
+    &xlsFeatures,
 };
 
 }  // namespace

@@ -30,6 +30,7 @@ enum RecordId : std::uint16_t {
     externSheet = 0x0017,
     name = 0x0018,
     windowProtect = 0x0019,
+    pageBreaks = 0x001B,
     selection = 0x001D,
     dateMode = 0x0022,
     externalName = 0x0023,

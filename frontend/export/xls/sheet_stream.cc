@@ -10,6 +10,8 @@ namespace {
 constexpr double twipsOfPoint = 20;
 constexpr std::size_t rangesOfRecord = 1027;
 constexpr std::size_t rangeBytes = 8;
+constexpr std::size_t pageBreakBytes = 6;
+constexpr std::size_t mostPageBreaks = 1026;
 constexpr std::size_t indexBytes = 16;  ///< without the places of blocks
 
 PackageResult broken() {
@@ -85,6 +87,10 @@ PackageResult SheetStream::readRecord(const RecordView& record) {
     drawing_.read(record);
     if (record.id == id::mergedCells) {
         readMerged(record);
+    } else if (record.id == id::pageBreaks) {
+        for (std::size_t at = 2; at + pageBreakBytes <= content.size(); at += pageBreakBytes) {
+            pageBreaks_[twoAt(content, at)] = fourAt(content, at + 2);
+        }
     } else if (record.id == id::pivotView) {
         pivots_.push_back(rangeOf(content, 0));
     } else if (record.id == id::defaultRowHeight) {
@@ -130,6 +136,7 @@ PackageResult SheetStream::place(const PlacedContent& placed, BookDrawings& draw
     }
     placeMerged(placed);
     placeRows(placed, before.rows);
+    placePageBreaks(placed);
     placePictures(placed, drawings);
     return {};
 }
@@ -165,6 +172,15 @@ void SheetStream::placeMerged(const PlacedContent& placed) {
         merged_.push_back({row, row + range.rows - 1, column, column + range.columns - 1});
     }
     mergedChanged_ = erased > 0 || !placed.content.merged.empty();
+}
+
+void SheetStream::placePageBreaks(const PlacedContent& placed) {
+    constexpr std::uint32_t throughAllColumns = (columnCount - 1) << 16U;
+    for (const std::uint32_t row : placed.content.pageBreaks) {
+        if (pageBreaks_.size() == mostPageBreaks) return;
+        pageBreaksChanged_ =
+            pageBreaks_.emplace(placed.row + row, throughAllColumns).second || pageBreaksChanged_;
+    }
 }
 
 void SheetStream::placePictures(const PlacedContent& placed, BookDrawings& drawings) {
@@ -220,6 +236,8 @@ std::string SheetStream::write() {
 void SheetStream::writeFront(std::string& out, std::size_t blocks) {
     const std::size_t behindColumns =
         lastOf(front_, front_.size(), [](std::uint16_t id) { return id == id::defColWidth; });
+    const std::size_t behindSettings =
+        lastOf(front_, front_.size(), [](std::uint16_t id) { return id == id::wsBool; });
     for (std::size_t i = 0; i < front_.size(); ++i) {
         const RecordView& record = front_[i];
         if (record.id == id::index) {
@@ -227,13 +245,22 @@ void SheetStream::writeFront(std::string& out, std::size_t blocks) {
             Records(out).begin(id::index).bytes(std::string(indexBytes + 4 * blocks, '\0')).end();
         } else if (record.id == id::dimensions) {
             writeDimensions(out, record.raw);
-        } else if (record.id != id::colInfo || !columns_.changed()) {
+        } else if ((record.id != id::colInfo || !columns_.changed()) &&
+                   (record.id != id::pageBreaks || !pageBreaksChanged_)) {
             if (record.id == id::defColWidth) columnsAt_ = out.size();
             out += record.raw;
         }
         if (i == behindColumns) writeColumns(out);
+        if (i == behindSettings && pageBreaksChanged_) writePageBreaks(out);
     }
     writeColumns(out);
+}
+
+void SheetStream::writePageBreaks(std::string& out) const {
+    Records records(out);
+    records.begin(id::pageBreaks).two(static_cast<std::uint32_t>(pageBreaks_.size()));
+    for (const auto& [row, columns] : pageBreaks_) records.two(row).four(columns);
+    records.end();
 }
 
 void SheetStream::writeColumns(std::string& out) {

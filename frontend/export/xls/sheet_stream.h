@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,12 +44,14 @@ class SheetStream {
     void placeColumns(const PlacedContent& placed, std::uint32_t inUse);
     void placeRows(const PlacedContent& placed, std::uint32_t inUse);
     void placeMerged(const PlacedContent& placed);
+    void placePageBreaks(const PlacedContent& placed);
     void placePictures(const PlacedContent& placed, BookDrawings& drawings);
     [[nodiscard]] PictureAnchor anchorOf(const SheetPicture& picture, std::uint32_t row,
                                          std::uint32_t column) const;
     void writeFront(std::string& out, std::size_t blocks);
     void writeBack(std::string& out) const;
     void writeColumns(std::string& out);
+    void writePageBreaks(std::string& out) const;
     void writeMerged(std::string& out) const;
     void writeDimensions(std::string& out, std::string_view raw) const;
     void mendIndex(std::string& out, std::size_t tableAt, const std::vector<std::uint32_t>& blocks) const;
@@ -60,6 +63,8 @@ class SheetStream {
     SheetDrawing drawing_;
     std::vector<CellRange> merged_;
     std::vector<CellRange> pivots_;
+    std::map<std::uint32_t, std::uint32_t> pageBreaks_;  ///< by row: the columns that they go through
+    bool pageBreaksChanged_ = false;
     double usualHeight_ = 12.75;
     bool mergedChanged_ = false;
     bool columnsWritten_ = false;

@@ -29,6 +29,7 @@ ExportRequest requestOf(std::string_view format, const ExportFolder& folder) {
     if (format == "PPT") ask(request.ppt, "a.pptx");
     if (format == "TEXT") ask(request.text, "a.txt");
     if (format == "PDF") ask(request.pdf, "a.pdf");
+    if (format == "XLS") ask(request.xls, "a.xls");
     return request;
 }
 
