@@ -1,4 +1,4 @@
-#include "frontend/drawing/picture_drawing.h"
+#include "frontend/drawing/picture_drawing_here.h"
 
 #include <algorithm>
 #include <cmath>
@@ -103,10 +103,8 @@ Picture placeholder(const std::string& alternative, const DrawingOrder& order) {
 
 }  // namespace
 
-bool canDraw() { return true; }
-
-DrawnPicture drawPicture(const Picture& picture, const std::string& rules, const std::string& alternative,
-                         const DrawingOrder& order) {
+DrawnPicture drawPictureHere(const Picture& picture, const std::string& rules, const std::string& alternative,
+                             const DrawingOrder& order) {
     DrawnPicture drawn;
     if (picture.form == PictureForm::svg && !rules.empty()) {
         const Picture styled{picture.form, applyRules(picture.bytes, rules), picture.width, picture.height};
@@ -128,3 +126,9 @@ DrawnPicture drawPicture(const Picture& picture, const std::string& rules, const
 }
 
 }  // namespace vexa::frontend
+
+void vexaDrawPicture(const vexa::frontend::Picture& picture, const std::string& rules,
+                     const std::string& alternative, const vexa::frontend::DrawingOrder& order,
+                     vexa::frontend::DrawnPicture& drawn) {
+    drawn = vexa::frontend::drawPictureHere(picture, rules, alternative, order);
+}

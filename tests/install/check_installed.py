@@ -17,7 +17,7 @@ OUTPUT SAVE OUTFILE='report.vxv'.
 OUTPUT DISPLAY.
 """
 EXPECTED = ["Kommentar", "moved", "teal", "report"]
-LIBRARIES = ["lib/libvexabackend.so", "lib/vexaoutput.so"]
+LIBRARIES = ["lib/libvexabackend.so", "lib/vexaoutput.so", "lib/vexadrawing.so"]
 
 
 def run(command, **options):
@@ -41,6 +41,19 @@ def check_binary(file):
     demand("NOW" in dynamic and "GNU_RELRO" in dynamic, f"{file}: is not bound when it is loaded\n{dynamic}")
 
 
+def check_drawing(program, work, environment):
+    """The library that draws is found when it is needed, and is no burden for every start before."""
+    needed = run(["readelf", "-dW", program])
+    for library in ("libcairo", "librsvg", "libqpdf", "libpango"):
+        demand(library not in needed, f"the program itself needs {library}")
+    (work / "square.svg").write_text('<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9"><rect width="9" height="9"/></svg>')
+    run([program, "import", "square.vxv", "square.svg"], cwd=work, env=environment)
+    run([program, "export", "square.vxv", "square.png"], cwd=work, env=environment)
+    demand((work / "square1.png").read_bytes().startswith(b"\x89PNG"), "no picture was drawn")
+    run([program, "export", "square.vxv", "square.pdf"], cwd=work, env=environment)
+    demand((work / "square.pdf").read_bytes().startswith(b"%PDF"), "no PDF was written")
+
+
 def check_moved(root, version):
     environment = {key: value for key, value in os.environ.items() if not key.startswith("LD_")}
     program = root / "bin" / "vexa"
@@ -54,6 +67,7 @@ def check_moved(root, version):
     demand((work / "report.vxv").is_file(), "nothing was saved")
     demand((root / "lang" / "statistic-roles.xml").is_file(), "no words for statistics are installed")
     demand(any((root / "Looks").iterdir()), "no looks are installed")
+    check_drawing(program, work, environment)
     for name in ["bin/vexa", *LIBRARIES]:
         check_binary(root / name)
 

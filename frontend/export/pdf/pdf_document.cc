@@ -1,4 +1,4 @@
-#include "frontend/export/pdf/pdf_document.h"
+#include "frontend/export/pdf/pdf_document_here.h"
 
 #include <algorithm>
 #include <set>
@@ -137,10 +137,13 @@ class PdfDocument {
 
 }  // namespace
 
-bool canWritePdf() { return true; }
-
-PackageResult writePdf(const ExportTask& task, const ByteSink& sink) {
+PackageResult writePdfHere(const ExportTask& task, const ByteSink& sink) {
     return PdfDocument(task, sink).write();
 }
 
 }  // namespace vexa::frontend
+
+void vexaWritePdf(const vexa::frontend::ExportTask& task, const vexa::frontend::ByteSink& sink,
+                  vexa::frontend::PackageResult& result) {
+    result = vexa::frontend::writePdfHere(task, sink);
+}
