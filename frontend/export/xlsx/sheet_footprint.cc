@@ -11,14 +11,15 @@ namespace {
 std::map<std::uint32_t, std::pair<std::uint32_t, std::uint32_t>> extentsOf(const SheetContent& content) {
     std::map<std::uint32_t, std::pair<std::uint32_t, std::uint32_t>> rows;
     const auto add = [&rows](std::uint32_t row, std::uint32_t first, std::uint32_t last) {
-        const auto [found, isNew] = rows.try_emplace(row, first, last);
-        if (!isNew) {
-            found->second.first = std::min(found->second.first, first);
-            found->second.second = std::max(found->second.second, last);
-        }
+        // Cells come by row, so that the place is at the end for all but pictures.
+        const auto found = rows.try_emplace(rows.end(), row, first, last);
+        found->second.first = std::min(found->second.first, first);
+        found->second.second = std::max(found->second.second, last);
     };
-    for (const SheetCell& cell : content.cells) {
-        add(cell.row, cell.column, cell.column);
+    const auto& cells = content.cells;
+    for (std::size_t begin = 0, end = 0; begin < cells.size(); begin = end) {
+        while (end < cells.size() && cells[end].row == cells[begin].row) ++end;
+        add(cells[begin].row, cells[begin].column, cells[end - 1].column);
     }
     for (const SheetPicture& picture : content.pictures) {
         for (std::uint32_t row = 0; row < picture.rows; ++row) {
