@@ -1,6 +1,7 @@
 #include "frontend/export/office/table_columns.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vexa::frontend {
 
@@ -15,7 +16,9 @@ using tables::TableGrid;
 constexpr double slack = 1.03;
 constexpr double slackPoints = 1.5;
 /// Labels over columns are broken beyond so many times their size.
-constexpr double labelEms = 10;
+constexpr double labelEms = 8;
+/// Lines that are broken at blanks are not of one length.
+constexpr double unevenLines = 1.2;
 /// Raised marks are so large.
 constexpr double markScale = 0.65;
 constexpr double smallestColumn = 6;
@@ -69,9 +72,17 @@ class Measurer {
         ColumnNeed need{extent.width + margins, extent.word + margins};
         if (isNumber(cell)) need.least = need.natural;
         if (cell.role == GridRole::columnLabel) {
-            need.natural = std::min(need.natural, std::max(need.least, labelEms * style.look.size));
+            need.natural =
+                std::max(need.least, margins + brokenWidth(extent.width, labelEms * style.look.size));
         }
         return need;
+    }
+
+    /// What a text takes when it is broken into as few lines as fit `most`, and these are about as long.
+    [[nodiscard]] static double brokenWidth(double width, double most) {
+        if (width <= most) return width;
+        const double lines = std::ceil(width / most);
+        return std::min(width / lines * unevenLines, most);
     }
 
     void take(const GridCell& cell, const CellExtent& extent) {

@@ -157,6 +157,7 @@ class Fitter {
         double header = 0;
         for (std::uint32_t i = 0; i < grid_.headerRows; ++i) header += heights[i];
         if (header <= room_.height * mostHeader) part.headerRows = std::min(grid_.headerRows, grid_.rows);
+        part.height = std::accumulate(heights.begin(), heights.end(), 0.0);
         part.heights = std::move(heights);
         part.roomHeight = room_.height;
     }
@@ -185,6 +186,12 @@ class Fitter {
 };
 
 }  // namespace
+
+bool TablePart::keepsWithNext(std::uint32_t row) const {
+    if (row + 1 == grid->rows) return goesOnBelow;
+    const bool isFirst = row <= headerRows && headerRows == grid->headerRows;
+    return height <= roomHeight / 2 || isFirst || row + 2 == grid->rows;
+}
 
 PartRows::PartRows(const TablePart& part) : part_(part), cells_(part.columns()) {}
 

@@ -31,10 +31,15 @@ struct TablePart {
     std::uint32_t headerRows = 0;  ///< that stand at the top of each page again; none where they are too high
     std::vector<double> heights;   ///< of the rows, as they are likely to become, points
 
-    double roomHeight = 0;  ///< of a page
+    double height = 0;         ///< of all rows
+    double roomHeight = 0;     ///< of a page
+    bool goesOnBelow = false;  ///< a caption or footnotes come, which shall not stand apart
 
     /// Whether a row is low enough to be kept on one page.
     [[nodiscard]] bool staysTogether(std::uint32_t row) const { return heights[row] <= roomHeight / 2; }
+    /// Whether a row shall stand on the page of what comes behind it. Low tables stand on one page; of others
+    /// no row stands alone at an end.
+    [[nodiscard]] bool keepsWithNext(std::uint32_t row) const;
     [[nodiscard]] std::uint32_t columns() const { return labelColumns + dataEnd - dataBegin; }
 };
 

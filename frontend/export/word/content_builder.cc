@@ -259,6 +259,8 @@ void ContentBuilder::addParts(const ExportedItem& item, const TableGrid& grid) {
     for (TablePart& part : fit.parts) {
         if (!std::exchange(isFirst, false)) putGap();
         part.name = inOneLine(item.label);
+        part.goesOnBelow =
+            &part == &fit.parts.back() && (!grid.caption.text.empty() || !grid.footnotes.empty());
         writer_.table(part);
     }
 }
@@ -267,6 +269,7 @@ void ContentBuilder::addUnder(const TableGrid& grid) {
     if (!grid.caption.text.empty()) {
         WordParagraph caption = areaParagraph(WordRole::caption, Area::caption, grid, grid.caption.style);
         caption.runs.push_back({grid.caption.text});
+        caption.keepsWithNext = !grid.footnotes.empty();
         put(std::move(caption));
     }
     for (const GridFootnote& note : grid.footnotes) {

@@ -128,11 +128,12 @@ class DocxTable {
             if (isHeader) xml_ += "<w:tblHeader/>";
             xml_ += "</w:trPr>";
         }
-        for (const RowPiece& piece : pieces) appendCell(piece);
+        const bool keeps = part_.keepsWithNext(row);
+        for (const RowPiece& piece : pieces) appendCell(piece, keeps);
         xml_ += "</w:tr>";
     }
 
-    void appendCell(const RowPiece& piece) {
+    void appendCell(const RowPiece& piece, bool keepsWithNext) {
         const GridCell& cell = *piece.cell;
         const CellXml& made = cellXml(cell);
         std::int64_t width = 0;
@@ -147,7 +148,8 @@ class DocxTable {
         xml_.append(made.properties).append("</w:tcPr><w:p><w:pPr>");
         const std::size_t kind = isNumber(cell) ? 1 : 0;
         const bool isTurned = kind == 0 && isRightToLeft(grid_.text(cell));
-        xml_.append(made.style[kind]).append(isTurned ? "<w:bidi/>" : "").append(made.align[kind]);
+        xml_.append(made.style[kind]).append(keepsWithNext ? "<w:keepNext/>" : "");
+        xml_.append(isTurned ? "<w:bidi/>" : "").append(made.align[kind]);
         xml_ += "</w:pPr>";
         if (piece.place != RowPlace::further) appendText(cell, made.run[kind], isTurned);
         xml_ += "</w:p></w:tc>";

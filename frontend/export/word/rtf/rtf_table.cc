@@ -52,7 +52,8 @@ class RtfTable {
         if (row < part_.headerRows) rtf_ += "\\trhdr";
         for (const RowPiece& piece : pieces) appendDefinition(piece);
         rtf_ += '\n';
-        for (const RowPiece& piece : pieces) appendCell(piece);
+        const bool keeps = part_.keepsWithNext(row);
+        for (const RowPiece& piece : pieces) appendCell(piece, keeps);
         rtf_ += "\\row\n";
     }
 
@@ -63,10 +64,10 @@ class RtfTable {
         appendWord(rtf_, "cellx", edges_[piece.column + piece.span - 1]);
     }
 
-    void appendCell(const RowPiece& piece) {
+    void appendCell(const RowPiece& piece, bool keepsWithNext) {
         const GridCell& cell = *piece.cell;
         const std::string& words = wordsOf(cell).text[isNumber(cell) ? 1 : 0];
-        rtf_.append("\\pard\\plain\\intbl").append(words);
+        rtf_.append("\\pard\\plain\\intbl").append(words).append(keepsWithNext ? "\\keepn" : "");
         if (piece.place != RowPlace::further) {
             rtf_ += ' ';
             appendRtfText(rtf_, grid_.text(cell));
