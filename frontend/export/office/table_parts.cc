@@ -36,7 +36,11 @@ class Fitter {
     TableFit fit() {
         fit_.columnsCut = labels_ < grid_.labelColumns;
         fit_.longLabels = needs_.labels > room_.width / 2 && labels_ > 0;
-        if (wide_ != WideTables::asIs) squeeze();
+        if (wide_ == WideTables::asIs) {
+            limit();
+        } else {
+            squeeze();
+        }
         split();
         if (wide_ == WideTables::shrink) shrink();
         for (TablePart& part : fit_.parts) finish(part);
@@ -82,6 +86,16 @@ class Fitter {
         giveWay(0, grid_.columns, room);
     }
 
+    /// Beyond what any table may measure, columns are made narrower.
+    void limit() {
+        const double half = room_.mostWidth / 2;
+        const double labels = sum(0, labels_);
+        for (std::uint32_t i = 0; i < grid_.columns; ++i) {
+            if (i >= labels_) widths_[i] = std::min(widths_[i], half);
+            if (i < labels_ && labels > half) widths_[i] *= half / labels;
+        }
+    }
+
     void split() {
         if (grid_.rows == 0 || grid_.columns == 0) return;
         const double labels = sum(0, labels_);
@@ -91,14 +105,15 @@ class Fitter {
             part.grid = &grid_;
             part.labelColumns = labels_;
             part.dataBegin = begin;
-            part.dataEnd = begin = endOfPart(begin, room_.width - labels);
+            part.dataEnd = begin =
+                endOfPart(begin, (wide_ == WideTables::wrap ? room_.width : room_.mostWidth) - labels);
         } while (begin < grid_.columns);
     }
 
     /// The column behind the last one that fits beside the labels; at least one does.
     [[nodiscard]] std::uint32_t endOfPart(std::uint32_t begin, double room) {
         const std::uint32_t last = std::min(grid_.columns, begin + room_.mostColumns - labels_);
-        if (wide_ != WideTables::wrap) return last;
+        if (wide_ == WideTables::shrink) return last;
         std::uint32_t end = begin;
         double taken = 0;
         while (end < last && (end == begin || taken + widths_[end] <= room + 0.01)) taken += widths_[end++];

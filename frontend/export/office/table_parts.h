@@ -17,6 +17,7 @@ struct TableRoom {
     double height = 0;
     double edge = 0;                 ///< from the left margin to the edge of the paper
     std::uint32_t mostColumns = 63;  ///< of one part, at least 2; word processors have no more
+    double mostWidth = 1'584;  ///< of one part, whatever is asked for; word processors have no wider ones
 };
 
 /// The first columns of a grid, and some of those behind.

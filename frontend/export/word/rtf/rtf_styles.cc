@@ -28,7 +28,7 @@ constexpr std::array<RoleStyle, 13> roleStyles{
     {{0, "Normal", "\\sa120\\fs20"},
      {1, "heading", ""},
      {20, "Log", "\\sa0\\fs17"},
-     {21, "Warning", "\\sa120\\li170\\brdrl\\brdrs\\brdrw60\\brsp60\\fs20"},
+     {21, "Warning", "\\sa120\\li170\\fs20\\brdrl\\brdrs\\brdrw60\\brsp60"},
      {22, "Notes", "\\sa20\\fs18"},
      {0, "Normal", "\\sa120\\fs20"},
      {23, "Table Title", "\\keepn\\keep\\sb120\\sa60\\b\\fs20"},
@@ -62,6 +62,8 @@ std::string RtfStyles::role(WordRole role, std::size_t level) {
     }
     appendWord(rtf, "s", style.number);
     rtf += style.words;
+    if (role == WordRole::warning)
+        appendWord(rtf, "brdrcf", static_cast<std::int64_t>(tables_.color(tables::Color{0xB45309})));
     appendWord(rtf, "f",
                static_cast<std::int64_t>(tables_.font(role == WordRole::log ? "monospace" : "sans-serif")));
     if (role == WordRole::log)

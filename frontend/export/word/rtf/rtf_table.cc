@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frontend/export/office/office_values.h"
+#include "frontend/export/word/word_content.h"
 
 namespace vexa::frontend {
 
@@ -69,6 +70,8 @@ class RtfTable {
         const std::string& words = wordsOf(cell).text[isNumber(cell) ? 1 : 0];
         rtf_.append("\\pard\\plain\\intbl").append(words).append(keepsWithNext ? "\\keepn" : "");
         if (piece.place != RowPlace::further) {
+            if (!isNumber(cell) && isRightToLeft(grid_.text(cell)))
+                rtf_.append("\\rtlpar").append(turnedWords(words));
             rtf_ += ' ';
             appendRtfText(rtf_, grid_.text(cell));
             appendMarks(cell);

@@ -1,5 +1,6 @@
 #include "frontend/export/word/rtf/rtf_text.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -65,6 +66,18 @@ void appendRtfText(std::string& rtf, std::string_view text) {
         }
         text.remove_prefix(length);
     }
+}
+
+std::string turnedWords(std::string_view words) {
+    std::string rtf = "\\rtlch\\fcs1";
+    while (words.size() > 1) {
+        const std::size_t end = std::min(words.find('\\', 1), words.size());
+        const std::string_view word = words.substr(1, end - 1);
+        const std::string_view name = word.substr(0, word.find_first_of("-0123456789 "));
+        if (name == "b" || name == "i" || name == "f" || name == "fs") rtf.append("\\a").append(word);
+        words.remove_prefix(end);
+    }
+    return rtf;
 }
 
 RtfTables::RtfTables() {

@@ -17,6 +17,10 @@ void appendRtfText(std::string& rtf, std::string_view text);
 /// Appends a control word with its number.
 void appendWord(std::string& rtf, std::string_view word, std::int64_t number);
 
+/// What says that a text is written from right to left, with the words for fonts of `words` as such texts
+/// have them.
+[[nodiscard]] std::string turnedWords(std::string_view words);
+
 /// The fonts and colours of a document, numbered in the order in which they are asked for first.
 class RtfTables {
   public:

@@ -90,11 +90,14 @@ void RtfWriter::endParagraph() {
 
 void RtfWriter::openParagraph(const WordParagraph& paragraph) {
     endParagraph();
-    body_ += "\\pard\\plain" + styles_.role(paragraph.role, paragraph.level);
-    if (paragraph.keepsWithNext) body_ += "\\keepn";
-    if (paragraph.breaksPage) body_ += "\\pagebb";
-    body_.append(alignWord(paragraph.align)).append(styles_.own(paragraph.own));
-    body_ += isRightToLeft(paragraph) ? "\\rtlpar " : " ";
+    std::string words = styles_.role(paragraph.role, paragraph.level);
+    if (paragraph.keepsWithNext) words += "\\keepn";
+    if (paragraph.breaksPage) words += "\\pagebb";
+    const bool isTurned = isRightToLeft(paragraph);
+    words.append(alignWord(paragraph.align)).append(styles_.own(paragraph.own));
+    body_.append("\\pard\\plain").append(words);
+    if (isTurned) body_.append("\\rtlpar\\qr").append(turnedWords(words));
+    body_ += ' ';
     isOpen_ = true;
 }
 
