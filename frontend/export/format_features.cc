@@ -6,6 +6,7 @@
 #include "frontend/export/slides/slides_features.h"
 #include "frontend/export/text/text_features.h"
 #include "frontend/export/xls/xls_features.h"
+#include "frontend/export/word/word_features.h"
 
 namespace vexa::frontend {
 
@@ -18,6 +19,8 @@ constexpr std::array formats{
     &pdfFeatures,
     &slidesFeatures,
     &xlsFeatures,
+    &wordFeatures,
+    &richTextFeatures,
 };
 
 }  // namespace
