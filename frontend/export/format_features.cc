@@ -5,22 +5,16 @@
 #include "frontend/export/report/report_features.h"
 #include "frontend/export/slides/slides_features.h"
 #include "frontend/export/text/text_features.h"
-#include "frontend/export/xls/xls_features.h"
 #include "frontend/export/word/word_features.h"
+#include "frontend/export/xls/xls_features.h"
 
 namespace vexa::frontend {
 
 namespace {
 
 constexpr std::array formats{
-    &htmlFeatures,
-    &reportFeatures,
-    &textFeatures,
-    &pdfFeatures,
-    &slidesFeatures,
-    &xlsFeatures,
-    &wordFeatures,
-    &richTextFeatures,
+    &htmlFeatures,   &reportFeatures, &textFeatures, &pdfFeatures,
+    &slidesFeatures, &xlsFeatures,    &wordFeatures, &richTextFeatures,
 };
 
 }  // namespace

@@ -59,8 +59,7 @@ void writeWordDocument(const ExportTask& task) {
     if (result) {
         task.files.setMain(number);
     } else {
-        task.report.fail(ExportError::cannotWrite,
-                         composed("The file ^1 cannot be written: ^2"_text, {file, result.shownDetail()}));
+        task.report.failToWrite(file, result);
     }
 }
 
