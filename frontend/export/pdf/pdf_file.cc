@@ -38,7 +38,11 @@ std::string wrapped(std::string_view packed, std::string_view data) {
 }  // namespace
 
 PdfFile::PdfFile(ByteSink sink)
-    : sink_(std::move(sink)), places_(1), hash_(hashBegin), otherHash_(~hashBegin) {
+    : sink_(std::move(sink)),
+      deflater_(quickDeflateLevel),
+      places_(1),
+      hash_(hashBegin),
+      otherHash_(~hashBegin) {
     // The second line says that the file is no text.
     put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
 }

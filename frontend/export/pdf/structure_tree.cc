@@ -68,7 +68,7 @@ void StructureTree::flushNames() {
 
 void StructureTree::close(StructureElement& element) {
     std::string& body = body_;
-    body = "<</Type/StructElem/S/";
+    body = "<</S/";
     body += element.type;
     body += "/P ";
     appendReference(body, element.parent);

@@ -314,7 +314,12 @@ void TextShaper::noteMissing(const FontShape& shape, std::string_view text) {
     hb_codepoint_t blank = 0;
     const bool hasBlank = hb_font_get_nominal_glyph(fonts_.at(shape.id).handle(), ' ', &blank) != 0;
     for (PlacedGlyph& each : glyphs_) {
-        if (!each.isMissing || !each.isShown) {
+        const bool isBlank = !each.isShown && each.advance > 0 && text[each.textBegin] == ' ';
+        if (isBlank && hasBlank) {
+            each.id = blank;
+            each.isShown = true;
+        }
+        if (isBlank || !each.isMissing || !each.isShown) {
             each.isMissing = false;
             continue;
         }
