@@ -83,7 +83,7 @@ std::vector<SeenCell> TablePainter::cellsOf(const TablePart& part) const {
         see(i, part, seen);
     // Labels that began earlier stand before the first row again.
     std::size_t last = SIZE_MAX;
-    for (std::uint32_t i = 0; i < grid_.labelColumns; ++i) {
+    for (std::uint32_t i = 0; i < grid_.labelColumns && part.firstRow < part.endRow; ++i) {
         const std::size_t cover = covers_[std::size_t{part.firstRow} * grid_.labelColumns + i];
         const std::uint32_t row = grid_.cells[cover].row;
         if (cover != last && row >= part.headerRows && row < part.firstRow) see(cover, part, seen);
