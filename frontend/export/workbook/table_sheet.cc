@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "backend/strings/dictionary.h"
 #include "backend/tables/formats/number_text.h"
 #include "frontend/export/workbook/column_fit.h"
 
@@ -138,10 +139,10 @@ class TableSheet {
         if (code) {
             draft_.addNumber(row_, cell.column, number.value,
                              sheet_.styles.of(cell.style, sides, SheetWording::number, *code));
-            losesFormats_ = losesFormats_ || number.format.kind == FormatKind::dot;
+            hasDots_ = hasDots_ || number.format.kind == FormatKind::dot;
         } else {
             addText(cell, sheet_.styles.of(cell.style, sides, SheetWording::insteadOf));
-            losesNumbers_ = losesNumbers_ || number.obstacle != NumberObstacle::notFinite;
+            noteText(number.obstacle);
         }
         const FontWidths& font = sheet_.styles.font(cell.style);
         double width = font.width(grid_.text(cell));
@@ -158,8 +159,27 @@ class TableSheet {
                                isUsual ? std::nullopt : std::optional(shown));
     }
 
+    /// A number is a text.
+    void noteText(NumberObstacle obstacle) {
+        if (obstacle == NumberObstacle::notFinite) return;
+        bool& noted = obstacle == NumberObstacle::beforeDays || obstacle == NumberObstacle::noSuchTime
+                          ? hasUnknownDays_
+                          : losesNumbers_;
+        noted = true;
+    }
+
     void reportLosses() const {
-        if (losesFormats_) sheet_.report.lose(Feature::numberFormats, item_);
+        const std::vector<std::string> item{std::to_string(item_.number), item_.label};
+        if (hasDots_) {
+            sheet_.report.note(composed(
+                "Item ^1 (^2): the format DOT is shown as COMMA, with the marks of the reader's system."_text,
+                item));
+        }
+        if (hasUnknownDays_) {
+            sheet_.report.note(composed(
+                "Item ^1 (^2): dates before March 1900, and times below zero or of more than 136 years, are texts, because workbooks have no such numbers."_text,
+                item));
+        }
         if (losesNumbers_) sheet_.report.lose(Feature::numbers, item_);
     }
 
@@ -182,7 +202,8 @@ class TableSheet {
     ColumnFit fit_;
     std::vector<const GridCell*> covers_;  // by column: the last cell that began there or left of it
     std::vector<Text> texts_;
-    bool losesFormats_ = false;
+    bool hasDots_ = false;
+    bool hasUnknownDays_ = false;
     bool losesNumbers_ = false;
 };
 

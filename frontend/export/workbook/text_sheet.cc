@@ -51,21 +51,18 @@ SheetStyle textStyle(ItemType type, const tables::CellStyle& own) {
 std::uint32_t addLines(SheetDraft& draft, SheetFitting& fitting, const ExportedItem& item,
                        std::string_view text, SheetStyle style, std::uint32_t row) {
     const FontWidths font(style.font, style.size, style.bold);
-    const SheetStyleId plain = draft.intern(style);
     const bool isFilled = style.background.has_value();
-    style.wraps = true;
-    const SheetStyleId wrapped = draft.intern(style);
     while (!draft.failed()) {
         const std::size_t end = text.find_first_of("\r\n");
         const std::string line = withoutTabs(text.substr(0, end));
         const double width = font.width(line) + cellPadding;
         // What is short enough shows over the empty cells beside it.
-        const bool spreads = width > lineRoom || isFilled;
+        style.wraps = width > lineRoom;
         const std::uint32_t rows =
-            width > lineRoom ? rowsOfLines(font.linesIn(line, lineRoom - cellPadding), style.size) : 1;
+            style.wraps ? rowsOfLines(font.linesIn(line, lineRoom - cellPadding), style.size) : 1;
         if (!draft.hasRoom(item, row, rows, 1)) break;
-        const std::uint32_t cell = draft.addText(item, row, 0, line, {}, width > lineRoom ? wrapped : plain);
-        if (spreads) fitting.add({cell, rows, 1, width, true});
+        const std::uint32_t cell = draft.addText(item, row, 0, line, {}, draft.intern(style));
+        if (style.wraps || isFilled) fitting.add({cell, rows, 1, width, true});
         row += rows;
         if (end == std::string_view::npos) break;
         text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
