@@ -38,6 +38,14 @@ def marked_table():
             "footnotes": ["One.", "Two."]}
 
 
+def limited_table():
+    """Columns that have a least and a greatest width, and one with a width of its own."""
+    return {"type": "table", "label": "Limits", "minColumnWidth": 90, "maxColumnWidth": 120,
+            "rows": [{"label": "R", "categories": ["a"]}],
+            "columns": [{"label": "", "categories": ["x", "y", {"label": "z", "width": 40}]}],
+            "cells": [1, "a text that is wider than a column of this table may be", 3]}
+
+
 def long_table():
     return {"type": "table", "label": "Long", "rows": [{"label": "Row", "categories": [f"Row {i}" for i in range(120)]}],
             "columns": [{"label": "", "categories": ["Value"]}], "cells": list(range(120))}
@@ -56,7 +64,7 @@ RESULTS = {"vexaResults": 1, "name": "March", "items": [
         {"type": "chart", "label": "Curve", "alternativeText": "It rises.",
          "svg": "<svg xmlns='http://www.w3.org/2000/svg' width='800' height='300'><path d='M0 300L800 0' stroke='#226'/></svg>"}]},
     {"type": "header", "label": "Counts", "items": [
-        marked_table(), {"type": "log", "text": "COUNTS " + "x" * 300 + "."}, wide_table(), long_table(),
+        marked_table(), limited_table(), {"type": "log", "text": "COUNTS " + "x" * 300 + "."}, wide_table(), long_table(),
         {"type": "chart", "label": "Dot", "png": DOT, "alternativeText": "A dot"}]}]}
 
 # What is shown of elements, by their texts.
@@ -145,6 +153,15 @@ class Pages(unittest.TestCase):
                 "(document.querySelector('td sup.beside'))")
             self.assertLess(beside[0], beside[1], name)
 
+    def test_columns_keep_to_their_widths(self):
+        for name in ("plain.html", "report.html", "own.html"):
+            page = self.open(name, width=1900)
+            widths = page.value("[...document.querySelector('table[style]').querySelectorAll('td')].map("
+                                "e => e.getBoundingClientRect().width * .75)")
+            self.assertAlmostEqual(widths[0], 90, delta=20)
+            self.assertAlmostEqual(widths[1], 120, delta=20)
+            self.assertAlmostEqual(widths[2], 40, delta=20)
+
     # REPORT
 
     def test_keys_move_in_the_outline(self):
@@ -161,19 +178,19 @@ class Pages(unittest.TestCase):
         page = self.open("report.html")
         page.value("document.querySelector('.side li').focus()")
         page.press("ArrowLeft")
-        self.assertEqual(self.shown(page, ".side a"), ["Means", "Counts", "Marks", "Wide", "Long", "Dot"])
+        self.assertEqual(self.shown(page, ".side a"), ["Means", "Counts", "Marks", "Limits", "Wide", "Long", "Dot"])
         page.press("ArrowDown")
         self.assertEqual(page.value(CURRENT), "Counts")
         page.press("ArrowUp")
         page.press("ArrowRight")
-        self.assertEqual(len(self.shown(page, ".side a")), 9)
+        self.assertEqual(len(self.shown(page, ".side a")), 10)
 
     def test_a_click_folds_the_outline(self):
         page = self.open("report.html")
         page.click(".side .fold")
-        self.assertEqual(len(self.shown(page, ".side a")), 6)
+        self.assertEqual(len(self.shown(page, ".side a")), 7)
         page.click(".side .fold")
-        self.assertEqual(len(self.shown(page, ".side a")), 9)
+        self.assertEqual(len(self.shown(page, ".side a")), 10)
 
     def test_enter_goes_to_the_item(self):
         page = self.open("report.html")
@@ -196,13 +213,13 @@ class Pages(unittest.TestCase):
         self.assertEqual(self.shown(page, ".side a"), [])
         self.assertEqual(self.shown(page, ".side .empty"), ["Nothing found"])
         page.press("Escape")
-        self.assertEqual(len(self.shown(page, ".side a")), 9)
+        self.assertEqual(len(self.shown(page, ".side a")), 10)
 
     def test_without_script_the_report_is_a_list_and_its_contents(self):
         page = self.open("report.html", scripts=False)
-        self.assertEqual(len(self.shown(page, ".side a")), 9)
+        self.assertEqual(len(self.shown(page, ".side a")), 10)
         self.assertEqual(self.shown(page, "button, input"), [])
-        self.assertEqual(len(self.shown(page, ".main table")), 4)
+        self.assertEqual(len(self.shown(page, ".main table")), 5)
 
     def test_a_button_turns_light_and_dark(self):
         brightness = "getComputedStyle(document.body).backgroundColor.match(/\\d+/g).slice(0, 3).every(c => c > 127)"
@@ -240,7 +257,8 @@ class Pages(unittest.TestCase):
                 wide = page.value("[...document.querySelectorAll('.table')].some(e => e.scrollWidth > e.clientWidth)")
                 self.assertTrue(wide, name)
                 narrow = page.value("[...document.querySelectorAll('.table')].filter(e => e.scrollWidth > e.clientWidth).length")
-                self.assertEqual(narrow, 1, f"{name} at {width}: only the wide table scrolls")
+                # On a telephone that with limits may be too wide as well.
+                self.assertIn(narrow, (1, 2) if width == TELEPHONE else (1,), f"{name} at {width}: only what is wider scrolls")
 
     def test_the_outline_stands_at_the_side_and_above_on_a_telephone(self):
         page = self.open("report.html")

@@ -67,7 +67,10 @@ void appendHtml(std::string& html, std::string_view text) {
     };
     while (i < text.size()) {
         const auto byte = static_cast<unsigned char>(text[i]);
-        if (treatments[byte] == Treatment::asIs) {
+        if (text[i] == '\r') {
+            const bool isPair = i + 1 < text.size() && text[i + 1] == '\n';
+            pass(isPair ? 2 : 1, "\n");
+        } else if (treatments[byte] == Treatment::asIs) {
             ++i;
         } else if (treatments[byte] == Treatment::escaped) {
             pass(1, escapeOf(text[i]));

@@ -64,6 +64,7 @@ void PageBody::appendItem(std::string& html, const ExportedItem& item) {
         appendStyled(html, "p", "pagetitle", *title);
     } else if (const auto* log = std::get_if<LogContent>(&content)) {
         html += "<pre" + classAttribute("log") + ">";
+        if (log->text.starts_with('\n') || log->text.starts_with('\r')) html += '\n';  // the first is dropped
         appendHtml(html, log->text);
         html += "</pre>\n";
     } else if (const auto* warning = std::get_if<WarningContent>(&content)) {

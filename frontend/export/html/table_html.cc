@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -30,7 +31,9 @@ class TableWriter {
     }
 
     void write() {
-        html_ += "<table>\n";
+        html_ += "<table";
+        if (classes_ != nullptr) writeLimits();
+        html_ += ">\n";
         writeTitle();
         writeWidths();
         writeRows(0, grid_.headerRows, "thead");
@@ -52,6 +55,28 @@ class TableWriter {
             for (const std::string& mark : grid_.marks[cell.marks - 1]) letters += mark.size() + 1;
             letters_[cell.column] = std::max(letters_[cell.column], letters - 1);
         }
+    }
+
+    /// What the style sheet of the page asks for as the widths of columns that have none of their own.
+    void writeLimits() {
+        std::string limits;
+        const auto limit = [&limits](std::string_view name, const std::optional<double>& width) {
+            if (!width) return;
+            limits.append("--").append(name).append(":");
+            appendShortest(limits, *width);
+            limits += "pt;";
+        };
+        limit("least", grid_.minColumnWidth);
+        limit("most", grid_.maxColumnWidth);
+        limit("label", grid_.maxLabelWidth);
+        if (limits.empty()) return;
+        html_ += " style=\"" + limits + "\"";
+        ownWidths_.reserve(grid_.columns);
+        for (const auto& width : grid_.widths) ownWidths_.push_back(width.has_value());
+    }
+
+    [[nodiscard]] bool hasOwnWidth(const GridCell& cell) const {
+        return cell.column < ownWidths_.size() && ownWidths_[cell.column];
     }
 
     void writeTitle() {
@@ -110,6 +135,10 @@ class TableWriter {
         if (isHeading) html_ += cell.role == GridRole::rowLabel ? " scope=\"row\"" : " scope=\"col\"";
         writeSpan("colspan", cell.columnSpan);
         writeSpan("rowspan", cell.rowSpan);
+        if (classes_ != nullptr && cell.role == GridRole::columnLabel && cell.columnSpan == 1 &&
+            grid_.maxColumnWidth && !hasOwnWidth(cell)) {
+            html_ += " style=\"max-width:var(--most)\"";
+        }
         html_ += '>';
         appendHtmlLines(html_, text);
         if (cell.marks != 0) writeMarks(cell);
@@ -121,7 +150,11 @@ class TableWriter {
         html_ += "<td";
         if (classes_ != nullptr) {
             html_ += classes_->attributeOf(cell.style, isNumber(cell));
-            if (!letters_.empty() && letters_[cell.column] > 1 && isNumber(cell)) writeRoom(cell);
+            if (!letters_.empty() && letters_[cell.column] > 1 && isNumber(cell)) {
+                writeRoom(cell);
+            } else if (hasOwnWidth(cell)) {
+                html_ += " style=\"min-width:0;max-width:none\"";
+            }
         }
         html_ += '>';
         appendHtmlLines(html_, grid_.text(cell));
@@ -133,7 +166,7 @@ class TableWriter {
     void writeRoom(const GridCell& cell) {
         html_ += " style=\"padding-right:";
         appendShortest(html_, 0.5 + 0.45 * static_cast<double>(letters_[cell.column]));
-        html_ += "em\"";
+        html_ += hasOwnWidth(cell) ? "em;min-width:0;max-width:none\"" : "em\"";
     }
 
     void writeSpan(std::string_view attribute, std::uint32_t span) {
@@ -208,6 +241,7 @@ class TableWriter {
     std::string_view id_;
     StyleClasses* classes_;
     std::vector<std::size_t> letters_;  // of the widest marks that numbers of a column have
+    std::vector<bool> ownWidths_;       // of columns, where the others have limits
     std::set<std::string> referred_;
 };
 

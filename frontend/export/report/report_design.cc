@@ -41,6 +41,7 @@ a:focus-visible,button:focus-visible,input:focus-visible,select:focus-visible,[r
 .table,figure{overflow-x:auto;position:relative;width:fit-content;min-width:min(100%,40rem);max-width:100%;background:var(--paper);border:1px solid var(--line);border-radius:10px;padding:1rem 1.2rem}
 :target{outline:2px solid var(--accent);outline-offset:3px}
 table{border-collapse:collapse}
+td{min-width:var(--least,0);max-width:var(--most,none)}th[scope=row]:not([colspan]){max-width:var(--label,none)}
 caption{caption-side:top;text-align:left;padding-bottom:.4rem;width:0;min-width:100%}caption>div{width:max-content;max-width:min(42em,85vw)}.side+.main caption>div{max-width:min(42em,100vw - 27rem)}
 .table p{margin:.4rem 0 0}
 .layer+.layer,.table>table:not(:first-child){margin-top:1.2rem}
@@ -50,6 +51,7 @@ sup.beside{position:absolute;line-height:1}
 figure svg,figure img{max-width:100%;height:auto;background:#fff;border-radius:4px;display:block}
 pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;font-size:.85rem}
 .warning{border-left:4px solid var(--warn);background:var(--paper);padding:.5rem 1rem;border-radius:0 8px 8px 0}
+.text,.warning,th,td{white-space:pre-wrap}
 .pagetitle{color:var(--soft);border-bottom:1px solid var(--line)}
 .notes{display:grid;grid-template-columns:max-content minmax(0,1fr);gap:.1rem 1rem;font-size:.9rem}.notes dt{color:var(--soft)}.notes dd{margin:0;overflow-wrap:anywhere}
 .choose{margin:0 0 .6rem}.choose label{margin-right:1rem}

@@ -27,7 +27,7 @@ inline constexpr FormatFeatures textFeatures{
         {Feature::layers, Fate::kept, "one below the other"},
         {Feature::headings, Fate::dropped, {}},
         {Feature::pageTitles, Fate::kept, "in their place"},
-        {Feature::pageBreaks, Fate::dropped, {}},
+        {Feature::pageBreaks, Fate::warned, {}},
         {Feature::pictures, Fate::warned, "beside it, else the alternative text with a warning"},
         {Feature::vectorPictures, Fate::dropped, "as bitmaps beside it"},
         {Feature::pictureSizes, Fate::dropped, "of files beside it"},

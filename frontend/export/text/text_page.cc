@@ -49,6 +49,7 @@ class TextWriter {
 
   private:
     void writeItem(const ExportedItem& item) {
+        if (item.item().pageBreakBefore) task_.report.lose(Feature::pageBreaks, item);
         const ItemContent& content = item.item().content;
         if (const auto* const heading = std::get_if<HeadingContent>(&content)) {
             writeStyled(item, *heading);

@@ -85,6 +85,24 @@ TEST(HtmlPage, SaysTheSameInTheSameBytes) {
     EXPECT_EQ(reportOf(document), reportOf(document));
 }
 
+TEST(HtmlPage, KeepsLinesAndBlanksOfTexts) {
+    const std::string page = htmlOf(documentOf(
+        R"({"type": "log", "text": "\n first\r\nsecond\rthird"}, {"type": "text", "text": "a   b\r\nc"})"));
+    EXPECT_THAT(page, HasSubstr("<pre class=\"log\">\n\n first\nsecond\nthird</pre>"));
+    EXPECT_THAT(page, HasSubstr("<p class=\"text\">a   b<br>c</p>"));
+    EXPECT_THAT(page, HasSubstr(".text,.warning,th,td{white-space:pre-wrap}"));
+}
+
+TEST(HtmlPage, KeepsTheWidthsOfColumns) {
+    const std::string page = htmlOf(documentOf(
+        R"({"type": "table", "minColumnWidth": 90, "maxColumnWidth": 100, "rows": [{"label": "R", "categories": ["a"]}],
+            "columns": [{"label": "", "categories": ["x", {"label": "y", "width": 40}]}], "cells": [1, 2]})"));
+    EXPECT_THAT(page, HasSubstr("<table style=\"--least:90pt;--most:100pt;\">"));
+    EXPECT_THAT(page, HasSubstr("<colgroup><col><col><col style=\"width:40pt\"></colgroup>"));
+    EXPECT_THAT(page, HasSubstr("style=\"min-width:0;max-width:none\">2</td>"));
+    EXPECT_THAT(page, testing::ContainsRegex("<td class=\"s[0-9]+\">1</td>"));
+}
+
 TEST(CssScope, KeepsRulesWithinThePicture) {
     const PictureScope scope{"i1"};
     EXPECT_EQ(scopedRules("a, #b .c::before{color:red}", scope),
