@@ -103,7 +103,9 @@ class Operators {
         appendHexUtf16(out_, text);
         out_ += ">>>BDC ";
         for (const PlacedGlyph& each : glyphs) {
-            if (each.isShown) {
+            if (each.isMissing) {
+                showBlank(each);
+            } else if (each.isShown) {
                 static_cast<void>(font_.use(each.id, {}));
                 show(each, 0);
             } else {
@@ -112,6 +114,16 @@ class Operators {
         }
         closeArray();
         out_ += "EMC ";
+    }
+
+    /// A blank as wide as the box that it stands for, so that its neighbours are as far as they look.
+    void showBlank(const PlacedGlyph& glyph) {
+        static_cast<void>(font_.use(glyph.id, {}));
+        closeArray();
+        appendNumber(out_, 100 * glyph.advance / std::max(1.0, font_.advance(glyph.id)));
+        out_ += " Tz <";
+        appendHexCode(out_, glyph.id);
+        out_ += ">Tj 100 Tz ";
     }
 
     void show(const PlacedGlyph& glyph, unsigned char code) {
