@@ -36,17 +36,17 @@ double ColumnFit::mostForText(const GridCell& cell) const {
 void ColumnFit::addText(const GridCell& cell, const TextExtent& extent) {
     const double most = mostForText(cell);
     if (cell.columnSpan > 1) {
-        spans_.push_back({cell.column, cell.columnSpan, std::min(extent.word + cellPadding, most)});
+        spans_.push_back({cell.column, cell.columnSpan, std::min(cellWidth(extent.word), most)});
         return;
     }
     Need& need = needs_[cell.column];
-    need.word = std::max(need.word, std::min(extent.word + cellPadding, most));
-    need.text = std::max(need.text, std::min(extent.width + cellPadding, most));
+    need.word = std::max(need.word, std::min(cellWidth(extent.word), most));
+    need.text = std::max(need.text, std::min(cellWidth(extent.width), most));
 }
 
 double ColumnFit::widthOf(std::uint32_t column) const {
     const Need& need = needs_[column];
-    const double number = need.number > 0 ? need.number + cellPadding : 0;
+    const double number = need.number > 0 ? cellWidth(need.number) : 0;
     if (grid_.widths[column]) return std::max({*grid_.widths[column], number, 1.0});
     double width = std::max(need.word, need.text);
     if (column >= grid_.labelColumns) {

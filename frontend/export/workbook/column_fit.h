@@ -11,6 +11,13 @@ namespace vexa::frontend {
 
 /// What a cell takes beside its text, points.
 inline constexpr double cellPadding = 7;
+/// Fonts of readers are not quite those that were measured.
+inline constexpr double fontReserve = 1.03;
+
+/// What a cell needs for a text of that width in one line, points.
+[[nodiscard]] constexpr double cellWidth(double textWidth) { return textWidth * fontReserve + cellPadding; }
+/// What of a cell's width texts can take for certain.
+[[nodiscard]] constexpr double textRoom(double width) { return (width - cellPadding) / fontReserve + 0.01; }
 
 /// Takes what the cells of a grid need, each once. A number is never cut, whatever width is asked for; texts
 /// are wrapped in columns that would become too wide.

@@ -129,8 +129,11 @@ void SheetDraft::addBlank(std::uint32_t row, std::uint32_t column, SheetStyleId 
     if (!failed()) add(row, column, SheetValue::blank, style);
 }
 
-void SheetDraft::addNumber(std::uint32_t row, std::uint32_t column, double number, SheetStyleId style) {
-    if (!failed()) add(row, column, SheetValue::number, style).number = number;
+std::uint32_t SheetDraft::addNumber(std::uint32_t row, std::uint32_t column, double number,
+                                    SheetStyleId style) {
+    if (failed()) return 0;
+    add(row, column, SheetValue::number, style).number = number;
+    return static_cast<std::uint32_t>(content_.cells.size() - 1);
 }
 
 std::uint32_t SheetDraft::addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column,

@@ -26,7 +26,8 @@ class SheetDraft {
     bool hasRoom(const ExportedItem& item, std::uint64_t row, std::uint64_t rows, std::uint64_t columns);
 
     void addBlank(std::uint32_t row, std::uint32_t column, SheetStyleId style);
-    void addNumber(std::uint32_t row, std::uint32_t column, double number, SheetStyleId style);
+    /// Returns the number of the cell.
+    std::uint32_t addNumber(std::uint32_t row, std::uint32_t column, double number, SheetStyleId style);
     /// `raised` is shown behind the text, smaller and higher but for a blank that it begins with. Fails,
     /// naming the item, where a cell cannot hold both.
     std::uint32_t addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column,

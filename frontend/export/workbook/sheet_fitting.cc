@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "frontend/export/font_widths.h"
 #include "frontend/export/workbook/column_fit.h"
@@ -13,13 +14,21 @@ namespace {
 /// Points. A row may have 409; what is wrapped in a range of rows gets less of each.
 constexpr double highestRow = 400;
 constexpr double usualColumnWidth = 48;
-constexpr double lineSpacing = 1.22;
+constexpr double lineSpacing = 1.2;
+/// Of ideographs, kana and Hangul.
+constexpr double wideLineSpacing = 1.4;
 constexpr double rowPadding = 3;
-/// Fonts of readers are not quite those that were measured.
-constexpr double caution = 0.98;
 
-double heightOfLines(std::size_t lines, double fontSize) {
-    return static_cast<double>(lines) * fontSize * lineSpacing + rowPadding;
+bool hasWideLetters(std::string_view text) {
+    // The first bytes of U+3000 to U+DFFF.
+    return std::any_of(text.begin(), text.end(), [](char each) {
+        const auto byte = static_cast<unsigned char>(each);
+        return byte >= 0xE3 && byte <= 0xED;
+    });
+}
+
+double heightOfLines(std::size_t lines, double fontSize, double spacing) {
+    return static_cast<double>(lines) * fontSize * spacing + rowPadding;
 }
 
 double heightAt(const SheetContent& content, std::uint32_t row) {
@@ -37,7 +46,8 @@ void raise(SheetContent& content, std::uint32_t row, double height) {
 }  // namespace
 
 std::uint32_t rowsOfLines(std::size_t lines, double fontSize) {
-    return static_cast<std::uint32_t>(std::ceil(heightOfLines(lines, fontSize) / highestRow));
+    return static_cast<std::uint32_t>(
+        std::ceil(heightOfLines(lines, fontSize, wideLineSpacing) / highestRow));
 }
 
 void SheetFitting::widen(std::uint32_t column, double points) {
@@ -73,9 +83,11 @@ void SheetFitting::spread(FittedText& text, const SheetContent& content) {
 double SheetFitting::heightOf(const FittedText& text, const SheetContent& content) const {
     const SheetCell& cell = content.cells[text.cell];
     const SheetStyle& style = content.styles[cell.style];
-    const double room = (widthFrom(cell.column, text.columns) - cellPadding) * caution;
+    const double room = textRoom(widthFrom(cell.column, text.columns));
     const FontWidths font(style.font, style.size, style.bold);
-    return heightOfLines(font.linesIn(content.text(cell), room), style.size);
+    const std::string_view shown = content.text(cell);
+    return heightOfLines(style.wraps ? font.linesIn(shown, room) : 1, style.size,
+                         hasWideLetters(shown) ? wideLineSpacing : lineSpacing);
 }
 
 void SheetFitting::fitOneRow(SheetContent& content, const FittedText& text) const {
@@ -104,18 +116,12 @@ void SheetFitting::finish(SheetContent& content, const SheetLimits& limits) {
     for (FittedText& text : texts_) {
         if (text.spreads) spread(text, content);
     }
-    // Programs find the heights of rows themselves, but not for merged cells; a row that has its height from
-    // one of these has to be high enough for the others as well.
-    const auto isInOneCell = [](const FittedText& text) { return text.rows == 1 && text.columns == 1; };
+    // Not every program finds out by itself how high a row has to be, and none where cells are merged.
     for (const FittedText& text : texts_) {
-        if (text.rows == 1 && !isInOneCell(text)) fitOneRow(content, text);
+        if (text.rows == 1) fitOneRow(content, text);
     }
     for (const FittedText& text : texts_) {
         if (text.rows > 1) fitRows(content, text);
-    }
-    for (const FittedText& text : texts_) {
-        const bool isSet = content.heights.find(content.cells[text.cell].row) != content.heights.end();
-        if (isInOneCell(text) && isSet) fitOneRow(content, text);
     }
     insertRanges(content);
     insertCells(content);

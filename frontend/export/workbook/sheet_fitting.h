@@ -11,8 +11,11 @@ namespace vexa::frontend {
 
 /// What a text that stands by itself takes at least in one line before it is wrapped, points.
 inline constexpr double lineRoom = 480;
+/// Points of the largest font that the usual row is high enough for.
+inline constexpr double largestUsualFont = 10;
 
-/// A text in several columns or rows, or one that may have several lines.
+/// A cell that needs a higher row, or one wider than its column: with several lines, a large font, or merged
+/// with others.
 struct FittedText {
     std::uint32_t cell = 0;     ///< its number among the cells
     std::uint32_t rows = 1;     ///< that are merged
@@ -22,7 +25,7 @@ struct FittedText {
     bool spreads = false;
 };
 
-/// Rows that a text by itself takes, since no row is as high as all of it.
+/// Rows that a text by itself may take, since no row is as high as all of it.
 [[nodiscard]] std::uint32_t rowsOfLines(std::size_t lines, double fontSize);
 
 class SheetFitting {

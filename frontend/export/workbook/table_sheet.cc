@@ -46,14 +46,14 @@ class TableSheet {
     void addLine(const std::string& text, ShownStyleId shown) {
         if (text.empty() || draft_.failed()) return;
         const FontWidths& font = sheet_.styles.font(shown);
-        const std::size_t lines = font.linesIn(text, lineRoom - cellPadding);
+        const std::size_t lines = font.linesIn(text, textRoom(lineRoom));
         const std::uint32_t rows = rowsOfLines(lines, grid_.styles[shown].look.size);
         if (!draft_.hasRoom(item_, row_, rows, 1)) return;
         const SheetStyleId style = sheet_.styles.of(shown, allSides, SheetWording::text);
         const std::uint32_t cell = draft_.addText(item_, row_, 0, text, {}, style);
         row_ += rows;
         sheet_.fitting.add(
-            {cell, rows, std::max(grid_.columns, 1U), font.extent(text).width + cellPadding, true});
+            {cell, rows, std::max(grid_.columns, 1U), cellWidth(font.extent(text).width), true});
     }
 
     void addGrid() {
@@ -73,7 +73,7 @@ class TableSheet {
             double room = 0;
             const GridCell& cell = *text.cell;
             for (std::uint32_t i = 0; i < cell.columnSpan; ++i) room += widths[cell.column + i];
-            const bool isHigh = grid_.style(cell).look.size > highestUsualSize;
+            const bool isHigh = grid_.style(cell).look.size > largestUsualFont;
             if (text.lines == 1 && text.width <= room && !isHigh) continue;
             sheet_.fitting.add({text.number, cell.rowSpan, cell.columnSpan, text.width, false});
         }
@@ -128,7 +128,7 @@ class TableSheet {
         if (!marks.empty()) extent.width += font.width(marks);
         const std::uint32_t number = draft_.addText(item_, row_, cell.column, text, marks, style);
         fit_.addText(cell, extent);
-        texts_.push_back({&cell, number, extent.width + cellPadding, extent.lines});
+        texts_.push_back({&cell, number, cellWidth(extent.width), extent.lines});
     }
 
     void addNumber(const GridCell& cell) {
@@ -137,8 +137,10 @@ class TableSheet {
             number.obstacle == NumberObstacle::none ? codeOf(cell, number) : std::nullopt;
         const RangeSides sides = sidesOf(cell, cell.row, cell.column);
         if (code) {
-            draft_.addNumber(row_, cell.column, number.value,
-                             sheet_.styles.of(cell.style, sides, SheetWording::number, *code));
+            const std::uint32_t added =
+                draft_.addNumber(row_, cell.column, number.value,
+                                 sheet_.styles.of(cell.style, sides, SheetWording::number, *code));
+            if (grid_.style(cell).look.size > largestUsualFont) texts_.push_back({&cell, added, 0, 1});
             hasDots_ = hasDots_ || number.format.kind == FormatKind::dot;
         } else {
             addText(cell, sheet_.styles.of(cell.style, sides, SheetWording::insteadOf));
@@ -182,9 +184,6 @@ class TableSheet {
         }
         if (losesNumbers_) sheet_.report.lose(Feature::numbers, item_);
     }
-
-    /// Points of a font that needs no more than the usual row.
-    static constexpr double highestUsualSize = 9.75;
 
     /// A text of the grid, and how it stands in one line.
     struct Text {

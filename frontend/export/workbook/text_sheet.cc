@@ -55,14 +55,18 @@ std::uint32_t addLines(SheetDraft& draft, SheetFitting& fitting, const ExportedI
     while (!draft.failed()) {
         const std::size_t end = text.find_first_of("\r\n");
         const std::string line = withoutTabs(text.substr(0, end));
-        const double width = font.width(line) + cellPadding;
+        const double width = cellWidth(font.width(line));
         // What is short enough shows over the empty cells beside it.
         style.wraps = width > lineRoom;
         const std::uint32_t rows =
-            style.wraps ? rowsOfLines(font.linesIn(line, lineRoom - cellPadding), style.size) : 1;
+            style.wraps ? rowsOfLines(font.linesIn(line, textRoom(lineRoom)), style.size) : 1;
         if (!draft.hasRoom(item, row, rows, 1)) break;
         const std::uint32_t cell = draft.addText(item, row, 0, line, {}, draft.intern(style));
-        if (style.wraps || isFilled) fitting.add({cell, rows, 1, width, true});
+        if (style.wraps || isFilled) {
+            fitting.add({cell, rows, 1, width, true});
+        } else if (style.size > largestUsualFont) {
+            fitting.add({cell, 1, 1, width, false});
+        }
         row += rows;
         if (end == std::string_view::npos) break;
         text.remove_prefix(end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
