@@ -1,6 +1,9 @@
 #include "frontend/export/xlsx/new_workbook.h"
 
+#include <utility>
+
 #include "frontend/export/office/office_package.h"
+#include "frontend/export/xlsx/macro_project.h"
 #include "frontend/package/xml_writer.h"
 
 namespace vexa::frontend {
@@ -13,7 +16,7 @@ std::string workbookXml(bool hasMacros) {
     XmlWriter xml(officeXml);
     xml.begin("workbook").attribute("xmlns", spreadsheetSpace).attribute("xmlns:r", officeRelationsSpace);
     if (hasMacros) {
-        xml.begin("workbookPr").attribute("codeName", "ThisWorkbook").end();
+        xml.begin("workbookPr").attribute("codeName", workbookCodeName).end();
     }
     xml.begin("bookViews").begin("workbookView").end();
     xml.end();
@@ -44,6 +47,19 @@ std::string applicationXml() {
     return xml.take();
 }
 
+PackageResult addMacroProject(WorkbookPackage& package, const std::string& main) {
+    const std::string part = "xl/vbaProject.bin";
+    std::string project;
+    std::string id;
+    if (PackageResult result = makeMacroProject({std::string(firstSheetCodeName)}, project); !result) {
+        return result;
+    }
+    package.set(part, std::move(project));
+    package.setContentType(part, "application/vnd.ms-office.vbaProject");
+    return package.relate(main, "http://schemas.microsoft.com/office/2006/relationships/vbaProject", part,
+                          id);
+}
+
 }  // namespace
 
 PackageResult beginWorkbook(WorkbookPackage& package, const std::string& main, bool hasMacros,
@@ -65,6 +81,9 @@ PackageResult beginWorkbook(WorkbookPackage& package, const std::string& main, b
     add("docProps/app.xml", applicationXml(),
         "application/vnd.openxmlformats-officedocument.extended-properties+xml",
         std::string(officeRelation) + "extended-properties");
+    if (result && hasMacros) {
+        result = addMacroProject(package, main);
+    }
     return result;
 }
 

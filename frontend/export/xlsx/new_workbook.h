@@ -8,7 +8,11 @@
 
 namespace vexa::frontend {
 
-/// Puts in what every workbook has, but no sheet. `main` is the name of the part of the workbook.
+/// What macros call the sheet that a new workbook has, where it has macros.
+inline constexpr std::string_view firstSheetCodeName = "Sheet1";
+
+/// Puts in what every workbook has, but no sheet. `main` is the name of the part of the workbook. With macros
+/// the project has a module for one sheet.
 PackageResult beginWorkbook(WorkbookPackage& package, const std::string& main, bool hasMacros,
                             std::string_view title, std::string_view language);
 

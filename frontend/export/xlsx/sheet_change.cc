@@ -17,6 +17,9 @@ namespace {
 constexpr std::size_t pieceBytes = 256U << 10U;
 constexpr std::uint32_t behindAllRows = std::numeric_limits<std::uint32_t>::max();
 
+// What programs take.
+constexpr std::size_t mostPageBreaks = 1'000;
+
 // The elements of a worksheet in the order that they must have.
 constexpr std::array<std::string_view, 39> elementOrder{"sheetPr",
                                                         "dimension",
@@ -217,6 +220,9 @@ class Change {
             ownMerged();
             close("mergeCells");
         }
+        if (isDue("rowBreaks")) {
+            writePageBreaks();
+        }
         if (!drawing_.empty() && isDue("drawing")) {
             emit("<" + prefix_ + "drawing" + " xmlns:r=\"" +
                  "http://schemas.openxmlformats.org/officeDocument/2006/relationships\" r:id=\"" + drawing_ +
@@ -243,13 +249,15 @@ class Change {
             container(
                 "mergeCell", "ref", [this] { mergedRange(); }, [this] { ownMerged(); });
         } else if (name == "conditionalFormatting") {
-            withoutTaken("sqref", "", true);
+            withoutTaken("sqref", "");
         } else if (name == "dataValidations") {
             container(
-                "dataValidation", "sqref", [this] { withoutTaken("sqref", container_, true); }, [] {});
+                "dataValidation", "sqref", [this] { withoutTaken("sqref", container_); }, [] {});
+        } else if (name == "rowBreaks") {
+            pageBreaks();
         } else if (name == "hyperlinks") {
             container(
-                "hyperlink", "ref", [this] { withoutTaken("ref", container_, false); }, [] {});
+                "hyperlink", "ref", [this] { withoutTaken("ref", container_); }, [] {});
         } else {
             copyElement();
         }
@@ -295,6 +303,38 @@ class Change {
         }
     }
 
+    /// Rows that a page begins with: those that are there, and those of the export.
+    void pageBreaks() {
+        const bool isWhole = xml_.isWhole();
+        while (!isWhole && next() && !isEndAt(1)) {
+            if (xml_.isStart() && xml_.localName() == "brk") {
+                breaks_.emplace(numberOr(xml_.attribute("id").value_or(""), 0), xml_.raw());
+                skipElement();
+            }
+        }
+        writePageBreaks();
+    }
+
+    void writePageBreaks() {
+        for (const std::uint32_t row : footprint_.content().pageBreaks) {
+            const std::size_t above = std::size_t{footprint_.at().row} + row;
+            if (above > 0 && breaks_.size() < mostPageBreaks) {
+                breaks_.try_emplace(above, "<" + prefix_ + "brk" + " id=\"" + std::to_string(above) +
+                                               "\" max=\"16383\" man=\"1\"/>");
+            }
+        }
+        if (breaks_.empty()) {
+            return;
+        }
+        std::string text = "<" + prefix_ + "rowBreaks" + " count=\"" + std::to_string(breaks_.size());
+        text += "\" manualBreakCount=\"" + std::to_string(breaks_.size()) + "\">";
+        for (const auto& [row, element] : breaks_) {
+            text += element.ends_with("/>") ? element : element.substr(0, element.size() - 1) + "/>";
+        }
+        emit(text);
+        close("rowBreaks");
+    }
+
     void openContainer() {
         if (!std::exchange(isOpen_, true)) {
             emit(container_);
@@ -322,20 +362,17 @@ class Change {
         }
     }
 
-    /// An element about places, without those that are taken. What it says may be about other cells as seen
-    /// from the upper left one: where that is taken and others are not, it stays as it is.
-    void withoutTaken(std::string_view attribute, std::string_view around, bool isRelative) {
-        const std::string value(xml_.attribute(attribute).value_or(""));
-        const auto ranges = readRanges(value);
+    /// An element about places, without those that are taken. Its formulas are seen from its upper left place
+    /// and move with it.
+    void withoutTaken(std::string_view attribute, std::string_view around) {
+        const auto ranges = readRanges(xml_.attribute(attribute).value_or(""));
         const bool isTouched =
             ranges && std::any_of(ranges->begin(), ranges->end(),
                                   [this](const SheetRange& range) { return footprint_.touches(range); });
         std::vector<SheetRange> left;
-        if (isTouched) {
-            for (const SheetRange& range : *ranges) {
-                const std::vector<SheetRange> part = footprint_.without(range);
-                left.insert(left.end(), part.begin(), part.end());
-            }
+        for (std::size_t i = 0; isTouched && i < ranges->size(); ++i) {
+            const std::vector<SheetRange> part = footprint_.without((*ranges)[i]);
+            left.insert(left.end(), part.begin(), part.end());
         }
         if (isTouched && left.empty()) {
             skipElement();
@@ -344,35 +381,50 @@ class Change {
         if (!around.empty()) {
             openContainer();
         }
-        const bool stays = !isTouched || (isRelative && upperLeft(left) != upperLeft(*ranges));
-        if (stays) {
+        if (!isTouched) {
             copyElement();
-        } else if (isRelative) {
+        } else if (attribute == "sqref") {
             std::string text;
             for (const SheetRange& range : left) {
                 text += text.empty() ? "" : " ";
                 appendRange(text, range);
             }
+            const SheetSpot from = upperLeft(*ranges);
+            const SheetSpot to = upperLeft(left);
             emit(withAttribute(xml_.raw(), attribute, text));
-            copyInside();
+            copyWithFormulas(std::int64_t{to.row} - from.row, std::int64_t{to.column} - from.column);
         } else {
-            for (const SheetRange& range : left) {
-                std::string tag = withAttribute(xml_.raw(), attribute, rangeText(range));
-                if (!xml_.isWhole()) {
-                    tag.replace(tag.size() - 1, 1, "/>");
-                }
-                emit(tag);
-            }
-            skipElement();
+            oneForEach(left, attribute);
         }
     }
 
-    /// The rest of the element whose start tag is written already.
-    void copyInside() {
+    /// The element without its content, for each range.
+    void oneForEach(const std::vector<SheetRange>& ranges, std::string_view attribute) {
+        for (const SheetRange& range : ranges) {
+            std::string tag = withAttribute(xml_.raw(), attribute, rangeText(range));
+            if (!xml_.isWhole()) {
+                tag.replace(tag.size() - 1, 1, "/>");
+            }
+            emit(tag);
+        }
+        skipElement();
+    }
+
+    /// The rest of the element whose start tag is written already, its formulas moved.
+    void copyWithFormulas(std::int64_t rows, std::int64_t columns) {
         const std::size_t depth = xml_.depth();
         const bool isWhole = xml_.isWhole();
+        bool isFormula = false;
         while (!isWhole && next()) {
-            copy();
+            if (xml_.kind() == XmlPiece::text && isFormula && (rows != 0 || columns != 0)) {
+                std::string text;
+                appendXmlText(text, shiftFormula(plainText(xml_.raw()), rows, columns),
+                              XmlEscapes::replacing);
+                emit(text);
+            } else {
+                copy();
+            }
+            isFormula = xml_.isStart() && !xml_.isWhole() && xml_.localName().starts_with("formula");
             if (isEndAt(depth)) {
                 return;
             }
@@ -583,6 +635,7 @@ class Change {
     std::set<std::string_view> inserted_;
     std::map<std::string, const SharedFormula*, std::less<>> lostShared_;
     std::set<SheetSpot> cutArrays_;
+    std::map<std::size_t, std::string> breaks_;  // by the row above
     std::string container_;
     bool isOpen_ = false;
     bool isRowDone_ = false;

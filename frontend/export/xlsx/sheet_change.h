@@ -29,8 +29,8 @@ struct SheetChanged {
 /// `source` is the sheet that `survey` was made of.
 ///
 /// In the way of what is written: merged ranges are dissolved; links, conditional formats and validations
-/// lose those places, but for such as would mean other cells then; formulas that were shared with a cell
-/// that is written over get their own text; formulas of several cells go as a whole and leave their values.
+/// lose those places; formulas that were shared with a cell that is written over get their own text; formulas
+/// of several cells go as a whole and leave their values.
 PackageResult changeSheet(const ByteSource& source, const SheetChange& change, DeflateStream& out,
                           SheetChanged& changed);
 

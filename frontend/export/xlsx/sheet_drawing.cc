@@ -18,6 +18,8 @@ constexpr std::string_view drawingSpace =
     "http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing";
 constexpr double emuPerPoint = 12'700;
 constexpr double pointsPerPixel = 0.75;
+// Larger ones are not looked at to find out whether they are equal.
+constexpr std::uint64_t mostOfAPicture = 1U << 20U;
 
 double realOf(std::string_view text) {
     const double number = std::strtod(std::string(text).c_str(), nullptr);
@@ -163,6 +165,20 @@ class PictureParts {
     PictureParts(WorkbookPackage& package, const std::string& drawing)
         : package_(package), drawing_(drawing) {}
 
+    /// Takes notice of the pictures that the drawing has already.
+    PackageResult survey() {
+        std::vector<PartRelation> relations;
+        PackageResult result = package_.relations(drawing_, relations);
+        for (const PartRelation& relation : relations) {
+            std::string bytes;
+            if (result && relation.type == "image" && !relation.isOutside &&
+                package_.read(relation.target, bytes, mostOfAPicture)) {
+                known_.emplace(std::move(bytes), relation.id);
+            }
+        }
+        return result;
+    }
+
     PackageResult relate(const std::string& bytes, std::string_view extension, std::string_view type,
                          std::string& id) {
         const auto [found, isNew] = known_.try_emplace(bytes);
@@ -220,6 +236,9 @@ PackageResult addPictures(WorkbookPackage& package, const std::string& drawing,
         return result;
     }
     PictureParts parts(package, drawing);
+    if (result = parts.survey(); !result) {
+        return result;
+    }
     PictureNames names;
     names.id = greatestId(xml.root());
     for (const SheetPicture& picture : footprint.content().pictures) {

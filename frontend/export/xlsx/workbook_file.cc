@@ -104,7 +104,8 @@ void WorkbookFile::takeMacroType() {
 PackageResult WorkbookFile::addSheet(std::string_view name, std::string& part) {
     const std::string folder = main_.substr(0, main_.rfind('/') + 1);
     part = package_.freeName(folder + "worksheets/sheet", ".xml");
-    package_.set(part, emptySheet("", list_.sheets().empty()));
+    const bool isFirst = list_.sheets().empty();
+    package_.set(part, emptySheet(isFirst && hasMacroType() ? firstSheetCodeName : "", isFirst));
     package_.setContentType(part, sheetType);
     std::string id;
     PackageResult result = package_.relate(main_, std::string(officeRelation) + "worksheet", part, id);
