@@ -1,44 +1,15 @@
 #include "frontend/export/xlsx/xlsx_workbook.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/export/office/office_values.h"
 #include "frontend/export/workbook/sheet_builder.h"
-#include "frontend/export/workbook/sheet_name.h"
-#include "frontend/export/workbook/sheet_place.h"
-#include "frontend/export/xlsx/shared_strings.h"
-#include "frontend/export/xlsx/sheet_change.h"
-#include "frontend/export/xlsx/sheet_drawing.h"
-#include "frontend/export/xlsx/style_table.h"
+#include "frontend/export/xlsx/sheet_insertion.h"
 
 namespace vexa::frontend {
 namespace {
-
-constexpr std::string_view stylesType =
-    "application/vnd.openxmlformats-officedocument.spreadsheetml.styles+xml";
-constexpr std::string_view stringsType =
-    "application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml";
-
-/// What is wrong with a workbook, in the language of the user.
-std::string reasonOf(const PackageResult& result) {
-    const std::string detail = result.shownDetail();
-    switch (result.problem) {
-        case PackageProblem::tooLarge:
-        case PackageProblem::beyondLimits:
-            return composed("it is too large: ^1"_text, {detail});
-        case PackageProblem::otherCompression:
-            return composed("it is compressed in a way that is not known: ^1"_text, {detail});
-        case PackageProblem::unsafeName:
-            return composed("it has an entry with a name that is not allowed: ^1"_text, {detail});
-        case PackageProblem::noMemory:
-            return translated("memory is short"_text.key());
-        default:
-            return detail;
-    }
-}
 
 bool endsWithLetters(std::string_view text, std::string_view end) {
     return text.size() >= end.size() && lowerCase(text.substr(text.size() - end.size())) == end;
@@ -50,31 +21,20 @@ class WorkbookWriter {
         : task_(task), options_(options), kind_(kind) {}
 
     void carryOut() {
-        content_ = buildSheet(task_, officeSheetLimits, options_.notesAndCaptions);
-        if (task_.report.failed() || !openWorkbook() || !chooseSheet() || !choosePlace()) {
-            return;
+        const SheetContent content = buildSheet(task_, officeSheetLimits, options_.notesAndCaptions);
+        if (!task_.report.failed() && openWorkbook() &&
+            insertSheet(workbook_, content, options_, task_.report)) {
+            writeFile();
         }
-        if (!addSheetContent() || !finishWorkbook()) {
-            return;
-        }
-        writeFile();
     }
 
   private:
-    /// False, with the reason in the report, where the result is a failure.
-    bool check(const PackageResult& result) {
-        if (!result) {
-            const SystemText text = isOld_ ? "The workbook ^1 cannot be changed: ^2."_text
-                                           : "The workbook ^1 cannot be made: ^2."_text;
-            task_.report.fail(ExportError::other, composed(text, {options_.file, reasonOf(result)}));
-        }
-        return static_cast<bool>(result);
-    }
+    bool check(const PackageResult& result) { return checkWorkbook(result, options_.file, task_.report); }
 
     bool openWorkbook() {
         FileSystem& files = FileSystem::current();
-        isOld_ = options_.operation != SheetOperation::createFile && files.isFile(options_.file);
-        if (!isOld_) {
+        const bool isOld = options_.operation != SheetOperation::createFile && files.isFile(options_.file);
+        if (!isOld) {
             return check(workbook_.begin(
                 kind_, {documentTitle(task_.document), officeLanguage(task_.surroundings.language)}));
         }
@@ -98,184 +58,6 @@ class WorkbookWriter {
         return true;
     }
 
-    bool chooseSheet() {
-        const std::optional<std::size_t> found = workbook_.list().find(options_.sheet);
-        if (!found) {
-            return checkSheetName(options_.sheet, task_.report) &&
-                   check(workbook_.addSheet(options_.sheet, sheet_)) && surveyIt();
-        }
-        if (options_.operation == SheetOperation::createSheet) {
-            isReplaced_ = true;
-            return check(workbook_.replaceSheet(*found, sheet_)) && surveyIt();
-        }
-        if (!check(workbook_.sheetPart(*found, sheet_))) {
-            return false;
-        }
-        if (sheet_.empty()) {
-            task_.report.fail(ExportError::other,
-                              composed("The sheet ^1 of the workbook ^2 is none of rows and columns."_text,
-                                       {options_.sheet, options_.file}));
-            return false;
-        }
-        isModified_ = true;
-        return surveyIt();
-    }
-
-    bool surveyIt() {
-        WorkbookPackage& package = workbook_.package();
-        if (!check(surveySheet(package.source(sheet_), survey_))) {
-            return false;
-        }
-        std::vector<PartRelation> relations;
-        if (!check(package.relations(sheet_, relations))) {
-            return false;
-        }
-        for (const PartRelation& relation : relations) {
-            if (relation.id == survey_.drawing && relation.type == "drawing") {
-                drawing_ = relation.target;
-            }
-        }
-        if (!drawing_.empty() && !check(surveyDrawing(package, drawing_, survey_))) {
-            return false;
-        }
-        if (!check(workbook_.tables(sheet_, survey_, tables_))) {
-            return false;
-        }
-        for (const WorkbookFile::Table& table : tables_) {
-            survey_.rows = std::max(survey_.rows, table.range.row + table.range.rows);
-            survey_.columns = std::max(survey_.columns, table.range.column + table.range.columns);
-        }
-        return true;
-    }
-
-    bool choosePlace() {
-        SheetPlace place;
-        if (options_.location == SheetLocation::startCell) {
-            const auto start = startPlace(options_.startCell, officeSheetLimits, task_.report);
-            if (!start) {
-                return false;
-            }
-            place = *start;
-        } else if (options_.location == SheetLocation::lastColumn) {
-            place.column = survey_.columns == 0 ? 0 : std::uint64_t{survey_.columns} + 1;
-        } else {
-            place.row = survey_.rows == 0 ? 0 : std::uint64_t{survey_.rows} + 1;
-        }
-        if (!fitsFrom(place, content_.rows, content_.columns, officeSheetLimits, task_.report)) {
-            return false;
-        }
-        at_ = {static_cast<std::uint32_t>(place.row), static_cast<std::uint32_t>(place.column)};
-        return leavesTables();
-    }
-
-    /// A table of the sheet goes by its first and last row, and has no merged places.
-    bool leavesTables() {
-        const SheetFootprint footprint(content_, at_);
-        for (const WorkbookFile::Table& table : tables_) {
-            SheetRange head = table.range;
-            head.rows = std::min(table.headerRows, table.range.rows);
-            SheetRange foot = table.range;
-            foot.rows = std::min(table.totalRows, table.range.rows);
-            foot.row += table.range.rows - foot.rows;
-            const bool merges =
-                std::any_of(content_.merged.begin(), content_.merged.end(), [&](SheetRange range) {
-                    range.row += at_.row;
-                    range.column += at_.column;
-                    return overlap(range, table.range);
-                });
-            const bool touches =
-                (head.rows > 0 && footprint.touches(head)) || (foot.rows > 0 && footprint.touches(foot));
-            if (merges || touches) {
-                task_.report.fail(
-                    ExportError::other,
-                    composed(
-                        "The export would destroy the table ^1 of the sheet ^2. Choose another place."_text,
-                        {table.name, options_.sheet}));
-                return false;
-            }
-        }
-        return true;
-    }
-
-    bool addSheetContent() {
-        WorkbookPackage& package = workbook_.package();
-        const SheetFootprint footprint(content_, at_);
-        CellNumbers numbers;
-        std::string newDrawing;
-        if (!addStyles(numbers) || !addTexts(numbers)) {
-            return false;
-        }
-        if (!content_.pictures.empty()) {
-            if (drawing_.empty() && !check(addDrawing(package, sheet_, drawing_, newDrawing))) {
-                return false;
-            }
-            if (!check(addPictures(package, drawing_, footprint))) {
-                return false;
-            }
-        }
-        DeflateStream out(workbookLimits.entryBytes);
-        const SheetChange change{footprint, numbers, survey_, newDrawing};
-        return check(changeSheet(package.source(sheet_), change, out, changed_)) && replace(sheet_, out);
-    }
-
-    bool replace(const std::string& part, DeflateStream& out) {
-        ZipEntry entry;
-        std::string packed;
-        if (!check(out.finish(entry, packed))) {
-            return false;
-        }
-        workbook_.package().setPacked(part, std::move(entry), std::move(packed));
-        return true;
-    }
-
-    bool addStyles(CellNumbers& numbers) {
-        std::string part;
-        std::string xml;
-        StyleTable styles;
-        WorkbookPackage& package = workbook_.package();
-        if (!check(workbook_.sharedPart("styles", plainStyles(), stylesType, part)) ||
-            !check(package.read(part, xml, mostOfATree)) || !check(styles.parse(std::move(xml)))) {
-            return false;
-        }
-        if (!styles.add(content_.styles, numbers.styles)) {
-            return check({PackageProblem::beyondLimits, "the number of styles"_text});
-        }
-        package.set(part, styles.text());
-        return true;
-    }
-
-    bool addTexts(CellNumbers& numbers) {
-        SharedStrings strings;
-        numbers.strings.assign(content_.cells.size(), 0);
-        for (std::size_t i = 0; i < content_.cells.size(); ++i) {
-            const SheetCell& cell = content_.cells[i];
-            if (cell.value == SheetValue::text && cell.textLength > 0) {
-                numbers.strings[i] = strings.add(content_, cell);
-            }
-        }
-        if (strings.isEmpty()) {
-            return true;
-        }
-        std::string part;
-        DeflateStream out(workbookLimits.entryBytes);
-        return check(workbook_.sharedPart("sharedStrings", noSharedStrings(), stringsType, part)) &&
-               check(strings.write(workbook_.package().source(part), out, numbers.stringsBefore)) &&
-               replace(part, out);
-    }
-
-    bool finishWorkbook() {
-        const bool mayMatter = isReplaced_ || changed_.overwrites || (isModified_ && survey_.hasFormulas);
-        if (mayMatter) {
-            workbook_.list().calculateOnLoad();
-        }
-        if (changed_.cutsArrays) {
-            task_.report.note(composed(
-                "The export stands on formulas of several cells of the sheet ^1; their other cells keep their values."_text,
-                {options_.sheet}));
-        }
-        return !(isReplaced_ || changed_.dropsFormulas) || check(workbook_.dropCalculationOrder());
-    }
-
     void writeFile() {
         std::size_t file = 0;
         PackageResult result = task_.files.begin(options_.file, file);
@@ -293,17 +75,7 @@ class WorkbookWriter {
     const ExportTask& task_;
     const WorkbookExport& options_;
     WorkbookKind kind_;
-    SheetContent content_;
     WorkbookFile workbook_;
-    bool isOld_ = false;
-    bool isReplaced_ = false;
-    bool isModified_ = false;
-    std::string sheet_;    ///< the part
-    std::string drawing_;  ///< of the sheet; empty without one
-    SheetSurvey survey_;
-    std::vector<WorkbookFile::Table> tables_;
-    SheetSpot at_;
-    SheetChanged changed_;
 };
 
 }  // namespace

@@ -1,0 +1,22 @@
+// Puts what an export holds onto a sheet of a workbook.
+#pragma once
+
+#include <string>
+
+#include "frontend/export/export_report.h"
+#include "frontend/export/workbook/sheet_content.h"
+#include "frontend/export/xlsx/workbook_file.h"
+#include "frontend/requests/export_request.h"
+
+namespace vexa::frontend {
+
+/// Adds, replaces or changes the sheet that the options name, at the place that they name. False, with the
+/// reason in the report, where that is not possible; the workbook is of no use then.
+bool insertSheet(WorkbookFile& workbook, const SheetContent& content, const WorkbookExport& options,
+                 ExportReport& report);
+
+/// False where `result` is a failure, which goes into the report as the reason why this workbook cannot be
+/// changed.
+bool checkWorkbook(const PackageResult& result, const std::string& file, ExportReport& report);
+
+}  // namespace vexa::frontend
