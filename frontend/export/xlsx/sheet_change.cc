@@ -223,6 +223,11 @@ class Change {
         if (isDue("rowBreaks")) {
             writePageBreaks();
         }
+        if (isDue("ignoredErrors") && hasTexts()) {
+            open("ignoredErrors");
+            ownIgnoredErrors();
+            close("ignoredErrors");
+        }
         if (!drawing_.empty() && isDue("drawing")) {
             emit("<" + prefix_ + "drawing" + " xmlns:r=\"" +
                  "http://schemas.openxmlformats.org/officeDocument/2006/relationships\" r:id=\"" + drawing_ +
@@ -253,6 +258,15 @@ class Change {
         } else if (name == "dataValidations") {
             container(
                 "dataValidation", "sqref", [this] { withoutTaken("sqref", container_); }, [] {});
+        } else if (name == "ignoredErrors") {
+            container(
+                "ignoredError", "sqref", [this] { openContainer(), copyElement(); },
+                [this] {
+                    if (hasTexts()) {
+                        openContainer();
+                        ownIgnoredErrors();
+                    }
+                });
         } else if (name == "rowBreaks") {
             pageBreaks();
         } else if (name == "hyperlinks") {
@@ -301,6 +315,14 @@ class Change {
         if (isOpen_) {
             close(name);
         }
+    }
+
+    [[nodiscard]] bool hasTexts() const { return !footprint_.content().texts.empty(); }
+
+    /// A label such as "2024" is a text, and meant to be one.
+    void ownIgnoredErrors() {
+        emit(withAttribute("<" + prefix_ + "ignoredError numberStoredAsText=\"1\"/>", "sqref",
+                           rangeText(footprint_.box())));
     }
 
     /// Rows that a page begins with: those that are there, and those of the export.

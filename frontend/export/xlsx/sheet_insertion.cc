@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/export/workbook/sheet_name.h"
 #include "frontend/export/workbook/sheet_place.h"
@@ -64,7 +65,7 @@ class SheetInsertion {
         if (sheet_.empty()) {
             report_.fail(ExportError::other,
                          composed("The sheet ^1 of the workbook ^2 is none of rows and columns."_text,
-                                  {options_.sheet, options_.file}));
+                                  {options_.sheet, toNativePath(options_.file)}));
             return false;
         }
         isModified_ = true;
@@ -244,8 +245,8 @@ class SheetInsertion {
 
 bool checkWorkbook(const PackageResult& result, const std::string& file, ExportReport& report) {
     if (!result) {
-        report.fail(ExportError::other,
-                    composed("The workbook ^1 cannot be changed: ^2."_text, {file, reasonOf(result)}));
+        report.fail(ExportError::other, composed("The workbook ^1 cannot be changed: ^2."_text,
+                                                 {toNativePath(file), reasonOf(result)}));
     }
     return static_cast<bool>(result);
 }

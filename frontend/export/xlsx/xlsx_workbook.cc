@@ -45,15 +45,16 @@ class WorkbookWriter {
             return false;
         }
         if (workbook_.isSigned()) {
-            task_.report.note(composed(
-                "The workbook ^1 is signed. Its signature does not hold any longer."_text, {options_.file}));
+            task_.report.note(
+                composed("The workbook ^1 is signed. Its signature does not hold any longer."_text,
+                         {toNativePath(options_.file)}));
         }
         if (kind_ == WorkbookKind::xlsm && endsWithLetters(options_.file, ".xlsm")) {
             workbook_.takeMacroType();
         } else if (workbook_.hasMacroType() && endsWithLetters(options_.file, ".xlsx")) {
             task_.report.note(composed(
                 "The workbook ^1 holds macros, which programs expect in a file whose name ends in .xlsm."_text,
-                {options_.file}));
+                {toNativePath(options_.file)}));
         }
         return true;
     }
@@ -67,8 +68,7 @@ class WorkbookWriter {
         if (result) {
             task_.files.setMain(file);
         } else {
-            task_.report.fail(ExportError::cannotWrite, composed("The file ^1 cannot be written: ^2"_text,
-                                                                 {options_.file, result.shownDetail()}));
+            task_.report.failToWrite(options_.file, result);
         }
     }
 
