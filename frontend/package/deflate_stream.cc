@@ -87,10 +87,21 @@ void appendStored(std::string& packed, std::string_view bytes) {
     }
 }
 
+/// A piece as it stands in the stream, others before and behind it.
+PackageResult packPiece(std::string_view piece, int level, std::string& packed) {
+    Deflater deflater(level);
+    packed.clear();
+    if (!deflater.pack(piece, packed)) {
+        appendStored(packed, piece);
+        return {};
+    }
+    return openEnd(packed) ? PackageResult() : PackageResult(PackageProblem::noMemory);
+}
+
 }  // namespace
 
 DeflateStream::DeflateStream(std::uint64_t limit, unsigned threads, int level)
-    : queue_(threads, level), limit_(limit) {}
+    : queue_(threads, noDeflateLevel), level_(level), limit_(limit) {}
 
 PackageResult DeflateStream::write(std::string_view bytes) {
     while (result_ && !bytes.empty()) {
@@ -111,8 +122,10 @@ PackageResult DeflateStream::pushPiece() {
     }
     crc_ = crcOf(waiting_, crc_);
     auto job = std::make_unique<PackingJob>();
-    job->limit = pieceBytes;
-    job->content = std::exchange(waiting_, {});
+    job->limit = 2 * pieceBytes;
+    job->compressed = false;  // it is by then
+    auto piece = std::make_shared<const std::string>(std::exchange(waiting_, {}));
+    job->make = [piece, level = level_](std::string& content) { return packPiece(*piece, level, content); };
     queue_.push(std::move(job));
     // Enough that no core is idle.
     return queue_.size() > 2 * queue_.threads() + 4 ? takePiece() : PackageResult();
@@ -123,13 +136,7 @@ PackageResult DeflateStream::takePiece() {
     if (!job->result) {
         return job->result;
     }
-    if (job->entry.method == zipStored) {
-        appendStored(packed_, job->bytes);
-    } else if (openEnd(job->packed)) {
-        packed_ += job->packed;
-    } else {
-        return PackageProblem::noMemory;
-    }
+    packed_ += job->bytes;
     return {};
 }
 

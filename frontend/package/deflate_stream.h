@@ -33,6 +33,7 @@ class DeflateStream {
 
     PackageResult result_;
     PackingQueue queue_;
+    int level_;
     std::uint64_t limit_;
     std::string waiting_;
     std::string packed_;

@@ -11,6 +11,7 @@ import re
 import subprocess
 import sys
 import tempfile
+import warnings
 import xml.etree.ElementTree
 import zipfile
 
@@ -18,8 +19,12 @@ try:
     import openpyxl
     import workbook_corpus
 except ImportError as missing:
+    # The packages of the system belong to its own interpreter.
+    if sys.executable != "/usr/bin/python3" and os.path.exists("/usr/bin/python3"):
+        os.execv("/usr/bin/python3", ["/usr/bin/python3", *sys.argv])
     print(f"skipped: {missing}")
     sys.exit(77)
+warnings.simplefilter("ignore")  # of what openpyxl does not know
 
 MAIN = "{http://schemas.openxmlformats.org/spreadsheetml/2006/main}"
 RELATIONS = "{http://schemas.openxmlformats.org/package/2006/relationships}"

@@ -142,6 +142,14 @@ bool WorkbookPackage::has(std::string_view part) const {
     return changed != nullptr ? !changed->isRemoved : place(part).has_value();
 }
 
+std::uint64_t WorkbookPackage::bytesOf(std::string_view part) const {
+    if (const Changed* const changed = this->changed(part); changed != nullptr) {
+        return changed->entry ? changed->entry->bytes : changed->content.size();
+    }
+    const std::optional<std::size_t> place = this->place(part);
+    return place ? reader_.entry(*place).bytes : 0;
+}
+
 PackageResult WorkbookPackage::read(std::string_view part, std::string& content, std::uint64_t limit) const {
     if (const Changed* const changed = this->changed(part); changed != nullptr && !changed->entry) {
         content = changed->content;

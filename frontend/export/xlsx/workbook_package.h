@@ -42,6 +42,8 @@ class WorkbookPackage {
     PackageResult begin();
 
     [[nodiscard]] bool has(std::string_view part) const;
+    /// How large the part is, unpacked; 0 where there is none.
+    [[nodiscard]] std::uint64_t bytesOf(std::string_view part) const;
     /// The whole part; refuses one beyond `limit`.
     PackageResult read(std::string_view part, std::string& content, std::uint64_t limit) const;
     /// The part piece by piece; empty where there is none.
