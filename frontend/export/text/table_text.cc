@@ -231,25 +231,35 @@ class TextGrid {
         return line < cell.lines ? lines_[cell.firstLine + line] : TextLine{};
     }
 
+    [[nodiscard]] std::size_t roomOf(const TextCell& cell, const TextLine& line) const {
+        const GridCell& shown = *cell.cell;
+        return std::max(shown.columnSpan == 1 ? widths_[shown.column] : widthOf(shown), line.width);
+    }
+
+    /// The row is made of blanks first, and then what it holds is put into its places.
     void appendRow(std::string& text, std::size_t row, std::size_t line) const {
+        const std::string& border = options_.columnBorder;
         const std::size_t begin = text.size();
-        text += options_.columnBorder;
+        std::size_t bytes = border.size();
         for (const TextCell* const each : occupants(row)) {
-            const std::size_t width =
-                each->cell->columnSpan == 1 ? widths_[each->cell->column] : widthOf(*each->cell);
-            appendAligned(text, lineOf(*each, row, line), width, each->align);
-            text += options_.columnBorder;
+            const TextLine shown = lineOf(*each, row, line);
+            bytes += roomOf(*each, shown) + 2 - shown.width + shown.text.size() + border.size();
+        }
+        text.resize(begin + bytes, ' ');
+        char* place = std::copy(border.begin(), border.end(), text.data() + begin);
+        for (const TextCell* const each : occupants(row)) {
+            const TextLine shown = lineOf(*each, row, line);
+            const std::size_t blanks = roomOf(*each, shown) - shown.width;
+            const std::size_t before = blanksBefore(blanks, each->align);
+            place = std::copy(shown.text.begin(), shown.text.end(), place + before + 1);
+            place = std::copy(border.begin(), border.end(), place + (blanks - before) + 1);
         }
         endLine(text, begin);
     }
 
-    /// With a blank on both sides.
-    static void appendAligned(std::string& text, const TextLine& line, std::size_t width, Align align) {
-        const std::size_t blanks = width > line.width ? width - line.width : 0;
-        std::size_t before = 0;
-        if (align == Align::right) before = blanks;
-        if (align == Align::center) before = blanks / 2;
-        text.append(before + 1, ' ').append(line.text).append(blanks - before + 1, ' ');
+    static std::size_t blanksBefore(std::size_t blanks, Align align) {
+        if (align == Align::left) return 0;
+        return align == Align::right ? blanks : blanks / 2;
     }
 
     void appendRule(std::string& text) const {
