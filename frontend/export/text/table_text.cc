@@ -191,6 +191,18 @@ class TextGrid {
     }
 
     void findOccupants() {
+        const bool anySpans = std::any_of(cells_.begin(), cells_.end(),
+                                          [](const TextCell& each) { return each.cell->rowSpan > 1; });
+        if (anySpans) {
+            findSpanningOccupants();
+            return;
+        }
+        begins_ = grid_.rowBegin;
+        occupants_.reserve(cells_.size());
+        for (const TextCell& each : cells_) occupants_.push_back(&each);
+    }
+
+    void findSpanningOccupants() {
         begins_.assign(grid_.rows + 1, 0);
         for (const TextCell& each : cells_) {
             for (std::size_t i = 0; i < each.cell->rowSpan; ++i) ++begins_[each.cell->row + i + 1];
