@@ -27,7 +27,7 @@ struct Bitmap {
 [[nodiscard]] bool drawBitmap(const Picture& picture, double width, double height, bool transparent,
                               Bitmap& bitmap, std::string& reason);
 
-/// A file in the form of the order; empty when the library refuses it. EPS is none of them.
+/// A file in the form of the order; empty when the library refuses it. EPS and EMF are none of them.
 [[nodiscard]] std::string bitmapFile(const Bitmap& bitmap, const DrawingOrder& order);
 /// A Windows bitmap: by runs of equal pixels when that is asked for and there are 256 colours at most, else
 /// of 24 bits a pixel.

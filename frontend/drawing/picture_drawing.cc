@@ -8,6 +8,7 @@
 #include "backend/text/utf8.h"
 #include "frontend/drawing/bitmap.h"
 #include "frontend/drawing/bounded_work.h"
+#include "frontend/drawing/emf_file.h"
 #include "frontend/drawing/eps_file.h"
 #include "frontend/drawing/picture_style.h"
 #include "frontend/package/xml_escapes.h"
@@ -18,6 +19,7 @@ namespace {
 
 std::string makeFile(const Picture& picture, const DrawingOrder& order, std::string& reason) {
     if (order.form == DrawnForm::eps) return epsFile(picture, order, reason);
+    if (order.form == DrawnForm::emf) return emfFile(picture, order, reason);
     const bool transparent = order.form == DrawnForm::png && order.depth == DrawnDepth::true32Bit;
     Bitmap bitmap;
     if (!drawBitmap(picture, order.width, order.height, transparent, bitmap, reason)) return {};

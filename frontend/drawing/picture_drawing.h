@@ -9,7 +9,7 @@
 
 namespace vexa::frontend {
 
-enum class DrawnForm : std::uint8_t { png, jpg, bmp, tif, eps };
+enum class DrawnForm : std::uint8_t { png, jpg, bmp, tif, eps, emf };
 enum class DrawnDepth : std::uint8_t { blackWhite, grays256, colors16, colors256, true24Bit, true32Bit };
 
 /// What is asked for. Bitmaps have 96 dots an inch and a white ground; `true32Bit` keeps what is transparent.

@@ -65,12 +65,6 @@ std::string documentFileOf(const ExportRequest& request) {
     return file;
 }
 
-/// The first format asked for that there is no exporter of; empty where there is none.
-std::string missingFormat(const ExportRequest& request) {
-    if (request.emf) return "EMF";
-    return {};
-}
-
 std::optional<PageImageFormat> pageFormatOf(const ExportRequest& request) {
     if (request.html && request.html->imageFormat) return request.html->imageFormat;
     return request.text ? request.text->imageFormat : std::nullopt;
@@ -100,16 +94,12 @@ class Export {
   private:
     /// Everything that can be known before anything is written.
     bool isPossible(const ExportPlan& plan) {
-        const std::string missing = missingFormat(request_);
         if (plan.documentIsEmpty) {
             report_.fail(ExportError::emptyDocument);
         } else if (plan.everythingIsHidden()) {
             report_.fail(ExportError::everythingHidden);
         } else if (documentFile_.empty() && plan.pictures == 0) {
             report_.fail(ExportError::noPictures);
-        } else if (!missing.empty()) {
-            report_.fail(ExportError::other,
-                         composed("This version cannot export to the format ^1 yet."_text, {missing}));
         } else if (request_.pdf && !canWritePdf()) {
             report_.fail(ExportError::other,
                          translated("This build of the program cannot write PDF."_text.key()));

@@ -44,10 +44,11 @@ DrawnForm drawnForm(PictureFormat format) {
             return DrawnForm::bmp;
         case PictureFormat::eps:
             return DrawnForm::eps;
+        case PictureFormat::emf:
+            return DrawnForm::emf;
         case PictureFormat::tif:
             return DrawnForm::tif;
         case PictureFormat::png:
-        case PictureFormat::emf:  // refused before anything is drawn
             break;
     }
     return DrawnForm::png;
@@ -113,6 +114,7 @@ PictureFiles::PictureFiles(const ExportRequest& request, std::string documentFil
         Job& job = addJob(PictureFormat::bmp, *request.bmp, request.bmp->percentSize);
         job.drawing.compress = request.bmp->compress;
     }
+    if (request.emf) addJob(PictureFormat::emf, *request.emf, request.emf->percentSize);
     if (request.eps) {
         Job& job = addJob(PictureFormat::eps, *request.eps, request.eps->widthPercent);
         job.widthPoints = request.eps->widthPoints;
