@@ -8,6 +8,8 @@
 #include "backend/strings/dictionary.h"
 #include "frontend/drawing/bitmap.h"
 #include "frontend/drawing/cairo_drawing.h"
+#include "frontend/drawing/post_script.h"
+#include "frontend/drawing/vector_reader.h"
 
 namespace vexa::frontend {
 
@@ -49,6 +51,32 @@ std::string postScript(const Picture& picture, const DrawingOrder& order, std::s
     return file;
 }
 
+/// Where the picture leaves ink.
+bool inkOf(const Picture& picture, const DrawingOrder& order, VectorBox& ink, std::string& reason) {
+    const CairoSurface surface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    {
+        const CairoContext context(cairo_create(surface.get()));
+        if (!drawOnCairo(context.get(), picture, order.width, order.height, reason)) return false;
+    }
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+    cairo_recording_surface_ink_extents(surface.get(), &left, &top, &width, &height);
+    ink = {left, top, left + width, top + height};
+    return isWell(cairo_surface_status(surface.get()), reason);
+}
+
+/// With its fonts named; empty where that does not suit the picture.
+std::string withFonts(const Picture& picture, const DrawingOrder& order, std::string& reason) {
+    BitmapSource bitmaps(picture, order.width, order.height);
+    PostScriptTarget target(order.height, bitmaps);
+    if (!readVectors(picture, order.width, order.height, target, reason)) return {};
+    VectorBox ink;
+    if (!target.suits() || !bitmaps.isWell(reason) || !inkOf(picture, order, ink, reason)) return {};
+    return target.file(ink, order.width);
+}
+
 void append(std::string& bytes, std::size_t value) {
     for (unsigned int i = 0; i < 4; ++i) bytes += static_cast<char>(value >> (8U * i) & 0xFFU);
 }
@@ -71,7 +99,12 @@ std::string epsFile(const Picture& picture, const DrawingOrder& order, std::stri
         reason = translated("It is larger than a page can be."_text);
         return {};
     }
-    std::string file = postScript(picture, order, reason);
+    std::string file;
+    if (picture.form == PictureForm::svg && !order.curves) file = withFonts(picture, order, reason);
+    if (file.empty()) {
+        reason.clear();
+        file = postScript(picture, order, reason);
+    }
     if (file.empty() || !order.preview) return file;
     Bitmap bitmap;
     if (!drawBitmap(picture, order.width, order.height, false, bitmap, reason)) return {};

@@ -8,7 +8,8 @@
 
 namespace vexa::frontend {
 
-/// The picture as the order says. The bounding box is that of what is drawn. Empty, with the reason as shown,
+/// The picture as the order says. The bounding box is that of what is drawn. Letters that take other forms
+/// beside each other are curves whatever the order says. Empty, with the reason as shown,
 /// when it cannot be drawn.
 [[nodiscard]] std::string epsFile(const Picture& picture, const DrawingOrder& order, std::string& reason);
 

@@ -21,6 +21,7 @@ struct DrawingOrder {
     bool grayscale = false;                    ///< JPG
     bool compress = false;      ///< BMP: by runs, where the picture has no more than 256 colours
     bool preview = false;       ///< EPS: a TIFF for programs that cannot draw it
+    bool curves = false;        ///< EPS: texts as curves, not in fonts that the reader has
     unsigned int seconds = 20;  ///< after which the drawing is given up
 };
 

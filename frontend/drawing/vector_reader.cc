@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "frontend/drawing/cairo_drawing.h"
+#include "frontend/drawing/ink_box.h"
 #include "frontend/drawing/vector_fonts.h"
 #include "frontend/drawing/vector_state.h"
 
@@ -214,9 +215,7 @@ class ContentReader : public QPDFObjectHandle::ParserCallbacks {
             if (!state_.textsOnly) target_.stroke(path_, line, state_.stroke.color);
             return;
         }
-        VectorBox box = path_.box();
-        const double more = line.width / 2 * (line.join == LineJoin::miter ? 2 : 1);
-        bitmap({box.left - more, box.top - more, box.right + more, box.bottom + more});
+        bitmap(boxOfLine(path_, line));
     }
 
     void bitmap(const VectorBox& box) {
@@ -324,20 +323,30 @@ class ContentReader : public QPDFObjectHandle::ParserCallbacks {
         inner.matrix = own.then(state_.matrix);
         const VectorBox box = boxOf(form.getDict().getKey("/BBox"), inner.matrix);
         const bool isPlain = state_.isOpaque(false) && depth_ < deepestForm;
+        inner.clip = state_.clip.within(box);
+        inner.fillAlpha = inner.strokeAlpha = 1;
+        inner.masked = inner.blended = false;
         if (!isPlain) {
-            bitmap(box);
+            if (depth_ >= deepestForm) {
+                bitmap(box);
+                return;
+            }
+            InkBox ink(inner.clip);
+            readInner(form, inner, ink);
+            bitmap(ink.boxWithoutTexts());
             // Its texts are told all the same, in the colour that they have on white.
-            if (depth_ >= deepestForm) return;
             inner.textsOnly = true;
             inner.groupAlpha *= state_.fillAlpha;
         }
-        inner.fillAlpha = inner.strokeAlpha = 1;
-        inner.masked = inner.blended = false;
-        QPDFObjectHandle resources = form.getDict().getKey("/Resources");
-        ContentReader reader(resources.isDictionary() ? resources : resources_, inner, target_, depth_ + 1);
         target_.save();
-        QPDFObjectHandle::parseContentStream(form, &reader);
+        readInner(form, inner, target_);
         target_.restore();
+    }
+
+    void readInner(QPDFObjectHandle form, const VectorState& state, VectorTarget& target) const {
+        QPDFObjectHandle resources = form.getDict().getKey("/Resources");
+        ContentReader reader(resources.isDictionary() ? resources : resources_, state, target, depth_ + 1);
+        QPDFObjectHandle::parseContentStream(form, &reader);
     }
 
     QPDFObjectHandle resources_;

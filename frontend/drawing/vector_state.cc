@@ -72,59 +72,83 @@ VectorBox unitBox(const VectorMatrix& matrix) {
 
 void TextRun::add(const std::vector<VectorGlyph>& glyphs) {
     for (const VectorGlyph& glyph : glyphs) {
-        length_ += glyph.advance;
-        if (glyph.text.empty()) {
-            if (!advances_.empty()) advances_.back() += glyph.advance;
-            continue;
-        }
         // What stands for several characters is shared among them.
-        const double each = glyph.advance / static_cast<double>(glyph.text.size());
-        text_ += glyph.text;
-        advances_.insert(advances_.end(), glyph.text.size(), each);
+        const double each = glyph.advance / static_cast<double>(std::max<std::size_t>(glyph.text.size(), 1));
+        for (std::size_t i = 0; i < glyph.text.size(); ++i) {
+            text_ += glyph.text[i];
+            places_.push_back(length_ + each * static_cast<double>(i));
+            widths_.push_back(each);
+        }
+        length_ += glyph.advance;
     }
 }
 
-void TextRun::move(double distance) {
-    length_ += distance;
-    if (advances_.empty()) {
-        begin_ = VectorMatrix{1, 0, 0, 1, distance * size_, 0}.then(begin_);
-        length_ -= distance;
-    } else {
-        advances_.back() += distance;
-    }
+void TextRun::move(double distance) { length_ += distance; }
+
+double TextRun::distanceTo(const VectorMatrix& place) const {
+    const double square = begin_.a * begin_.a + begin_.b * begin_.b;
+    if (!(square > 0) || !(size_ > 0)) return 0;
+    return ((place.e - begin_.e) * begin_.a + (place.f - begin_.f) * begin_.b) / square / size_;
 }
 
 void TextRun::join(const TextRun& other) {
-    length_ += other.length_;
+    const double distance = distanceTo(other.begin_);
+    length_ = distance + other.length_;
     text_ += other.text_;
-    advances_.insert(advances_.end(), other.advances_.begin(), other.advances_.end());
+    for (const double each : other.places_) places_.push_back(distance + each);
+    widths_.insert(widths_.end(), other.widths_.begin(), other.widths_.end());
 }
 
 void TextRun::replaceText(const std::u32string& text) {
+    double begin = 0;
+    double end = 0;
+    for (std::size_t i = 0; i < places_.size(); ++i) {
+        begin = i == 0 ? places_[i] : std::min(begin, places_[i]);
+        end = i == 0 ? places_[i] + widths_[i] : std::max(end, places_[i] + widths_[i]);
+    }
+    if (places_.empty()) end = length_;
     text_ = text;
-    isAsRead_ = true;
-    advances_.assign(text.size(), text.empty() ? 0 : length_ / static_cast<double>(text.size()));
+    widths_.assign(text.size(), (end - begin) / static_cast<double>(std::max<std::size_t>(text.size(), 1)));
+    places_.clear();
+    for (const double each : widths_) {
+        places_.push_back(begin);
+        begin += each;
+    }
+    replaced_ = true;
 }
 
 VectorMatrix TextRun::behind() const { return VectorMatrix{1, 0, 0, 1, length_ * size_, 0}.then(begin_); }
 
+void TextRun::order(std::u32string& text, std::vector<double>& advances, double& begin) const {
+    text = text_;
+    begin = places_.front();
+    const bool isFromRight = !replaced_ && std::any_of(text.begin(), text.end(), isFromTheRight);
+    if (isFromRight) {
+        // Glyphs come from the right in the order in which they are read, or from the left as they stand.
+        begin = *std::min_element(places_.begin(), places_.end());
+        advances = widths_;
+        if (places_.back() >= places_.front() && places_.size() > 1) {
+            std::reverse(text.begin(), text.end());
+            std::reverse(advances.begin(), advances.end());
+        }
+        return;
+    }
+    for (std::size_t i = 0; i + 1 < places_.size(); ++i) advances.push_back(places_[i + 1] - places_[i]);
+    advances.push_back(widths_.back());
+}
+
 std::optional<VectorText> TextRun::text(const VectorMatrix& page) const {
     if (text_.empty()) return std::nullopt;
-    const VectorMatrix whole = begin_.then(page);
     VectorText made;
-    made.begin = {whole.e, whole.f};
+    double begin = 0;
+    order(made.text, made.advances, begin);
+    const VectorMatrix whole = begin_.then(page);
+    made.begin = whole.at(begin * size_, 0);
     // How large the letters are is told by their height, how far they go by their base line.
     const double along = std::hypot(whole.a, whole.b);
     made.size = along > 0 ? size_ * std::abs(whole.a * whole.d - whole.b * whole.c) / along : 0;
     made.angle = std::atan2(-whole.b, whole.a);
-    made.text = text_;
-    made.advances = advances_;
     for (double& each : made.advances) each *= size_ * along;
-    if (!isAsRead_ && std::any_of(made.text.begin(), made.text.end(), isFromTheRight)) {
-        // Glyphs come as they stand, a text as it is read.
-        std::reverse(made.text.begin(), made.text.end());
-        std::reverse(made.advances.begin(), made.advances.end());
-    }
     if (!(made.size > 0)) return std::nullopt;
     return made;
 }

@@ -64,12 +64,19 @@ class TextRun {
     [[nodiscard]] std::optional<VectorText> text(const VectorMatrix& page) const;
 
   private:
+    /// How far the base line goes on the page for a size of the font, and the way from where it begins to a
+    /// place, in sizes of the font.
+    [[nodiscard]] double distanceTo(const VectorMatrix& place) const;
+    /// Brings the characters into the order in which they are read, with what each goes on.
+    void order(std::u32string& text, std::vector<double>& advances, double& begin) const;
+
     VectorMatrix begin_;
     double size_;
-    double length_ = 0;  // in sizes of the font
+    double length_ = 0;  // in sizes of the font, as the following
     std::u32string text_;
-    std::vector<double> advances_;
-    bool isAsRead_ = false;  // otherwise as it stands
+    std::vector<double> places_;  // of each character, from the beginning
+    std::vector<double> widths_;
+    bool replaced_ = false;  // the text is as it is read
 };
 
 }  // namespace vexa::frontend

@@ -119,6 +119,7 @@ PictureFiles::PictureFiles(const ExportRequest& request, std::string documentFil
         Job& job = addJob(PictureFormat::eps, *request.eps, request.eps->widthPercent);
         job.widthPoints = request.eps->widthPoints;
         job.drawing.preview = request.eps->preview;
+        job.drawing.curves = request.eps->fontHandling == FontHandling::curves;
     }
     if (request.tif) addJob(PictureFormat::tif, *request.tif, request.tif->percentSize);
     if (jobs_.empty() && pageFormat) {

@@ -4,16 +4,21 @@
 usage: judge_picture.py FILE [X,Y ...]
 
 Of a bitmap: its form, mode, size and dots an inch, BITS of a pixel as its header says, the number of its colours and those at
-the places named. Of a .eps: the bounding box it declares, the one Ghostscript finds, and whether there is a preview.
+the places named. Of a .eps: the bounding box it declares, the one Ghostscript finds, whether there is a preview, and the words
+and fonts that are found in it as a PDF; with "same:OTHER.eps" how far both are from each other. Of a .emf: its size in pixels, whether its header tells the truth, its texts, and how
+many paths and bitmaps it draws; with a PNG as the other argument also how far the picture that a drawing program makes of it is
+from that one.
 """
 
 import io
 import re
 import struct
+import shutil
 import subprocess
 import sys
+import tempfile
 
-from PIL import Image
+from PIL import Image, ImageChops, ImageStat
 
 
 def bits_of(data, image):
@@ -69,12 +74,82 @@ def judge_eps(data, path):
     return words
 
 
+def words_of_eps(path):
+    with tempfile.NamedTemporaryFile(suffix=".pdf") as pdf:
+        subprocess.run(["ps2pdf", "-dEPSCrop", path, pdf.name], check=True, env={"PATH": "/usr/bin:/bin"})
+        found = subprocess.run(["pdftotext", pdf.name, "-"], capture_output=True, check=True).stdout.decode().split()
+        fonts = subprocess.run(["pdffonts", pdf.name], capture_output=True, check=True).stdout.decode().splitlines()[2:]
+    return ["words=" + ",".join(found), "named=" + ",".join(sorted(line.split()[0].split("+")[-1] for line in fonts))]
+
+
+def shown_by_ghostscript(path):
+    with tempfile.NamedTemporaryFile(suffix=".png") as png:
+        subprocess.run(["gs", "-q", "-dNOPAUSE", "-dBATCH", "-dSAFER", "-sDEVICE=png16m", "-r96", "-dTextAlphaBits=4",
+                        "-dGraphicsAlphaBits=4", "-dEPSCrop", f"-sOutputFile={png.name}", path], check=True)
+        return Image.open(png.name).convert("RGB")
+
+
+def distance(one, other):
+    """The mean difference of a pixel, from 0 to 255; the sizes where they differ."""
+    if one.size != other.size:
+        return f"{one.width}x{one.height}"
+    return str(round(sum(ImageStat.Stat(ImageChops.difference(one, other)).mean) / 3))
+
+
+def emf_records(data):
+    at = 0
+    while at + 8 <= len(data):
+        kind, size = struct.unpack("<II", data[at:at + 8])
+        if size < 8 or size % 4 or at + size > len(data):
+            return
+        yield kind, data[at:at + size]
+        at += size
+
+
+def text_of(record):
+    count, begin = struct.unpack("<II", record[44:52])
+    advances = struct.unpack("<I", record[72:76])[0]
+    whole = begin + 2 * count <= len(record) and advances + 4 * count <= len(record)
+    return record[begin:begin + 2 * count].decode("utf-16-le") if whole else "(cut)"
+
+
+def difference(emf, png):
+    """The mean difference of a pixel, from 0 to 255, of what a drawing program shows and of another picture."""
+    if shutil.which("inkscape") is None:
+        return "0"
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run(["inkscape", emf, "--export-type=png", f"--export-filename={folder}/a.png", "-d", "96"],
+                       capture_output=True, check=True, env={"PATH": "/usr/bin:/bin", "HOME": folder})
+        shown = Image.open(f"{folder}/a.png").convert("RGBA")
+        shown = Image.alpha_composite(Image.new("RGBA", shown.size, "white"), shown).convert("RGB")
+        return distance(shown, Image.open(png).convert("RGB"))
+
+
+def judge_emf(data, path, places):
+    records = list(emf_records(data))
+    header = records[0][1]
+    right, bottom = struct.unpack("<ii", header[16:24])
+    size, count = struct.unpack("<II", header[48:56])
+    sound = size == len(data) and count == len(records) and header[40:44] == b" EMF" and records[-1][0] == 14
+    kinds = [kind for kind, _ in records]
+    words = ["EMF", f"{right + 1}x{bottom + 1}", "sound" if sound else "damaged",
+             "texts=" + "|".join(text_of(record) for kind, record in records if kind == 84),
+             f"paths={kinds.count(62) + kinds.count(64)}", f"bitmaps={kinds.count(81)}",
+             "saved=" + ("even" if kinds.count(33) == kinds.count(34) else "odd")]
+    return words + [f"difference={difference(path, place)}" for place in places]
+
+
 def main(arguments):
     path, *places = arguments
     with open(path, "rb") as file:
         data = file.read()
-    is_eps = path.endswith(".eps")
-    print(" ".join(judge_eps(data, path) if is_eps else judge_bitmap(data, places)))
+    if places and places[0].startswith("same:"):
+        words = [distance(shown_by_ghostscript(path), shown_by_ghostscript(places[0].removeprefix("same:")))]
+    elif path.endswith(".eps"):
+        words = judge_eps(data, path) + (words_of_eps(path) if places else [])
+    else:
+        words = judge_emf(data, path, places) if path.endswith(".emf") else judge_bitmap(data, places)
+    print(" ".join(words))
 
 
 if __name__ == "__main__":

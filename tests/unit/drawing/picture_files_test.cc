@@ -106,7 +106,7 @@ TEST(PictureFiles, PngPicturesAreDrawnAsWell) {
 
 TEST(PictureFiles, EqualPicturesGiveEqualBytes) {
     for (const DrawnForm form :
-         {DrawnForm::png, DrawnForm::jpg, DrawnForm::bmp, DrawnForm::tif, DrawnForm::eps}) {
+         {DrawnForm::png, DrawnForm::jpg, DrawnForm::bmp, DrawnForm::tif, DrawnForm::eps, DrawnForm::emf}) {
         DrawingOrder order = orderOf(form, DrawnDepth::colors16);
         order.preview = true;
         const std::string first = drawn(someText(), order).bytes;
@@ -124,10 +124,49 @@ TEST(EpsFiles, AreOnePageWithTheBoxOfWhatIsDrawn) {
               judged(drawn(corner, order).bytes, ".eps"));
 }
 
-TEST(EpsFiles, HaveLettersAsCurves) {
-    const std::string found = judged(drawn(someText(), orderOf(DrawnForm::eps)).bytes, ".eps");
+TEST(EpsFiles, HaveLettersAsCurvesOnWish) {
+    DrawingOrder order = orderOf(DrawnForm::eps);
+    order.curves = true;
+    const std::string found = judged(drawn(someText(), order).bytes, ".eps", "words");
     EXPECT_EQ("EPS level=2 pages=1 dated=no fonts=no ", found.substr(0, found.find("box="))) << found;
-    EXPECT_TRUE(found.ends_with("ghostscript=near")) << found;
+    EXPECT_TRUE(found.ends_with("ghostscript=near words= named=")) << found;
+}
+
+TEST(EpsFiles, NameTheirFontsOtherwise) {
+    const std::string file = drawn(someText(), orderOf(DrawnForm::eps)).bytes;
+    EXPECT_NE(std::string::npos, file.find("\n%%DocumentNeededResources: font DejaVuSans\n"));
+    EXPECT_NE(std::string::npos, file.find("(Income)["));
+    const std::string found = judged(file, ".eps", "words");
+    EXPECT_EQ("EPS level=2 pages=1 dated=no fonts=no ", found.substr(0, found.find("box="))) << found;
+    EXPECT_TRUE(found.ends_with("ghostscript=near words=Income named=DejaVuSans")) << found;
+}
+
+TEST(EpsFiles, NameFontsForLettersOfManyKinds) {
+    const Picture letters = svgOf(
+        "<text x='2' y='12' font-family='DejaVu Sans' font-size='8'>(\xC3\xA4)\\ "
+        "\xD0\x96\xD1\x83\xD0\xBA</text>"
+        "<text x='2' y='30' font-family='DejaVu Sans' font-weight='bold' font-size='8'>\xE2\x88\x91 "
+        "x</text>");
+    const std::string found = judged(drawn(letters, orderOf(DrawnForm::eps)).bytes, ".eps", "words");
+    EXPECT_TRUE(
+        found.ends_with("words=(\xC3\xA4)\\,\xD0\x96\xD1\x83\xD0\xBA,\xE2\x88\x91,x "
+                        "named=DejaVuSans,DejaVuSans-Bold"))
+        << found;
+}
+
+TEST(EpsFiles, LookTheSameWithNamedFontsAndWithCurves) {
+    const Picture picture = svgOf(
+        "<defs><linearGradient id='g'><stop stop-color='red'/><stop offset='1' "
+        "stop-color='blue'/></linearGradient>"
+        "</defs><rect width='30' height='40' fill='url(#g)'/><path d='M40 5L75 35' stroke='green' "
+        "stroke-width='3'/>"
+        "<text x='34' y='24' font-family='DejaVu Sans' font-size='14'>Inc</text>");
+    DrawingOrder order = orderOf(DrawnForm::eps);
+    const std::string named = drawn(picture, order).bytes;
+    order.curves = true;
+    const std::string curves = drawn(picture, order).bytes;
+    EXPECT_NE(named, curves);
+    EXPECT_LT(std::stoi(rendered(named, curves)), 4);
 }
 
 TEST(EpsFiles, HaveAPreviewOnWish) {

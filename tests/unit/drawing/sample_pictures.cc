@@ -65,4 +65,10 @@ std::string judged(const std::string& bytes, const std::string& extension, const
     return answer;
 }
 
+std::string rendered(const std::string& one, const std::string& other) {
+    const std::string name = testing::TempDir() + "vexa_other.eps";
+    std::ofstream(name, std::ios::binary) << other;
+    return judged(one, ".eps", "same:" + name);
+}
+
 }  // namespace vexa::frontend::test
