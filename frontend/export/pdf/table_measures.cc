@@ -172,18 +172,41 @@ void TableMeasures::fitWidths(const std::vector<double>& wished, double pageWidt
 
 void TableMeasures::split(double pageWidth) {
     const double room = pageWidth - labelWidth() + 0.01;
+    const std::vector<bool> begins = groupBegins();
     ColumnRange range{grid_.labelColumns, grid_.labelColumns};
     double used = 0;
     for (std::uint32_t column = grid_.labelColumns; column < grid_.columns; ++column) {
         if (used + widths_[column] > room && range.end > range.begin) {
+            std::uint32_t end = column;
+            while (end > range.begin && !begins[end]) --end;
+            range.end = end > range.begin ? end : column;
             ranges_.push_back(range);
-            range = {column, column};
-            used = 0;
+            range.begin = range.end;
+            used = sum(range.begin, column);
         }
         used += widths_[column];
         range.end = column + 1;
     }
     ranges_.push_back(range);
+}
+
+/// By column: whether a label of the outermost level that has several begins there. Columns under one label
+/// stay together where a page has room for them.
+std::vector<bool> TableMeasures::groupBegins() const {
+    std::vector<bool> begins(grid_.columns + std::size_t{1});
+    for (std::uint32_t row = 0; row < grid_.headerRows; ++row) {
+        std::size_t labels = 0;
+        bool anyWide = false;
+        for (const GridCell& cell : grid_.row(row)) {
+            if (cell.role != GridRole::columnLabel) continue;
+            begins[cell.column] = true;
+            anyWide = anyWide || cell.columnSpan > 1;
+            ++labels;
+        }
+        if (labels > 1 && anyWide) return begins;
+        begins.assign(begins.size(), false);
+    }
+    return begins;
 }
 
 double TableMeasures::sum(std::size_t begin, std::size_t end) const {

@@ -52,6 +52,7 @@ class TableMeasures {
     void setWidths(double pageWidth);
     void fitWidths(const std::vector<double>& wished, double pageWidth);
     void split(double pageWidth);
+    [[nodiscard]] std::vector<bool> groupBegins() const;
     [[nodiscard]] std::vector<double> wishedWidths() const;
     [[nodiscard]] std::vector<double> leastWidths();
     void widenForSpans(std::vector<double>& widths);

@@ -284,10 +284,9 @@ void TablePainter::drawMarks(const GridCell& cell, double x, double baseline, St
 
 void TablePainter::closeRows(const TablePart& part) {
     if (!part.isLastRange) return;
-    for (auto each = rows_.begin(); each != rows_.end();) {
-        const bool isDone = each->first < part.endRow;
-        if (isDone) structure_.close(each->second);
-        each = isDone ? rows_.erase(each) : std::next(each);
+    while (!rows_.empty() && rows_.begin()->first < part.endRow) {
+        structure_.close(rows_.begin()->second);
+        rows_.erase(rows_.begin());
     }
 }
 

@@ -177,7 +177,7 @@ const ShapedText& TextShaper::lines(TextStyleId style, std::string_view text) {
 const ShapedText& TextShaper::wrapped(TextStyleId style, std::string_view text, double width) {
     // Breaking lines is only asked for where they are too long.
     const ShapedText& whole = shape(style, text, 0);
-    return whole.width <= width + 0.01 ? whole : shape(style, text, std::max(width, 1.0));
+    return whole.width <= width + 0.05 ? whole : shape(style, text, std::max(width, 1.0));
 }
 
 void TextShaper::forgetSome() {
