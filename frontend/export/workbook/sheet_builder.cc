@@ -129,7 +129,7 @@ class SheetBuilder {
         if (!draft_.hasRoom(item, row_, picture.rows, 1)) return;
         picture.png = std::move(made.png);
         picture.svg = std::move(made.svg);
-        picture.alternative = std::move(made.alternative);
+        appendCellText(picture.alternative, made.alternative);
         picture.item = item.number;
         row_ += picture.rows;
         draft_.add(std::move(picture));

@@ -14,6 +14,8 @@ namespace {
 /// Points. A row may have 409; what is wrapped in a range of rows gets less of each.
 constexpr double highestRow = 400;
 constexpr double usualColumnWidth = 48;
+/// Programs take 255 digits of their usual font.
+constexpr double widestColumn = 1'340;
 constexpr double lineSpacing = 1.2;
 /// Of ideographs, kana and Hangul.
 constexpr double wideLineSpacing = 1.4;
@@ -52,7 +54,7 @@ std::uint32_t rowsOfLines(std::size_t lines, double fontSize) {
 
 void SheetFitting::widen(std::uint32_t column, double points) {
     if (column >= widths_.size()) widths_.resize(column + std::size_t{1});
-    widths_[column] = std::max(widths_[column], points);
+    widths_[column] = std::max(widths_[column], std::min(points, widestColumn));
 }
 
 void SheetFitting::addUpWidths(const SheetContent& content, const SheetLimits& limits) {

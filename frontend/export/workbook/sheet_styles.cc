@@ -1,5 +1,6 @@
 #include "frontend/export/workbook/sheet_styles.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vexa::frontend {
@@ -17,7 +18,24 @@ std::uint32_t packed(const SheetNumber& number) {
            static_cast<std::uint32_t>(number.format.decimals) << 1 | (number.minusIsDropped ? 1U : 0U);
 }
 
+/// Whether a format code can show a text: one line without what no workbook can hold.
+bool isForCodes(std::string_view text) {
+    std::string held;
+    appendCellText(held, text);
+    return held == text && held.find_first_of("\n\t") == std::string::npos;
+}
+
 }  // namespace
+
+std::string sheetFont(std::string_view font) {
+    std::string held;
+    appendCellText(held, font);
+    std::replace_if(
+        held.begin(), held.end(), [](char each) { return each == '\n' || each == '\t'; }, ' ');
+    return held.empty() || textUnits(held) > longestFontName ? "sans-serif" : held;
+}
+
+double sheetFontSize(double size) { return std::clamp(size, smallestFont, largestFont); }
 
 std::optional<CodeId> SheetCodes::of(const SheetNumber& number) {
     const auto [found, isNew] = byFormat_.try_emplace(packed(number));
@@ -28,6 +46,7 @@ std::optional<CodeId> SheetCodes::of(const SheetNumber& number) {
 std::optional<CodeId> SheetCodes::of(const SheetNumber& number, std::string_view marks,
                                      std::optional<std::string_view> shown) {
     if (!shown && marks.empty()) return of(number);
+    if (shown && !isForCodes(*shown)) return std::nullopt;
     std::string code = shown ? literalCode(std::string(*shown).append(marks))
                              : codeWithSuffix(formatCode(number.format, number.minusIsDropped), marks);
     if (code.size() > longestFormatCode) return std::nullopt;
@@ -72,8 +91,8 @@ SheetStyleId SheetStyles::of(ShownStyleId shown, RangeSides sides, SheetWording 
 SheetStyle SheetStyles::make(ShownStyleId shown, RangeSides sides, SheetWording wording, CodeId code) const {
     const ShownStyle& given = grid_->styles[shown];
     SheetStyle style;
-    style.font = given.look.font;
-    style.size = given.look.size;
+    style.font = sheetFont(given.look.font);
+    style.size = sheetFontSize(given.look.size);
     style.bold = given.look.bold;
     style.italic = given.look.italic;
     style.underline = given.look.underline;

@@ -43,6 +43,14 @@ class SheetCodes {
     std::unordered_map<std::uint32_t, std::optional<CodeId>> byFormat_;
 };
 
+/// A family as workbooks can hold it: a general one where its name is longer than programs take.
+[[nodiscard]] std::string sheetFont(std::string_view font);
+inline constexpr std::size_t longestFontName = 31;
+/// Points that programs take.
+[[nodiscard]] double sheetFontSize(double size);
+inline constexpr double smallestFont = 1;
+inline constexpr double largestFont = 409;
+
 /// Which sides of a range a place of it stands at: top, right, bottom, left, as `SheetStyle::borders`.
 using RangeSides = unsigned;
 inline constexpr RangeSides topSide = 1;

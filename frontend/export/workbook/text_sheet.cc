@@ -6,6 +6,7 @@
 #include "backend/text/text_width.h"
 #include "frontend/export/font_widths.h"
 #include "frontend/export/workbook/column_fit.h"
+#include "frontend/export/workbook/sheet_styles.h"
 
 namespace vexa::frontend {
 
@@ -41,8 +42,8 @@ SheetStyle textStyle(ItemType type, const tables::CellStyle& own) {
     if (own.bold) style.bold = *own.bold;
     if (own.italic) style.italic = *own.italic;
     if (own.underline) style.underline = *own.underline;
-    if (!own.font.empty()) style.font = own.font;
-    if (own.size) style.size = *own.size;
+    if (!own.font.empty()) style.font = sheetFont(own.font);
+    if (own.size) style.size = sheetFontSize(*own.size);
     if (own.color) style.color = *own.color;
     style.background = own.background;
     return style;

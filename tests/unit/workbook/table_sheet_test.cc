@@ -42,6 +42,8 @@ TEST(TableSheet, KeepsTheNumberUnderAnotherText) {
         BuiltSheet(tableWith(R"({"value": 0.5, "text": ".50", "footnotes": [1]})", R"(, "footnotes": ["x"])"))
             .at("A2"),
         "0.5 \".50 [a]\";\".50 [a]\"");
+    EXPECT_EQ(BuiltSheet(tableWith(R"({"value": 0.5, "text": "two\nlines"})")).at("A2"), "two\nlines");
+    EXPECT_EQ(BuiltSheet(tableWith(R"({"value": 0.5, "text": "a\u0001"})")).at("A2"), "a\xEF\xBF\xBD");
     const std::string longText(300, 'x');
     EXPECT_EQ(BuiltSheet(tableWith(R"({"value": 0.5, "text": ")" + longText + "\"}")).at("A2"), longText);
 }
@@ -81,6 +83,15 @@ TEST(TableSheet, TakesOverFontsColorsAndAlignment) {
     EXPECT_EQ(style.horizontal, HorizontalAlign::center);
     EXPECT_TRUE(sheet.styleAt("A1").wraps);
     EXPECT_EQ(sheet.styleAt("A1").size, 9);
+}
+
+TEST(TableSheet, KeepsFontsWithinWhatProgramsTake) {
+    EXPECT_EQ(sheetFont("Georgia"), "Georgia");
+    EXPECT_EQ(sheetFont("a\n\x01"), "a \xEF\xBF\xBD");
+    EXPECT_EQ(sheetFont(std::string(32, 'x')), "sans-serif");
+    EXPECT_EQ(sheetFont(""), "sans-serif");
+    EXPECT_EQ(sheetFontSize(0.25), 1);
+    EXPECT_EQ(sheetFontSize(1e9), 409);
 }
 
 TEST(TableSheet, DrawsLinesAroundWholeRanges) {
