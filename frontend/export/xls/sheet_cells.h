@@ -39,8 +39,8 @@ struct PlacedContent {
 
 class SheetCells {
   public:
-    /// Takes in a record of a row, a cell, or what goes with one. Views into it are kept. False where it is
-    /// none, or is broken.
+    /// Takes in a record of a row, a cell, or what goes with one; records stand one behind the other. Views
+    /// into them are kept. False where it is none, or is broken.
     [[nodiscard]] bool read(const RecordView& record);
     /// To be called when all records have been read.
     void finishReading();
