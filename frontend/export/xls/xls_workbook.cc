@@ -39,7 +39,7 @@ class XlsWriter {
     bool succeeds(const PackageResult& result) {
         if (result) return true;
         task_.report.fail(ExportError::other, composed("The workbook ^1 was left as it is. ^2"_text,
-                                                       {request_.file, result.shownDetail()}));
+                                                       {toNativePath(request_.file), result.shownDetail()}));
         return false;
     }
 
