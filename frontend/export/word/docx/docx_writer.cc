@@ -190,7 +190,11 @@ void DocxWriter::contents(const std::vector<WordEntry>& entries) {
     body_ += "</w:sdtContent></w:sdt>";
 }
 
-void DocxWriter::table(const TablePart& part) { appendDocxTable(body_, part, styles_); }
+void DocxWriter::table(const TablePart& part) {
+    // A paragraph comes before a section ends, so that the last one is never taken away.
+    pieces_.take(body_);
+    appendDocxTable(body_, part, styles_);
+}
 
 void DocxWriter::picture(const WordParagraph& place, const WordPicture& picture) {
     openParagraph(place, false);
@@ -211,7 +215,7 @@ PackageResult DocxWriter::finish() {
     body_ += "</w:body></w:document>";
     static_cast<void>(
         package_.add("/word/styles.xml", contentType("styles"), docxStyles(styles_, language_)));
-    static_cast<void>(package_.add(documentPart, contentType("document.main"), std::move(body_)));
+    static_cast<void>(package_.add(documentPart, contentType("document.main"), pieces_.join(body_)));
     return package_.finish();
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "frontend/export/office/office_package.h"
+#include "frontend/export/word/text_pieces.h"
 #include "frontend/export/word/text_styles.h"
 #include "frontend/export/word/word_content.h"
 
@@ -41,6 +42,7 @@ class DocxWriter : public WordWriter {
     std::string language_;  // a language tag
     WordPage page_;
     TextStyles styles_;
+    TextPieces pieces_;  // the beginning of the body
     std::string body_;
     std::size_t propertiesEnd_ = 0;  // of the last paragraph, in `body_`
     std::string headId_;             // the relation of the section's head; empty for none

@@ -143,6 +143,7 @@ void RtfWriter::contents(const std::vector<WordEntry>& entries) {
 
 void RtfWriter::table(const TablePart& part) {
     endParagraph();
+    pieces_.take(body_);
     appendRtfTable(body_, part, tables_, styles_);
 }
 
@@ -185,7 +186,10 @@ PackageResult RtfWriter::finish() {
     appendWord(rtf, "margt", twipsOf(page_.margins.top));
     appendWord(rtf, "margb", twipsOf(page_.margins.bottom));
     rtf += page_.isLandscape() ? "\\landscape\\widowctrl\n" : "\\widowctrl\n";
-    const PackageResult result = sink_(rtf);
+    PackageResult result = sink_(rtf);
+    pieces_.release([&](const std::string& piece) {
+        if (result) result = sink_(piece);
+    });
     return result ? sink_(body_) : result;
 }
 

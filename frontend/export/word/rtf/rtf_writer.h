@@ -6,6 +6,7 @@
 
 #include "frontend/export/word/rtf/rtf_styles.h"
 #include "frontend/export/word/rtf/rtf_text.h"
+#include "frontend/export/word/text_pieces.h"
 #include "frontend/export/word/word_content.h"
 #include "frontend/package/package_result.h"
 
@@ -40,6 +41,7 @@ class RtfWriter : public WordWriter {
     WordPage page_;
     RtfTables tables_;
     RtfStyles styles_{tables_};
+    TextPieces pieces_;  // the beginning of the body
     std::string body_;
     bool isOpen_ = false;  // the last paragraph lacks its end
 };
