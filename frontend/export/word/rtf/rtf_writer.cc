@@ -150,7 +150,7 @@ void RtfWriter::table(const TablePart& part) {
 void RtfWriter::picture(const WordParagraph& place, const WordPicture& picture) {
     openParagraph(place);
     const std::string& png = picture.picture.png;
-    body_ += "{\\*\\shppict{\\pict{\\*\\picprop";
+    body_ += "{\\pict{\\*\\picprop";
     appendProperty(body_, "wzDescription", picture.picture.alternative);
     appendProperty(body_, "wzName", picture.name);
     body_ += "}\\pngblip";
@@ -159,7 +159,7 @@ void RtfWriter::picture(const WordParagraph& place, const WordPicture& picture) 
     appendWord(body_, "picwgoal", twipsOf(picture.size.width));
     appendWord(body_, "pichgoal", twipsOf(picture.size.height));
     appendHex(body_, png);
-    body_ += "}}";
+    body_ += "}";
 }
 
 std::string RtfWriter::beginning() const {
