@@ -1,0 +1,1 @@
+vexa_fuzz_target(binary_book LINKS vexa_frontend)
