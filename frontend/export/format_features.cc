@@ -7,14 +7,15 @@
 #include "frontend/export/text/text_features.h"
 #include "frontend/export/word/word_features.h"
 #include "frontend/export/xls/xls_features.h"
+#include "frontend/export/xlsx/xlsx_features.h"
 
 namespace vexa::frontend {
 
 namespace {
 
 constexpr std::array formats{
-    &htmlFeatures,   &reportFeatures, &textFeatures, &pdfFeatures,
-    &slidesFeatures, &xlsFeatures,    &wordFeatures, &richTextFeatures,
+    &htmlFeatures, &reportFeatures, &textFeatures, &pdfFeatures,      &slidesFeatures,
+    &xlsxFeatures, &xlsFeatures,    &wordFeatures, &richTextFeatures,
 };
 
 }  // namespace

@@ -30,6 +30,7 @@ ExportRequest requestOf(std::string_view format, const ExportFolder& folder) {
     if (format == "TEXT") ask(request.text, "a.txt");
     if (format == "PDF") ask(request.pdf, "a.pdf");
     if (format == "XLS") ask(request.xls, "a.xls");
+    if (format == "XLSX") ask(request.xlsx, "a.xlsx");
     if (format == "DOC") ask(request.doc, "a.docx");
     if (format == "RTF") ask(request.doc, "a.rtf");
     return request;

@@ -1,0 +1,38 @@
+// What XLSX and XLSM show of a document.
+#pragma once
+
+#include "frontend/export/format_features.h"
+
+namespace vexa::frontend {
+
+inline constexpr FormatFeatures xlsxFeatures{
+    "XLSX", "formats/xlsx.md",
+    featureFates({
+        {Feature::fonts, Fate::kept, {}},
+        {Feature::fontSizes, Fate::kept, {}},
+        {Feature::textColors, Fate::kept, {}},
+        {Feature::backgrounds, Fate::kept, {}},
+        {Feature::emphasis, Fate::kept, {}},
+        {Feature::alignment, Fate::kept, {}},
+        {Feature::borders, Fate::kept, {}},
+        {Feature::rowBands, Fate::kept, {}},
+        {Feature::columnWidths, Fate::kept, {}},
+        {Feature::spans, Fate::kept, "merged cells"},
+        {Feature::numbers, Fate::kept, {}},
+        {Feature::numberFormats, Fate::kept, {}},
+        {Feature::footnotes, Fate::kept, "with their marks"},
+        {Feature::captions, Fate::kept, {}},
+        {Feature::layers, Fate::kept, "one below the other"},
+        {Feature::headings, Fate::dropped, {}},
+        {Feature::pageTitles, Fate::kept, "in their place"},
+        {Feature::pageBreaks, Fate::kept, "in print"},
+        {Feature::pictures, Fate::kept, {}},
+        {Feature::vectorPictures, Fate::kept, "beside bitmaps"},
+        {Feature::pictureSizes, Fate::kept, {}},
+        {Feature::alternativeTexts, Fate::kept, {}},
+        {Feature::documentName, Fate::kept, "title"},
+        {Feature::documentLanguage, Fate::kept, "property"},
+        {Feature::unknownItems, Fate::warned, "label, with a warning"},
+    })};
+
+}  // namespace vexa::frontend
