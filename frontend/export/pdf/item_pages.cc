@@ -227,9 +227,9 @@ void ItemPages::writePicture(const ExportedItem& item) {
     ItemSize size = shownSize(item.item()).value_or(ItemSize{225, 112.5});
     if (!(size.width > 0 && size.height > 0)) size = {225, 112.5};
     const double scale = std::min({1.0, flow_.width() / size.width, (flow_.bodyHeight() - 60) / size.height});
-    std::string reason;
-    const PdfObject form = addPictureForm(
-        file_, *picture.picture, appliedRules(picture, styles_.find(picture.styleSheet, item)), size, reason);
+    const PictureObject form = addPictureForm(
+        file_, *picture.picture, appliedRules(picture, styles_.find(picture.styleSheet, item)), size);
+    picturesHoldFonts_ = picturesHoldFonts_ || form.holdsFonts;
     flow_.leaveSpace(itemGap);
     flow_.reserve(std::min(size.height * scale, flow_.freshRest()));
     bookmarks_.add(item.label, item.depth, flow_.destination(flow_.place()));
@@ -239,14 +239,14 @@ void ItemPages::writePicture(const ExportedItem& item) {
     appendTextString(figure.attributes, alternativeOf(item));
     figure.attributes += "/A<</O/Layout/Placement/Block/BBox" + flow_.rectangle(box) + ">>";
     flow_.beginContent(figure);
-    if (form != 0) {
+    if (form.object != 0) {
         const std::string name = "P" + std::to_string(++pictures_);
-        flow_.usePicture(name, form);
+        flow_.usePicture(name, form.object);
         flow_.canvas().picture(name, size.width, size.height, box);
     } else {
         task_.report.note(composed(
             "Item ^1 (^2): the picture cannot be drawn, and its alternative text takes its place. ^3"_text,
-            {std::to_string(item.number), item.label, reason}));
+            {std::to_string(item.number), item.label, form.reason}));
         writePlaceholder(item, box);
     }
     flow_.canvas().end();

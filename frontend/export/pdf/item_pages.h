@@ -23,6 +23,8 @@ class ItemPages {
     [[nodiscard]] bool write();
     /// Of what was written: headings, tables and pictures.
     [[nodiscard]] const Bookmarks& bookmarks() const { return bookmarks_; }
+    /// Pictures have texts, whose fonts are in the file.
+    [[nodiscard]] bool picturesHoldFonts() const { return picturesHoldFonts_; }
 
   private:
     void writeItem(const ExportedItem& item);
@@ -45,6 +47,7 @@ class ItemPages {
     PictureStyles styles_;
     Bookmarks bookmarks_;
     std::size_t pictures_ = 0;
+    bool picturesHoldFonts_ = false;
     bool followsTitle_ = false;
     std::vector<const ExportedItem*> titles_;  // those that pages have now
 };

@@ -117,7 +117,8 @@ class PdfDocument {
             task_.report.note(
                 composed("No installed font has these characters: ^1"_text, {listOf(shaper_.missing())}));
         }
-        if (shaper_.hasEmbeddedAllTheSame()) {
+        const bool embeds = task_.request.pdf->embedFonts;
+        if (!embeds && (shaper_.hasEmbeddedAllTheSame() || items_.picturesHoldFonts())) {
             task_.report.note(translated(
                 "In spite of EMBEDFONTS=NO the file holds fonts of texts that the name of a font alone does not show."_text
                     .key()));

@@ -119,29 +119,32 @@ class ObjectCopier {
 
 }  // namespace
 
-PdfObject addPictureForm(PdfFile& file, const Picture& picture, const std::string& rules,
-                         const ItemSize& size, std::string& reason) {
+PictureObject addPictureForm(PdfFile& file, const Picture& picture, const std::string& rules,
+                             const ItemSize& size) {
+    PictureObject drawn;
     const bool isStyled = picture.form == PictureForm::svg && !rules.empty();
     const std::string page =
         isStyled ? drawApart({picture.form, applyRules(picture.bytes, rules), picture.width, picture.height},
-                             size, reason)
-                 : drawApart(picture, size, reason);
-    if (page.empty()) return 0;
+                             size, drawn.reason)
+                 : drawApart(picture, size, drawn.reason);
+    if (page.empty()) return drawn;
     try {
-        QPDF drawn;
-        drawn.setSuppressWarnings(true);
-        drawn.processMemoryFile("picture", page.data(), page.size());
-        const std::vector<QPDFPageObjectHelper> pages = QPDFPageDocumentHelper(drawn).getAllPages();
-        if (!pages.empty()) {
-            QPDFPageObjectHelper first = pages.front();
-            return ObjectCopier(file).copy(first.getFormXObjectForPage());
+        QPDF source;
+        source.setSuppressWarnings(true);
+        source.processMemoryFile("picture", page.data(), page.size());
+        std::vector<QPDFPageObjectHelper> pages = QPDFPageDocumentHelper(source).getAllPages();
+        if (pages.size() == 1) {
+            QPDFObjectHandle form = pages[0].getFormXObjectForPage();
+            QPDFObjectHandle resources = form.getDict().getKey("/Resources");
+            drawn.holdsFonts = resources.isDictionary() && resources.hasKey("/Font");
+            drawn.object = ObjectCopier(file).copy(form);
+            return drawn;
         }
+        drawn.reason = translated("It cannot be drawn."_text);
     } catch (const std::exception& problem) {
-        reason = problem.what();
-        return 0;
+        drawn.reason = problem.what();
     }
-    reason = translated("It cannot be drawn."_text);
-    return 0;
+    return drawn;
 }
 
 }  // namespace vexa::frontend::pdf

@@ -10,9 +10,15 @@
 
 namespace vexa::frontend::pdf {
 
+struct PictureObject {
+    PdfObject object = 0;     ///< 0 when it could not be drawn
+    bool holdsFonts = false;  ///< it has texts, whose fonts are in the file
+    std::string reason;       ///< why it could not be drawn, as shown
+};
+
 /// Writes `picture`, with `rules` applied to it (an SVG), as an object of that size in points that pages can
-/// draw. 0, with the reason as shown, when it cannot be drawn.
-[[nodiscard]] PdfObject addPictureForm(PdfFile& file, const Picture& picture, const std::string& rules,
-                                       const ItemSize& size, std::string& reason);
+/// draw.
+[[nodiscard]] PictureObject addPictureForm(PdfFile& file, const Picture& picture, const std::string& rules,
+                                           const ItemSize& size);
 
 }  // namespace vexa::frontend::pdf

@@ -250,7 +250,7 @@ ShapedText TextShaper::shapePlain(TextStyleId id, std::string_view text) {
 namespace {
 
 /// Fills in where each letter's text ends; they stand in the order of the line, from left to right.
-void setTextEnds(std::vector<PlacedGlyph>& glyphs, std::size_t begin, std::size_t end, bool isBackward) {
+void setTextEnds(std::vector<PlacedGlyph>& glyphs, std::size_t end, bool isBackward) {
     std::size_t behind = end;
     const auto set = [&](std::size_t i, std::size_t neighbour, bool hasNeighbour) {
         if (hasNeighbour && glyphs[neighbour].textBegin != glyphs[i].textBegin) {
@@ -259,55 +259,77 @@ void setTextEnds(std::vector<PlacedGlyph>& glyphs, std::size_t begin, std::size_
         glyphs[i].textEnd = behind;
     };
     if (isBackward) {
-        for (std::size_t i = begin; i < glyphs.size(); ++i) set(i, i - 1, i > begin);
+        for (std::size_t i = 0; i < glyphs.size(); ++i) set(i, i - 1, i > 0);
     } else {
-        for (std::size_t i = glyphs.size(); i-- > begin;) set(i, i + 1, i + 1 < glyphs.size());
+        for (std::size_t i = glyphs.size(); i-- > 0;) set(i, i + 1, i + 1 < glyphs.size());
+    }
+}
+
+void placeGlyphs(const PangoGlyphItem& item, double scale, std::vector<PlacedGlyph>& glyphs) {
+    for (int i = 0; i < item.glyphs->num_glyphs; ++i) {
+        const PangoGlyphInfo& glyph = item.glyphs->glyphs[i];
+        PlacedGlyph& placed = glyphs.emplace_back();
+        placed.textBegin = static_cast<std::size_t>(item.item->offset + item.glyphs->log_clusters[i]);
+        placed.advance = glyph.geometry.width * scale;
+        placed.x = glyph.geometry.x_offset * scale;
+        placed.y = -glyph.geometry.y_offset * scale;
+        placed.id = glyph.glyph;
+        placed.isMissing = (glyph.glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0;
+        placed.isShown = glyph.glyph != PANGO_GLYPH_EMPTY;
     }
 }
 
 }  // namespace
 
+/// Paragraph by paragraph, so that a long text takes no more memory than what comes of it.
 ShapedText TextShaper::shapeAny(TextStyleId id, const std::string& text, double width, bool breaksWords) {
-    const TextStyle& style = styles_[id];
+    const Description description = describe(styles_[id]);
     PangoLayout* const layout = pango_->layout.get();
-    const Description description = describe(style);
     pango_layout_set_font_description(layout, description.get());
     pango_layout_set_width(layout, width > 0 ? static_cast<int>(width * PANGO_SCALE) : -1);
     pango_layout_set_wrap(layout, breaksWords ? PANGO_WRAP_WORD_CHAR : PANGO_WRAP_WORD);
-    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
-    const double scale = 1000.0 / (style.size * PANGO_SCALE);
-    const PdfFont& usual = fonts_.at(plain_[id]->shape.id);
     ShapedText shaped;
-    for (GSList* each = pango_layout_get_lines_readonly(layout); each != nullptr; each = each->next) {
-        ShapedLine& line = shaped.lines.emplace_back();
-        line.ascent = static_cast<float>(usual.ascent() * style.size / 1000);
-        line.descent = static_cast<float>(usual.descent() * style.size / 1000);
-        for (GSList* run = static_cast<PangoLayoutLine*>(each->data)->runs; run != nullptr; run = run->next) {
-            const auto* const item = static_cast<PangoGlyphItem*>(run->data);
-            glyphs_.clear();
-            const auto offset = static_cast<std::size_t>(item->item->offset);
-            for (int i = 0; i < item->glyphs->num_glyphs; ++i) {
-                const PangoGlyphInfo& glyph = item->glyphs->glyphs[i];
-                PlacedGlyph& placed = glyphs_.emplace_back();
-                placed.textBegin = offset + static_cast<std::size_t>(item->glyphs->log_clusters[i]);
-                placed.advance = glyph.geometry.width * scale;
-                placed.x = glyph.geometry.x_offset * scale;
-                placed.y = -glyph.geometry.y_offset * scale;
-                placed.id = glyph.glyph;
-                placed.isMissing = (glyph.glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0;
-                placed.isShown = glyph.glyph != PANGO_GLYPH_EMPTY;
-            }
-            const bool isBackward = (item->item->analysis.level & 1) != 0;
-            setTextEnds(glyphs_, 0, offset + static_cast<std::size_t>(item->item->length), isBackward);
-            const FontShape shape = pango_->shapeOf(item->item->analysis.font, fonts_);
-            noteMissing(shape, text);
-            writer_.append(shape, style.size, glyphs_, text, isBackward, line);
+    for (std::string_view rest = text;;) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        const std::string_view paragraph = rest.substr(0, end);
+        const bool isPlain = plain_[id]->isUsable && isPlainAscii(paragraph);
+        ShapedText plain = isPlain ? shapePlain(id, paragraph) : ShapedText();
+        if (isPlain && (width == 0 || plain.width <= width)) {
+            shaped.lines.push_back(std::move(plain.lines[0]));
+        } else {
+            shapeParagraph(id, paragraph, shaped);
         }
+        if (end == rest.size()) break;
+        rest.remove_prefix(end + 1);
+    }
+    for (const ShapedLine& line : shaped.lines) {
         shaped.width = std::max(shaped.width, line.width);
         shaped.height += line.height();
     }
-    if (shaped.lines.empty()) shaped.lines.emplace_back();
     return shaped;
+}
+
+void TextShaper::shapeParagraph(TextStyleId id, std::string_view text, ShapedText& shaped) {
+    const double size = styles_[id].size;
+    PangoLayout* const layout = pango_->layout.get();
+    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+    const PdfFont& usual = fonts_.at(plain_[id]->shape.id);
+    for (GSList* each = pango_layout_get_lines_readonly(layout); each != nullptr; each = each->next) {
+        ShapedLine& line = shaped.lines.emplace_back();
+        line.ascent = static_cast<float>(usual.ascent() * size / 1000);
+        line.descent = static_cast<float>(usual.descent() * size / 1000);
+        for (GSList* run = static_cast<PangoLayoutLine*>(each->data)->runs; run != nullptr; run = run->next) {
+            const auto* const item = static_cast<PangoGlyphItem*>(run->data);
+            const FontShape shape = pango_->shapeOf(item->item->analysis.font, fonts_);
+            const bool isBackward = (item->item->analysis.level & 1) != 0;
+            glyphs_.clear();
+            placeGlyphs(*item, 1000.0 / (size * PANGO_SCALE), glyphs_);
+            setTextEnds(glyphs_, static_cast<std::size_t>(item->item->offset + item->item->length),
+                        isBackward);
+            noteMissing(shape, text);
+            writer_.append(shape, size, glyphs_, text, isBackward, line);
+        }
+    }
 }
 
 void TextShaper::noteMissing(const FontShape& shape, std::string_view text) {

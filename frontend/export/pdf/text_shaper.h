@@ -56,6 +56,7 @@ class TextShaper {
     const ShapedText& shape(TextStyleId style, std::string_view text, double width);
     ShapedText shapePlain(TextStyleId style, std::string_view text);
     ShapedText shapeAny(TextStyleId style, const std::string& text, double width, bool breaksWords);
+    void shapeParagraph(TextStyleId style, std::string_view text, ShapedText& shaped);
     void noteMissing(const FontShape& shape, std::string_view text);
     void forgetSome();
 
