@@ -37,7 +37,10 @@ std::string addressOf(const std::string& path) {
 }  // namespace
 
 PagePictures::PagePictures(const ExportTask& task, Address address)
-    : task_(task), address_(std::move(address)), styles_(task.surroundings.styleFolders, task.report) {
+    : task_(task),
+      isPacked_(static_cast<bool>(address)),
+      address_(std::move(address)),
+      styles_(task.surroundings.styleFolders, task.report) {
     if (!address_) {
         address_ = [](const std::string& png) { return "data:image/png;base64," + encodeBase64(png); };
     }
@@ -47,7 +50,7 @@ void PagePictures::append(std::string& html, const ExportedItem& item, const std
     const ShownPicture& picture = *pictureOf(item);
     task_.report.countPicture();
     const std::string& beside = task_.pictures.add(item);
-    if (!beside.empty()) {
+    if (!beside.empty() && !isPacked_) {
         appendImage(html, item, addressOf(beside));
         return;
     }

@@ -15,7 +15,8 @@ class PagePictures : public PicturePlacer {
     /// PNG.
     using Address = std::function<std::string(const std::string& png)>;
 
-    /// Without `address` pictures stand in the page as data.
+    /// Without `address` pictures stand in the page as data, or beside it as files where these are asked for.
+    /// With it the page is packed with its pictures, and files beside it are written for nobody's page.
     explicit PagePictures(const ExportTask& task, Address address = {});
 
     void append(std::string& html, const ExportedItem& item, const std::string& id) override;
@@ -24,6 +25,7 @@ class PagePictures : public PicturePlacer {
     void appendImage(std::string& html, const ExportedItem& item, const std::string& address);
 
     const ExportTask& task_;
+    bool isPacked_;
     Address address_;
     PictureStyles styles_;
 };

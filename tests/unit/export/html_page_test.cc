@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "backend/platform/file_system.h"
 #include "frontend/export/html/css_scope.h"
 #include "frontend/export/html/html_text.h"
 #include "tests/unit/export/export_samples.h"
@@ -101,6 +104,32 @@ TEST(HtmlPage, KeepsTheWidthsOfColumns) {
     EXPECT_THAT(page, HasSubstr("<colgroup><col><col><col style=\"width:40pt\"></colgroup>"));
     EXPECT_THAT(page, HasSubstr("style=\"min-width:0;max-width:none\">2</td>"));
     EXPECT_THAT(page, testing::ContainsRegex("<td class=\"s[0-9]+\">1</td>"));
+}
+
+TEST(ReportPage, PacksPicturesAlsoWhereFilesAreWritten) {
+    const ViewerDocument document = documentOf(everything());
+    const ExportFolder folder;
+    ExportRequest request;
+    request.report = ReportExport{};
+    request.report->file = folder.file("a.mht");
+    request.report->format = ReportFormat::mht;
+    request.png = PngExport{};
+    EXPECT_TRUE(exportDocument(document, request, {}).response.success);
+    EXPECT_THAT(folder.names(), HasSubstr("a3.png"));
+    EXPECT_THAT(folder.read("a.mht"), HasSubstr("src=3D\"cid:picture1@report\""));
+    EXPECT_THAT(folder.read("a.mht"), Not(HasSubstr("a3.png")));
+}
+
+TEST(ReportPage, NamesTheFileAsTheSystemDoes) {
+    ReportExport request;
+    const ExportFolder folder;
+    ExportRequest whole;
+    request.file = folder.file("a");
+    std::replace(request.file.begin(), request.file.end(), '/', '\\');
+    request.title = request.file;
+    whole.report = request;
+    EXPECT_TRUE(exportDocument(documentOf(everything()), whole, {}).response.success);
+    EXPECT_THAT(folder.read("a"), HasSubstr("<title>" + toNativePath(request.file) + "</title>"));
 }
 
 TEST(CssScope, KeepsRulesWithinThePicture) {
