@@ -2,20 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <utility>
 
 #include "frontend/export/xlsx/formula_shift.h"
 #include "frontend/export/xlsx/package_xml.h"
+#include "frontend/export/xlsx/row_change.h"
 #include "frontend/export/xlsx/sheet_columns.h"
 #include "frontend/export/xlsx/xml_stream.h"
 #include "frontend/package/xml_escapes.h"
 
 namespace vexa::frontend {
 namespace {
-
-constexpr std::size_t pieceBytes = 256U << 10U;
-constexpr std::uint32_t behindAllRows = std::numeric_limits<std::uint32_t>::max();
 
 // What programs take.
 constexpr std::size_t mostPageBreaks = 1'000;
@@ -66,28 +63,6 @@ std::size_t rankOf(std::string_view name) {
     return static_cast<std::size_t>(found - elementOrder.begin());
 }
 
-/// The tag with another value of an attribute, which is added where it is missing; without a value it goes.
-std::string withAttribute(std::string_view raw, std::string_view name, std::string_view value) {
-    const bool isWhole = raw.ends_with("/>");
-    std::string tag(raw.substr(0, raw.find_first_of(" \t\r\n/>", 1)));
-    bool isSet = value.empty();
-    const auto set = [&] {
-        tag += " " + std::string(name) + "=\"" + std::string(value) + "\"";
-        isSet = true;
-    };
-    for (const RawAttribute& attribute : attributesOf(raw)) {
-        if (attribute.name != name) {
-            tag += attribute.whole;
-        } else if (!value.empty()) {
-            set();
-        }
-    }
-    if (!isSet) {
-        set();
-    }
-    return tag + (isWhole ? "/>" : ">");
-}
-
 SheetRange unionOf(const SheetRange& left, const SheetRange& right) {
     const std::uint32_t row = std::min(left.row, right.row);
     const std::uint32_t column = std::min(left.column, right.column);
@@ -104,29 +79,12 @@ SheetSpot upperLeft(const std::vector<SheetRange>& ranges) {
     return spot;
 }
 
-class Change {
+class Change : public RowChange {
   public:
     Change(const ByteSource& source, const SheetChange& change, DeflateStream& out, SheetChanged& changed)
-        : xml_(source),
-          footprint_(change.footprint),
-          survey_(change.survey),
-          drawing_(change.drawing),
-          prefix_(change.survey.prefix),
-          rows_(change.footprint, change.numbers, change.survey.rowHeight, change.survey.prefix),
-          sink_(out),
-          changed_(changed) {
+        : RowChange(source, change, out, changed), drawing_(change.drawing) {
         for (const auto& [column, points] : footprint_.content().widths) {
             columns_.want(footprint_.at().column + column, points);
-        }
-        for (const auto& [index, formula] : survey_.shared) {
-            if (footprint_.hasCell(formula.at)) {
-                lostShared_.emplace(index, &formula);
-            }
-        }
-        for (const ArrayFormula& formula : survey_.arrays) {
-            if (footprint_.touches(formula.range)) {
-                cutArrays_.insert(formula.at);
-            }
         }
     }
 
@@ -145,63 +103,10 @@ class Change {
                 copy();
             }
         }
-        if (result_ && xml_.result()) {
-            result_ = sink_.write(out_);
-        }
-        return xml_.result() ? result_ : xml_.result();
+        return finish();
     }
 
   private:
-    /// Whether the element is one of worksheets, not of an extension with another prefix.
-    [[nodiscard]] bool isOwn() const {
-        return xml_.name().size() == prefix_.size() + xml_.localName().size() &&
-               xml_.name().starts_with(prefix_);
-    }
-
-    void copy() { emit(xml_.raw()); }
-
-    void emit(std::string_view xml) {
-        out_ += xml;
-        passOn();
-    }
-
-    void passOn() {
-        if (out_.size() >= pieceBytes) {
-            result_ = sink_.write(out_);
-            out_.clear();
-        }
-    }
-
-    bool next() { return result_ && xml_.next(); }
-
-    /// Whether the piece is the end tag at this depth.
-    [[nodiscard]] bool isEndAt(std::size_t depth) const { return xml_.isEnd() && xml_.depth() == depth; }
-
-    /// Passes over the rest of the element whose start tag is the piece.
-    void skipElement() {
-        const std::size_t depth = xml_.depth();
-        if (!xml_.isWhole()) {
-            while (next() && !isEndAt(depth)) {
-            }
-        }
-    }
-
-    void copyElement() {
-        const std::size_t depth = xml_.depth();
-        copy();
-        if (!xml_.isWhole()) {
-            while (next()) {
-                copy();
-                if (isEndAt(depth)) {
-                    return;
-                }
-            }
-        }
-    }
-
-    void open(std::string_view name) { emit("<" + prefix_ + std::string(name) + ">"); }
-    void close(std::string_view name) { emit("</" + prefix_ + std::string(name) + ">"); }
-
     /// Puts in what the sheet has no element for yet and what belongs before elements of this rank.
     void insertBefore(std::size_t rank) {
         const auto isDue = [&](std::string_view name) {
@@ -453,217 +358,13 @@ class Change {
         }
     }
 
-    // Rows.
-
-    void sheetData() {
-        if (xml_.isWhole()) {
-            const std::string_view raw = xml_.raw();
-            emit(raw.substr(0, raw.size() - 2));
-            emit(">");
-            ownRowsBefore(behindAllRows);
-            close("sheetData");
-            return;
-        }
-        copy();
-        while (next() && !isEndAt(1)) {
-            if (xml_.isStart() && xml_.localName() == "row" && isOwn()) {
-                row();
-            } else {
-                copy();
-            }
-        }
-        ownRowsBefore(behindAllRows);
-        copy();
-    }
-
-    void ownRowsBefore(std::uint32_t row) {
-        while (rows_.next() && *rows_.next() < row) {
-            rows_.appendRow(out_);
-            passOn();
-        }
-    }
-
-    void row() {
-        const auto number = nextRow(xml_.attribute("r"), lastRow_);
-        if (!number) {
-            result_ = {PackageProblem::damaged, "it has rows or cells that do not follow each other"_text};
-            return;
-        }
-        lastRow_ = *number;
-        lastColumn_ = -1;
-        ownRowsBefore(*number);
-        if (rows_.next() == *number) {
-            changedRow();
-            return;
-        }
-        emit(xml_.attribute("r") ? std::string(xml_.raw())
-                                 : withAttribute(xml_.raw(), "r", std::to_string(*number + 1)));
-        const bool isWhole = xml_.isWhole();
-        while (!isWhole && next()) {
-            if (xml_.isStart() && xml_.localName() == "c" && xml_.depth() == 3 && mayChangeFormulas()) {
-                if (followCell()) {
-                    keptCell();
-                }
-                continue;
-            }
-            copy();
-            if (isEndAt(2)) {
-                return;
-            }
-        }
-    }
-
-    [[nodiscard]] bool mayChangeFormulas() const { return !lostShared_.empty() || !cutArrays_.empty(); }
-
-    /// A row that both have.
-    void changedRow() {
-        const bool isWhole = xml_.isWhole();
-        std::string tag = withAttribute(xml_.raw(), "spans", "");
-        tag = withAttribute(tag, "r", std::to_string(lastRow_ + 1));
-        if (const auto height = rows_.height()) {
-            const auto known = survey_.heights.find(static_cast<std::uint32_t>(lastRow_));
-            if (known == survey_.heights.end() || (known->second > 0 && known->second < *height)) {
-                std::string number;
-                appendCellNumber(number, *height);
-                tag = withAttribute(withAttribute(tag, "ht", number), "customHeight", "1");
-            }
-        }
-        if (isWhole) {
-            tag.replace(tag.size() - 2, 2, ">");
-        }
-        emit(tag);
-        bool isInside = !isWhole;
-        while (isInside && next()) {
-            isInside = !isEndAt(2);
-            if (xml_.isStart() && xml_.depth() == 3 && xml_.localName() == "c") {
-                cell();
-            } else if (isInside) {
-                if (xml_.isStart() && xml_.depth() == 3) {
-                    restOfRow();
-                }
-                copy();
-            }
-        }
-        restOfRow();
-        isRowDone_ = false;
-        close("row");
-    }
-
-    void restOfRow() {
-        if (!std::exchange(isRowDone_, true)) {
-            rows_.finishRow(out_);
-        }
-    }
-
-    bool followCell() {
-        const auto column = nextColumn(xml_.attribute("r"), lastColumn_);
-        if (!column) {
-            result_ = {PackageProblem::damaged, "it has rows or cells that do not follow each other"_text};
-            return false;
-        }
-        lastColumn_ = *column;
-        return true;
-    }
-
-    [[nodiscard]] SheetSpot spot() const {
-        return {static_cast<std::uint32_t>(lastRow_), static_cast<std::uint32_t>(lastColumn_)};
-    }
-
-    void cell() {
-        if (!followCell()) {
-            return;
-        }
-        const auto here = static_cast<std::uint32_t>(lastColumn_);
-        while (!isRowDone_ && rows_.nextColumn() && *rows_.nextColumn() < here) {
-            rows_.appendCell(out_);
-        }
-        if (!isRowDone_ && rows_.nextColumn() == here) {
-            replacedCell();
-            rows_.appendCell(out_);
-        } else {
-            keptCell();
-        }
-        passOn();
-    }
-
-    void replacedCell() {
-        const bool isWhole = xml_.isWhole();
-        while (!isWhole && next() && !isEndAt(3)) {
-            changed_.overwrites |= xml_.hasCharacters();
-            changed_.dropsFormulas |= xml_.isStart() && xml_.depth() == 4 && xml_.localName() == "f";
-        }
-    }
-
-    /// A cell that stays; its formula may be one that was shared with a cell that goes, or one of several
-    /// cells.
-    void keptCell() {
-        const bool isWhole = xml_.isWhole();
-        const bool isCut = cutArrays_.contains(spot());
-        std::string tag(xml_.raw());
-        if (!xml_.attribute("r")) {
-            std::string here;
-            appendSpot(here, spot());
-            tag = withAttribute(tag, "r", here);
-        }
-        // What marks a cell whose formula has several values.
-        emit(isCut ? withAttribute(tag, "cm", "") : tag);
-        while (!isWhole && next()) {
-            if (xml_.isStart() && xml_.depth() == 4 && xml_.localName() == "f") {
-                formula(isCut);
-                continue;
-            }
-            copy();
-            if (isEndAt(3)) {
-                return;
-            }
-        }
-    }
-
-    void formula(bool isCut) {
-        if (isCut) {
-            changed_.cutsArrays = true;
-            changed_.dropsFormulas = true;
-            skipElement();
-            return;
-        }
-        const auto found = xml_.attribute("t") == "shared"
-                               ? lostShared_.find(xml_.attribute("si").value_or(""))
-                               : lostShared_.end();
-        if (found == lostShared_.end()) {
-            copyElement();
-            return;
-        }
-        const SheetSpot here = spot();
-        const SheetSpot from = found->second->at;
-        const std::string own = shiftFormula(found->second->text, std::int64_t{here.row} - from.row,
-                                             std::int64_t{here.column} - from.column);
-        skipElement();
-        std::string text = "<" + prefix_ + "f>";
-        appendXmlText(text, own, XmlEscapes::replacing);
-        emit(text + "</" + prefix_ + "f>");
-    }
-
-    XmlStream xml_;
-    const SheetFootprint& footprint_;
-    const SheetSurvey& survey_;
     std::string drawing_;
-    std::string prefix_;
-    SheetRows rows_;
-    DeflateStream& sink_;
-    SheetChanged& changed_;
     SheetColumns columns_;
-    PackageResult result_;
-    std::string out_;
     std::set<std::string_view> inserted_;
-    std::map<std::string, const SharedFormula*, std::less<>> lostShared_;
-    std::set<SheetSpot> cutArrays_;
     std::map<std::size_t, std::string> breaks_;  // by the row above
     std::string container_;
     bool isOpen_ = false;
-    bool isRowDone_ = false;
     bool hadRows_ = false;
-    std::int64_t lastRow_ = -1;
-    std::int64_t lastColumn_ = -1;
 };
 
 }  // namespace

@@ -21,11 +21,6 @@ std::map<std::uint32_t, std::pair<std::uint32_t, std::uint32_t>> extentsOf(const
         while (end < cells.size() && cells[end].row == cells[begin].row) ++end;
         add(cells[begin].row, cells[begin].column, cells[end - 1].column);
     }
-    for (const SheetPicture& picture : content.pictures) {
-        for (std::uint32_t row = 0; row < picture.rows; ++row) {
-            add(picture.row + row, picture.column, picture.column);
-        }
-    }
     return rows;
 }
 

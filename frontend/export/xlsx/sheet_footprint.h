@@ -18,8 +18,8 @@ class SheetFootprint {
     [[nodiscard]] SheetSpot at() const { return at_; }
     /// From its first cell to its last one; without cells one place.
     [[nodiscard]] const SheetRange& box() const { return box_; }
-    /// Whether there is a cell, or a picture, in the range. Between the first and the last cell of a row
-    /// every place counts.
+    /// Whether there is a cell in the range. Between the first and the last cell of a row every place counts;
+    /// pictures lie over the cells and take none.
     [[nodiscard]] bool touches(const SheetRange& range) const;
     /// Whether every place of the range is taken.
     [[nodiscard]] bool covers(const SheetRange& range) const;

@@ -1,0 +1,52 @@
+// Writes the rows of an export between those of a worksheet, its cells over those that stand in their places.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+
+#include "frontend/export/xlsx/sheet_change.h"
+#include "frontend/export/xlsx/sheet_copy.h"
+
+namespace vexa::frontend {
+
+class RowChange : public SheetCopy {
+  public:
+    /// Everything that is referred to must live as long.
+    RowChange(const ByteSource& source, const SheetChange& change, DeflateStream& out, SheetChanged& changed);
+
+  protected:
+    ~RowChange() = default;
+
+    /// Writes the element of the rows, whose start tag is the piece.
+    void sheetData();
+
+    const SheetFootprint& footprint_;
+    const SheetSurvey& survey_;
+
+  private:
+    void ownRowsBefore(std::uint32_t row);
+    void row();
+    void changedRow();
+    void restOfRow();
+    bool followCell();
+    void cell();
+    void replacedCell();
+    void keptCell();
+    void formula(bool isCut);
+    [[nodiscard]] bool mayChangeFormulas() const;
+    [[nodiscard]] SheetSpot spot() const;
+
+    SheetRows rows_;
+    SheetChanged& changed_;
+    /// Formulas that other cells share with one that is written over.
+    std::map<std::string, const SharedFormula*, std::less<>> lostShared_;
+    /// Where formulas of several cells stand that are cut into.
+    std::set<SheetSpot> cutArrays_;
+    bool isRowDone_ = false;
+    std::int64_t lastRow_ = -1;
+    std::int64_t lastColumn_ = -1;
+};
+
+}  // namespace vexa::frontend
