@@ -155,6 +155,40 @@ def check_workbook(program, path, document, sheet, other_drawing):
                           r"xl/media/.*"], names[1:])
 
 
+def check_new(program, folder, document):
+    """A new workbook of each kind loads with what the document has."""
+    for kind in ("xlsx", "xlsm"):
+        path = folder / f"own.{kind}"
+        subprocess.run([program, "export", document, path, "SHEET='Own'"], check=True, capture_output=True)
+        check_parts(path.name, contents(path))
+        book = openpyxl.load_workbook(path, keep_vba=True)
+        sheet = book["Own"]
+        found = [book.properties.title, len(sheet._images), *cells(sheet).values()]
+        expected = ["march", 1, "Income & <more>", "Region", "Mean", "N", "Europe", "North", 1.5, 12000, "South", 2.25, 14,
+                    "Total[a]", 1.9, 26, "[a] Without abroad."]
+        if [str(each).replace(" ", "") for each in found] != [str(each).replace(" ", "") for each in expected]:
+            complain(path.name, f"{found} in the place of {expected}")
+        formats = {cell.number_format for row in sheet.iter_rows() for cell in row if isinstance(cell.value, (int, float))}
+        if formats != {"0.00", "#,##0"}:
+            complain(path.name, f"numbers are shown as {formats}")
+    with zipfile.ZipFile(folder / "own.xlsm") as archive:
+        (folder / "vbaProject.bin").write_bytes(archive.read("xl/vbaProject.bin"))
+
+
+def check_in_office(path, folder):
+    """What LibreOffice shows of the first sheet."""
+    try:
+        subprocess.run(["soffice", f"-env:UserInstallation=file://{folder}/profile", "--headless", "--convert-to",
+                        "csv:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true",
+                        "--outdir", str(folder / "shown"), str(path)], check=True, capture_output=True, timeout=120)
+    except (OSError, subprocess.SubprocessError):
+        return
+    shown = (folder / "shown" / f"{path.stem}.csv").read_text()
+    for text in ("Income & <more>", "North,1.50,\"12,000\"", "[a] Without abroad."):
+        if text not in shown:
+            complain(path.name, f"LibreOffice does not show {text} in {shown}")
+
+
 def main():
     program = os.path.abspath(sys.argv[1])
     with tempfile.TemporaryDirectory() as name:
@@ -164,15 +198,19 @@ def main():
         subprocess.run([program, "import", document, folder / "results.json"], check=True, capture_output=True)
         drawing = r"xl/drawings/(_rels/)?drawing1\.xml(\.rels)?"
         workbook_corpus.by_openpyxl(folder / "openpyxl.xlsx")
+        check_new(program, folder, document)
         workbook_corpus.by_xlsxwriter(folder / "writer.xlsx")
+        workbook_corpus.by_xlsxwriter(folder / "macros.xlsm", folder / "vbaProject.bin")
         workbook_corpus.with_pivot_table(folder / "pivot.xlsx")
         workbook_corpus.with_prefixes(folder / "prefixes.xlsx", folder / "openpyxl.xlsx")
         workbook_corpus.with_prefixes(folder / "contiguous.xlsx", folder / "openpyxl.xlsx")
-        found = ["openpyxl", "writer", "pivot", "prefixes", "contiguous"]
+        found = ["openpyxl.xlsx", "writer.xlsx", "macros.xlsm", "pivot.xlsx", "prefixes.xlsx", "contiguous.xlsx"]
         if workbook_corpus.by_libreoffice(folder / "office.xlsx", folder / "writer.xlsx", folder):
-            found.append("office")
+            found.append("office.xlsx")
         for each in found:
-            check_workbook(program, folder / f"{each}.xlsx", document, "Data", drawing)
+            check_workbook(program, folder / each, document, "Data", drawing)
+        for each in ("openpyxl", "writer", "pivot"):
+            check_in_office(folder / f"{each}-lastrow.xlsx", folder)
     print(f"check_workbooks: {len(found)} workbooks, {failures} complaints")
     sys.exit(1 if failures else 0)
 
