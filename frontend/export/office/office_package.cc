@@ -108,10 +108,11 @@ std::string OfficePackage::relateOutside(const std::string& source, std::string_
 }
 
 std::string OfficePackage::relateTo(const std::string& source, Relation relation) {
-    std::vector<Relation>& relations = relations_[source];
-    auto found = std::find(relations.begin(), relations.end(), relation);
-    if (found == relations.end()) found = relations.insert(relations.end(), std::move(relation));
-    return "rId" + std::to_string(found - relations.begin() + 1);
+    Relations& relations = relations_[source];
+    const std::string key = (relation.outside ? "x " : "i ") + relation.type + " " + relation.target;
+    const auto [found, isNew] = relations.numbers.try_emplace(key, relations.all.size() + 1);
+    if (isNew) relations.all.push_back(std::move(relation));
+    return "rId" + std::to_string(found->second);
 }
 
 PackageResult OfficePackage::addRelations(const std::string& part) {
@@ -120,7 +121,7 @@ PackageResult OfficePackage::addRelations(const std::string& part) {
     XmlWriter xml(officeXml);
     xml.begin("Relationships").attribute("xmlns", std::string(packageSpace) + "relationships");
     std::size_t number = 0;
-    for (const Relation& each : found->second) {
+    for (const Relation& each : found->second.all) {
         xml.begin("Relationship").attribute("Id", "rId" + std::to_string(++number));
         xml.attribute("Type", each.type).attribute("Target", each.target);
         if (each.outside) xml.attribute("TargetMode", "External");

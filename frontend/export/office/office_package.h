@@ -9,6 +9,8 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "frontend/package/package_result.h"
@@ -51,8 +53,11 @@ class OfficePackage {
         std::string type;
         std::string target;  ///< as it is written
         bool outside = false;
-
-        bool operator==(const Relation&) const = default;
+    };
+    /// The relations of one part.
+    struct Relations {
+        std::vector<Relation> all;
+        std::unordered_map<std::string, std::size_t> numbers;  ///< by type and target
     };
     std::string relateTo(const std::string& source, Relation relation);
     PackageResult addRelations(const std::string& part);
@@ -61,7 +66,7 @@ class OfficePackage {
     ZipWriter zip_;
     PackageResult result_;
     std::string mediaFolder_;
-    std::map<std::string, std::vector<Relation>> relations_;         // by part, of those not added yet
+    std::map<std::string, Relations> relations_;                     // by part, of those not added yet
     std::map<std::string, std::string, std::less<>> extensions_;     // content types by extension
     std::vector<std::pair<std::string, std::string>> contentTypes_;  // of parts
     std::map<std::string, std::string> pictures_;                    // part by digest
