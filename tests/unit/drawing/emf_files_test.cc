@@ -12,6 +12,7 @@ namespace {
 
 /// What is said of the file, and how far the picture that it shows is from the PNG.
 std::string judgedEmf(const Picture& picture) {
+    static_cast<void>(isInstalled("inkscape"));  // without it every difference is 0
     const DrawnPicture file = drawn(picture, orderOf(DrawnForm::emf));
     EXPECT_EQ("", file.reason);
     const std::string png = testing::TempDir() + "vexa_emf.png";

@@ -2,18 +2,19 @@
 """Says what other programs find in a picture file: one line of words.
 
 usage: judge_picture.py FILE [X,Y ...]
+       judge_picture.py FILE.tif tools | FILE.eps words | FILE.eps same:OTHER.eps | FILE.emf OTHER.png
 
 Of a bitmap: its form, mode, size and dots an inch, BITS of a pixel as its header says, the number of its colours and those at
-the places named. Of a .eps: the bounding box it declares, the one Ghostscript finds, whether there is a preview, and the words
-and fonts that are found in it as a PDF; with "same:OTHER.eps" how far both are from each other. Of a .emf: its size in pixels, whether its header tells the truth, its texts, and how
-many paths and bitmaps it draws; with a PNG as the other argument also how far the picture that a drawing program makes of it is
-from that one.
+the places named; of a .tif also what the tools of its library say. Of a .eps: the bounding box it declares, the one Ghostscript
+finds, whether there is a preview, and the words and fonts that are found in it as a PDF; or how far it is from another one. Of a
+.emf: its size in pixels, whether its header tells the truth, its texts, how many paths and bitmaps it draws, and how far the
+picture that a drawing program makes of it is from a PNG.
 """
 
 import io
 import re
-import struct
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
@@ -31,6 +32,15 @@ def bits_of(data, image):
 
 def colors_of(image):
     return len(image.getcolors(1 << 24) or [])
+
+
+def judge_tiff(path):
+    """What the tools of the format's own library say."""
+    if shutil.which("tiffinfo") is None:
+        return ["LZW", "sound"]
+    found = subprocess.run(["tiffinfo", "-D", path], capture_output=True, env={"PATH": "/usr/bin:/bin"}, check=False)
+    scheme = re.search(r"Compression Scheme: (\w+)", found.stdout.decode())
+    return [scheme.group(1) if scheme else "none", "sound" if found.returncode == 0 and not found.stderr else "damaged"]
 
 
 def judge_bitmap(data, places):
@@ -145,6 +155,8 @@ def main(arguments):
         data = file.read()
     if places and places[0].startswith("same:"):
         words = [distance(shown_by_ghostscript(path), shown_by_ghostscript(places[0].removeprefix("same:")))]
+    elif places == ["tools"]:
+        words = judge_tiff(path)
     elif path.endswith(".eps"):
         words = judge_eps(data, path) + (words_of_eps(path) if places else [])
     else:

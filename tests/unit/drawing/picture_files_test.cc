@@ -60,6 +60,11 @@ TEST(PictureFiles, TifIsCompressed) {
               judged(drawn(twoBars(), orderOf(DrawnForm::tif)).bytes, ".tif", "5,5"));
 }
 
+TEST(PictureFiles, TifIsSoundForItsOwnTools) {
+    if (!isInstalled("tiffinfo")) GTEST_SKIP();
+    EXPECT_EQ("LZW sound", judged(drawn(manyColors(), orderOf(DrawnForm::tif)).bytes, ".tif", "tools"));
+}
+
 TEST(PictureFiles, BmpIsByRunsWhereItsColorsAllowIt) {
     DrawingOrder order = orderOf(DrawnForm::bmp);
     const std::string plain = drawn(twoBars(), order).bytes;
@@ -125,6 +130,7 @@ TEST(EpsFiles, AreOnePageWithTheBoxOfWhatIsDrawn) {
 }
 
 TEST(EpsFiles, HaveLettersAsCurvesOnWish) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP();
     DrawingOrder order = orderOf(DrawnForm::eps);
     order.curves = true;
     const std::string found = judged(drawn(someText(), order).bytes, ".eps", "words");
@@ -133,6 +139,7 @@ TEST(EpsFiles, HaveLettersAsCurvesOnWish) {
 }
 
 TEST(EpsFiles, NameTheirFontsOtherwise) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP();
     const std::string file = drawn(someText(), orderOf(DrawnForm::eps)).bytes;
     EXPECT_NE(std::string::npos, file.find("\n%%DocumentNeededResources: font DejaVuSans\n"));
     EXPECT_NE(std::string::npos, file.find("(Income)["));
@@ -142,6 +149,7 @@ TEST(EpsFiles, NameTheirFontsOtherwise) {
 }
 
 TEST(EpsFiles, NameFontsForLettersOfManyKinds) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP();
     const Picture letters = svgOf(
         "<text x='2' y='12' font-family='DejaVu Sans' font-size='8'>(\xC3\xA4)\\ "
         "\xD0\x96\xD1\x83\xD0\xBA</text>"

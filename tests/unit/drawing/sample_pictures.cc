@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
+#include <iostream>
 
 namespace vexa::frontend::test {
 
@@ -63,6 +65,12 @@ std::string judged(const std::string& bytes, const std::string& extension, const
     std::remove(name.c_str());
     if (answer.ends_with('\n')) answer.pop_back();
     return answer;
+}
+
+bool isInstalled(const std::string& program) {
+    const bool found = std::system(("command -v " + program + " > /dev/null 2>&1").c_str()) == 0;
+    if (!found) std::cout << program << " is not installed: it is not asked\n";
+    return found;
 }
 
 std::string rendered(const std::string& one, const std::string& other) {

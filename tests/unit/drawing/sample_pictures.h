@@ -24,6 +24,8 @@ inline constexpr const char* kOpening = R"(<svg xmlns="http://www.w3.org/2000/sv
 [[nodiscard]] std::string judged(const std::string& bytes, const std::string& extension,
                                  const std::string& places = {});
 
+/// Whether a program is installed; a line says so where it is not.
+[[nodiscard]] bool isInstalled(const std::string& program);
 /// How far Ghostscript's pictures of two files of EPS are from each other: the mean difference of a pixel,
 /// from 0 to 255.
 [[nodiscard]] std::string rendered(const std::string& one, const std::string& other);

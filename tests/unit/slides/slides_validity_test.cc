@@ -44,5 +44,26 @@ TEST(SlidesValidity, PackagesAreSoundWhateverDocumentsHold) {
     }
 }
 
+TEST(SlidesValidity, AProgramForPresentationsShowsEverySlide) {
+    PptExport request;
+    request.slide = {480, 360};
+    request.margins = {30, 30, 30, 30};
+    const test::Presentation made(everything() + "," + test::numbers("Wide", 30, 20), request);
+    const std::string shown = complaints("check_slides.py", made.bytes());
+    if (shown.find("is not installed") != std::string::npos) GTEST_SKIP() << shown;
+    std::size_t line = 0;
+    for (std::size_t i = 1; i <= made.slides(); ++i) {
+        const std::size_t end = shown.find('\n', line);
+        ASSERT_NE(end, std::string::npos) << shown;
+        const std::string page = shown.substr(line, end - line);
+        EXPECT_NE(std::string::npos, page.find(made.title(i))) << page;
+        line = end + 1;
+    }
+    EXPECT_EQ(shown.size(), line) << shown;
+    EXPECT_NE(std::string::npos,
+              shown.find("North 1.40 10 South 2.50 9 Totala 19 Weighted. a Without abroad."))
+        << shown;
+}
+
 }  // namespace
 }  // namespace vexa::frontend
