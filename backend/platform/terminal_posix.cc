@@ -2,6 +2,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -12,26 +13,47 @@ namespace vexa {
 
 namespace {
 
-/// Keeps the terminal from showing what is typed for as long as the object lives. An interrupt waits until
-/// then, so that it does not leave a silent terminal behind.
+constexpr std::array<int, 4> kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+
+/// What the handler gives back: the terminal as it was, then what the signal did before.
+termios terminalBefore{};
+std::array<struct sigaction, kEndingSignals.size()> actionsBefore{};
+
+extern "C" void giveTerminalBack(int signal) {
+    tcsetattr(STDIN_FILENO, TCSANOW, &terminalBefore);
+    for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
+        if (kEndingSignals[i] == signal) sigaction(signal, &actionsBefore[i], nullptr);
+    }
+    raise(signal);
+}
+
+/// Keeps the terminal from showing what is typed for as long as the object lives. A signal that ends the
+/// program meanwhile gives the terminal back first. One that does not end it, such as an interrupt that
+/// somebody else handles, waits, so that nothing is typed in sight.
 class EchoOff {
   public:
     EchoOff() {
         sigset_t held;
         sigemptyset(&held);
-        sigaddset(&held, SIGINT);
         sigaddset(&held, SIGTSTP);
-        sigprocmask(SIG_BLOCK, &held, &signalsBefore_);
-        works_ = tcgetattr(STDIN_FILENO, &before_) == 0;
-        if (works_) {
-            termios silent = before_;
-            silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-            works_ = tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent) == 0;
+        for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
+            sigaction(kEndingSignals[i], nullptr, &actionsBefore[i]);
+            if (waits(i)) sigaddset(&held, kEndingSignals[i]);
         }
+        sigprocmask(SIG_BLOCK, &held, &signalsBefore_);
+        works_ = tcgetattr(STDIN_FILENO, &terminalBefore) == 0;
+        if (!works_) return;
+        handleEnds();
+        termios silent = terminalBefore;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        works_ = tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent) == 0;
     }
     ~EchoOff() {
         if (works_) {
-            tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+            tcsetattr(STDIN_FILENO, TCSAFLUSH, &terminalBefore);
+        }
+        for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
+            sigaction(kEndingSignals[i], &actionsBefore[i], nullptr);
         }
         sigprocmask(SIG_SETMASK, &signalsBefore_, nullptr);
     }
@@ -41,8 +63,21 @@ class EchoOff {
     [[nodiscard]] bool works() const { return works_; }
 
   private:
+    /// Whether this signal is an interrupt that does not end the program.
+    static bool waits(std::size_t i) {
+        return kEndingSignals[i] == SIGINT && actionsBefore[i].sa_handler != SIG_DFL;
+    }
+    static void handleEnds() {
+        struct sigaction action {};
+        action.sa_handler = &giveTerminalBack;
+        sigfillset(&action.sa_mask);
+        for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
+            const bool isIgnored = actionsBefore[i].sa_handler == SIG_IGN;
+            if (!waits(i) && !isIgnored) sigaction(kEndingSignals[i], &action, nullptr);
+        }
+    }
+
     sigset_t signalsBefore_{};
-    termios before_{};
     bool works_ = false;
 };
 

@@ -204,6 +204,41 @@ class PipeTest(unittest.TestCase):
                                     timeout=60, check=False)
             self.assertEqual(closed.returncode, 2, words)
 
+    def test_a_signal_at_the_question_for_a_password_gives_the_terminal_back(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            process, terminal = pty.fork()
+            if process == 0:
+                os.execv(PROGRAM, [PROGRAM, "password"])
+            end = time.monotonic() + SECONDS
+            while termios.tcgetattr(terminal)[3] & termios.ECHO and time.monotonic() < end:
+                time.sleep(0.01)
+            self.assertFalse(termios.tcgetattr(terminal)[3] & termios.ECHO)
+            os.kill(process, number)
+            self.assertEqual(os.waitstatus_to_exitcode(os.waitpid(process, 0)[1]), -number)
+            self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO, number)
+            os.close(terminal)
+
+    def test_a_dumb_terminal_gets_no_colors(self):
+        self.write("a.vxs", "OUTPUT NEW NMAE=a.\n")
+        shown = {}
+        for kind in ("dumb", "xterm"):
+            process, terminal = pty.fork()
+            if process == 0:
+                os.chdir(self.folder)
+                os.environ.update(TERM=kind)
+                os.environ.pop("NO_COLOR", None)
+                os.execv(PROGRAM, [PROGRAM, "run", "a.vxs"])
+            shown[kind] = b""
+            try:
+                while piece := os.read(terminal, 65536):
+                    shown[kind] += piece
+            except OSError:
+                pass
+            os.waitpid(process, 0)
+            os.close(terminal)
+        self.assertIn(b"\x1b[", shown["xterm"])
+        self.assertNotIn(b"\x1b", shown["dumb"])
+
     def test_a_trace_is_private(self):
         self.write("a.vxs", "ECHO 'a'.\n")
         self.write("t.jsonl", '{"event":"flush"}\n')
