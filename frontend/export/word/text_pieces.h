@@ -11,13 +11,18 @@ namespace vexa::frontend {
 
 class TextPieces {
   public:
+    /// Pieces are so large that systems take the memory back at once when it is freed.
+    static constexpr std::size_t usualBytes = std::size_t{48} << 20U;
+
+    explicit TextPieces(std::size_t pieceBytes = usualBytes) : pieceBytes_(pieceBytes) {}
+
     /// Takes the text away from `text` when that has become long.
     void take(std::string& text) {
-        if (text.size() < pieceBytes) return;
+        if (text.size() < pieceBytes_) return;
         bytes_ += text.size();
         pieces_.push_back(std::move(text));
         text.clear();
-        text.reserve(pieceBytes + pieceBytes / 8);
+        text.reserve(pieceBytes_ + pieceBytes_ / 8);
     }
 
     /// Gives each piece in its order to `use`, and forgets it.
@@ -36,8 +41,7 @@ class TextPieces {
     }
 
   private:
-    /// So large that systems take the memory back at once when it is freed.
-    static constexpr std::size_t pieceBytes = std::size_t{48} << 20U;
+    std::size_t pieceBytes_;
     std::deque<std::string> pieces_;
     std::size_t bytes_ = 0;
 };
