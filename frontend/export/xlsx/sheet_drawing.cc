@@ -38,33 +38,54 @@ Corner cornerOf(const pugi::xml_node& corner, const char* name, std::uint32_t li
     return {static_cast<std::uint32_t>(std::min<std::size_t>(place, limit - 1)), offset};
 }
 
-/// How many rows there are up to a point so far behind the beginning of row `from.place` as `length` and the
-/// offset say.
-std::uint32_t rowsTo(const SheetSurvey& survey, const Corner& from, double length) {
-    double rest = from.offset + length;
-    std::uint32_t row = from.place;
-    auto known = survey.heights.lower_bound(row);
-    while (rest > 0 && row < officeSheetLimits.rows) {
-        const bool isKnown = known != survey.heights.end() && known->first == row;
-        rest -= isKnown ? (known++)->second : std::max(survey.rowHeight, 1.0);
-        ++row;
+/// Where rows or columns begin, points from the first one on.
+class AxisScale {
+  public:
+    /// `sizes` are those of the places that say one; with `untilNext` each counts up to the next one.
+    AxisScale(const std::map<std::uint32_t, double>& sizes, double usual, bool untilNext) {
+        stretches_.push_back({0, 0, usual});
+        for (const auto& [place, size] : sizes) {
+            begin(place, size);
+            if (!untilNext) {
+                begin(place + 1, usual);
+            }
+        }
     }
-    return std::max(row, from.place + 1);
-}
 
-std::uint32_t columnsTo(const SheetSurvey& survey, const Corner& from, double length) {
-    double rest = from.offset + length;
-    std::uint32_t column = from.place;
-    while (rest > 0 && column < officeSheetLimits.columns) {
-        auto known = survey.widths.upper_bound(column);
-        const double pixels = known == survey.widths.begin() ? survey.columnWidth : std::prev(known)->second;
-        rest -= std::max(pixels, 0.0) * pointsPerPixel;
-        ++column;
+    /// The first place behind `length` points from the beginning of `from` and its offset; one place at
+    /// least.
+    [[nodiscard]] std::uint32_t placeBehind(const Corner& from, double length, std::uint32_t limit) const {
+        const auto holds = std::prev(
+            std::partition_point(stretches_.begin(), stretches_.end(),
+                                 [&from](const Stretch& each) { return each.place <= from.place; }));
+        const double end = holds->point + (from.place - holds->place) * holds->size + from.offset + length;
+        const auto last =
+            std::prev(std::partition_point(stretches_.begin() + 1, stretches_.end(),
+                                           [end](const Stretch& each) { return each.point < end; }));
+        const double more = last->size > 0 ? std::ceil((end - last->point) / last->size) : 0;
+        const double place = std::min<double>(last->place + more, limit);
+        return std::max(static_cast<std::uint32_t>(place), from.place + 1);
     }
-    return std::max(column, from.place + 1);
-}
 
-void surveyAnchor(const pugi::xml_node& anchor, SheetSurvey& survey) {
+  private:
+    struct Stretch {
+        std::uint32_t place = 0;
+        double point = 0;
+        double size = 0;
+    };
+    void begin(std::uint32_t place, double size) {
+        const Stretch& last = stretches_.back();
+        if (last.place == place) {
+            stretches_.back().size = size;
+        } else {
+            stretches_.push_back({place, last.point + (place - last.place) * last.size, size});
+        }
+    }
+    std::vector<Stretch> stretches_;
+};
+
+void surveyAnchor(const pugi::xml_node& anchor, const AxisScale& rows, const AxisScale& columns,
+                  SheetSurvey& survey) {
     Corner row;
     Corner column;
     const std::string_view kind = localName(anchor);
@@ -86,9 +107,11 @@ void surveyAnchor(const pugi::xml_node& anchor, SheetSurvey& survey) {
         return;
     }
     const pugi::xml_node size = childOf(anchor, "ext");
-    survey.rows = std::max(survey.rows, rowsTo(survey, row, realOf(attributeOf(size, "cy")) / emuPerPoint));
+    survey.rows = std::max(survey.rows, rows.placeBehind(row, realOf(attributeOf(size, "cy")) / emuPerPoint,
+                                                         officeSheetLimits.rows));
     survey.columns =
-        std::max(survey.columns, columnsTo(survey, column, realOf(attributeOf(size, "cx")) / emuPerPoint));
+        std::max(survey.columns, columns.placeBehind(column, realOf(attributeOf(size, "cx")) / emuPerPoint,
+                                                     officeSheetLimits.columns));
 }
 
 std::size_t greatestId(const pugi::xml_node& node) {
@@ -173,30 +196,47 @@ class PictureParts {
             std::string bytes;
             if (result && relation.type == "image" && !relation.isOutside &&
                 package_.read(relation.target, bytes, mostOfAPicture)) {
-                known_.emplace(std::move(bytes), relation.id);
+                ids_.emplace(std::move(bytes), relation.id);
             }
         }
         return result;
     }
 
-    PackageResult relate(const std::string& bytes, std::string_view extension, std::string_view type,
-                         std::string& id) {
-        const auto [found, isNew] = known_.try_emplace(bytes);
-        PackageResult result;
-        if (isNew) {
-            const std::string part = package_.freeName("xl/media/image", "." + std::string(extension));
-            package_.set(part, bytes);
-            package_.setExtension(extension, type);
-            result = package_.relate(drawing_, std::string(officeRelation) + "image", part, found->second);
+    void add(const std::string& bytes, std::string_view extension, std::string_view type) {
+        if (bytes.empty() || !ids_.try_emplace(bytes).second) {
+            return;
         }
-        id = found->second;
+        parts_.push_back(package_.freeName("xl/media/image", "." + std::string(extension)));
+        added_.push_back(&bytes);
+        package_.set(parts_.back(), bytes);
+        package_.setExtension(extension, type);
+    }
+
+    /// Relates the drawing to all that were added.
+    PackageResult relate() {
+        std::vector<std::string> ids;
+        PackageResult result;
+        if (!parts_.empty()) {
+            result = package_.relate(drawing_, std::string(officeRelation) + "image", parts_, ids);
+        }
+        for (std::size_t i = 0; result && i < ids.size(); ++i) {
+            ids_[*added_[i]] = ids[i];
+        }
         return result;
+    }
+
+    /// The id of the drawing's relation to a picture that was added; empty for none.
+    [[nodiscard]] std::string idOf(const std::string& bytes) const {
+        const auto found = ids_.find(bytes);
+        return found == ids_.end() ? std::string() : found->second;
     }
 
   private:
     WorkbookPackage& package_;
     const std::string& drawing_;
-    std::map<std::string, std::string, std::less<>> known_;
+    std::map<std::string, std::string, std::less<>> ids_;  ///< by the pictures' bytes
+    std::vector<std::string> parts_;
+    std::vector<const std::string*> added_;
 };
 
 }  // namespace
@@ -208,14 +248,20 @@ PackageResult surveyDrawing(const WorkbookPackage& package, const std::string& d
     if (result) {
         result = xml.parse(std::move(text), "wsDr");
     }
+    std::map<std::uint32_t, double> widths;
+    for (const auto& [column, pixels] : survey.widths) {
+        widths.emplace(column, pixels * pointsPerPixel);
+    }
+    const AxisScale rows(survey.heights, survey.rowHeight, false);
+    const AxisScale columns(widths, survey.columnWidth * pointsPerPixel, true);
     for (const pugi::xml_node anchor : xml.root().children()) {
         if (localName(anchor).ends_with("Anchor")) {
-            surveyAnchor(anchor, survey);
+            surveyAnchor(anchor, rows, columns, survey);
         } else if (localName(anchor) == "AlternateContent") {
             for (const pugi::xml_node choice : anchor.children()) {
                 for (const pugi::xml_node inner : choice.children()) {
                     if (localName(inner).ends_with("Anchor")) {
-                        surveyAnchor(inner, survey);
+                        surveyAnchor(inner, rows, columns, survey);
                     }
                 }
             }
@@ -241,16 +287,18 @@ PackageResult addPictures(WorkbookPackage& package, const std::string& drawing,
     }
     PictureNames names;
     names.id = greatestId(xml.root());
-    for (const SheetPicture& picture : footprint.content().pictures) {
+    const std::vector<SheetPicture>& pictures = footprint.content().pictures;
+    for (const SheetPicture& picture : pictures) {
+        parts.add(picture.png, "png", "image/png");
+        parts.add(picture.svg, "svg", "image/svg+xml");
+    }
+    if (result = parts.relate(); !result) {
+        return result;
+    }
+    for (const SheetPicture& picture : pictures) {
         ++names.id;
-        names.svg.clear();
-        result = parts.relate(picture.png, "png", "image/png", names.png);
-        if (result && !picture.svg.empty()) {
-            result = parts.relate(picture.svg, "svg", "image/svg+xml", names.svg);
-        }
-        if (!result) {
-            return result;
-        }
+        names.png = parts.idOf(picture.png);
+        names.svg = parts.idOf(picture.svg);
         const SheetSpot at{footprint.at().row + picture.row, footprint.at().column + picture.column};
         const std::string anchor = anchorText(picture, at, names);
         xml.root().append_buffer(anchor.data(), anchor.size(), pugi::parse_escapes);

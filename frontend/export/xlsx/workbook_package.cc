@@ -184,9 +184,10 @@ void WorkbookPackage::setPacked(std::string_view part, ZipEntry entry, std::stri
 void WorkbookPackage::remove(std::string_view part) { change(part).isRemoved = true; }
 
 std::string WorkbookPackage::freeName(std::string_view before, std::string_view behind) const {
-    for (std::size_t number = 1;; ++number) {
-        std::string name = std::string(before) + std::to_string(number) + std::string(behind);
-        if (!has(name) && !place(name) && changed(name) == nullptr) {
+    std::size_t& number = nextNumbers_[std::string(before) + std::string(behind)];
+    while (true) {
+        std::string name = std::string(before) + std::to_string(++number) + std::string(behind);
+        if (!place(name) && changed(name) == nullptr) {
             return name;
         }
     }
@@ -300,6 +301,15 @@ PackageResult WorkbookPackage::relations(std::string_view part, std::vector<Part
 
 PackageResult WorkbookPackage::relate(std::string_view part, std::string_view type, std::string_view target,
                                       std::string& id) {
+    std::vector<std::string> ids;
+    PackageResult result = relate(part, type, {std::string(target)}, ids);
+    id = result ? ids.front() : std::string();
+    return result;
+}
+
+PackageResult WorkbookPackage::relate(std::string_view part, std::string_view type,
+                                      const std::vector<std::string>& targets,
+                                      std::vector<std::string>& ids) {
     const std::string name = relationsPart(part);
     std::string xml(noRelations);
     PackageXml parsed;
@@ -314,15 +324,19 @@ PackageResult WorkbookPackage::relate(std::string_view part, std::string_view ty
     for (const pugi::xml_node node : parsed.root().children()) {
         taken.emplace(attributeOf(node, "Id"));
     }
-    std::size_t number = 1;
-    while (taken.contains("rId" + std::to_string(number))) {
-        ++number;
+    ids.clear();
+    std::size_t number = 0;
+    for (const std::string& target : targets) {
+        std::string id;
+        do {
+            id = "rId" + std::to_string(++number);
+        } while (taken.contains(id));
+        pugi::xml_node node = parsed.root().append_child(parsed.named("Relationship").c_str());
+        setAttribute(node, "Id", id);
+        setAttribute(node, "Type", type);
+        setAttribute(node, "Target", targetOf(part, target));
+        ids.push_back(std::move(id));
     }
-    id = "rId" + std::to_string(number);
-    pugi::xml_node node = parsed.root().append_child(parsed.named("Relationship").c_str());
-    setAttribute(node, "Id", id);
-    setAttribute(node, "Type", type);
-    setAttribute(node, "Target", targetOf(part, target));
     set(name, parsed.text());
     return {};
 }

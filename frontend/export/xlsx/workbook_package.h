@@ -67,6 +67,9 @@ class WorkbookPackage {
     /// Relates a part to another, and gives the relation's id. `type` is a whole address.
     PackageResult relate(std::string_view part, std::string_view type, std::string_view target,
                          std::string& id);
+    /// The same for several others, in their order.
+    PackageResult relate(std::string_view part, std::string_view type,
+                         const std::vector<std::string>& targets, std::vector<std::string>& ids);
     PackageResult unrelate(std::string_view part, std::string_view id);
 
     /// The parts that can be reached from the package's own relations.
@@ -96,6 +99,8 @@ class WorkbookPackage {
     std::map<std::string, std::string, std::less<>> extensions_;
     std::map<std::string, std::string, std::less<>> types_;  ///< by name in lower case
     std::vector<std::pair<std::string, std::string>> newTypes_;
+    mutable std::map<std::string, std::size_t, std::less<>>
+        nextNumbers_;  ///< of names, by what they begin with
     std::vector<std::pair<std::string, std::string>> newExtensions_;
 };
 
