@@ -1,6 +1,6 @@
 // Exports to workbooks of documents of 100 to 10,000 tables of 40 x 8 numbers: time and memory of a table
-// must not depend on their number. Beside direct calls of libxlsxwriter for the same cells, and beside
-// openpyxl in both of its ways. By the clock, since packing is spread over the cores.
+// must not depend on their number. Beside direct calls of libxlsxwriter for the same cells, beside openpyxl in
+// both of its ways, and beside xlwt. By the clock, since packing is spread over the cores.
 
 #include <benchmark/benchmark.h>
 #include <xlsxwriter.h>
@@ -136,7 +136,7 @@ void writeInPython(benchmark::State& state, const std::string& way) {
         each = std::strtod(line.data(), nullptr);
     }
     state.counters["ns each"] = each;
-    remember("openpyxl " + way + "/" + std::to_string(state.range(0)), each);
+    remember((way == "xlwt" ? "" : "openpyxl ") + way + "/" + std::to_string(state.range(0)), each);
 }
 
 std::unique_ptr<ViewerDocument>& documentAlone() {
@@ -167,6 +167,7 @@ void registerComparisons() {
     compareAtEnd(tables + "XLSX / openpyxl write-only", "xlsx/1000", "openpyxl write-only/1000");
     compareAtEnd(tables + "XLSX / openpyxl", "xlsx/1000", "openpyxl normal/1000");
     compareAtEnd(tables + "XLS / direct calls of libxlsxwriter for XLSX", "xls/1000", "libxlsxwriter/1000");
+    compareAtEnd(tables + "XLS / xlwt", "xls/1000", "xlwt/1000");
     compareAtEnd(tables + "the sheet alone / XLSX", "sheet/1000", "xlsx/1000");
     for (const std::string format : {"xlsx", "xls"}) {
         compareAtEnd(tables + format + ": 1,000 / 100 tables", format + "/1000", format + "/100");
@@ -202,8 +203,8 @@ void registerComparisons() {
     benchmark::RegisterBenchmark("ExportLibxlsxwriter", writeDirectly)
         ->Arg(1000)
         ->Unit(benchmark::kMillisecond);
-    for (const std::string way : {"write-only", "normal"}) {
-        benchmark::RegisterBenchmark(("ExportOpenpyxl_" + way).c_str(), writeInPython, way)
+    for (const std::string way : {"write-only", "normal", "xlwt"}) {
+        benchmark::RegisterBenchmark(("ExportInPython_" + way).c_str(), writeInPython, way)
             ->Arg(1000)
             ->Iterations(1)
             ->Unit(benchmark::kMillisecond);
