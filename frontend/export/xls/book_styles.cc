@@ -200,14 +200,18 @@ void BookStyles::takeColors(const SheetContent& content, ExportReport& report) {
 }
 
 std::uint16_t BookStyles::fontOf(const SheetStyle& style, bool raised) {
+    // Two of the flags say once more what fields behind them do; some readers look there.
+    constexpr std::uint32_t bold = 1;
     constexpr std::uint32_t slanted = 2;
+    constexpr std::uint32_t underlined = 4;
     constexpr std::uint32_t usualWeight = 400;
     constexpr std::uint32_t boldWeight = 700;
     const double points = std::clamp(style.size, 1.0, 409.0);
     std::string record;
     Records records(record);
     records.begin(id::font).two(static_cast<std::uint32_t>(std::lround(points * 20)));
-    records.two(style.italic ? slanted : 0).two(palette_.nearest(style.color));
+    records.two((style.bold ? bold : 0) | (style.italic ? slanted : 0) | (style.underline ? underlined : 0));
+    records.two(palette_.nearest(style.color));
     records.two(style.bold ? boldWeight : usualWeight).two(raised ? 1 : 0).one(style.underline ? 1 : 0);
     records.one(0).one(0).one(0);  // family, character set, reserved
     appendText(records, officeFont(style.font), 1);
