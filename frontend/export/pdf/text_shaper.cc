@@ -15,7 +15,7 @@ namespace vexa::frontend::pdf {
 namespace {
 
 /// So many texts are kept; those of a table with more are shaped again when they are drawn.
-constexpr std::size_t mostKnown = 8'000;
+constexpr std::size_t mostKnown = 3'000;
 /// A paragraph without a line end is shaped in pieces no longer than this, in bytes.
 constexpr std::size_t longestParagraph = 16'000;
 

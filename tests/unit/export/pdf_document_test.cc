@@ -190,6 +190,22 @@ TEST(PdfDocument, RepeatsHeadersAndLabelsOnEveryPart) {
     EXPECT_GT(words.find("Caption."), words.rfind(" H0 "));
 }
 
+TEST(PdfDocument, DividesWideTablesBetweenGroups) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
+    const ExportFolder folder;
+    pdfOf(namedDocument(largeTable(3, 48)), folder);
+    const std::string words = " " + wordsOf(folder) + " ";
+    std::size_t parts = 0;
+    for (std::size_t at = words.find(" r1 "); at != std::string::npos; at = words.find(" r1 ", at + 1))
+        ++parts;
+    EXPECT_GT(parts, 1U);
+    for (int group = 0; group < 12; ++group) {
+        const std::string label = " H" + std::to_string(group) + " ";
+        EXPECT_EQ(words.find(label), words.rfind(label)) << label;
+        EXPECT_NE(words.find(label), std::string::npos) << label;
+    }
+}
+
 TEST(PdfDocument, NamesFontsWithoutTheirOutlinesWhereThatSuffices) {
     if (!isInstalled("pdffonts")) GTEST_SKIP() << "pdffonts is not installed";
     const ExportFolder folder;
