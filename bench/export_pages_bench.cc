@@ -68,8 +68,7 @@ std::string_view converted(double value, std::array<char, 64>& digits) {
 using NumberText = std::string_view (*)(double, std::array<char, 64>&);
 
 /// One table of a page, as somebody would write it who wants nothing but this table.
-void appendStraight(std::string& page, std::size_t seed, const StudyValues& values,
-                    NumberText text) {
+void appendStraight(std::string& page, std::size_t seed, const StudyValues& values, NumberText text) {
     page +=
         "<table class=\"t\">\n<caption>" + titleOf(seed) + "</caption>\n<thead>\n<tr><th scope=\"col\"></th>";
     for (std::size_t column = 0; column < kStudyColumns; ++column)
