@@ -1,5 +1,6 @@
 """Steps of the test run: each runs a command, shows what it prints, and says how many tests passed and failed."""
 
+import concurrent.futures
 import os
 import pathlib
 import re
@@ -27,6 +28,7 @@ class Tally:
     """Counts over all steps, and what time they took."""
 
     def __init__(self):
+        self.began = time.monotonic()
         self.passed = 0
         self.failed = 0
         self.failures = []  # titles of the steps that failed
@@ -43,7 +45,7 @@ class Tally:
 
     def longest(self):
         """The steps and the single tests that took longest, as lines."""
-        lines = [f"took {sum(seconds for seconds, _ in self.durations):.0f} s; longest:"]
+        lines = [f"took {time.monotonic() - self.began:.0f} s; longest:"]
         for durations, mark in ((self.durations, ""), (self.tests, "  test ")):
             shown = [entry for entry in sorted(durations, reverse=True)[:LONGEST_SHOWN] if entry[0] >= WORTH_SHOWING]
             lines += [f"{seconds:6.0f} s  {mark}{title}" for seconds, title in shown]
@@ -71,6 +73,25 @@ def run(tally, title, command, count=None, environment=None):
         failed = 1
     tally.add(title, passed, failed, time.monotonic() - start)
     return status == 0 and failed == 0
+
+
+def run_together(tally, entries, jobs=2):
+    """Runs steps that do not need each other, `jobs` at a time, and shows each when it has ended. entries: (title, command,
+    count), as for run."""
+    def execute(entry):
+        start = time.monotonic()
+        result = subprocess.run(entry[1], cwd=repository.ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                stdin=subprocess.DEVNULL, text=True, errors="replace", env=surroundings(), check=False)
+        return entry, result, time.monotonic() - start
+
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        for done in concurrent.futures.as_completed([pool.submit(execute, entry) for entry in entries]):
+            (title, _, count), result, seconds = done.result()
+            print(f"== {title}")
+            print("".join(line for line in result.stdout.splitlines(keepends=True) if not CLOSING_COUNT.match(line)), end="")
+            passed, failed = count(result.stdout, result.returncode) if count else \
+                (int(result.returncode == 0), int(result.returncode != 0))
+            tally.add(title, passed, failed or int(result.returncode != 0), seconds)
 
 
 def surroundings():

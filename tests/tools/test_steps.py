@@ -2,6 +2,7 @@ import contextlib
 import io
 import pathlib
 import shutil
+import sys
 import tempfile
 import unittest
 
@@ -54,12 +55,28 @@ class CountingCases(unittest.TestCase):
         self.assertEqual(steps.ctest_counter(self.folder / "none.xml", self.folder)("", 0), (0, 1))
 
 
+class Together(unittest.TestCase):
+    def test_each_step_is_counted_and_shown(self):
+        tally = steps.Tally()
+        count = "print('3 passed, 1 failed'); raise SystemExit(1)"
+        entries = [("good", [sys.executable, "-c", "print('fine')"], None), ("bad", [sys.executable, "-c", "raise SystemExit(3)"], None),
+                   ("counted", [sys.executable, "-c", count], steps.count_closing_line),
+                   ("silent", [sys.executable, "-c", "print('2 passed, 0 failed'); raise SystemExit(1)"], steps.count_closing_line)]
+        with contextlib.redirect_stdout(io.StringIO()) as output:
+            steps.run_together(tally, entries)
+        self.assertEqual((tally.passed, tally.failed), (1 + 3 + 2, 1 + 1 + 1))
+        self.assertEqual(sorted(tally.failures), ["bad", "counted", "silent"])
+        self.assertIn("== good\nfine\n", output.getvalue())
+        self.assertNotIn("3 passed", output.getvalue())
+
+
 class Longest(unittest.TestCase):
     def test_steps_and_tests_stand_in_the_order_of_their_time(self):
         tally = steps.Tally()
         with contextlib.redirect_stdout(io.StringIO()):
             for seconds, title in ((2, "words"), (71, "build"), (0.2, "help"), (9, "tests")):
                 tally.add(title, 1, 0, seconds)
+        tally.began -= 82
         tally.tests = [(1.4, "release: b"), (6, "release: a"), (0.1, "release: c")]
         self.assertEqual(tally.longest().splitlines(),
                          ["took 82 s; longest:", "    71 s  build", "     9 s  tests", "     2 s  words",
