@@ -138,6 +138,7 @@ TEST(Docx, HasThePageThatIsAskedFor) {
     EXPECT_EQ(file.attribute("//w:pgMar", "w:bottom"), "600");
     EXPECT_EQ(file.attribute("//w:pgMar", "w:left"), "800");
     EXPECT_EQ(file.attribute("//w:pgMar", "w:right"), "1000");
+    EXPECT_NE(file.part("word/styles.xml").find(R"(w:leader="dot" w:pos="15040")"), std::string::npos);
     EXPECT_TRUE(file.outcome().warnings.empty());
     EXPECT_EQ(WordFile(smallTable).attribute("//w:pgSz", "w:orient"), "(none)");
 }

@@ -1,6 +1,7 @@
 #include "frontend/export/word/docx/docx_styles.h"
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 #include "frontend/export/word/docx/docx_text.h"
@@ -22,10 +23,8 @@ struct ParagraphStyle {
 };
 
 constexpr std::array paragraphStyles{
-    ParagraphStyle{
-        "Header", "header", "Normal", "",
-        R"(<w:tabs><w:tab w:val="center" w:pos="4536"/><w:tab w:val="right" w:pos="9072"/></w:tabs><w:spacing w:after="0"/>)",
-        R"(<w:color w:val="555555"/><w:sz w:val="18"/><w:szCs w:val="18"/>)"},
+    ParagraphStyle{"Header", "header", "Normal", "", R"(<w:spacing w:after="0"/>)",
+                   R"(<w:color w:val="555555"/><w:sz w:val="18"/><w:szCs w:val="18"/>)"},
     ParagraphStyle{"Footer", "footer", "Normal", "", R"(<w:spacing w:after="0"/><w:jc w:val="center"/>)",
                    R"(<w:color w:val="555555"/><w:sz w:val="18"/><w:szCs w:val="18"/>)"},
     ParagraphStyle{"Caption", "caption", "Normal", "Normal", R"(<w:spacing w:before="40" w:after="40"/>)",
@@ -58,18 +57,6 @@ constexpr std::array paragraphStyles{
     ParagraphStyle{"TOCHeading", "TOC Heading", "Normal", "Normal",
                    R"(<w:keepNext/><w:keepLines/><w:spacing w:before="120" w:after="80"/>)",
                    R"(<w:b/><w:bCs/><w:sz w:val="28"/><w:szCs w:val="28"/>)"},
-    ParagraphStyle{
-        "TOC1", "toc 1", "Normal", "Normal",
-        R"(<w:tabs><w:tab w:val="right" w:leader="dot" w:pos="9072"/></w:tabs><w:spacing w:after="40"/>)",
-        ""},
-    ParagraphStyle{
-        "TOC2", "toc 2", "Normal", "Normal",
-        R"(<w:tabs><w:tab w:val="right" w:leader="dot" w:pos="9072"/></w:tabs><w:spacing w:after="40"/><w:ind w:left="240"/>)",
-        ""},
-    ParagraphStyle{
-        "TOC3", "toc 3", "Normal", "Normal",
-        R"(<w:tabs><w:tab w:val="right" w:leader="dot" w:pos="9072"/></w:tabs><w:spacing w:after="40"/><w:ind w:left="480"/>)",
-        ""},
 };
 
 /// Half points of the headings from the first level on.
@@ -113,6 +100,20 @@ void appendHeadings(std::string& xml) {
     }
 }
 
+/// Entries of the contents, with a place for page numbers at the right margin.
+void appendEntries(std::string& xml, std::int64_t textWidth) {
+    constexpr int deepestEntry = 3;
+    for (int i = 0; i < deepestEntry; ++i) {
+        const std::string level = std::to_string(i + 1);
+        const std::string id = "TOC" + level;
+        const std::string name = "toc " + level;
+        const std::string paragraph =
+            R"(<w:tabs><w:tab w:val="right" w:leader="dot" w:pos=")" + std::to_string(textWidth) +
+            R"("/></w:tabs><w:spacing w:after="40"/><w:ind w:left=")" + std::to_string(i * 240) + R"("/>)";
+        appendStyle(xml, {id, name, "Normal", "Normal", paragraph, ""}, false);
+    }
+}
+
 void appendTableTexts(std::string& xml, const TextStyles& styles) {
     std::size_t number = 0;
     for (const WordTextStyle& style : styles.all()) {
@@ -147,7 +148,7 @@ void appendDefaults(std::string& xml, const std::string& language) {
 
 }  // namespace
 
-std::string docxStyles(const TextStyles& styles, const std::string& language) {
+std::string docxStyles(const TextStyles& styles, const std::string& language, std::int64_t textWidth) {
     std::string xml = R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?>)"
                       "\n"
                       R"(<w:styles xmlns:w="http://schemas.openxmlformats.org/wordprocessingml/2006/main">)";
@@ -159,6 +160,7 @@ std::string docxStyles(const TextStyles& styles, const std::string& language) {
         R"(<w:style w:type="table" w:customStyle="1" w:styleId="PivotTable"><w:name w:val="Pivot Table"/><w:basedOn w:val="TableNormal"/><w:qFormat/><w:tblPr><w:tblCellMar><w:top w:w="20" w:type="dxa"/><w:left w:w="80" w:type="dxa"/><w:bottom w:w="20" w:type="dxa"/><w:right w:w="80" w:type="dxa"/></w:tblCellMar></w:tblPr></w:style>)";
     appendHeadings(xml);
     for (const ParagraphStyle& style : paragraphStyles) appendStyle(xml, style, !isKnownName(style.name));
+    appendEntries(xml, textWidth);
     appendTableTexts(xml, styles);
     return xml + "</w:styles>";
 }

@@ -213,8 +213,8 @@ void DocxWriter::picture(const WordParagraph& place, const WordPicture& picture)
 PackageResult DocxWriter::finish() {
     appendSection(body_);
     body_ += "</w:body></w:document>";
-    static_cast<void>(
-        package_.add("/word/styles.xml", contentType("styles"), docxStyles(styles_, language_)));
+    static_cast<void>(package_.add("/word/styles.xml", contentType("styles"),
+                                   docxStyles(styles_, language_, twipsOf(page_.textWidth()))));
     static_cast<void>(package_.add(documentPart, contentType("document.main"), pieces_.join(body_)));
     return package_.finish();
 }

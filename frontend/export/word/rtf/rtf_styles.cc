@@ -84,7 +84,8 @@ std::string RtfStyles::contentsEntry(std::size_t level) {
     std::string rtf;
     appendWord(rtf, "s", contentsNumber + static_cast<int>(level));
     appendWord(rtf, "li", (static_cast<std::int64_t>(level) - 1) * 240);
-    return rtf + "\\tqr\\tldot\\tx9072\\sa40\\f0\\fs20";
+    appendWord(rtf += "\\tqr\\tldot", "tx", textWidth_);
+    return rtf + "\\sa40\\f0\\fs20";
 }
 
 std::string RtfStyles::footer() {

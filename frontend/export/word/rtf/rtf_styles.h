@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "frontend/export/word/rtf/rtf_text.h"
@@ -12,7 +13,8 @@ namespace vexa::frontend {
 
 class RtfStyles {
   public:
-    explicit RtfStyles(RtfTables& tables) : tables_(tables) {}
+    /// `textWidth` is what is between the margins, twips.
+    RtfStyles(RtfTables& tables, std::int64_t textWidth) : tables_(tables), textWidth_(textWidth) {}
 
     /// The control words of a paragraph of a role, its style's number first.
     [[nodiscard]] std::string role(WordRole role, std::size_t level);
@@ -31,6 +33,7 @@ class RtfStyles {
     [[nodiscard]] std::string looks(const WordTextStyle& style);
 
     RtfTables& tables_;
+    std::int64_t textWidth_;
     TextStyles styles_;
 };
 

@@ -53,7 +53,11 @@ std::string_view alignWord(HorizontalAlign align) {
 }  // namespace
 
 RtfWriter::RtfWriter(ByteSink sink, std::string title, std::string language, const WordPage& page)
-    : sink_(std::move(sink)), title_(std::move(title)), language_(officeLanguage(language)), page_(page) {}
+    : sink_(std::move(sink)),
+      title_(std::move(title)),
+      language_(officeLanguage(language)),
+      page_(page),
+      styles_(tables_, twipsOf(page.textWidth())) {}
 
 void RtfWriter::begin(const std::vector<WordParagraph>& head) {
     body_ += "\\sectd";

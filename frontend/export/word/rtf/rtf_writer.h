@@ -40,7 +40,7 @@ class RtfWriter : public WordWriter {
     std::string language_;  // a language tag
     WordPage page_;
     RtfTables tables_;
-    RtfStyles styles_{tables_};
+    RtfStyles styles_;
     TextPieces pieces_;  // the beginning of the body
     std::string body_;
     bool isOpen_ = false;  // the last paragraph lacks its end
