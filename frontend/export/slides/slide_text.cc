@@ -59,8 +59,9 @@ class LineBreaker {
             const std::size_t length = decodeUtf8(text_.substr(at)).length;
             taken += font_.width(text_.substr(at, length));
             if (taken > width_ && at > begin) {
-                const std::size_t end = blank > begin ? blank : at;
-                return {end, end};
+                // A blank between two lines belongs to neither.
+                if (blank > begin) return {blank, blank + 1};
+                return {at, at};
             }
             at += length;
         }

@@ -19,9 +19,9 @@ TEST(SlideText, IsCutBetweenLines) {
 
 TEST(SlideText, IsCutAtBlanksOfALongParagraph) {
     // Ten letters of a monospaced font in 10 points take 60 points.
-    EXPECT_EQ("[aaaa bbbb][ cccc dddd][ eeee]",
+    EXPECT_EQ("[aaaa bbbb][cccc dddd][eeee]",
               joined(cutText("aaaa bbbb cccc dddd eeee", "monospace", 10, false, {63, 1, 1})));
-    EXPECT_EQ("[aaaa bbbb cccc dddd][ eeee]",
+    EXPECT_EQ("[aaaa bbbb cccc dddd][eeee]",
               joined(cutText("aaaa bbbb cccc dddd eeee", "monospace", 10, false, {63, 2, 2})));
 }
 
