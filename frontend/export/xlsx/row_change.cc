@@ -75,6 +75,13 @@ void RowChange::row() {
     }
     emit(xml_.attribute("r") ? std::string(xml_.raw())
                              : withAttribute(xml_.raw(), "r", std::to_string(*number + 1)));
+    // Most rows are copied without a look at their cells.
+    if (!mayChangeFormulas()) {
+        if (const std::string_view inside = xml_.takeInside(); !inside.empty()) {
+            emit(inside);
+            return;
+        }
+    }
     const bool isWhole = xml_.isWhole();
     while (!isWhole && next()) {
         if (xml_.isStart() && xml_.localName() == "c" && xml_.depth() == 3 && mayChangeFormulas()) {

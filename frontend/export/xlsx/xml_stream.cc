@@ -292,6 +292,31 @@ bool XmlStream::closeTag(std::string_view inside) {
     return true;
 }
 
+std::string_view XmlStream::takeInside() {
+    if (!isStart() || isWhole_ || openAt_.empty()) {
+        return {};
+    }
+    const std::string end = "</" + std::string(std::string_view(open_).substr(openAt_.back())) + ">";
+    std::size_t ahead = 0;
+    std::size_t found = 0;
+    while ((found = buffer_.find(end, at_ + ahead)) == std::string::npos) {
+        ahead = std::max(ahead, buffer_.size() - at_ - std::min(end.size(), buffer_.size() - at_));
+        if (buffer_.size() - at_ > shortText || !fill()) {
+            return {};
+        }
+    }
+    const std::string_view inside = std::string_view(buffer_).substr(at_, found - at_);
+    if (inside.find("<!") != std::string_view::npos || inside.find("<?") != std::string_view::npos) {
+        return {};
+    }
+    take(XmlPiece::end, found + end.size() - at_);
+    name_ = raw_.substr(raw_.size() - end.size() + 2, end.size() - 3);
+    open_.resize(openAt_.back());
+    openAt_.pop_back();
+    depth_ = openAt_.size();
+    return raw_;
+}
+
 std::optional<std::string_view> XmlStream::attribute(std::string_view name) const {
     std::string_view rest = behindName(raw_);
     RawAttribute found;

@@ -47,6 +47,10 @@ class XmlStream {
     /// The value of an attribute of a start tag as it stands there, references and all. `name` with its
     /// prefix.
     [[nodiscard]] std::optional<std::string_view> attribute(std::string_view name) const;
+    /// Behind a start tag: what stands up to the end of its element, end tag and all, which then is the
+    /// piece. Empty, and nothing taken, where that is long or holds anything but elements and texts. Whether
+    /// the tags in it match is not looked at, and no element in it may have the same name.
+    [[nodiscard]] std::string_view takeInside();
     /// Whether it is a text of anything but blanks, or a section.
     [[nodiscard]] bool hasCharacters() const;
 

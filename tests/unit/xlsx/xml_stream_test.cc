@@ -33,6 +33,27 @@ TEST(XmlStream, GivesBackWhatItTook) {
     }
 }
 
+TEST(XmlStream, TakesTheInsideOfAnElement) {
+    const std::string xml = "<a><row r='1'><c>1</c>text</row><row><!-- </row> --></row><row>open</a>";
+    for (const std::size_t bytes : {std::size_t{1}, std::size_t{7}, xml.size()}) {
+        XmlStream stream(inPieces(xml, bytes));
+        ASSERT_TRUE(stream.next() && stream.next());
+        EXPECT_EQ(stream.takeInside(), "<c>1</c>text</row>");
+        EXPECT_TRUE(stream.isEnd());
+        EXPECT_EQ(stream.localName(), "row");
+        EXPECT_EQ(stream.depth(), 1U);
+        ASSERT_TRUE(stream.next());
+        EXPECT_EQ(stream.takeInside(), "");
+        ASSERT_TRUE(stream.next());
+        EXPECT_EQ(stream.raw(), "<!-- </row> -->");
+        ASSERT_TRUE(stream.next() && stream.next());
+        EXPECT_EQ(stream.takeInside(), "");
+        EXPECT_TRUE(stream.next());
+        EXPECT_FALSE(stream.next());
+        EXPECT_FALSE(stream.result());
+    }
+}
+
 TEST(XmlStream, ReadsAttributes) {
     const std::string xml = "<a r = '1&lt;2' x:r=\"3\"/>";
     XmlStream stream(textSource(xml));
