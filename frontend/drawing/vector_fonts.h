@@ -4,11 +4,11 @@
 
 #include <cstdint>
 #include <map>
-#include <qpdf/QPDFObjectHandle.hh>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "frontend/drawing/qpdf_library.h"
 #include "frontend/drawing/vector_target.h"
 
 namespace vexa::frontend {

@@ -7,12 +7,11 @@
 #include <exception>
 #include <map>
 #include <optional>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFObjectHandle.hh>
 #include <string_view>
 
 #include "frontend/drawing/cairo_drawing.h"
 #include "frontend/drawing/ink_box.h"
+#include "frontend/drawing/qpdf_library.h"
 #include "frontend/drawing/vector_fonts.h"
 #include "frontend/drawing/vector_state.h"
 

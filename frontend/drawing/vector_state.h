@@ -2,10 +2,10 @@
 #pragma once
 
 #include <optional>
-#include <qpdf/QPDFObjectHandle.hh>
 #include <string>
 #include <vector>
 
+#include "frontend/drawing/qpdf_library.h"
 #include "frontend/drawing/vector_fonts.h"
 #include "frontend/drawing/vector_target.h"
 

@@ -4,15 +4,12 @@
 
 #include <exception>
 #include <map>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFObjectHandle.hh>
-#include <qpdf/QPDFPageDocumentHelper.hh>
-#include <qpdf/QPDFPageObjectHelper.hh>
 
 #include "backend/strings/dictionary.h"
 #include "frontend/drawing/bounded_work.h"
 #include "frontend/drawing/cairo_drawing.h"
 #include "frontend/drawing/picture_style.h"
+#include "frontend/drawing/qpdf_library.h"
 
 namespace vexa::frontend::pdf {
 
