@@ -38,6 +38,8 @@ def check_binary(file):
     dynamic = run(["readelf", "-dlW", str(file)])
     needs_ours = "[libvexabackend.so]" in dynamic
     demand(("Library runpath: [$ORIGIN/../lib]" in dynamic) or not needs_ours, f"{file}: looks elsewhere\n{dynamic}")
+    symbols = run(["readelf", "-W", "--dyn-syms", str(file)])
+    demand("__stack_chk_fail" in symbols, f"{file}: does not check its stack")
     demand("NOW" in dynamic and "GNU_RELRO" in dynamic, f"{file}: is not bound when it is loaded\n{dynamic}")
 
 
