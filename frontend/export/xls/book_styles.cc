@@ -32,7 +32,6 @@ constexpr std::array<std::pair<std::string_view, std::uint16_t>, 10> fixedCodes{
                                                                                  {"@", 49}}};
 /// Numbers of fonts leave this one out.
 constexpr std::size_t missingFont = 4;
-constexpr std::size_t formatBytes = 20;
 /// Of the format of a cell.
 constexpr std::uint32_t isLocked = 1;
 
