@@ -20,8 +20,6 @@ constexpr std::int64_t deviceMillimetresWide = 1270;
 constexpr std::int64_t deviceMillimetresHigh = 635;
 constexpr double hundredthsPerPoint = 2540.0 / 72.0;  // of a millimetre
 
-constexpr std::uint32_t noBrush = 0x80000005;
-constexpr std::uint32_t noPen = 0x80000008;
 constexpr std::uint32_t headerBytes = 108;
 constexpr std::int64_t anisotropic = 8;
 constexpr std::int64_t baseLine = 24;
