@@ -66,7 +66,7 @@ PackageResult beginWorkbook(WorkbookPackage& package, const std::string& main, b
                             std::string_view title, std::string_view language) {
     std::string id;
     package.set(main, workbookXml(hasMacros));
-    PackageResult result = package.relate("", std::string(officeRelation) + "officeDocument", main, id);
+    PackageResult result = package.relate("", officeRelationType("officeDocument"), main, id);
     const auto add = [&](std::string_view part, std::string content, std::string_view type,
                          const std::string& relation) {
         package.set(part, std::move(content));
@@ -80,7 +80,7 @@ PackageResult beginWorkbook(WorkbookPackage& package, const std::string& main, b
         std::string(packageRelation) + "metadata/core-properties");
     add("docProps/app.xml", applicationXml(),
         "application/vnd.openxmlformats-officedocument.extended-properties+xml",
-        std::string(officeRelation) + "extended-properties");
+        officeRelationType("extended-properties"));
     if (result && hasMacros) {
         result = addMacroProject(package, main);
     }

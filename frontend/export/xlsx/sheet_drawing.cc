@@ -217,7 +217,7 @@ class PictureParts {
         std::vector<std::string> ids;
         PackageResult result;
         if (!parts_.empty()) {
-            result = package_.relate(drawing_, std::string(officeRelation) + "image", parts_, ids);
+            result = package_.relate(drawing_, officeRelationType("image"), parts_, ids);
         }
         for (std::size_t i = 0; result && i < ids.size(); ++i) {
             ids_[*added_[i]] = ids[i];
@@ -314,7 +314,7 @@ PackageResult addDrawing(WorkbookPackage& package, const std::string& sheet, std
     xml.begin("xdr:wsDr").attribute("xmlns:xdr", drawingSpace).attribute("xmlns:a", officeDrawingSpace).end();
     package.set(drawing, xml.take());
     package.setContentType(drawing, "application/vnd.openxmlformats-officedocument.drawing+xml");
-    return package.relate(sheet, std::string(officeRelation) + "drawing", drawing, id);
+    return package.relate(sheet, officeRelationType("drawing"), drawing, id);
 }
 
 }  // namespace vexa::frontend

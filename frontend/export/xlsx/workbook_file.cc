@@ -108,7 +108,7 @@ PackageResult WorkbookFile::addSheet(std::string_view name, std::string& part) {
     package_.set(part, emptySheet(isFirst && hasMacroType() ? firstSheetCodeName : "", isFirst));
     package_.setContentType(part, sheetType);
     std::string id;
-    PackageResult result = package_.relate(main_, std::string(officeRelation) + "worksheet", part, id);
+    PackageResult result = package_.relate(main_, officeRelationType("worksheet"), part, id);
     if (result) {
         result = countSheetsInProperties(name);
     }
@@ -152,7 +152,7 @@ PackageResult WorkbookFile::replaceSheet(std::size_t sheet, std::string& part) {
         const std::string oldRelation = list_.sheets()[sheet].relation;
         part = package_.freeName(main_.substr(0, main_.rfind('/') + 1) + "worksheets/sheet", ".xml");
         std::string id;
-        result = package_.relate(main_, std::string(officeRelation) + "worksheet", part, id);
+        result = package_.relate(main_, officeRelationType("worksheet"), part, id);
         list_.relate(sheet, id);
         if (result) {
             result = package_.unrelate(main_, oldRelation);
@@ -229,7 +229,7 @@ PackageResult WorkbookFile::sharedPart(std::string_view relation, std::string_vi
     package_.set(part, std::string(content));
     package_.setContentType(part, type);
     std::string id;
-    return package_.relate(main_, std::string(officeRelation) + std::string(relation), part, id);
+    return package_.relate(main_, officeRelationType(relation), part, id);
 }
 
 PackageResult WorkbookFile::dropCalculationOrder() {

@@ -411,4 +411,10 @@ PackageResult WorkbookPackage::write(const ByteSink& sink) {
     return zip.finish();
 }
 
+std::string officeRelationType(std::string_view name) {
+    std::string type = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
+    type += name;
+    return type;
+}
+
 }  // namespace vexa::frontend

@@ -104,9 +104,8 @@ class WorkbookPackage {
     std::vector<std::pair<std::string, std::string>> newExtensions_;
 };
 
-/// Addresses of relations and content types begin with these.
-inline constexpr std::string_view officeRelation =
-    "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
+/// The type of a relation: the address that ends with `name`, as in "worksheet".
+[[nodiscard]] std::string officeRelationType(std::string_view name);
 
 /// The name of the part that holds the relations of `part`; of the package itself for an empty one.
 [[nodiscard]] std::string relationsPart(std::string_view part);
