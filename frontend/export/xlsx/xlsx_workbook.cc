@@ -44,11 +44,6 @@ class WorkbookWriter {
             !check(workbook_.open(std::move(bytes)))) {
             return false;
         }
-        if (workbook_.isSigned()) {
-            task_.report.note(
-                composed("The workbook ^1 is signed. Its signature does not hold any longer."_text,
-                         {toNativePath(options_.file)}));
-        }
         if (kind_ == WorkbookKind::xlsm && endsWithLetters(options_.file, ".xlsm")) {
             workbook_.takeMacroType();
         } else if (workbook_.hasMacroType() && endsWithLetters(options_.file, ".xlsx")) {
@@ -60,6 +55,11 @@ class WorkbookWriter {
     }
 
     void writeFile() {
+        if (workbook_.isSigned()) {
+            task_.report.note(
+                composed("The workbook ^1 is signed. Its signature does not hold any longer."_text,
+                         {toNativePath(options_.file)}));
+        }
         std::size_t file = 0;
         PackageResult result = task_.files.begin(options_.file, file);
         if (result) {

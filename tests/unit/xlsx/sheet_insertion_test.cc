@@ -240,6 +240,21 @@ TEST(SheetInsertion, RefusesWhatItCannotKeep) {
     EXPECT_FALSE(reason(workbookWith("<sheetData>", {})).empty());
 }
 
+TEST(SheetInsertion, KnowsASignature) {
+    const auto isSigned = [](const std::string& more) {
+        WorkbookFile workbook;
+        EXPECT_TRUE(workbook.open(workbookWith(
+            "<sheetData/>",
+            {{"_rels/.rels", "<Relationships xmlns=\"" + packageSpace + "\"><Relationship Id=\"a\" Type=\"" +
+                                 relationsSpace + "officeDocument\" Target=\"xl/workbook.xml\"/>" + more +
+                                 "</Relationships>"}})));
+        return workbook.isSigned();
+    };
+    EXPECT_FALSE(isSigned(""));
+    EXPECT_TRUE(isSigned("<Relationship Id=\"b\" Type=\"" + packageSpace +
+                         "/digital-signature/origin\" Target=\"_xmlsignatures/origin.sigs\"/>"));
+}
+
 TEST(SheetInsertion, ANewWorkbookHasWhatReadersLookFor) {
     const Inserted inserted = insertIntoNew(smallContent());
     ASSERT_TRUE(inserted.done) << inserted.reason;
