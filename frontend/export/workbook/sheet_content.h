@@ -70,7 +70,7 @@ struct SheetPicture {
     std::uint32_t rows = 1;  ///< of the usual height, as many as it takes
     double width = 0;        ///< points
     double height = 0;
-    std::string png;          ///< bytes; empty where this build cannot draw one
+    std::string png;          ///< bytes; an empty frame where this build cannot draw
     std::string svg;          ///< what the bitmap was drawn from; empty where there is none
     std::string alternative;  ///< UTF-8
     std::size_t item = 0;     ///< number of the item

@@ -101,9 +101,11 @@ TEST(SheetFitting, RaisesRowsUnderLabelsOverSeveralOfThem) {
 
 TEST(SheetFitting, FillsTheBackgroundOfTextsOverTheirWholeWidth) {
     const BuiltSheet sheet(
-        R"({"type": "text", "text": "A text with a background of its own", "style": {"background": "#ddeeff"}})");
-    EXPECT_EQ(sheet.merged(), "A1:D1 ");
-    EXPECT_EQ(sheet.styleAt("D1").background, tables::Color{0xDDEEFF});
+        R"({"type": "text", "text": "plain"}, {"type": "text", "text": "A text with a background of its own", "style": {"background": "#ddeeff"}})");
+    EXPECT_EQ(sheet.merged(), "A3:D3 ");
+    for (const char* const cell : {"A3", "B3", "D3"}) {
+        EXPECT_EQ(sheet.styleAt(cell).background, tables::Color{0xDDEEFF}) << cell;
+    }
 }
 
 TEST(SheetFitting, RaisesRowsForLargeFontsAndLineEnds) {
