@@ -1,6 +1,6 @@
 // Exports to workbooks of documents of 100 to 10,000 tables of 40 x 8 numbers: time and memory of a table
-// must not depend on their number. Beside direct calls of libxlsxwriter for the same cells, beside openpyxl in
-// both of its ways, and beside xlwt. By the clock, since packing is spread over the cores.
+// must not depend on their number. Beside direct calls of libxlsxwriter for the same cells, beside openpyxl
+// in both of its ways, and beside xlwt. By the clock, since packing is spread over the cores.
 
 #include <benchmark/benchmark.h>
 #include <xlsxwriter.h>
