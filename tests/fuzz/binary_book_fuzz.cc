@@ -98,7 +98,7 @@ std::string changed(const std::string& file, const Task& task) {
     if (!book.openSheet(sheet, stream)) return {};
     const std::uint32_t row = task.below ? stream.used().rows : 3;
     if (row + content.rows > biff::rowCount) return {};
-    if (!stream.place({content, row, 1, formats, book.strings(), book.countsFrom1904()}, book.drawings())) {
+    if (!stream.place({content, row, 1, formats, book.strings()}, book.drawings())) {
         return {};
     }
     book.closeSheet(sheet, stream);

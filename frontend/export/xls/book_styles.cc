@@ -103,20 +103,6 @@ void countColors(const SheetStyle& style, std::size_t cells, std::map<std::uint3
 
 }  // namespace
 
-bool showsDate(std::string_view code) {
-    for (std::size_t i = 0; i < code.size(); ++i) {
-        const char each = code[i];
-        if (each == '"' || each == '[') {
-            i = std::min(code.find(each == '"' ? '"' : ']', i + 1), code.size());
-        } else if (each == '\\' || each == '_' || each == '*') {
-            ++i;
-        } else if (each == 'y' || each == 'd' || each == 'Y' || each == 'D') {
-            return true;
-        }
-    }
-    return false;
-}
-
 BookStyles::BookStyles(const std::vector<RecordView>& globals, bool isNew) : isNew_(isNew) {
     for (const auto& [code, number] : fixedCodes) numberFormatNumbers_.emplace(code, number);
     for (const RecordView& record : globals) {
@@ -170,7 +156,6 @@ std::vector<CellFormat> BookStyles::add(const SheetContent& content, ExportRepor
     added_.assign(content.styles.size(), {});
     for (const SheetStyleId id : order) {
         added_[id].format = formatOf(content, id);
-        added_[id].isDate = showsDate(content.styles[id].numberFormat);
         if (raised[id]) added_[id].raisedFont = fontOf(content.styles[id], true);
     }
     if (isFull_) {

@@ -25,7 +25,6 @@ inline constexpr std::size_t mostNumberFormats = 200;
 struct CellFormat {
     std::uint16_t format = 0;      ///< number of the XF
     std::uint16_t raisedFont = 0;  ///< of footnotes' marks
-    bool isDate = false;           ///< shows days, which count from another one in some workbooks
 };
 
 class BookStyles {
@@ -73,8 +72,5 @@ class BookStyles {
     std::string newNumberFormats_;
     std::string newFormats_;
 };
-
-/// Whether a format code shows days, months or years.
-[[nodiscard]] bool showsDate(std::string_view code);
 
 }  // namespace vexa::frontend::biff

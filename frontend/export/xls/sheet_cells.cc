@@ -18,7 +18,6 @@ constexpr std::size_t flagsAt = 12;
 constexpr std::uint32_t isHidden = 0x20;
 constexpr std::uint32_t hasOwnHeight = 0x40;
 constexpr std::uint32_t always = 0x100;
-constexpr double daysTo1904 = 1462;
 
 bool before(const CellView& left, const CellView& right) {
     return left.row != right.row ? left.row < right.row : left.first < right.first;
@@ -117,8 +116,7 @@ void SheetCells::encodeCell(const PlacedContent& placed, const SheetCell& cell, 
     const std::uint32_t row = placed.row + cell.row;
     const std::uint32_t column = placed.column + cell.column;
     if (cell.value == SheetValue::number) {
-        const bool shifts = placed.countsFrom1904 && format.isDate;
-        appendNumber(records, row, column, format.format, cell.number - (shifts ? daysTo1904 : 0));
+        appendNumber(records, row, column, format.format, cell.number);
     } else {
         const std::uint32_t text =
             placed.strings.add(placed.content.text(cell), cell.raised, format.raisedFont);

@@ -34,7 +34,6 @@ struct PlacedContent {
     std::uint32_t column = 0;
     const std::vector<CellFormat>& formats;  ///< by id of the style
     BookStrings& strings;
-    bool countsFrom1904 = false;  ///< the workbook's days
 };
 
 class SheetCells {

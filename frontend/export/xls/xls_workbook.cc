@@ -4,6 +4,7 @@
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "frontend/export/workbook/day_numbers.h"
 #include "frontend/export/workbook/sheet_builder.h"
 #include "frontend/export/workbook/sheet_name.h"
 #include "frontend/export/workbook/sheet_place.h"
@@ -87,11 +88,11 @@ class XlsWriter {
             !fitsFrom(place, content.rows, content.columns, binarySheetLimits, task_.report)) {
             return false;
         }
+        if (book_.countsFrom1904()) countDaysFrom1904(content, task_.report);
         const std::vector<biff::CellFormat> formats = book_.styles().add(content, task_.report);
-        return succeeds(stream.place(
-            {content, static_cast<std::uint32_t>(place.row), static_cast<std::uint32_t>(place.column),
-             formats, book_.strings(), book_.countsFrom1904()},
-            book_.drawings()));
+        return succeeds(stream.place({content, static_cast<std::uint32_t>(place.row),
+                                      static_cast<std::uint32_t>(place.column), formats, book_.strings()},
+                                     book_.drawings()));
     }
 
     const ExportTask& task_;

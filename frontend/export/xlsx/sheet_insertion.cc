@@ -5,6 +5,7 @@
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "frontend/export/workbook/day_numbers.h"
 #include "frontend/export/workbook/sheet_name.h"
 #include "frontend/export/workbook/sheet_place.h"
 #include "frontend/export/xlsx/shared_strings.h"
@@ -40,9 +41,9 @@ std::string reasonOf(const PackageResult& result) {
 
 class SheetInsertion {
   public:
-    SheetInsertion(WorkbookFile& workbook, const SheetContent& content, const WorkbookExport& options,
+    SheetInsertion(WorkbookFile& workbook, SheetContent content, const WorkbookExport& options,
                    ExportReport& report)
-        : workbook_(workbook), content_(content), options_(options), report_(report) {}
+        : workbook_(workbook), content_(std::move(content)), options_(options), report_(report) {}
 
     bool carryOut() { return chooseSheet() && choosePlace() && addSheetContent() && finishWorkbook(); }
 
@@ -151,6 +152,9 @@ class SheetInsertion {
     bool addSheetContent() {
         WorkbookPackage& package = workbook_.package();
         const SheetFootprint footprint(content_, at_);
+        if (workbook_.list().countsFrom1904()) {
+            countDaysFrom1904(content_, report_);
+        }
         CellNumbers numbers;
         std::string newDrawing;
         if (!addStyles(numbers) || !addTexts(numbers)) {
@@ -236,7 +240,7 @@ class SheetInsertion {
     }
 
     WorkbookFile& workbook_;
-    const SheetContent& content_;
+    SheetContent content_;
     const WorkbookExport& options_;
     ExportReport& report_;
     bool isReplaced_ = false;
@@ -259,9 +263,9 @@ bool checkWorkbook(const PackageResult& result, const std::string& file, ExportR
     return static_cast<bool>(result);
 }
 
-bool insertSheet(WorkbookFile& workbook, const SheetContent& content, const WorkbookExport& options,
+bool insertSheet(WorkbookFile& workbook, SheetContent content, const WorkbookExport& options,
                  ExportReport& report) {
-    return SheetInsertion(workbook, content, options, report).carryOut();
+    return SheetInsertion(workbook, std::move(content), options, report).carryOut();
 }
 
 }  // namespace vexa::frontend

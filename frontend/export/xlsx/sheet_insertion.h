@@ -12,7 +12,7 @@ namespace vexa::frontend {
 
 /// Adds, replaces or changes the sheet that the options name, at the place that they name. False, with the
 /// reason in the report, where that is not possible; the workbook is of no use then.
-bool insertSheet(WorkbookFile& workbook, const SheetContent& content, const WorkbookExport& options,
+bool insertSheet(WorkbookFile& workbook, SheetContent content, const WorkbookExport& options,
                  ExportReport& report);
 
 /// False where `result` is a failure, which goes into the report as the reason why this workbook cannot be

@@ -44,6 +44,11 @@ PackageResult WorkbookPart::parse(std::string xml) {
                : PackageResult{PackageProblem::damaged, "a different root element than expected"_text};
 }
 
+bool WorkbookPart::countsFrom1904() const {
+    const std::string_view value = attributeOf(childOf(xml_.root(), "workbookPr"), "date1904");
+    return value == "1" || value == "true";
+}
+
 std::vector<WorkbookSheet> WorkbookPart::sheets() const {
     std::vector<WorkbookSheet> sheets;
     for (pugi::xml_node node = childOf(childOf(xml_.root(), "sheets"), "sheet"); node; node = nextOf(node)) {

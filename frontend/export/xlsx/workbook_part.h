@@ -22,6 +22,8 @@ class WorkbookPart {
     PackageResult parse(std::string xml);
     [[nodiscard]] std::string text() const { return xml_.text(); }
 
+    /// Whether its days are counted from 1904.
+    [[nodiscard]] bool countsFrom1904() const;
     [[nodiscard]] std::vector<WorkbookSheet> sheets() const;
     /// The number of the sheet of that name, from 0, whatever its case.
     [[nodiscard]] std::optional<std::size_t> find(std::string_view name) const;

@@ -21,9 +21,9 @@ class WorkbookWriter {
         : task_(task), options_(options), kind_(kind) {}
 
     void carryOut() {
-        const SheetContent content = buildSheet(task_, officeSheetLimits, options_.notesAndCaptions);
+        SheetContent content = buildSheet(task_, officeSheetLimits, options_.notesAndCaptions);
         if (!task_.report.failed() && openWorkbook() &&
-            insertSheet(workbook_, content, options_, task_.report)) {
+            insertSheet(workbook_, std::move(content), options_, task_.report)) {
             writeFile();
         }
     }

@@ -46,8 +46,7 @@ std::string placed(const std::string& file, const std::string& sheet, const std:
     biff::SheetStream stream(book.styles().digitWidth());
     result = book.openSheet(place, stream);
     if (result) {
-        result = stream.place({content, row, column, formats, book.strings(), book.countsFrom1904()},
-                              book.drawings());
+        result = stream.place({content, row, column, formats, book.strings()}, book.drawings());
     }
     if (!result) return result.shownDetail();
     book.closeSheet(place, stream);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "frontend/export/workbook/day_numbers.h"
 #include "frontend/export/xls/new_book.h"
 #include "tests/unit/xls/xls_samples.h"
 
@@ -151,11 +152,11 @@ TEST(BookStyles, ColorsOfAWorkbookThatIsThereStay) {
 
 TEST(BookStyles, KnowsDates) {
     for (const char* const code : {"dd\\-mmm\\-yyyy", "[$-409]yyyy", "D", "0;yy"}) {
-        EXPECT_TRUE(biff::showsDate(code)) << code;
+        EXPECT_TRUE(showsDate(code)) << code;
     }
     for (const char* const code :
          {"", "0.00", "[hh]:mm:ss", "0\"day\"", "0\\d", "[Red]0", "_d0", "\"d", "0*y"}) {
-        EXPECT_FALSE(biff::showsDate(code)) << code;
+        EXPECT_FALSE(showsDate(code)) << code;
     }
 }
 

@@ -61,7 +61,7 @@ struct Sheet {
     PackageResult place(const std::vector<std::string>& what, std::uint32_t row, std::uint32_t column) {
         content = contentWith(what);
         formats.assign(content.styles.size(), {});
-        return cells.place({content, row, column, formats, strings, false});
+        return cells.place({content, row, column, formats, strings});
     }
 
     [[nodiscard]] std::string written() {

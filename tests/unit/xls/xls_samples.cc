@@ -119,7 +119,7 @@ std::string bookWith(const std::string& sheet, const std::vector<std::string>& c
     const std::vector<biff::CellFormat> formats = book.styles().add(content, report);
     biff::SheetStream stream(book.styles().digitWidth());
     EXPECT_TRUE(book.openSheet(0, stream));
-    EXPECT_TRUE(stream.place({content, 0, 0, formats, book.strings(), false}, book.drawings()));
+    EXPECT_TRUE(stream.place({content, 0, 0, formats, book.strings()}, book.drawings()));
     book.closeSheet(0, stream);
     EXPECT_TRUE(book.finish());
     std::string bytes;

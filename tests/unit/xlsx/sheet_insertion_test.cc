@@ -177,6 +177,38 @@ TEST(SheetInsertion, AsksForACalculationWhereValuesWent) {
     EXPECT_EQ(noFormulas.parts.at("xl/workbook.xml").find("fullCalcOnLoad"), std::string::npos);
 }
 
+TEST(SheetInsertion, CountsDaysAsTheWorkbookDoes) {
+    ContentMaker maker;
+    maker.number(0, 0, 43831.5).number(0, 1, 0.5).number(0, 2, 2000).number(0, 3, 1461);
+    maker.content.styles.resize(3);
+    maker.content.styles[1].numberFormat = "[$-409]dd\\-mmm\\-yyyy\\ hh:mm:ss";
+    maker.content.styles[2].numberFormat = "[hh]:mm:ss";
+    maker.content.cells[0].style = 1;
+    maker.content.cells[1].style = 2;
+    maker.content.cells[3].style = 1;
+    const auto values = [&maker](const std::string& properties) {
+        const std::string list =
+            "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" xmlns:q=\"" +
+            relationsSpace.substr(0, relationsSpace.size() - 1) + "\">" + properties +
+            "<sheets><sheet name=\"Data\" sheetId=\"4\" q:id=\"rId1\"/></sheets></workbook>";
+        const std::string rows = insertInto(workbookWith("<sheetData/>", {{"xl/workbook.xml", list}}),
+                                            maker.content, modifying("Data"))
+                                     .rows();
+        std::string found;
+        for (std::size_t at = rows.find("<v>"); at != std::string::npos; at = rows.find("<v>", at + 1)) {
+            found += rows.substr(at + 3, rows.find('<', at + 3) - at - 3) + " ";
+        }
+        return found;
+    };
+    const std::string from1904 = "42369.5 0.5 2000 -1 ";
+    const std::string asTheyAre = "43831.5 0.5 2000 1461 ";
+    EXPECT_EQ(values("<workbookPr date1904=\"1\"/>"), from1904);
+    EXPECT_EQ(values("<workbookPr codeName=\"Book\" date1904=\"true\"/>"), from1904);
+    EXPECT_EQ(values("<workbookPr date1904=\"0\"/>"), asTheyAre);
+    EXPECT_EQ(values("<workbookPr/>"), asTheyAre);
+    EXPECT_EQ(values(""), asTheyAre);
+}
+
 TEST(SheetInsertion, LeavesTablesWhole) {
     const Parts more{{"xl/worksheets/_rels/sheet1.xml.rels", relations({{"../tables/t.xml", "table"}})},
                      {"xl/tables/t.xml", "<table displayName=\"Sales\" ref=\"B2:D5\"/>"}};
