@@ -68,8 +68,8 @@ constexpr const char* kShowExamples = R"(Examples:
   vexa show --json report.vxv           prints all of it in the form that vexa import takes)";
 
 constexpr const char* kExportExamples =
-    R"(The extension says the format: .html .mht .txt, and once they can be made .pdf .docx .rtf .pptx .xlsx .xls .xlsm and
-pictures. KEYWORD=VALUE is what OUTPUT EXPORT takes: for the format, for CONTENTS, or for the command itself.
+    R"(The extension says the format: .html .mht .txt .pdf .docx .rtf .pptx .xlsx .xlsm .xls, or of pictures .png .jpg .bmp
+.tif .emf .eps. KEYWORD=VALUE is what OUTPUT EXPORT takes: for the format, for CONTENTS, or for the command itself.
 
 Exit status: 0 the file was written, 1 it was not, 2 wrong usage or a document that cannot be read.
 
