@@ -90,11 +90,12 @@ class BookStrings::Reader {
 
 bool BookStrings::read(std::string_view raw) {
     if (raw.size() < headerBytes + countsBytes) return false;
-    read_ = raw;
     references_ = fourAt(raw, headerBytes);
     const std::size_t count = fourAt(raw, headerBytes + 4);
     // Each text takes three bytes at least.
     if (count > raw.size() / 3) return false;
+    // A table without texts is made anew: some readers do not look for the first text in the second record.
+    if (count > 0) read_ = raw;
     Reader reader(raw);
     if (!reader.begins()) return false;
     places_.resize(count);

@@ -49,6 +49,17 @@ std::string textAt(const std::string& bytes, std::size_t at, std::size_t recordE
     return text;
 }
 
+TEST(BookStrings, ATableWithoutTextsGetsThemInItsFirstRecord) {
+    const std::string none = written(BookStrings());
+    BookStrings strings;
+    ASSERT_TRUE(strings.read(none));
+    EXPECT_EQ(written(strings), none);
+    EXPECT_EQ(strings.add("a", 0, 0), 0U);
+    const std::string bytes = written(strings);
+    EXPECT_EQ(lengths(bytes), std::vector<std::size_t>{12});
+    EXPECT_EQ(textAt(bytes, 12, bytes.size()), "a");
+}
+
 TEST(BookStrings, NumbersEqualTextsOnce) {
     BookStrings strings;
     EXPECT_TRUE(strings.empty());
