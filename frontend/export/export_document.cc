@@ -127,9 +127,7 @@ class Export {
         if (request_.ppt) {
             write(request_.ppt->file, [&](const ByteSink& out) { return writeSlides(task(plan), out); });
         }
-        if (request_.xls) {
-            write(request_.xls->file, [&](const ByteSink& out) { return writeXls(task(plan), out); });
-        }
+        if (request_.xls) writeXls(task(plan));
         if (request_.text) {
             write(request_.text->file, [&](const ByteSink& out) { return writeTextPage(task(plan), out); });
         }

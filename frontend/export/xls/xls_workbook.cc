@@ -22,7 +22,17 @@ class XlsWriter {
   public:
     explicit XlsWriter(const ExportTask& task) : task_(task), request_(*task.request.xls) {}
 
-    PackageResult write(const ByteSink& out) { return makeBook() ? book_.write(out) : PackageResult(); }
+    void carryOut() {
+        if (!makeBook()) return;
+        std::size_t file = 0;
+        PackageResult result = task_.files.begin(request_.file, file);
+        if (result) result = book_.write(task_.files.sink(file));
+        if (result) {
+            task_.files.setMain(file);
+        } else {
+            task_.report.failToWrite(request_.file, result);
+        }
+    }
 
   private:
     bool makeBook() {
@@ -102,6 +112,6 @@ class XlsWriter {
 
 }  // namespace
 
-PackageResult writeXls(const ExportTask& task, const ByteSink& out) { return XlsWriter(task).write(out); }
+void writeXls(const ExportTask& task) { XlsWriter(task).carryOut(); }
 
 }  // namespace vexa::frontend

@@ -6,7 +6,7 @@
 namespace vexa::frontend {
 
 /// Writes the workbook that `task.request.xls` asks for, the whole file. Fails the report where that cannot
-/// be; the file that is there is only read. The result is that of writing.
-PackageResult writeXls(const ExportTask& task, const ByteSink& out);
+/// be; the file that is there is only read.
+void writeXls(const ExportTask& task);
 
 }  // namespace vexa::frontend

@@ -6,6 +6,8 @@
 #include "backend/strings/dictionary.h"
 #include "frontend/export/office/office_values.h"
 #include "frontend/export/workbook/sheet_builder.h"
+#include "frontend/export/workbook/sheet_name.h"
+#include "frontend/export/workbook/sheet_place.h"
 #include "frontend/export/xlsx/sheet_insertion.h"
 
 namespace vexa::frontend {
@@ -21,15 +23,25 @@ class WorkbookWriter {
         : task_(task), options_(options), kind_(kind) {}
 
     void carryOut() {
+        if (!openWorkbook() || !checkRequest()) {
+            return;
+        }
         SheetContent content = buildSheet(task_, officeSheetLimits, options_.notesAndCaptions);
-        if (!task_.report.failed() && openWorkbook() &&
-            insertSheet(workbook_, std::move(content), options_, task_.report)) {
+        if (!task_.report.failed() && insertSheet(workbook_, std::move(content), options_, task_.report)) {
             writeFile();
         }
     }
 
   private:
     bool check(const PackageResult& result) { return checkWorkbook(result, options_.file, task_.report); }
+
+    /// What can be known to be wrong before anything is made.
+    bool checkRequest() {
+        const bool isThere = workbook_.list().find(options_.sheet).has_value();
+        const bool startsAtCell = options_.location == SheetLocation::startCell;
+        return (isThere || checkSheetName(options_.sheet, task_.report)) &&
+               (!startsAtCell || startPlace(options_.startCell, officeSheetLimits, task_.report));
+    }
 
     bool openWorkbook() {
         FileSystem& files = FileSystem::current();

@@ -43,6 +43,30 @@ class XlsExport : public ::testing::Test {
 
 constexpr const char* atTop = "A1=T B1= A2= B2=C A3=R B3=m A4=a B4=1.5 A5=b B5=2 A1:B1 ";
 
+/// Of what is wrong, both kinds of workbooks say the same first: what was asked for, the content, the file.
+TEST(WorkbookErrorOrder, IsThatOfBothKinds) {
+    const ExportFolder folder;
+    const ViewerDocument tooLong =
+        document(R"({"type": "text", "text": ")" + std::string(32'768, 'x') + "\"}");
+    for (const bool isOld : {false, true}) {
+        const auto errorOf = [&](const ViewerDocument& exported, const std::string& sheet,
+                                 const std::string& cell) {
+            ExportRequest request;
+            auto& target = isOld ? request.xls : request.xlsx;
+            target.emplace();
+            target->file = folder.file("none/book");
+            target->sheet = sheet;
+            target->location = SheetLocation::startCell;
+            target->startCell = cell;
+            return exportDocument(exported, request, {}).response.errorCode;
+        };
+        EXPECT_EQ(errorOf(tooLong, "a/b", "A1"), 14) << isOld;
+        EXPECT_EQ(errorOf(tooLong, "S", "A"), 15) << isOld;
+        EXPECT_EQ(errorOf(tooLong, "S", "A1"), 12) << isOld;
+        EXPECT_EQ(errorOf(document(), "S", "A1"), 6) << isOld;
+    }
+}
+
 TEST_F(XlsExport, EveryOperationWithEveryLocation) {
     EXPECT_EQ(run(SheetOperation::createFile, "S"), atTop);
     EXPECT_EQ(run(SheetOperation::createFile, "S", SheetLocation::lastColumn), atTop);
