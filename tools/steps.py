@@ -15,6 +15,7 @@ import repository
 SANITIZER_SETTINGS = {
     "ASAN_OPTIONS": "detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1",
     "ASAN_SYMBOLIZER_PATH": "/usr/lib/llvm-14/bin/llvm-symbolizer",
+    "LSAN_OPTIONS": f"suppressions={repository.ROOT / 'tools' / 'leaks_of_libraries.txt'}:print_suppressions=0",
     "UBSAN_OPTIONS": "print_stacktrace=1",
 }
 CLOSING_COUNT = re.compile(r"^(\d+) passed, (\d+) failed$")

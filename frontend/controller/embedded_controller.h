@@ -49,6 +49,7 @@ class EmbeddedController : public OutputController {
     /// Whether nobody else has written the document's own file; asked again, yes.
     static bool checkUnchanged(const Request& request, ViewerDocument& document, Response& response);
 
+    void warnOfOpenFile(const Request& request, const ViewerDocument& document, const std::string& file);
     void follow(ViewerDocument& document, const SaveOptions& options, OutputDocumentLock wish,
                 const std::string& file);
 

@@ -16,6 +16,20 @@
 namespace vexa::frontend {
 namespace {
 
+/// What opens a document stays in memory no longer than it is needed.
+class WipedAtEnd {
+  public:
+    explicit WipedAtEnd(std::string& secret) : secret_(secret) {}
+    WipedAtEnd(const WipedAtEnd&) = delete;
+    WipedAtEnd& operator=(const WipedAtEnd&) = delete;
+    WipedAtEnd(WipedAtEnd&&) = delete;
+    WipedAtEnd& operator=(WipedAtEnd&&) = delete;
+    ~WipedAtEnd() { wipe(secret_); }
+
+  private:
+    std::string& secret_;
+};
+
 /// The path that a request names, in the form that the user can hand to other programs.
 std::string shownFile(const VexawMsgOutputControllerRequest& request) {
     return toNativePath(toUtf8(request.second()));
@@ -130,16 +144,10 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     options.locked = markAfterSave(request.lock(), *document);
     options.dataModel = request.yesNo() == YesNoEnum::yes;
     StoreResult result = readPasswordForm(request, options.passwordForm);
-    if (result && isForeignFile(file)) {
-        wipe(options.passwordForm);
-        return refuse(response, messages::foreignFile, shownFile(request));
-    }
-    if (result && !checkUnchanged(request, *document, response)) {
-        wipe(options.passwordForm);
-        return false;
-    }
+    const WipedAtEnd wiped(options.passwordForm);
+    if (result && isForeignFile(file)) return refuse(response, messages::foreignFile, shownFile(request));
+    if (result && !checkUnchanged(request, *document, response)) return false;
     if (result && carrying_ == Carrying::dryRun) {
-        wipe(options.passwordForm);
         say(noteLevel, messages::drySave, {userText(shownName(*document)), userText(shownFile(request))});
         return true;
     }
@@ -147,17 +155,12 @@ bool EmbeddedController::save(const Request& request, Response& response) {
         result = saveDocument(*document, file, options, &otherRights);
     }
     const bool isProtected = !options.passwordForm.empty();
-    wipe(options.passwordForm);
     if (!result) {
         const StoreMessage message = describe(result, shownFile(request));
         return refuse(response, message.text, message.argument);
     }
     if (otherRights) say(warningLevel, messages::otherRights, {userText(shownFile(request))});
-    // Who protects one copy and not another in one go knows it.
-    const bool isReplaced = document->file() == file && document->isFileProtected();
-    if (!isProtected && (document->neededPassword() || isReplaced)) {
-        say(warningLevel, messages::standsOpen, {userText(shownFile(request))});
-    }
+    if (!isProtected) warnOfOpenFile(request, *document, file);
     follow(*document, options, request.lock(), file);
     if (document->file() == file) {
         document->setFileProtected(isProtected);
@@ -165,6 +168,15 @@ bool EmbeddedController::save(const Request& request, Response& response) {
         rememberFile(*document, file);
     }
     return true;
+}
+
+// The file was written without protection. Who protects one copy and not another in one go knows it.
+void EmbeddedController::warnOfOpenFile(const Request& request, const ViewerDocument& document,
+                                        const std::string& file) {
+    const bool isReplaced = document.file() == file && document.isFileProtected();
+    if (document.neededPassword() || isReplaced) {
+        say(warningLevel, messages::standsOpen, {userText(shownFile(request))});
+    }
 }
 
 // What a save to `file` means for the open document. Only a file that holds all of it becomes its file; a

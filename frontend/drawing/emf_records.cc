@@ -207,13 +207,8 @@ void EmfRecords::setTextColor(VectorColor color) {
     if (std::exchange(textColor_, value) != value) add(EmfRecord::setTextColor, {value});
 }
 
-void EmfRecords::text(const VectorText& text) {
-    constexpr std::int64_t fixedBytes = 76;
-    const std::uint32_t font = fontOf(text);
-    if (std::exchange(selected_[fontKind], font) != font) select(font);
-    setTextColor(text.color);
-    std::string characters;
-    std::string advances;
+std::int64_t EmfRecords::appendCharacters(const VectorText& text, std::string& characters,
+                                          std::string& advances) {
     std::int64_t count = 0;
     double exact = 0;
     std::int64_t written = 0;
@@ -234,6 +229,17 @@ void EmfRecords::text(const VectorText& text) {
         count += isPair ? 2 : 1;
     }
     characters.append(characters.size() % 4, '\0');
+    return count;
+}
+
+void EmfRecords::text(const VectorText& text) {
+    constexpr std::int64_t fixedBytes = 76;
+    const std::uint32_t font = fontOf(text);
+    if (std::exchange(selected_[fontKind], font) != font) select(font);
+    setTextColor(text.color);
+    std::string characters;
+    std::string advances;
+    const std::int64_t count = appendCharacters(text, characters, advances);
     append(records_, static_cast<std::int64_t>(EmfRecord::text));
     append(records_, fixedBytes + static_cast<std::int64_t>(characters.size() + advances.size()));
     for (const std::int64_t each : {0, 0, -1, -1, 1}) append(records_, each);

@@ -73,6 +73,9 @@ class EmfRecords {
     /// The number of an object that this record makes, made where there was no equal one.
     std::uint32_t object(EmfRecord type, const std::string& content);
     std::uint32_t fontOf(const VectorText& text);
+    /// UTF-16 and the advance of each unit; how many these are.
+    static std::int64_t appendCharacters(const VectorText& text, std::string& characters,
+                                         std::string& advances);
     void setFillMode(bool evenOdd);
     void setTextColor(VectorColor color);
     [[nodiscard]] std::string header(std::size_t bytes) const;

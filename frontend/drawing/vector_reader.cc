@@ -41,7 +41,8 @@ bool drawPage(const Picture& picture, double width, double height, std::string& 
 /// One content: that of the page, or of a form on it.
 class ContentReader : public QPDFObjectHandle::ParserCallbacks {
   public:
-    ContentReader(QPDFObjectHandle resources, const VectorState& state, VectorTarget& target, int depth)
+    ContentReader(const QPDFObjectHandle& resources, const VectorState& state, VectorTarget& target,
+                  int depth)
         : resources_(resources), state_(state), target_(target), depth_(depth) {}
 
     void handleObject(QPDFObjectHandle object) override {

@@ -49,12 +49,12 @@ VectorColor colorOf(double red, double green, double blue) {
     return part(red) << 16U | part(green) << 8U | part(blue);
 }
 
-VectorMatrix matrixOf(QPDFObjectHandle numbers) {
+VectorMatrix matrixOf(const QPDFObjectHandle& numbers) {
     return {numberAt(numbers, 0, 1), numberAt(numbers, 1, 0), numberAt(numbers, 2, 0),
             numberAt(numbers, 3, 1), numberAt(numbers, 4, 0), numberAt(numbers, 5, 0)};
 }
 
-VectorBox boxOf(QPDFObjectHandle numbers, const VectorMatrix& matrix) {
+VectorBox boxOf(const QPDFObjectHandle& numbers, const VectorMatrix& matrix) {
     VectorBox box;
     for (const int x : {0, 2}) {
         for (const int y : {1, 3}) box.take(matrix.at(numberAt(numbers, x, 0), numberAt(numbers, y, 0)));

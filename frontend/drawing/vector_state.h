@@ -39,9 +39,9 @@ struct VectorState {
 };
 
 [[nodiscard]] VectorColor colorOf(double red, double green, double blue);
-[[nodiscard]] VectorMatrix matrixOf(QPDFObjectHandle numbers);
+[[nodiscard]] VectorMatrix matrixOf(const QPDFObjectHandle& numbers);
 /// A box of a form, seen through a matrix.
-[[nodiscard]] VectorBox boxOf(QPDFObjectHandle numbers, const VectorMatrix& matrix);
+[[nodiscard]] VectorBox boxOf(const QPDFObjectHandle& numbers, const VectorMatrix& matrix);
 /// Where a picture stands.
 [[nodiscard]] VectorBox unitBox(const VectorMatrix& matrix);
 

@@ -249,7 +249,8 @@ class CompoundReader {
         root.isTaken = true;
         root.entry.parent = 0;
         const std::uint32_t first = root.child;
-        file.entries_.assign(1, std::move(root.entry));
+        file.entries_.clear();
+        file.entries_.push_back(std::move(root.entry));
         std::vector<std::uint32_t> children{first};  // by place
         for (std::size_t place = 0; place < children.size(); ++place) {
             if (file.entries_[place].isStorage && !placeChildren(file, place, children)) return false;

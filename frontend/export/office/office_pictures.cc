@@ -24,7 +24,7 @@ void appendNumber(std::string& bytes, std::uint32_t value) {
     for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift & 0xFFU);
 }
 
-void appendChunk(std::string& png, std::string chunk) {
+void appendChunk(std::string& png, const std::string& chunk) {
     appendNumber(png, static_cast<std::uint32_t>(chunk.size() - 4));
     png += chunk;
     appendNumber(png, crcOf(chunk));

@@ -1,6 +1,7 @@
 #include "frontend/export/pdf/page_canvas.h"
 
 #include <array>
+#include <cmath>
 #include <utility>
 
 namespace vexa::frontend::pdf {
@@ -20,7 +21,7 @@ void appendPoint(std::string& text, double x, double y) {
 
 /// A factor of a scale, with six decimals.
 void appendFactor(std::string& text, double factor) {
-    const auto millionths = static_cast<std::uint64_t>(factor * 1e6 + 0.5);
+    const auto millionths = std::llround(factor * 1e6);
     std::string rest = std::to_string(millionths % 1'000'000);
     rest.insert(0, 6 - rest.size(), '0');
     text += std::to_string(millionths / 1'000'000) + "." + rest + " ";

@@ -148,7 +148,8 @@ PdfObject PageFlow::finish() {
         const auto count = static_cast<std::size_t>(std::count(pages.begin(), pages.end(), 'R'));
         std::string body = "<</Type/Pages/Parent ";
         appendReference(body, pagesRoot_);
-        file_.write(node, body + "/Count " + std::to_string(count) + "/Kids[" + pages + "]>>");
+        body.append("/Count ").append(std::to_string(count)).append("/Kids[").append(pages).append("]>>");
+        file_.write(node, body);
         appendReference(kids, node);
         kids += ' ';
     }

@@ -86,7 +86,7 @@ class ObjectCopier {
     }
 
   private:
-    std::string textOf(QPDFObjectHandle object, int depth) {
+    std::string textOf(const QPDFObjectHandle& object, int depth) {
         if (object.isIndirect()) {
             const auto found = copied_.find(object.getObjGen());
             const PdfObject number = found == copied_.end() ? copy(object) : found->second;
@@ -98,7 +98,7 @@ class ObjectCopier {
     std::string bodyOf(QPDFObjectHandle object, int depth) {
         std::string text;
         if (object.isArray()) {
-            for (QPDFObjectHandle each : object.getArrayAsVector()) {
+            for (const QPDFObjectHandle& each : object.getArrayAsVector()) {
                 text += (text.empty() ? "[" : " ") + textOf(each, depth + 1);
             }
             return text.empty() ? "[]" : text + "]";

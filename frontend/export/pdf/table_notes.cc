@@ -58,7 +58,7 @@ double TableNotes::wholeHeight() const {
     return height;
 }
 
-void TableNotes::write(std::vector<MarkPlace> marks, bool isLast) {
+void TableNotes::write(const std::vector<MarkPlace>& marks, bool isLast) {
     for (std::size_t i = 0; isLast && i < grid_.footnotes.size(); ++i) {
         if (listed_.find(i) == listed_.end()) part_.insert(i);
     }

@@ -24,7 +24,7 @@ class TableNotes {
     /// The height of all of them.
     [[nodiscard]] double wholeHeight() const;
     /// Writes the list; `marks` are the references of the part.
-    void write(std::vector<MarkPlace> marks, bool isLast);
+    void write(const std::vector<MarkPlace>& marks, bool isLast);
 
   private:
     void writeNote(std::size_t number, const std::vector<MarkPlace>& marks);

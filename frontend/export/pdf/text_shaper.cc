@@ -269,7 +269,8 @@ void placeGlyphs(const PangoGlyphItem& item, double scale, std::vector<PlacedGly
     for (int i = 0; i < item.glyphs->num_glyphs; ++i) {
         const PangoGlyphInfo& glyph = item.glyphs->glyphs[i];
         PlacedGlyph& placed = glyphs.emplace_back();
-        placed.textBegin = static_cast<std::size_t>(item.item->offset + item.glyphs->log_clusters[i]);
+        placed.textBegin = static_cast<std::size_t>(item.item->offset) +
+                           static_cast<std::size_t>(item.glyphs->log_clusters[i]);
         placed.advance = glyph.geometry.width * scale;
         placed.x = glyph.geometry.x_offset * scale;
         placed.y = -glyph.geometry.y_offset * scale;
@@ -324,8 +325,10 @@ void TextShaper::shapeParagraph(TextStyleId id, std::string_view text, ShapedTex
             const bool isBackward = (item->item->analysis.level & 1) != 0;
             glyphs_.clear();
             placeGlyphs(*item, 1000.0 / (size * PANGO_SCALE), glyphs_);
-            setTextEnds(glyphs_, static_cast<std::size_t>(item->item->offset + item->item->length),
-                        isBackward);
+            setTextEnds(
+                glyphs_,
+                static_cast<std::size_t>(item->item->offset) + static_cast<std::size_t>(item->item->length),
+                isBackward);
             noteMissing(shape, text);
             writer_.append(shape, size, glyphs_, text, isBackward, line);
         }

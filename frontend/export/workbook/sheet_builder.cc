@@ -23,7 +23,6 @@ using tables::layOut;
 using tables::LayoutOptions;
 using tables::Place;
 using tables::Table;
-using tables::TableGrid;
 using tables::TableLayout;
 
 /// Points; no program shows larger pictures on a sheet.

@@ -150,13 +150,14 @@ void SheetFitting::insertCells(SheetContent& content) const {
     std::size_t from = content.cells.size();
     std::size_t to = from + more;
     content.cells.resize(to);
-    for (auto each = spreads_.rbegin(); each != spreads_.rend(); ++each) {
-        while (from > each->cell + std::size_t{1}) content.cells[--to] = content.cells[--from];
+    for (std::size_t place = spreads_.size(); place-- > 0;) {
+        const Spread& each = spreads_[place];
+        while (from > each.cell + std::size_t{1}) content.cells[--to] = content.cells[--from];
         const SheetCell first = content.cells[--from];
-        for (std::size_t i = std::size_t{each->rows} * each->columns; i-- > 1;) {
+        for (std::size_t i = std::size_t{each.rows} * each.columns; i-- > 1;) {
             SheetCell blank;
-            blank.row = first.row + static_cast<std::uint32_t>(i / each->columns);
-            blank.column = static_cast<std::uint16_t>(first.column + i % each->columns);
+            blank.row = first.row + static_cast<std::uint32_t>(i / each.columns);
+            blank.column = static_cast<std::uint16_t>(first.column + i % each.columns);
             blank.style = first.style;
             content.cells[--to] = blank;
         }

@@ -68,6 +68,7 @@ class BinaryBook {
     [[nodiscard]] std::string writtenStream();
     void writeGlobals(std::string& out);
     void writeGlobal(const RecordView& record, std::string& out);
+    void mendGlobal(const RecordView& record, std::size_t content, std::string& out) const;
     void writeBehind(std::size_t place, std::string& out);
     void writeSheets(std::string& out);
 

@@ -85,9 +85,6 @@ void BinaryBook::writeGlobals(std::string& out) {
 /// A record of the globals, with what the changes mean for it.
 void BinaryBook::writeGlobal(const RecordView& record, std::string& out) {
     const std::size_t content = out.size() + headerBytes;
-    const auto added = static_cast<std::uint32_t>(
-        std::count_if(sheets_.begin(), sheets_.end(), [](const Sheet& each) { return !each.own.empty(); }));
-    constexpr std::uint32_t ownBook = 0x0401;
     switch (record.id) {
         case id::boundSheet:
             entriesAt_.push_back(content);
@@ -111,6 +108,15 @@ void BinaryBook::writeGlobal(const RecordView& record, std::string& out) {
             break;
     }
     out += record.raw;
+    mendGlobal(record, content, out);
+}
+
+/// What the sheets that are added, and cells that are written over, mean for a record that was copied with
+/// its content to `content`.
+void BinaryBook::mendGlobal(const RecordView& record, std::size_t content, std::string& out) const {
+    const auto added = static_cast<std::uint32_t>(
+        std::count_if(sheets_.begin(), sheets_.end(), [](const Sheet& each) { return !each.own.empty(); }));
+    constexpr std::uint32_t ownBook = 0x0401;
     if (record.id == id::tabId && added > 0) {
         std::uint32_t last = 0;
         for (std::size_t at = content; at + 2 <= out.size(); at += 2)

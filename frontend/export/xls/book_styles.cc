@@ -17,7 +17,6 @@ namespace {
 using tables::BorderLine;
 using tables::HorizontalAlign;
 using tables::LineStyle;
-using tables::VerticalAlign;
 
 /// Numbers of codes that need no record.
 constexpr std::array<std::pair<std::string_view, std::uint16_t>, 10> fixedCodes{{{"", 0},

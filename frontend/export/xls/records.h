@@ -187,7 +187,8 @@ class Records {
 
 /// Writes a number over what stands at a place of `bytes`, which must be there.
 inline void setNumber(std::string& bytes, std::size_t at, std::uint32_t value, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) bytes[at + i] = static_cast<char>(value >> (8 * i) & 0xFFU);
+    std::uint64_t rest = value;
+    for (std::size_t i = 0; i < count; ++i, rest >>= 8U) bytes[at + i] = static_cast<char>(rest & 0xFFU);
 }
 
 }  // namespace vexa::frontend::biff

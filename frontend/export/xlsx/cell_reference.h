@@ -16,7 +16,11 @@ struct SheetSpot {
     std::uint32_t row = 0;
     std::uint32_t column = 0;
 
-    auto operator<=>(const SheetSpot&) const = default;
+    bool operator==(const SheetSpot&) const = default;
+    /// By row, then by column.
+    bool operator<(const SheetSpot& other) const {
+        return row != other.row ? row < other.row : column < other.column;
+    }
 };
 
 /// Nothing where the text is no cell of a sheet. Letters of either case; dollar signs are passed over.

@@ -40,7 +40,7 @@ std::string countedRoot(std::string_view raw, std::size_t uses, std::size_t text
     std::string tag(raw.substr(0, raw.find_first_of(" \t\r\n/>")));
     for (const RawAttribute& attribute : attributesOf(raw)) {
         const bool isCount = attribute.name == "count";
-        constexpr std::size_t none = static_cast<std::size_t>(-1);
+        constexpr auto none = static_cast<std::size_t>(-1);
         const std::size_t number =
             isCount || attribute.name == "uniqueCount" ? numberOr(attribute.value, none) : none;
         if (number == none) {
@@ -51,6 +51,12 @@ std::string countedRoot(std::string_view raw, std::size_t uses, std::size_t text
         }
     }
     return tag + ">";
+}
+
+/// With its colon; empty where the name has none.
+std::string_view prefixOf(std::string_view name) {
+    const std::size_t colon = name.find(':');
+    return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon + 1);
 }
 
 }  // namespace
@@ -137,15 +143,6 @@ PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out,
     before = 0;
     PackageResult result;
     bool isDone = false;
-    const auto finishItems = [&] {
-        if (std::exchange(isDone, true)) {
-            return;
-        }
-        const std::size_t colon = xml.name().find(':');
-        const std::string_view prefix =
-            colon == std::string_view::npos ? std::string_view() : xml.name().substr(0, colon + 1);
-        waiting += prefixed(items_, prefix);
-    };
     while (result && xml.next()) {
         const bool isRoot = xml.depth() == 0 && (xml.isStart() || xml.isEnd());
         if (isRoot && xml.localName() != "sst") {
@@ -158,8 +155,9 @@ PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out,
         if (isRoot && xml.isStart()) {
             waiting += countedRoot(xml.raw(), uses_, count_);
         }
-        if ((isRoot && xml.isWhole() && xml.isStart()) || (isRoot && xml.isEnd()) || isExtension) {
-            finishItems();
+        const bool isLast = isExtension || (isRoot && (xml.isEnd() || xml.isWhole()));
+        if (isLast && !std::exchange(isDone, true)) {
+            waiting += prefixed(items_, prefixOf(xml.name()));
         }
         if (isRoot && xml.isStart() && xml.isWhole()) {
             waiting += "</" + std::string(xml.name()) + ">";

@@ -23,7 +23,7 @@ constexpr std::string_view stringsType =
 
 /// What is wrong with a workbook, in the language of the user.
 std::string reasonOf(const PackageResult& result) {
-    const std::string detail = result.shownDetail();
+    std::string detail = result.shownDetail();
     switch (result.problem) {
         case PackageProblem::tooLarge:
         case PackageProblem::beyondLimits:

@@ -230,7 +230,7 @@ class Survey {
 }  // namespace
 
 std::optional<std::uint32_t> nextRow(std::optional<std::string_view> value, std::int64_t last) {
-    const std::size_t none = static_cast<std::size_t>(-1);
+    constexpr auto none = static_cast<std::size_t>(-1);
     const std::size_t number = value ? numberOr(*value, none) : static_cast<std::size_t>(last + 2);
     return number <= officeSheetLimits.rows && number > 0 && static_cast<std::int64_t>(number) - 1 > last
                ? std::optional(static_cast<std::uint32_t>(number - 1))
@@ -238,7 +238,7 @@ std::optional<std::uint32_t> nextRow(std::optional<std::string_view> value, std:
 }
 
 std::optional<std::uint32_t> nextColumn(std::optional<std::string_view> value, std::int64_t last) {
-    std::uint32_t column = static_cast<std::uint32_t>(last + 1);
+    auto column = static_cast<std::uint32_t>(last + 1);
     if (value) {
         const std::optional<SheetSpot> spot = readSpot(*value);
         if (!spot) {

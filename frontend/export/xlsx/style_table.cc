@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "frontend/export/office/office_values.h"
@@ -24,7 +25,7 @@ constexpr std::array<const char*, 11> listOrder{"numFmts",      "fonts",   "fill
 
 std::string hundredths(double value) {
     // As programs write sizes: 9, 10.5.
-    const auto number = static_cast<long long>(std::clamp(value, 1.0, 409.0) * 100 + 0.5);
+    const long long number = std::llround(std::clamp(value, 1.0, 409.0) * 100);
     std::string text = std::to_string(number / 100);
     if (const long long rest = number % 100; rest != 0) {
         text += rest < 10 ? ".0" : ".";

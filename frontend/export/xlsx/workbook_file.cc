@@ -271,7 +271,7 @@ PackageResult WorkbookFile::countSheetsInProperties(std::string_view added) {
     if (!last || count != list_.sheets().size()) {
         return {};
     }
-    firstCount.text().set(static_cast<unsigned long long>(count + 1));
+    firstCount.text().set(std::to_string(count + 1).c_str());
     pugi::xml_node parent = last.parent();
     pugi::xml_node title = parent.insert_child_after(last.name(), last);
     title.text().set(std::string(added).c_str());

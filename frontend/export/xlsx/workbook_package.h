@@ -35,6 +35,9 @@ class WorkbookPackage {
     WorkbookPackage() : reader_(workbookLimits) {}
     WorkbookPackage(const WorkbookPackage&) = delete;
     WorkbookPackage& operator=(const WorkbookPackage&) = delete;
+    WorkbookPackage(WorkbookPackage&&) = delete;
+    WorkbookPackage& operator=(WorkbookPackage&&) = delete;
+    ~WorkbookPackage() = default;
 
     /// Takes the bytes of a file. Refuses what is no archive, or one without a list of content types.
     PackageResult open(std::string bytes);

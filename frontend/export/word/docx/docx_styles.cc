@@ -11,8 +11,6 @@ namespace vexa::frontend {
 
 namespace {
 
-using std::string_literals::operator""s;
-
 struct ParagraphStyle {
     std::string_view id;
     std::string_view name;  ///< those that word processors know have the names that these give them
@@ -90,12 +88,17 @@ void appendHeadings(std::string& xml) {
         const std::string size = std::to_string(headingSizes[i]);
         const std::string id = "Heading" + level;
         const std::string name = "heading " + level;
-        const std::string before = i == 0 ? "320"s : "240"s;
+        const std::string before = i == 0 ? "320" : "240";
         const std::string paragraph = R"(<w:keepNext/><w:keepLines/><w:spacing w:before=")" + before +
                                       R"(" w:after="100"/><w:outlineLvl w:val=")" + std::to_string(i) +
                                       R"("/>)";
-        const std::string run = std::string("<w:b/><w:bCs/>") + (i > 4 ? "<w:i/><w:iCs/>" : "") +
-                                R"(<w:sz w:val=")" + size + R"("/><w:szCs w:val=")" + size + R"("/>)";
+        std::string run = "<w:b/><w:bCs/>";
+        if (i > 4) run += "<w:i/><w:iCs/>";
+        run.append(R"(<w:sz w:val=")")
+            .append(size)
+            .append(R"("/><w:szCs w:val=")")
+            .append(size)
+            .append(R"("/>)");
         appendStyle(xml, {id, name, "Normal", "Normal", paragraph, run}, false);
     }
 }
@@ -142,7 +145,8 @@ void appendDefaults(std::string& xml, const std::string& language) {
     xml += R"(<w:docDefaults><w:rPrDefault><w:rPr><w:rFonts w:ascii="Arial" w:hAnsi="Arial" w:eastAsia=")";
     xml.append(eastAsianFont(tag)).append(R"(" w:cs="Arial"/><w:sz w:val="20"/><w:szCs w:val="20"/>)");
     xml.append(R"(<w:lang w:val=")").append(tag).append(R"(" w:eastAsia=")");
-    xml.append(isEastAsian ? tag : "en-US"s).append(R"(" w:bidi="ar-SA"/></w:rPr></w:rPrDefault>)");
+    xml.append(isEastAsian ? tag : std::string("en-US"))
+        .append(R"(" w:bidi="ar-SA"/></w:rPr></w:rPrDefault>)");
     xml += R"(<w:pPrDefault/></w:docDefaults>)";
 }
 

@@ -48,7 +48,7 @@ void appendMeasure(std::string& xml, std::string_view name, double points) {
 
 }  // namespace
 
-DocxWriter::DocxWriter(ByteSink sink, std::string title, std::string language, const WordPage& page)
+DocxWriter::DocxWriter(ByteSink sink, std::string title, const std::string& language, const WordPage& page)
     : package_(std::move(sink), {std::move(title), language}, documentPart),
       language_(officeLanguage(language)),
       page_(page) {

@@ -16,7 +16,7 @@ namespace vexa::frontend {
 class DocxWriter : public WordWriter {
   public:
     /// The bytes of the file go to `sink`. `language` is that of the document's text, a language code.
-    DocxWriter(ByteSink sink, std::string title, std::string language, const WordPage& page);
+    DocxWriter(ByteSink sink, std::string title, const std::string& language, const WordPage& page);
 
     void begin(const std::vector<WordParagraph>& head) override;
     void beginSection(const std::vector<WordParagraph>& head) override;

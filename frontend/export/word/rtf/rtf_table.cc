@@ -18,7 +18,6 @@ using tables::GridRole;
 using tables::LineStyle;
 using tables::ShownStyle;
 using tables::TableGrid;
-using tables::VerticalAlign;
 
 /// What cells of one style have in common, made once.
 struct CellWords {

@@ -52,7 +52,7 @@ std::string_view alignWord(HorizontalAlign align) {
 
 }  // namespace
 
-RtfWriter::RtfWriter(ByteSink sink, std::string title, std::string language, const WordPage& page)
+RtfWriter::RtfWriter(ByteSink sink, std::string title, const std::string& language, const WordPage& page)
     : sink_(std::move(sink)),
       title_(std::move(title)),
       language_(officeLanguage(language)),
