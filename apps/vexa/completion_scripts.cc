@@ -23,7 +23,7 @@ bool isFile(const std::string& value) {
 }
 
 /// Inside single quotes of any of the shells.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string result;
     for (const char c : text) result += c == '\'' ? std::string("\"") : std::string(1, c);
     return result;
@@ -82,7 +82,7 @@ std::string bashScript(const std::vector<DescribedCommand>& commands) {
 /// "[help]:VALUE:_files" as _arguments takes it.
 std::string zshOption(const DescribedOption& option) {
     std::string help;
-    for (const char c : quoted(option.help))
+    for (const char c : inQuotes(option.help))
         help += std::string(c == '[' || c == ']' || c == ':' ? "\\" : "") + c;
     std::string text = option.name + '[' + help + ']';
     if (option.value.empty()) return text;
@@ -98,7 +98,7 @@ std::string zshScript(const std::vector<DescribedCommand>& commands) {
               "_vexa() {\n"
               "    local -a commands=(\n";
     for (std::size_t i = 1; i < commands.size(); ++i) {
-        script << "        '" << commands[i].name << ':' << quoted(commands[i].help) << "'\n";
+        script << "        '" << commands[i].name << ':' << inQuotes(commands[i].help) << "'\n";
     }
     script << "    )\n    local curcontext=$curcontext state line\n    _arguments -C \\\n";
     for (const DescribedOption& option : commands.front().options) {
@@ -129,7 +129,7 @@ std::string fishOption(const std::string& condition, const DescribedOption& opti
     } else if (!option.value.empty()) {
         line += isFile(option.value) ? " -r -F" : " -x";
     }
-    return line + " -d '" + quoted(option.help) + "'\n";
+    return line + " -d '" + inQuotes(option.help) + "'\n";
 }
 
 std::string fishScript(const std::vector<DescribedCommand>& commands) {
@@ -138,7 +138,7 @@ std::string fishScript(const std::vector<DescribedCommand>& commands) {
     script << "# Completions of vexa for fish, made from its options.\n";
     for (std::size_t i = 1; i < commands.size(); ++i) {
         script << "complete -c vexa -n '" << none << "' -a " << commands[i].name << " -d '"
-               << quoted(commands[i].help) << "'\n";
+               << inQuotes(commands[i].help) << "'\n";
     }
     for (const DescribedOption& option : commands.front().options) script << fishOption(none, option);
     for (std::size_t i = 1; i < commands.size(); ++i) {
