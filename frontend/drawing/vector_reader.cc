@@ -41,6 +41,7 @@ bool drawPage(const Picture& picture, double width, double height, std::string& 
 /// One content: that of the page, or of a form on it.
 class ContentReader : public QPDFObjectHandle::ParserCallbacks {
   public:
+    // NOLINTNEXTLINE(modernize-pass-by-value): a handle has nothing to be moved
     ContentReader(const QPDFObjectHandle& resources, const VectorState& state, VectorTarget& target,
                   int depth)
         : resources_(resources), state_(state), target_(target), depth_(depth) {}

@@ -103,7 +103,7 @@ TEST(HtmlPage, KeepsTheWidthsOfColumns) {
     EXPECT_THAT(page, HasSubstr("<table style=\"--least:90pt;--most:100pt;\">"));
     EXPECT_THAT(page, HasSubstr("<colgroup><col><col><col style=\"width:40pt\"></colgroup>"));
     EXPECT_THAT(page, HasSubstr("style=\"min-width:0;max-width:none\">2</td>"));
-    EXPECT_THAT(page, testing::ContainsRegex("<td class=\"s[0-9]+\">1</td>"));
+    EXPECT_THAT(page, testing::ContainsRegex("<td class=\"s.?.?\">1</td>"));
 }
 
 TEST(ReportPage, PacksPicturesAlsoWhereFilesAreWritten) {
