@@ -20,7 +20,7 @@ class VUString {
     VUString(const char* text) : text_(text) {}
 
     operator const char*() const { return text_.c_str(); }
-    // NOLINTEND(google-explicit-constructor)
+    // NOLINTEND(google-explicit-constructor): as above
     [[nodiscard]] const std::string& str() const { return text_; }
     [[nodiscard]] bool empty() const { return text_.empty(); }
 

@@ -106,7 +106,7 @@ void ExportCollector::begin(std::size_t depth, const std::string& name,
             "The element ^1 is not allowed in ^2"_text,
             {quoted(name), depth > 2 ? std::string(kUrl) : std::string(exportElements().at(next_ - 1).name)});
     }
-    if (name != kRoot) refuse("The specification is not an exportSpecification but ^1"_text, {quoted(name)});
+    if (name != kRoot) refuse("The export is not an exportSpecification but ^1"_text, {quoted(name)});
     if (!attributes.empty()) {
         refuse("The element ^1 has no attribute ^2"_text, {name, quoted(attributes.front().name)});
     }
@@ -225,8 +225,7 @@ ReadExportSpec readExportSpec(std::string_view text) {
     ReadExportSpec result{std::make_unique<ExportSpec>(), {}};
     ExportCollector collector(*result.spec);
     const std::string wrong = readXmlForm(
-        text, collector,
-        {"The specification is longer than 16 MiB"_text, "The specification cannot be read as XML"_text});
+        text, collector, {"The export is longer than 16 MiB"_text, "The export cannot be read as XML"_text});
     if (!wrong.empty()) {
         result.spec.reset();
         result.error = fromUtf8(wrong);

@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ReadExportSpec, RefusesWhatIsNoSpecification) {
     EXPECT_THAT(readExportSpec("").error, HasSubstr("Line 1, column 1"));
     EXPECT_THAT(readExportSpec("<exportResponse success=\"true\"/>").error,
-                HasSubstr("The specification is not an exportSpecification but \"exportResponse\""));
+                HasSubstr("The export is not an exportSpecification but \"exportResponse\""));
     EXPECT_THAT(readExportSpec("<exportSpecification a=\"\"/>").error,
                 HasSubstr("The element exportSpecification has no attribute \"a\""));
     EXPECT_THAT(readExportSpec("<!DOCTYPE exportSpecification><exportSpecification/>").error,
@@ -149,7 +149,7 @@ TEST(ReadExportSpec, RefusesWhatIsNoSpecification) {
     EXPECT_THAT(readExportSpec(std::string("<exportSpecification/>\0", 23)).error,
                 HasSubstr("There is a zero byte"));
     EXPECT_EQ(readExportSpec(std::string((std::size_t{16} << 20) + 1, ' ')).error,
-              "The specification is longer than 16 MiB");
+              "The export is longer than 16 MiB");
 }
 
 /// Random settings out of the table of names, as XML.
