@@ -22,6 +22,7 @@ CLOSING_COUNT = re.compile(r"^(\d+) passed, (\d+) failed$")
 
 
 LONGEST_SHOWN = 8
+REPEATED_LINES = 40  # of what a step that failed printed last
 WORTH_SHOWING = 1.0  # seconds
 
 
@@ -32,17 +33,25 @@ class Tally:
         self.began = time.monotonic()
         self.passed = 0
         self.failed = 0
-        self.failures = []  # titles of the steps that failed
+        self.failures = []  # (title, what it printed) of the steps that failed
         self.durations = []  # (seconds, title) of every step
         self.tests = []  # the same of single tests in the steps
 
-    def add(self, title, passed, failed, seconds):
+    def add(self, title, passed, failed, seconds, printed=""):
         self.passed += passed
         self.failed += failed
         if failed:
-            self.failures.append(title)
+            self.failures.append((title, printed))
         self.durations.append((seconds, title))
         print(f"   {title}: {passed} ok, {failed} not ok ({seconds:.0f} s)", flush=True)
+
+    def failed_steps(self):
+        """What failed and the last of what it printed, once more: the end of a long run is often all that is kept of it."""
+        lines = []
+        for title, printed in self.failures:
+            last = [line for line in printed.splitlines() if not CLOSING_COUNT.match(line)][-REPEATED_LINES:]
+            lines += [f"failed: {title}", *(f"   {line}" for line in last)]
+        return "\n".join(lines)
 
     def longest(self):
         """The steps and the single tests that took longest, as lines."""
@@ -72,7 +81,7 @@ def run(tally, title, command, count=None, environment=None):
     passed, failed = count("".join(lines), status) if count else (int(status == 0), int(status != 0))
     if status != 0 and failed == 0:
         failed = 1
-    tally.add(title, passed, failed, time.monotonic() - start)
+    tally.add(title, passed, failed, time.monotonic() - start, "".join(lines))
     return status == 0 and failed == 0
 
 
@@ -92,7 +101,7 @@ def run_together(tally, entries, jobs=2):
             print("".join(line for line in result.stdout.splitlines(keepends=True) if not CLOSING_COUNT.match(line)), end="")
             passed, failed = count(result.stdout, result.returncode) if count else \
                 (int(result.returncode == 0), int(result.returncode != 0))
-            tally.add(title, passed, failed or int(result.returncode != 0), seconds)
+            tally.add(title, passed, failed or int(result.returncode != 0), seconds, result.stdout)
 
 
 def surroundings():

@@ -4,6 +4,7 @@ import pathlib
 import shutil
 import tempfile
 import unittest
+import unittest.mock
 
 import tool
 
@@ -54,6 +55,12 @@ class RunDocs(unittest.TestCase):
 
     def test_a_command_that_fails_in_silence_fails(self):
         self.assertEqual(self.run_page("```console\n$ false\n```\n")[0], 1)
+
+    def test_a_page_is_the_same_within_make(self):
+        page = "```console\n$ printf 'all:\\n\\t@echo made\\n' > Makefile\n$ make -j 2\nmade\n```\n"
+        inherited = {"MAKELEVEL": "1", "MAKEFLAGS": "w -j1 --jobserver-auth=3,4", "MFLAGS": "-w"}
+        with unittest.mock.patch.dict(run_docs.os.environ, inherited):
+            self.assertEqual(self.run_page(page)[:2], (0, "1 passed, 0 failed\n"))
 
     def test_blessing_writes_what_happens(self):
         _, _, page = self.run_page(PAGE.replace("two\n$", "three\n$"), "--bless")

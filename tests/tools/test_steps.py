@@ -65,9 +65,21 @@ class Together(unittest.TestCase):
         with contextlib.redirect_stdout(io.StringIO()) as output:
             steps.run_together(tally, entries)
         self.assertEqual((tally.passed, tally.failed), (1 + 3 + 2, 1 + 1 + 1))
-        self.assertEqual(sorted(tally.failures), ["bad", "counted", "silent"])
+        self.assertEqual(sorted(title for title, _ in tally.failures), ["bad", "counted", "silent"])
         self.assertIn("== good\nfine\n", output.getvalue())
         self.assertNotIn("3 passed", output.getvalue())
+
+
+class Failures(unittest.TestCase):
+    def test_the_end_of_what_failed_is_shown_once_more(self):
+        tally = steps.Tally()
+        program = "for number in range(100): print('line', number)\nprint('0 passed, 1 failed'); raise SystemExit(1)"
+        with contextlib.redirect_stdout(io.StringIO()):
+            steps.run(tally, "long", [sys.executable, "-c", program], steps.count_closing_line)
+            steps.run(tally, "good", [sys.executable, "-c", "print('fine')"])
+        shown = tally.failed_steps().splitlines()
+        self.assertEqual(shown[0], "failed: long")
+        self.assertEqual(shown[1:], [f"   line {number}" for number in range(100 - steps.REPEATED_LINES, 100)])
 
 
 class Longest(unittest.TestCase):
