@@ -67,9 +67,39 @@ class RunDocs(unittest.TestCase):
         self.assertEqual(page, PAGE)
 
     def test_what_a_page_needs_and_lacks_leaves_it_out(self):
-        status, printed, _ = self.run_page("<!-- needs: false -->\n" + PAGE.replace("two\n$", "three\n$"))
+        status, printed, _ = self.run_page("<!-- needs: false -->\n\n" + PAGE.replace("two\n$", "three\n$"))
         self.assertEqual(status, 0)
-        self.assertIn("left out, because this fails: false", printed)
+        self.assertIn("page.md: the page is left out, because this fails: false\n0 passed", printed)
+
+    def test_what_a_block_needs_and_lacks_leaves_it_out(self):
+        block = "<!-- needs: {} -->\n```console\n$ echo a >> made\n$ echo b\nnot b\n```\n"
+        page = 2 * block.format("false") + PAGE + "```console\n$ ls\na.txt\n```\n"
+        said = "page.md: what needs it is left out, because this fails: false\n1 passed, 0 failed\n"
+        self.assertEqual(self.run_page(page)[:2], (0, said))
+        self.assertEqual(self.run_page(page.replace("needs: false", "needs: true"))[0], 1)
+        self.assertEqual(self.run_page(page, "--bless")[2], page)
+
+    def test_a_file_that_a_block_lacks_is_not_written(self):
+        page = "<!-- needs: false -->\n<!-- file: b.txt -->\n```\nb\n```\n\n```console\n$ ls\n```\n"
+        self.assertEqual(self.run_page(page)[0], 0)
+        self.assertEqual(self.run_page(page.replace("false", "true"))[0], 1)
+
+    def test_what_is_no_page_fails_and_says_why(self):
+        for page, reason in [("```console\n$ true\n", "a block does not end"),
+                             ("```console\nprinted\n$ true\n```\n", "begins with one, not with: printed"),
+                             ("<!-- file: a -->\n\n```console\n$ true\n```\n", "right below the name of the file a")]:
+            status, printed, _ = self.run_page(page)
+            self.assertEqual(status, 1)
+            self.assertIn(reason, printed)
+
+    def test_what_takes_too_long_fails_with_all_that_it_started(self):
+        with unittest.mock.patch.object(run_docs, "TIME_LIMIT", 0.5):
+            status, printed, _ = self.run_page("```console\n$ sleep 60 | cat\n```\n")
+        self.assertEqual(status, 1)
+        self.assertIn("is not ready after 0.5 s", printed)
+
+    def test_the_home_is_empty(self):
+        self.assertEqual(self.run_page("```console\n$ ls -A ~\n$ ls\n```\n")[0], 0)
 
 
 if __name__ == "__main__":
