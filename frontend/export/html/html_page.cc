@@ -17,10 +17,10 @@ std::string pageBeginning(const std::string& language, const std::string& title)
     return html + "</title>\n";
 }
 
-PackageResult writePieces(const ByteSink& out, std::string_view beginning, const PagePieces& items,
+PackageResult writePieces(const ByteSink& out, std::string_view beginning, PackedText& items,
                           std::string_view end) {
     PackageResult result = out(beginning);
-    for (auto piece = items.begin(); result && piece != items.end(); ++piece) result = out(*piece);
+    if (result) result = items.release(out);
     return result ? out(end) : result;
 }
 
@@ -32,7 +32,7 @@ PackageResult writeHtmlPage(const ExportTask& task, const ByteSink& out) {
     options.interactiveLayers = request.interactiveLayers;
     PagePictures pictures(task);
     PageBody body(task, options, pictures);
-    PagePieces items;
+    PackedText items;
     if (!body.append(items)) return {};
     std::string beginning = pageBeginning(task.surroundings.language, documentTitle(task.document));
     if (request.styling)

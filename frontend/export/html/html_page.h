@@ -6,6 +6,7 @@
 #include "frontend/export/exporter.h"
 #include "frontend/export/html/page_body.h"
 #include "frontend/package/package_result.h"
+#include "frontend/package/packed_text.h"
 
 namespace vexa::frontend {
 
@@ -16,8 +17,8 @@ PackageResult writeHtmlPage(const ExportTask& task, const ByteSink& out);
 /// The beginning of a page up to behind its `<title>`; what is UTF-8 text is escaped here.
 [[nodiscard]] std::string pageBeginning(const std::string& language, const std::string& title);
 
-/// Writes `beginning`, what the items are, and `end`.
-PackageResult writePieces(const ByteSink& out, std::string_view beginning, const PagePieces& items,
+/// Writes `beginning`, what the items are, and `end`. Nothing is left of the items.
+PackageResult writePieces(const ByteSink& out, std::string_view beginning, PackedText& items,
                           std::string_view end);
 
 }  // namespace vexa::frontend

@@ -25,7 +25,6 @@ using tables::TableGrid;
 using tables::TableLayout;
 
 constexpr std::size_t deepestHeading = 6;
-constexpr std::size_t pieceBytes = 1U << 20U;
 
 std::string idOf(const ExportedItem& item) { return "i" + std::to_string(item.number); }
 
@@ -34,15 +33,16 @@ std::string idOf(const ExportedItem& item) { return "i" + std::to_string(item.nu
 PageBody::PageBody(const ExportTask& task, const PageBodyOptions& options, PicturePlacer& pictures)
     : task_(task), options_(options), pictures_(pictures), classes_(options.restyle) {}
 
-bool PageBody::append(PagePieces& pieces) {
+bool PageBody::append(PackedText& page) {
+    take_ = [&page](std::string& html) { page.take(html); };
+    std::string html;
     std::size_t done = 0;
     for (const ExportedItem& item : task_.plan.items) {
-        if (pieces.empty() || pieces.back().size() >= pieceBytes) {
-            pieces.emplace_back().reserve(pieceBytes + pieceBytes / 4);
-        }
-        appendItem(pieces.back(), item);
+        appendItem(html, item);
+        page.take(html);
         if (!task_.goesOn(++done)) return false;
     }
+    page.takeAll(html);
     return true;
 }
 
@@ -179,7 +179,7 @@ void PageBody::appendLayerLists(std::string& html, const Table& table) {
 }
 
 void PageBody::appendGrid(std::string& html, const TableGrid& grid, const std::string& id) {
-    appendTable(html, grid, id, options_.styling ? &classes_ : nullptr);
+    appendTable(html, grid, id, options_.styling ? &classes_ : nullptr, take_);
 }
 
 void PageBody::appendNotes(std::string& html, const NotesContent& notes) {
@@ -190,6 +190,7 @@ void PageBody::appendNotes(std::string& html, const NotesContent& notes) {
         html += "</dt><dd>";
         appendHtmlLines(html, line.value);
         html += "</dd>\n";
+        take_(html);
     }
     html += "</dl>\n";
 }

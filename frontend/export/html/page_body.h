@@ -7,6 +7,7 @@
 
 #include "frontend/export/exporter.h"
 #include "frontend/export/html/style_classes.h"
+#include "frontend/package/packed_text.h"
 
 namespace vexa::frontend {
 
@@ -34,15 +35,12 @@ struct PageHeading {
     std::string text;
 };
 
-/// Texts that one behind the other make a page, each of a megabyte or so: none is copied because it grows.
-using PagePieces = std::vector<std::string>;
-
 class PageBody {
   public:
     PageBody(const ExportTask& task, const PageBodyOptions& options, PicturePlacer& pictures);
 
     /// Appends one item after the other; false when the export shall end.
-    [[nodiscard]] bool append(PagePieces& pieces);
+    [[nodiscard]] bool append(PackedText& page);
 
     /// Of the items written: their classes, the headers and titles in their order, and whether a list of
     /// layers is there.
@@ -68,6 +66,7 @@ class PageBody {
     PageBodyOptions options_;
     PicturePlacer& pictures_;
     StyleClasses classes_;
+    TextTaker take_;  // away what is written
     std::vector<PageHeading> headings_;
     bool hasLayerLists_ = false;
 };

@@ -23,8 +23,9 @@ using tables::TableGrid;
 
 class TableWriter {
   public:
-    TableWriter(std::string& html, const TableGrid& grid, std::string_view id, StyleClasses* classes)
-        : html_(html), grid_(grid), id_(id), classes_(classes) {
+    TableWriter(std::string& html, const TableGrid& grid, std::string_view id, StyleClasses* classes,
+                const TextTaker& take)
+        : html_(html), take_(take), grid_(grid), id_(id), classes_(classes) {
         if (classes_ == nullptr) return;
         classes_->begin(grid);
         if (!grid.marks.empty()) measureMarks();
@@ -119,6 +120,7 @@ class TableWriter {
             html_ += "<tr>";
             for (const GridCell& cell : grid_.row(row)) writeCell(cell);
             html_ += "</tr>\n";
+            take_(html_);
         }
         html_.append("</").append(element).append(">\n");
     }
@@ -204,7 +206,10 @@ class TableWriter {
         if (grid_.footnotes.empty()) return;
         open("ul", grid_.footnoteStyle, false, "footnotes");
         html_ += ">\n";
-        for (const GridFootnote& note : grid_.footnotes) writeNote(note);
+        for (const GridFootnote& note : grid_.footnotes) {
+            writeNote(note);
+            take_(html_);
+        }
         html_ += "</ul>\n";
     }
 
@@ -237,6 +242,7 @@ class TableWriter {
     }
 
     std::string& html_;
+    const TextTaker& take_;
     const TableGrid& grid_;
     std::string_view id_;
     StyleClasses* classes_;
@@ -247,8 +253,9 @@ class TableWriter {
 
 }  // namespace
 
-void appendTable(std::string& html, const TableGrid& grid, std::string_view id, StyleClasses* classes) {
-    TableWriter(html, grid, id, classes).write();
+void appendTable(std::string& html, const TableGrid& grid, std::string_view id, StyleClasses* classes,
+                 const TextTaker& take) {
+    TableWriter(html, grid, id, classes, take).write();
 }
 
 }  // namespace vexa::frontend

@@ -140,6 +140,16 @@ PackageResult OfficePackage::add(const std::string& part, std::string contentTyp
     return result_;
 }
 
+PackageResult OfficePackage::addPacked(const std::string& part, std::string contentType, ZipEntry entry,
+                                       std::string packed) {
+    if (!result_) return result_;
+    contentTypes_.emplace_back(part, std::move(contentType));
+    entry.name = part.substr(1);
+    result_ = zip_.addPacked(entry, packed_.emplace_back(std::move(packed)));
+    if (result_) result_ = addRelations(part);
+    return result_;
+}
+
 PackageResult OfficePackage::addStored(const std::string& part, std::string contentType,
                                        std::string content) {
     if (!result_) return result_;

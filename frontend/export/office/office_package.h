@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <map>
 #include <string>
 #include <string_view>
@@ -40,6 +41,9 @@ class OfficePackage {
 
     /// Adds a part whose relations are all made. The first failure stays the result of every later call.
     PackageResult add(const std::string& part, std::string contentType, std::string content);
+    /// Adds a part whose bytes `DeflateStream` has packed; the entry's name is set here.
+    PackageResult addPacked(const std::string& part, std::string contentType, ZipEntry entry,
+                            std::string packed);
     /// Adds a part of bytes that are compressed already or need no relations, "vbaProject.bin".
     PackageResult addStored(const std::string& part, std::string contentType, std::string content);
     /// The name of the part that holds this picture, in the folder `media` beside the main part: added where
@@ -63,6 +67,7 @@ class OfficePackage {
     PackageResult addRelations(const std::string& part);
     void addProperties(const OfficeProperties& properties, const std::string& mainPart);
 
+    std::deque<std::string> packed_;  // what the archive refers to
     ZipWriter zip_;
     PackageResult result_;
     std::string mediaFolder_;

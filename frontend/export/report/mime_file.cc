@@ -1,6 +1,7 @@
 #include "frontend/export/report/mime_file.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "frontend/package/base64.h"
 
@@ -57,55 +58,68 @@ std::string MimeFile::addPicture(const std::string& png) {
     return "cid:" + addressName(number);
 }
 
-std::string MimeFile::finish(std::string_view title, std::string_view page) const {
-    std::string file = "MIME-Version: 1.0\r\n";
-    file.append("Subject: ").append(encodedWords(title)).append(lineEnd);
-    file.append("Content-Type: multipart/related; type=\"text/html\"; boundary=\"")
+PackageResult MimeFile::write(const ByteSink& out, std::string_view title,
+                              const std::function<PackageResult(const ByteSink&)>& page) const {
+    std::string head = "MIME-Version: 1.0\r\n";
+    head.append("Subject: ").append(encodedWords(title)).append(lineEnd);
+    head.append("Content-Type: multipart/related; type=\"text/html\"; boundary=\"")
         .append(boundary)
         .append("\"\r\n\r\n");
-    beginPart(file, "text/html; charset=utf-8", "quoted-printable");
-    file.append("Content-ID: <page@report>\r\n\r\n").append(quotedPrintable(page)).append(lineEnd);
-    for (std::size_t i = 0; i < pictures_.size(); ++i) {
-        beginPart(file, "image/png", "base64");
-        file.append("Content-ID: <").append(addressName(i + 1)).append(">\r\n\r\n");
-        file.append(base64Lines(pictures_[i]));
+    beginPart(head, "text/html; charset=utf-8", "quoted-printable");
+    head.append("Content-ID: <page@report>\r\n\r\n");
+    PackageResult result = out(head);
+    QuotedPrintable quoted;
+    if (result) result = page([&](std::string_view piece) { return out(quoted.add(piece)); });
+    if (result) result = out(quoted.finish().append(lineEnd));
+    for (std::size_t i = 0; result && i < pictures_.size(); ++i) {
+        std::string part;
+        beginPart(part, "image/png", "base64");
+        part.append("Content-ID: <").append(addressName(i + 1)).append(">\r\n\r\n");
+        result = out(part.append(base64Lines(pictures_[i])));
     }
-    return file.append("--").append(boundary).append("--\r\n");
+    return result ? out(std::string("--").append(boundary).append("--\r\n")) : result;
 }
 
-std::string quotedPrintable(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
+std::string QuotedPrintable::add(std::string_view text) {
     std::string quoted;
     quoted.reserve(text.size() + text.size() / 8);
-    std::size_t column = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char each = text[i];
-        if (each == '\n') {
-            quoted.append(lineEnd);
-            column = 0;
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(each);
-        const bool endsLine = i + 1 == text.size() || text[i + 1] == '\n';
-        const bool isBlank = each == ' ' || each == '\t';
-        // A line that begins with a period is misread by some mail programs.
-        const bool isPlain = (byte > ' ' && byte < 0x7F && each != '=' && (each != '.' || column > 0)) ||
-                             (isBlank && !endsLine);
-        const std::size_t width = isPlain ? 1 : 3;
-        if (column + width > longestLine - 1) {
-            quoted.append("=").append(lineEnd);
-            column = 0;
-        }
-        if (isPlain) {
-            quoted += each;
-        } else {
-            quoted += '=';
-            quoted += digits[byte >> 4];
-            quoted += digits[byte & 0xF];
-        }
-        column += width;
+    for (const char each : text) {
+        if (waits_) put(quoted, waiting_, each == '\n');
+        waits_ = each != '\n';
+        waiting_ = each;
+        if (waits_) continue;
+        quoted.append(lineEnd);
+        column_ = 0;
     }
     return quoted;
+}
+
+std::string QuotedPrintable::finish() {
+    std::string quoted;
+    if (std::exchange(waits_, false)) put(quoted, waiting_, true);
+    return quoted;
+}
+
+void QuotedPrintable::put(std::string& quoted, char each, bool endsLine) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(each);
+    const bool isBlank = each == ' ' || each == '\t';
+    // A line that begins with a period is misread by some mail programs.
+    const bool isPlain =
+        (byte > ' ' && byte < 0x7F && each != '=' && (each != '.' || column_ > 0)) || (isBlank && !endsLine);
+    const std::size_t width = isPlain ? 1 : 3;
+    if (column_ + width > longestLine - 1) {
+        quoted.append("=").append(lineEnd);
+        column_ = 0;
+    }
+    if (isPlain) {
+        quoted += each;
+    } else {
+        quoted += '=';
+        quoted += digits[byte >> 4];
+        quoted += digits[byte & 0xF];
+    }
+    column_ += width;
 }
 
 }  // namespace vexa::frontend

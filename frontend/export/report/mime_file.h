@@ -3,9 +3,12 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "frontend/package/package_result.h"
 
 namespace vexa::frontend {
 
@@ -13,14 +16,28 @@ class MimeFile {
   public:
     /// Takes a PNG; the same one is taken once. Gives the address that the page refers to it by.
     std::string addPicture(const std::string& png);
-    /// The whole file around a page of HTML. `title` is its subject.
-    [[nodiscard]] std::string finish(std::string_view title, std::string_view page) const;
+    /// Writes the whole file around a page of HTML, which `page` writes. `title` is its subject.
+    PackageResult write(const ByteSink& out, std::string_view title,
+                        const std::function<PackageResult(const ByteSink&)>& page) const;
 
   private:
     std::vector<std::string> pictures_;
 };
 
-/// `text` as quoted-printable: lines of at most 76 characters; line feeds become CR LF.
-[[nodiscard]] std::string quotedPrintable(std::string_view text);
+/// Text as quoted-printable, piece by piece: lines of at most 76 characters; line feeds become CR LF.
+class QuotedPrintable {
+  public:
+    /// What is known of the text so far; a blank at its end is kept back.
+    [[nodiscard]] std::string add(std::string_view text);
+    /// What is left at the end.
+    [[nodiscard]] std::string finish();
+
+  private:
+    void put(std::string& quoted, char each, bool endsLine);
+
+    std::size_t column_ = 0;
+    char waiting_ = '\0';  // the last character, of which it is not known whether it ends a line
+    bool waits_ = false;
+};
 
 }  // namespace vexa::frontend

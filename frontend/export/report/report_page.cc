@@ -80,12 +80,12 @@ class ReportWriter {
         options.restyle = request_.restyle;
         options.firstHeading = 2;
         PageBody body(task_, options, pictures);
-        PagePieces items;
+        PackedText items;
         if (!body.append(items)) return {};
         if (!isPacked) return writePieces(out, beginning(body), items, end(body));
-        std::string page;
-        PackageResult result = writePieces(gatherInto(page), beginning(body), items, end(body));
-        return result ? out(packed.finish(title(), page)) : result;
+        return packed.write(out, title(), [&](const ByteSink& page) {
+            return writePieces(page, beginning(body), items, end(body));
+        });
     }
 
   private:

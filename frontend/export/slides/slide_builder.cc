@@ -114,34 +114,35 @@ class GridFrame {
 SlideBuilder::SlideBuilder(const ExportTask& task, const SlideDesign& design, SlideDeck& deck)
     : task_(task), design_(design), deck_(deck), pictures_(task.surroundings.styleFolders, task.report) {}
 
-std::vector<SlideDraft> SlideBuilder::build(const ExportedItem& item) {
+ItemSlides SlideBuilder::build(const ExportedItem& item) {
+    ItemSlides made;
     const ItemContent& content = item.item().content;
-    if (const auto* const heading = std::get_if<HeadingContent>(&content)) return {section(item, *heading)};
-    if (const auto* const styled = std::get_if<TextContent>(&content)) {
-        return text(item, styled->text, styled->style);
-    }
-    if (const auto* const log = std::get_if<LogContent>(&content)) {
+    if (const auto* const heading = std::get_if<HeadingContent>(&content)) {
+        made.add(section(*heading), {});
+    } else if (const auto* const styled = std::get_if<TextContent>(&content)) {
+        addText(made, item, styled->text, styled->style);
+    } else if (const auto* const log = std::get_if<LogContent>(&content)) {
         CellStyle style;
         style.font = "monospace";
         style.size = slideLogSize;
-        return text(item, log->text, style);
-    }
-    if (const auto* const warning = std::get_if<WarningContent>(&content))
-        return text(item, warning->text, {});
-    if (const auto* const lines = std::get_if<NotesContent>(&content)) return notes(item, *lines);
-    if (pictureOf(item) != nullptr) return {picture(item)};
-    std::vector<SlideDraft> drafts;
-    if (const auto* const table = std::get_if<TableContent>(&content)) addTable(drafts, item, table->table);
-    if (const auto* const grid = std::get_if<GridContent>(&content)) {
+        addText(made, item, log->text, style);
+    } else if (const auto* const warning = std::get_if<WarningContent>(&content)) {
+        addText(made, item, warning->text, {});
+    } else if (const auto* const lines = std::get_if<NotesContent>(&content)) {
+        addNotes(made, item, *lines);
+    } else if (pictureOf(item) != nullptr) {
+        addPicture(made, item);
+    } else if (const auto* const table = std::get_if<TableContent>(&content)) {
+        addTable(made, item, table->table);
+    } else if (const auto* const grid = std::get_if<GridContent>(&content)) {
         LayoutOptions options;
         options.notesAndCaptions = task_.request.ppt->notesAndCaptions;
-        addGrid(drafts, item, layOut(*grid->grid, options));
-    }
-    if (std::holds_alternative<UnknownContent>(content)) {
+        addGrid(made, item, layOut(*grid->grid, options));
+    } else if (std::holds_alternative<UnknownContent>(content)) {
         task_.report.lose(Feature::unknownItems, item);
-        return text(item, design_.titles ? std::string_view() : std::string_view(item.label), {});
+        addText(made, item, design_.titles ? std::string_view() : std::string_view(item.label), {});
     }
-    return drafts;
+    return made;
 }
 
 SlideDraft SlideBuilder::draft(const ExportedItem& item, bool text) const {
@@ -152,7 +153,7 @@ SlideDraft SlideBuilder::draft(const ExportedItem& item, bool text) const {
     return draft;
 }
 
-SlideDraft SlideBuilder::section(const ExportedItem& /*item*/, const StyledText& heading) const {
+SlideDraft SlideBuilder::section(const StyledText& heading) {
     SlideDraft draft;
     draft.layout = SlideLayout::section;
     draft.title = heading.text;
@@ -167,17 +168,15 @@ SlideBox SlideBuilder::room() const {
 
 double SlideBuilder::textSize(const CellStyle& style) const { return style.size.value_or(slideTextSize); }
 
-std::vector<SlideDraft> SlideBuilder::text(const ExportedItem& item, std::string_view text,
-                                           const CellStyle& style) const {
+void SlideBuilder::addText(ItemSlides& made, const ExportedItem& item, std::string_view text,
+                           const CellStyle& style) const {
     const double size = textSize(style);
     TextRoom fit;
     fit.width = room().width;
     fit.lines = fit.first =
         std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (size * lineHeight)));
     const FontWidths font(style.font, size, style.bold.value_or(false));
-    std::vector<SlideDraft> drafts;
     for (const std::string_view piece : cutText(text, style.font, size, style.bold.value_or(false), fit)) {
-        SlideDraft slide = draft(item, true);
         XmlWriter xml(pieceXml);
         beginPlaceholder(xml, {firstShape, "Text 4"}, {{}, textPlaceholder});
         if (style.background) {
@@ -194,33 +193,28 @@ std::vector<SlideDraft> SlideBuilder::text(const ExportedItem& item, std::string
             begin = end + 1;
         }
         endParagraphs(xml);
-        slide.shapes = xml.take();
-        drafts.push_back(std::move(slide));
+        made.add(draft(item, true), xml.take());
     }
-    return drafts;
 }
 
-std::vector<SlideDraft> SlideBuilder::notes(const ExportedItem& item, const NotesContent& notes) const {
+void SlideBuilder::addNotes(ItemSlides& made, const ExportedItem& item, const NotesContent& notes) const {
     const auto most =
         std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (slideTextSize * lineHeight)));
-    std::vector<SlideDraft> drafts;
     CellStyle bold;
     bold.bold = true;
     std::size_t lines = most;
     XmlWriter xml(pieceXml);
     const FontWidths font("Arial", slideTextSize, false);
     const auto close = [&] {
-        if (drafts.empty()) return;
+        if (xml.depth() == 0) return;
         endParagraphs(xml);
-        drafts.back().shapes = xml.take();
+        made.add(draft(item, true), xml.take());
     };
     for (const NoteLine& line : notes.lines) {
         const std::string label = line.value.empty() ? line.label : line.label + ": ";
         const std::size_t needed = font.linesIn(label + line.value, room().width);
-        if (drafts.empty() || lines + needed > most) {
+        if (xml.depth() == 0 || lines + needed > most) {
             close();
-            drafts.push_back(draft(item, true));
-            xml = XmlWriter(pieceXml);
             beginPlaceholder(xml, {firstShape, "Text 4"}, {{}, textPlaceholder});
             beginParagraphs(xml);
             lines = 0;
@@ -231,24 +225,23 @@ std::vector<SlideDraft> SlideBuilder::notes(const ExportedItem& item, const Note
             {{{label, {bold, false}}, {line.value, {}}}, tables::HorizontalAlign::mixed, line.level, false});
     }
     close();
-    if (drafts.empty()) return text(item, {}, {});
-    return drafts;
+    if (made.slides.empty()) addText(made, item, {}, {});
 }
 
-SlideDraft SlideBuilder::picture(const ExportedItem& item) {
+void SlideBuilder::addPicture(ItemSlides& made, const ExportedItem& item) {
     SlideDraft slide = draft(item, false);
     const SlideBox place = room();
     const ItemSize shown = shownSize(item.item()).value_or(ItemSize{1, 1});
     const double known = std::max(std::max(shown.width, shown.height), 1e-6);
-    const OfficePicture made = pictures_.make(item, std::max(place.width, place.height) / known / 1.5);
-    const double scale = std::min(place.width / made.size.width, place.height / made.size.height);
-    const double width = made.size.width * scale;
-    const double height = made.size.height * scale;
-    slide.pictures.push_back(deck_.addPicture(made.png, "png"));
-    if (!made.svg.empty()) slide.pictures.push_back(deck_.addPicture(made.svg, "svg"));
+    const OfficePicture picture = pictures_.make(item, std::max(place.width, place.height) / known / 1.5);
+    const double scale = std::min(place.width / picture.size.width, place.height / picture.size.height);
+    const double width = picture.size.width * scale;
+    const double height = picture.size.height * scale;
+    slide.pictures.push_back(deck_.addPicture(picture.png, "png"));
+    if (!picture.svg.empty()) slide.pictures.push_back(deck_.addPicture(picture.svg, "svg"));
     XmlWriter xml(pieceXml);
     xml.begin("p:pic").begin("p:nvPicPr");
-    writeShapeName(xml, {firstShape, "Picture 4", made.alternative});
+    writeShapeName(xml, {firstShape, "Picture 4", picture.alternative});
     xml.begin("p:cNvPicPr").begin("a:picLocks").attribute("noChangeAspect", "1").end();
     xml.end();
     xml.begin("p:nvPr").end();
@@ -273,21 +266,18 @@ SlideDraft SlideBuilder::picture(const ExportedItem& item) {
     xml.end();
     xml.end();
     xml.end();
-    slide.shapes = xml.take();
-    return slide;
+    made.add(std::move(slide), xml.take());
 }
 
-void SlideBuilder::addTable(std::vector<SlideDraft>& drafts, const ExportedItem& item,
-                            const Table& table) const {
+void SlideBuilder::addTable(ItemSlides& made, const ExportedItem& item, const Table& table) const {
     LayoutOptions options;
     options.notesAndCaptions = task_.request.ppt->notesAndCaptions;
     TableLayout layout(table, options);
-    for (const Place layer : item.layers) addGrid(drafts, item, layout.grid(layer));
+    for (const Place layer : item.layers) addGrid(made, item, layout.grid(layer));
 }
 
-void SlideBuilder::addGrid(std::vector<SlideDraft>& drafts, const ExportedItem& item,
-                           const TableGrid& grid) const {
-    const std::size_t before = drafts.size();
+void SlideBuilder::addGrid(ItemSlides& made, const ExportedItem& item, const TableGrid& grid) const {
+    const std::size_t before = made.slides.size();
     const SlideBox place = room();
     TableRoom tableRoom;
     tableRoom.width = place.width;
@@ -300,16 +290,15 @@ void SlideBuilder::addGrid(std::vector<SlideDraft>& drafts, const ExportedItem& 
     if (fit.textsCut) task_.report.warn(ExportWarning::textsCut, item);
     for (TablePart& part : fit.parts) {
         part.name = grid.title.text.empty() ? item.label : grid.title.text;
-        addPart(drafts, item, part);
+        addPart(made, item, part);
     }
-    if (drafts.size() == before) drafts.push_back(draft(item, false));
-    drafts[before].notes = grid.caption.text;
+    if (made.slides.size() == before) made.add(draft(item, false), {});
+    made.slides[before].notes = grid.caption.text;
 }
 
-void SlideBuilder::addPart(std::vector<SlideDraft>& drafts, const ExportedItem& item,
-                           const TablePart& part) const {
+void SlideBuilder::addPart(ItemSlides& made, const ExportedItem& item, const TablePart& part) const {
     const TableGrid& grid = *part.grid;
-    const bool isFirst = drafts.empty() || part.dataBegin == grid.labelColumns;
+    const bool isFirst = made.slides.empty() || part.dataBegin == grid.labelColumns;
     const bool repeats = design_.titles && (grid.title.text == item.label || !isFirst);
     const GridFrame frame(grid, !repeats, room().width);
     SlideBox below = room();
@@ -318,15 +307,13 @@ void SlideBuilder::addPart(std::vector<SlideDraft>& drafts, const ExportedItem& 
     SlideTableWriter writer(part, deck_.text());
     const std::vector<SlideRows> slides = spreadRows(part, below, frame.tail());
     for (const SlideRows& rows : slides) {
-        SlideDraft slide = draft(item, false);
         XmlWriter xml(pieceXml);
         int id = firstShape;
         frame.writeAbove(xml, deck_.text(), room(), id++);
         writer.write(xml, rows, below, id++);
         frame.writeBelow(xml, deck_.text(), rows, &rows == &slides.back(), below, id);
-        slide.shapes = xml.take();
         if (rows.cut) task_.report.warn(ExportWarning::textsCut, item);
-        drafts.push_back(std::move(slide));
+        made.add(draft(item, false), xml.take());
     }
 }
 

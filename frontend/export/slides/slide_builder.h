@@ -19,20 +19,18 @@ class SlideBuilder {
 
     /// The slides of an item; none of a header, a model or a page title. What cannot be shown goes to the
     /// report.
-    [[nodiscard]] std::vector<SlideDraft> build(const ExportedItem& item);
+    [[nodiscard]] ItemSlides build(const ExportedItem& item);
 
   private:
     [[nodiscard]] SlideDraft draft(const ExportedItem& item, bool text) const;
-    [[nodiscard]] SlideDraft section(const ExportedItem& item, const StyledText& heading) const;
-    [[nodiscard]] std::vector<SlideDraft> text(const ExportedItem& item, std::string_view text,
-                                               const tables::CellStyle& style) const;
-    [[nodiscard]] std::vector<SlideDraft> notes(const ExportedItem& item, const NotesContent& notes) const;
-    [[nodiscard]] SlideDraft picture(const ExportedItem& item);
-    void addTable(std::vector<SlideDraft>& drafts, const ExportedItem& item,
-                  const tables::Table& table) const;
-    void addGrid(std::vector<SlideDraft>& drafts, const ExportedItem& item,
-                 const tables::TableGrid& grid) const;
-    void addPart(std::vector<SlideDraft>& drafts, const ExportedItem& item, const TablePart& part) const;
+    [[nodiscard]] static SlideDraft section(const StyledText& heading);
+    void addText(ItemSlides& made, const ExportedItem& item, std::string_view text,
+                 const tables::CellStyle& style) const;
+    void addNotes(ItemSlides& made, const ExportedItem& item, const NotesContent& notes) const;
+    void addPicture(ItemSlides& made, const ExportedItem& item);
+    void addTable(ItemSlides& made, const ExportedItem& item, const tables::Table& table) const;
+    void addGrid(ItemSlides& made, const ExportedItem& item, const tables::TableGrid& grid) const;
+    void addPart(ItemSlides& made, const ExportedItem& item, const TablePart& part) const;
     [[nodiscard]] SlideBox room() const;
     [[nodiscard]] double textSize(const tables::CellStyle& style) const;
 

@@ -86,15 +86,17 @@ void SlideDeck::addDesign() {
         package_.add(numbered("theme", "theme", 1), officeContentType("theme+xml"), slideTheme()));
 }
 
-void SlideDeck::add(const std::vector<SlideDraft>& drafts) {
-    for (std::size_t i = 0; i < drafts.size(); ++i) {
-        std::string title = drafts[i].title;
-        if (i > 0) title += " (" + std::to_string(i + 1) + "/" + std::to_string(drafts.size()) + ")";
-        addSlide(drafts[i], title);
+void SlideDeck::add(ItemSlides& drafts) {
+    const std::size_t count = drafts.slides.size();
+    std::string shapes;
+    for (std::size_t i = 0; i < count && drafts.shapes.next(shapes); ++i) {
+        std::string title(drafts.slides[i].title);
+        if (i > 0) title += " (" + std::to_string(i + 1) + "/" + std::to_string(count) + ")";
+        addSlide(drafts.slides[i], title, shapes);
     }
 }
 
-void SlideDeck::addSlide(const SlideDraft& draft, const std::string& title) {
+void SlideDeck::addSlide(const SlideDraft& draft, const std::string& title, std::string_view shapes) {
     const std::string part = numbered("slides", "slide", ++slides_);
     relations_.push_back(package_.relate(std::string(presentationPart), "slide", part));
     package_.relate(part, "slideLayout", slideLayoutPart(draft.layout));
@@ -105,7 +107,7 @@ void SlideDeck::addSlide(const SlideDraft& draft, const std::string& title) {
     beginPresentationPart(xml, "p:sld");
     beginShapes(xml);
     if (hasTitle(draft.layout)) writeTitle(xml, draft, title);
-    xml.raw(draft.shapes);
+    xml.raw(shapes);
     writeFooter(xml);
     endShapes(xml);
     writeMasterColors(xml);

@@ -4,23 +4,35 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "frontend/export/office/office_package.h"
 #include "frontend/export/slides/slide_design.h"
 #include "frontend/export/slides/slide_parts.h"
 #include "frontend/export/slides/slide_text.h"
+#include "frontend/package/packed_text.h"
 
 namespace vexa::frontend {
 
 /// A slide before it has its number.
 struct SlideDraft {
     SlideLayout layout = SlideLayout::blank;
-    std::string title;  ///< shown where the layout has one
+    std::string_view title;  ///< shown where the layout has one; lives as long as the document
     tables::CellStyle titleStyle;
-    std::string shapes;                 ///< the XML of what stands below the title
     std::vector<std::string> pictures;  ///< parts: the first one's relation is `firstPictureRelation`
     std::string notes;                  ///< of the speaker; line ends divide paragraphs
+};
+
+/// The slides of one item, and for each the XML of what stands below the title: packed where it is much.
+struct ItemSlides {
+    void add(SlideDraft slide, std::string below) {
+        slides.push_back(std::move(slide));
+        shapes.takeAll(below);
+    }
+
+    std::vector<SlideDraft> slides;
+    PackedText shapes;
 };
 
 /// Numbers of shapes on a slide that are free for what stands below the title.
@@ -47,13 +59,13 @@ class SlideDeck {
     void setFooter(std::vector<FooterLine> footer) { footer_ = std::move(footer); }
     /// Adds the slides of one item. Where there are several, their titles are numbered from the second on:
     /// "Report (2/3)".
-    void add(const std::vector<SlideDraft>& drafts);
+    void add(ItemSlides& drafts);
     [[nodiscard]] std::size_t slides() const { return slides_; }
     /// Adds what is left, and ends the package; the first failure of all.
     PackageResult finish();
 
   private:
-    void addSlide(const SlideDraft& draft, const std::string& title);
+    void addSlide(const SlideDraft& draft, const std::string& title, std::string_view shapes);
     void addNotes(const std::string& slide, const std::string& notes);
     void writeTitle(XmlWriter& xml, const SlideDraft& draft, const std::string& title) const;
     void writeFooter(XmlWriter& xml) const;

@@ -30,7 +30,11 @@ class SlidesWriter {
             if (!task_.goesOn(++done)) return {};
         }
         // Page titles alone would stand nowhere.
-        if (deck_.slides() == 0) deck_.add({SlideDraft{}});
+        if (deck_.slides() == 0) {
+            ItemSlides alone;
+            alone.add({}, {});
+            deck_.add(alone);
+        }
         return deck_.finish();
     }
 
@@ -40,8 +44,8 @@ class SlidesWriter {
         const bool isPageTitle = std::holds_alternative<PageTitleContent>(content);
         if (isPageTitle) addPageTitle(std::get<PageTitleContent>(content));
         behindPageTitle_ = isPageTitle;
-        const std::vector<SlideDraft> drafts = builder_.build(item);
-        if (!drafts.empty()) deck_.add(drafts);
+        ItemSlides slides = builder_.build(item);
+        deck_.add(slides);
     }
 
     /// One that follows another is a further line of the same footer.

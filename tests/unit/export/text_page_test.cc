@@ -143,9 +143,24 @@ TEST(ExportDocument, NumbersFailures) {
     EXPECT_EQ(folder.names(), "");
 }
 
+std::string quotedPrintable(std::string_view text) {
+    QuotedPrintable quoted;
+    std::string whole = quoted.add(text);
+    return whole + quoted.finish();
+}
+
 TEST(MimeFile, QuotesForMail) {
-    EXPECT_EQ(quotedPrintable("a=\xC3\xA4 \n.b"), "a=3D=C3=A4=20\r\n=2Eb");
+    EXPECT_EQ(quotedPrintable("a=\xC3\xA4 \n.b "), "a=3D=C3=A4=20\r\n=2Eb=20");
     EXPECT_EQ(quotedPrintable(std::string(80, 'x')), std::string(75, 'x') + "=\r\n" + std::string(5, 'x'));
+}
+
+TEST(MimeFile, QuotesPiecesAsTheirWhole) {
+    std::string text;
+    for (int i = 0; i < 40; ++i) text += "ab \n.x" + std::string(static_cast<std::size_t>(i), ' ') + "=";
+    QuotedPrintable quoted;
+    std::string pieces;
+    for (const char each : text) pieces += quoted.add(std::string_view(&each, 1));
+    EXPECT_EQ(pieces + quoted.finish(), quotedPrintable(text));
 }
 
 TEST(MimeFile, HoldsEachPictureOnce) {
@@ -153,7 +168,8 @@ TEST(MimeFile, HoldsEachPictureOnce) {
     EXPECT_EQ(file.addPicture("one"), "cid:picture1@report");
     EXPECT_EQ(file.addPicture("two"), "cid:picture2@report");
     EXPECT_EQ(file.addPicture("one"), "cid:picture1@report");
-    const std::string text = file.finish("T", "<p>");
+    std::string text;
+    EXPECT_TRUE(file.write(gatherInto(text), "T", [](const ByteSink& page) { return page("<p>"); }));
     EXPECT_EQ(text.find('\n'), text.find("\r\n") + 1);
     EXPECT_NE(text.find("Content-ID: <picture2@report>\r\n\r\ndHdv\r\n--=_vexa_report--\r\n"),
               std::string::npos);

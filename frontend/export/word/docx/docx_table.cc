@@ -83,11 +83,14 @@ class DocxTable {
         for (const double width : part.widths) widths_.push_back(twipsOf(width));
     }
 
-    void append() {
+    void append(const TextTaker& take) {
         xml_ += "<w:tbl>";
         appendProperties();
         PartRows rows(part_);
-        for (std::uint32_t row = 0; row < grid_.rows; ++row) appendRow(row, rows.next());
+        for (std::uint32_t row = 0; row < grid_.rows; ++row) {
+            appendRow(row, rows.next());
+            take(xml_);
+        }
         xml_ += "</w:tbl>";
     }
 
@@ -211,8 +214,8 @@ class DocxTable {
 
 }  // namespace
 
-void appendDocxTable(std::string& xml, const TablePart& part, TextStyles& styles) {
-    DocxTable(xml, part, styles).append();
+void appendDocxTable(std::string& xml, const TablePart& part, TextStyles& styles, const TextTaker& take) {
+    DocxTable(xml, part, styles).append(take);
 }
 
 }  // namespace vexa::frontend

@@ -20,6 +20,8 @@ constexpr std::string_view wordSpace = "http://schemas.openxmlformats.org/wordpr
 constexpr const char* documentPart = "/word/document.xml";
 /// Of the line of a head or foot to the edge of the paper, points.
 constexpr double usualEdge = 35;
+/// No entry of an archive is larger.
+constexpr std::uint64_t mostBody = 0xFFFFFFFE;
 
 std::string partBeginning(std::string_view root) {
     return std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"")
@@ -128,6 +130,7 @@ void DocxWriter::appendSection(std::string& xml) {
 }
 
 void DocxWriter::openParagraph(const WordParagraph& paragraph, bool isTurned) {
+    passOn(body_);
     body_ += "<w:p><w:pPr>";
     const std::string style = styleIdOf(paragraph.role, paragraph.level);
     if (style != "Normal") body_.append("<w:pStyle w:val=\"").append(style).append("\"/>");
@@ -192,8 +195,28 @@ void DocxWriter::contents(const std::vector<WordEntry>& entries) {
 
 void DocxWriter::table(const TablePart& part) {
     // A paragraph comes before a section ends, so that the last one is never taken away.
-    pieces_.take(body_);
-    appendDocxTable(body_, part, styles_);
+    appendDocxTable(body_, part, styles_, [this](std::string& xml) { passOn(xml); });
+}
+
+/// What failed is the result at the end.
+void DocxWriter::passOn(std::string& xml) {
+    if (xml.size() < PackedText::pieceBytes) return;
+    if (written_ == nullptr) written_ = std::make_unique<DeflateStream>(mostBody);
+    static_cast<void>(written_->write(xml));
+    xml.clear();
+}
+
+PackageResult DocxWriter::addBody() {
+    if (written_ == nullptr) {
+        return package_.add(documentPart, contentType("document.main"), std::move(body_));
+    }
+    ZipEntry entry;
+    std::string packed;
+    PackageResult result = written_->write(body_);
+    if (result) result = written_->finish(entry, packed);
+    if (!result) return result;
+    return package_.addPacked(documentPart, contentType("document.main"), std::move(entry),
+                              std::move(packed));
 }
 
 void DocxWriter::picture(const WordParagraph& place, const WordPicture& picture) {
@@ -215,8 +238,8 @@ PackageResult DocxWriter::finish() {
     body_ += "</w:body></w:document>";
     static_cast<void>(package_.add("/word/styles.xml", contentType("styles"),
                                    docxStyles(styles_, language_, twipsOf(page_.textWidth()))));
-    static_cast<void>(package_.add(documentPart, contentType("document.main"), pieces_.join(body_)));
-    return package_.finish();
+    PackageResult result = addBody();
+    return result ? package_.finish() : result;
 }
 
 }  // namespace vexa::frontend

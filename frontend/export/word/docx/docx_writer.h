@@ -3,13 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "frontend/export/office/office_package.h"
-#include "frontend/export/word/text_pieces.h"
 #include "frontend/export/word/text_styles.h"
 #include "frontend/export/word/word_content.h"
+#include "frontend/package/deflate_stream.h"
 
 namespace vexa::frontend {
 
@@ -33,6 +34,8 @@ class DocxWriter : public WordWriter {
     /// `w:p` up to the end of its properties.
     void openParagraph(const WordParagraph& paragraph, bool isTurned);
     void appendRuns(std::string& xml, const WordParagraph& paragraph, bool isTurned) const;
+    void passOn(std::string& xml);
+    PackageResult addBody();
     void appendSection(std::string& xml);
     void setHead(const std::vector<WordParagraph>& head);
     void addFooter();
@@ -42,10 +45,10 @@ class DocxWriter : public WordWriter {
     std::string language_;  // a language tag
     WordPage page_;
     TextStyles styles_;
-    TextPieces pieces_;  // the beginning of the body
-    std::string body_;
-    std::size_t propertiesEnd_ = 0;  // of the last paragraph, in `body_`
-    std::string headId_;             // the relation of the section's head; empty for none
+    std::unique_ptr<DeflateStream> written_;  // the beginning of the body, where it is long
+    std::string body_;                        // the rest of it
+    std::size_t propertiesEnd_ = 0;           // of the last paragraph, in `body_`
+    std::string headId_;                      // the relation of the section's head; empty for none
     std::string footId_;
     std::size_t heads_ = 0;
     std::size_t sections_ = 0;

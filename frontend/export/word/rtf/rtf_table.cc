@@ -38,9 +38,12 @@ class RtfTable {
         for (const double width : part.widths) edges_.push_back(twipsOf(edge += width));
     }
 
-    void append() {
+    void append(const TextTaker& take) {
         PartRows rows(part_);
-        for (std::uint32_t row = 0; row < grid_.rows; ++row) appendRow(row, rows.next());
+        for (std::uint32_t row = 0; row < grid_.rows; ++row) {
+            appendRow(row, rows.next());
+            take(rtf_);
+        }
     }
 
   private:
@@ -147,8 +150,9 @@ class RtfTable {
 
 }  // namespace
 
-void appendRtfTable(std::string& rtf, const TablePart& part, RtfTables& tables, RtfStyles& styles) {
-    RtfTable(rtf, part, tables, styles).append();
+void appendRtfTable(std::string& rtf, const TablePart& part, RtfTables& tables, RtfStyles& styles,
+                    const TextTaker& take) {
+    RtfTable(rtf, part, tables, styles).append(take);
 }
 
 }  // namespace vexa::frontend

@@ -6,10 +6,12 @@
 #include "frontend/export/office/table_parts.h"
 #include "frontend/export/word/rtf/rtf_styles.h"
 #include "frontend/export/word/rtf/rtf_text.h"
+#include "frontend/package/packed_text.h"
 
 namespace vexa::frontend {
 
-/// Appends the rows of a part of a table.
-void appendRtfTable(std::string& rtf, const TablePart& part, RtfTables& tables, RtfStyles& styles);
+/// Appends the rows of a part of a table. `take` is called between them.
+void appendRtfTable(std::string& rtf, const TablePart& part, RtfTables& tables, RtfStyles& styles,
+                    const TextTaker& take);
 
 }  // namespace vexa::frontend

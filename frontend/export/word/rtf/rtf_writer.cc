@@ -94,6 +94,7 @@ void RtfWriter::endParagraph() {
 
 void RtfWriter::openParagraph(const WordParagraph& paragraph) {
     endParagraph();
+    written_.take(body_);
     std::string words = styles_.role(paragraph.role, paragraph.level);
     if (paragraph.keepsWithNext) words += "\\keepn";
     if (paragraph.breaksPage) words += "\\pagebb";
@@ -147,8 +148,7 @@ void RtfWriter::contents(const std::vector<WordEntry>& entries) {
 
 void RtfWriter::table(const TablePart& part) {
     endParagraph();
-    pieces_.take(body_);
-    appendRtfTable(body_, part, tables_, styles_);
+    appendRtfTable(body_, part, tables_, styles_, [this](std::string& rtf) { written_.take(rtf); });
 }
 
 void RtfWriter::picture(const WordParagraph& place, const WordPicture& picture) {
@@ -191,9 +191,7 @@ PackageResult RtfWriter::finish() {
     appendWord(rtf, "margb", twipsOf(page_.margins.bottom));
     rtf += page_.isLandscape() ? "\\landscape\\widowctrl\n" : "\\widowctrl\n";
     PackageResult result = sink_(rtf);
-    pieces_.release([&](const std::string& piece) {
-        if (result) result = sink_(piece);
-    });
+    if (result) result = written_.release(sink_);
     return result ? sink_(body_) : result;
 }
 

@@ -6,9 +6,9 @@
 
 #include "frontend/export/word/rtf/rtf_styles.h"
 #include "frontend/export/word/rtf/rtf_text.h"
-#include "frontend/export/word/text_pieces.h"
 #include "frontend/export/word/word_content.h"
 #include "frontend/package/package_result.h"
+#include "frontend/package/packed_text.h"
 
 namespace vexa::frontend {
 
@@ -41,7 +41,7 @@ class RtfWriter : public WordWriter {
     WordPage page_;
     RtfTables tables_;
     RtfStyles styles_;
-    TextPieces pieces_;  // the beginning of the body
+    PackedText written_;  // the beginning of the body
     std::string body_;
     bool isOpen_ = false;  // the last paragraph lacks its end
 };
