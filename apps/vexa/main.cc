@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +13,8 @@
 #include "apps/vexa/installation.h"
 #include "apps/vexa/options.h"
 #include "backend/platform/process.h"
+#include "backend/strings/dictionary.h"
+#include "backend/strings/memory_text.h"
 
 namespace {
 
@@ -52,6 +55,16 @@ int act(const vexa::program::Options& options) {
     return vexa::program::exit_status::kUsage;
 }
 
+/// What no command has caught: the program has no more to do then.
+int actInMemory(const vexa::program::Options& options) {
+    try {
+        return act(options);
+    } catch (const std::bad_alloc&) {
+        vexa::program::complain(vexa::translated(vexa::notEnoughMemory));
+        return vexa::program::exit_status::kUsage;
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -63,5 +76,5 @@ int main(int argc, char** argv) {
     int exitStatus = vexa::program::exit_status::kUsage;
     const std::optional<vexa::program::Options> options =
         vexa::program::readOptions(static_cast<int>(texts.size()), texts.data(), exitStatus);
-    return vexa::program::statusWithOutput(options ? act(*options) : exitStatus);
+    return vexa::program::statusWithOutput(options ? actInMemory(*options) : exitStatus);
 }

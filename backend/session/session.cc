@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "backend/adapter/go_to_caller.h"
@@ -14,6 +15,7 @@
 #include "backend/session/swallowed_command.h"
 #include "backend/session/text_check.h"
 #include "backend/strings/dictionary.h"
+#include "backend/strings/memory_text.h"
 #include "backend/syntax/parse_mode.h"
 #include "backend/text/character_set.h"
 
@@ -197,6 +199,8 @@ void Session::callEntry(CommandModule::Entry entry) {
         entry();
     } catch (const VexaGoToCaller&) {
         // The command was left on purpose, and whoever left it has said why.
+    } catch (const std::bad_alloc&) {
+        reportError(notEnoughMemory, {});
     } catch (const std::exception& error) {
         reportError("The command was interrupted: ^1"_text, error.what());
     } catch (...) {

@@ -1,8 +1,10 @@
 #include "frontend/export/export_document.h"
 
+#include <new>
 #include <utility>
 
 #include "backend/strings/dictionary.h"
+#include "backend/strings/memory_text.h"
 #include "backend/text/character_set.h"
 #include "frontend/export/html/html_page.h"
 #include "frontend/export/pdf/pdf_document.h"
@@ -214,7 +216,11 @@ class Export {
 
 ExportOutcome exportDocument(const ViewerDocument& document, const ExportRequest& request,
                              const ExportSurroundings& surroundings) {
-    return Export(document, request, surroundings).carryOut();
+    try {
+        return Export(document, request, surroundings).carryOut();
+    } catch (const std::bad_alloc&) {
+        return refusedExport(ExportError::other, document.name(), translated(notEnoughMemory.key()));
+    }
 }
 
 ExportOutcome refusedExport(ExportError error, const std::string& name, std::string reason) {

@@ -4,6 +4,7 @@
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "backend/strings/memory_text.h"
 
 namespace vexa::frontend {
 
@@ -73,6 +74,10 @@ void ExportReport::fail(ExportError error, std::string reason) {
 }
 
 void ExportReport::failToWrite(const std::string& file, const PackageResult& result) {
+    if (result.problem == PackageProblem::noMemory) {
+        fail(ExportError::other, translated(notEnoughMemory.key()));
+        return;
+    }
     fail(ExportError::cannotWrite,
          composed("The file ^1 cannot be written: ^2"_text, {toNativePath(file), result.shownDetail()}));
 }

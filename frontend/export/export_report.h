@@ -95,7 +95,7 @@ class ExportReport {
     void note(std::string text);
     /// The first failure counts; `reason` goes to the log, as shown.
     void fail(ExportError error, std::string reason = {});
-    /// Error 6, with the system's reason; `file` as it came.
+    /// Error 6, with the system's reason, or 15 where it is memory that lacks; `file` as it came.
     void failToWrite(const std::string& file, const PackageResult& result);
     /// One more picture that was written.
     void countPicture() { ++pictures_; }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <system_error>
 #include <utility>
 
 namespace vexa::frontend {
@@ -67,7 +66,7 @@ void PackingQueue::startHelpers() {
         while (helpers_.size() < helpersWanted_) {
             helpers_.emplace_back([this] { help(); });
         }
-    } catch (const std::system_error&) {
+    } catch (const std::exception&) {
         helpersWanted_ = helpers_.size();
     }
 }

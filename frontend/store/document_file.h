@@ -9,6 +9,7 @@
 #include "backend/platform/clock.h"
 #include "frontend/document/viewer_document.h"
 #include "frontend/package/package_result.h"
+#include "frontend/store/limits.h"
 #include "frontend/store/manifest.h"
 #include "frontend/store/protection.h"
 #include "frontend/store/store_result.h"
@@ -21,6 +22,7 @@ struct SaveOptions {
     bool dataModel = true;     ///< store tables with their data model
     std::string passwordForm;  ///< the encrypted form of the password; empty for a file without protection
     KeyCost keyCost{};         ///< of a protected file
+    ZipLimits archive = limits::archive;
 };
 
 /// Saves `document` to the file `path` (UTF-8, either separator): the file holds its old or its new content
@@ -48,6 +50,7 @@ void rememberFile(ViewerDocument& document, const std::string& path);
 [[nodiscard]] bool isForeignFile(const std::string& path);
 /// The same as opening, from the bytes of a file.
 StoreResult readDocument(std::string_view bytes, const std::string& password,
-                         std::unique_ptr<ViewerDocument>& document);
+                         std::unique_ptr<ViewerDocument>& document,
+                         const ZipLimits& archive = limits::archive);
 
 }  // namespace vexa::frontend

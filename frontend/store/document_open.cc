@@ -131,8 +131,9 @@ StoreResult readPlain(const ZipReader& archive, ReadManifest manifest, MemoryBud
     return result;
 }
 
-StoreResult readInner(std::string_view bytes, std::unique_ptr<ViewerDocument>& document) {
-    ZipReader archive(limits::archive);
+StoreResult readInner(std::string_view bytes, const ZipLimits& most,
+                      std::unique_ptr<ViewerDocument>& document) {
+    ZipReader archive(most);
     MemoryBudget budget(memoryFor(bytes.size()));
     ReadManifest manifest;
     if (StoreResult result = openArchive(bytes, archive, budget, manifest); !result) return result;
@@ -150,16 +151,16 @@ StoreResult readProtected(const ZipReader& archive, const ReadManifest& manifest
     return unsealWith(password, manifest.protection, manifest.xml, archive.packed(1), plain);
 }
 
-StoreResult readWhole(std::string_view bytes, const std::string& password,
+StoreResult readWhole(std::string_view bytes, const std::string& password, const ZipLimits& most,
                       std::unique_ptr<ViewerDocument>& document) {
-    ZipReader archive(limits::archive);
+    ZipReader archive(most);
     MemoryBudget budget(memoryFor(bytes.size()));
     ReadManifest manifest;
     if (StoreResult result = openArchive(bytes, archive, budget, manifest); !result) return result;
     if (!manifest.isProtected) return readPlain(archive, std::move(manifest), budget, document);
     std::string plain;
     if (StoreResult result = readProtected(archive, manifest, password, plain); !result) return result;
-    StoreResult result = readInner(plain, document);
+    StoreResult result = readInner(plain, most, document);
     if (document != nullptr) {
         document->setFileProtected(true);
         document->setNeededPassword(true);
@@ -170,10 +171,10 @@ StoreResult readWhole(std::string_view bytes, const std::string& password,
 }  // namespace
 
 StoreResult readDocument(std::string_view bytes, const std::string& password,
-                         std::unique_ptr<ViewerDocument>& document) {
+                         std::unique_ptr<ViewerDocument>& document, const ZipLimits& archive) {
     document.reset();
     try {
-        return readWhole(bytes, password, document);
+        return readWhole(bytes, password, archive, document);
     } catch (const std::bad_alloc&) {
         document.reset();
         return StoreProblem::noMemory;

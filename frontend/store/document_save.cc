@@ -29,14 +29,14 @@ bool hasLargeTable(const Outline& outline) {
     return finder.found;
 }
 
-StoreResult writePlain(SavePlan& plan, int level, const ByteSink& sink) {
+StoreResult writePlain(SavePlan& plan, int level, const SaveOptions& options, const ByteSink& sink) {
     std::uint64_t written = 0;
     ZipWriter archive(
         [&](std::string_view bytes) {
             written += bytes.size();
             return sink(bytes);
         },
-        limits::archive, 0, level);
+        options.archive, 0, level);
     return plan.write(archive, written);
 }
 
@@ -45,20 +45,20 @@ int levelFor(const ViewerDocument& document, const SaveOptions& options) {
     if (!hasLargeTable(document.outline())) return quickDeflateLevel;
     SavePlan trial(document, options);
     const StoreResult result =
-        writePlain(trial, quickDeflateLevel, [](std::string_view) { return PackageResult(); });
+        writePlain(trial, quickDeflateLevel, options, [](std::string_view) { return PackageResult(); });
     return result.problem == StoreProblem::beyondLimits ? noDeflateLevel : quickDeflateLevel;
 }
 
 StoreResult writeProtected(SavePlan& plan, int level, const SaveOptions& options, const ByteSink& sink) {
     std::string plain;
-    if (StoreResult result = writePlain(plan, level, gatherInto(plain)); !result) return result;
+    if (StoreResult result = writePlain(plan, level, options, gatherInto(plain)); !result) return result;
     const Protection protection = makeProtection(options.keyCost);
     std::string manifest = writeProtectedManifest(protection);
     std::string sealed;
     if (StoreResult result = seal(options.passwordForm, protection, manifest, plain, sealed); !result) {
         return result;
     }
-    ZipWriter outer(sink, limits::archive, 1);
+    ZipWriter outer(sink, options.archive, 1);
     PackageResult added = outer.addStored(manifestEntry, std::move(manifest));
     added = added ? outer.addStored(sealedEntry, std::move(sealed)) : added;
     return fromPackage(added ? outer.finish() : added);
@@ -70,7 +70,7 @@ StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& opt
     try {
         const int level = levelFor(document, options);
         SavePlan plan(document, options);
-        return options.passwordForm.empty() ? writePlain(plan, level, sink)
+        return options.passwordForm.empty() ? writePlain(plan, level, options, sink)
                                             : writeProtected(plan, level, options, sink);
     } catch (const std::bad_alloc&) {
         return StoreProblem::noMemory;

@@ -40,7 +40,7 @@ class EntriesReader {
         std::vector<std::thread> helpers;
         try {
             while (helpers.size() + 1 < wanted) helpers.emplace_back([this] { work(); });
-        } catch (const std::system_error&) {
+        } catch (const std::exception&) {
             // Fewer helpers do it too.
         }
         work();

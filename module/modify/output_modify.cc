@@ -2,10 +2,12 @@
 // request; the module itself touches no document.
 
 #include <exception>
+#include <new>
 
 #include "backend/adapter/client_adapter.h"
 #include "backend/adapter/go_to_caller.h"
 #include "backend/platform/standard_output.h"
+#include "backend/strings/memory_text.h"
 #include "backend/text/character_set.h"
 #include "module/frame/command.h"
 #include "module/frame/report.h"
@@ -102,6 +104,8 @@ std::string ModifyCommand::exchange() const {
         return reply;
     } catch (const VexaGoToCaller&) {
         throw;
+    } catch (const std::bad_alloc&) {
+        reportList(notEnoughMemory, {}, kErrorLevel);
     } catch (const std::exception& failure) {
         reportWithArgument(kFailedBecause, failure.what(), kErrorLevel);
     } catch (const char* failure) {

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <map>
 
+#include "backend/platform/memory.h"
 #include "backend/text/utf8.h"
 
 namespace vexa::frontend::pdf {
@@ -18,6 +19,12 @@ namespace {
 constexpr std::size_t mostKnown = 3'000;
 /// A paragraph without a line end is shaped in pieces no longer than this, in bytes.
 constexpr std::size_t longestParagraph = 16'000;
+
+/// The libraries that find fonts and shape texts end the process where memory lacks. A font is looked for by
+/// threads with stacks of their own; texts take little, so that looking now and then is enough.
+constexpr std::uint64_t memoryOfFont = std::uint64_t{96} << 20U;
+constexpr std::uint64_t memoryOfTexts = std::uint64_t{16} << 20U;
+constexpr std::size_t shapedBetween = 64;
 
 struct GObjectRelease {
     void operator()(void* object) const { g_object_unref(object); }
@@ -134,6 +141,7 @@ struct TextShaper::PlainFont {
 
 TextShaper::TextShaper(PdfFonts& fonts, const std::string& language, bool embedFonts)
     : fonts_(fonts), writer_(fonts, !embedFonts), pango_(std::make_unique<Pango>()) {
+    requireMemory(memoryOfFont);
     pango_->map.reset(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
     pango_->context = makeContext(pango_->map.get(), language);
     pango_->layout.reset(pango_layout_new(pango_->context.get()));
@@ -151,6 +159,7 @@ TextShaper::~TextShaper() = default;
 TextStyleId TextShaper::styleOf(const TextStyle& style) {
     const auto found = std::find(styles_.begin(), styles_.end(), style);
     if (found != styles_.end()) return static_cast<TextStyleId>(found - styles_.begin());
+    requireMemory(memoryOfFont);
     styles_.push_back(style);
     auto plain = std::make_unique<PlainFont>();
     const Description description = describe(style);
@@ -192,6 +201,7 @@ const ShapedText& TextShaper::shape(TextStyleId style, std::string_view text, do
     if (const auto found = known_.find(key_); found != known_.end()) return found->second;
     const bool isPlain = width == 0 && plain_[style]->isUsable && isPlainAscii(text);
     forgetSome();
+    if (++shaped_ % shapedBetween == 0 || text.size() > longestParagraph) requireMemory(memoryOfTexts);
     const std::string key = key_;
     return known_
         .insert_or_assign(

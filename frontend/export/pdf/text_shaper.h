@@ -67,6 +67,7 @@ class TextShaper {
     std::vector<std::unique_ptr<PlainFont>> plain_;  // by style
     std::unordered_map<std::string, ShapedText> known_;
     std::string key_;
+    std::size_t shaped_ = 0;  // texts so far
     std::vector<PlacedGlyph> glyphs_;
     std::set<char32_t> missing_;
 };

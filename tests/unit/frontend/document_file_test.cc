@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "backend/tables/layout/table_grid.h"
+#include "frontend/package/zip_reader.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/password.h"
 #include "tests/unit/frontend/sample_documents.h"
@@ -46,6 +47,32 @@ TEST(DocumentFile, KeepsBigTablesAndOddNumbers) {
     const auto again = opened(saved(document));
     ASSERT_NE(again, nullptr);
     EXPECT_TRUE(again->outline() == document.outline());
+}
+
+/// What the entries of a file are together, unpacked.
+std::uint64_t unpackedBytes(const std::string& bytes) {
+    ZipReader archive;
+    EXPECT_TRUE(archive.open(bytes));
+    std::uint64_t total = 0;
+    for (std::size_t i = 0; i < archive.count(); ++i) total += archive.entry(i).bytes;
+    return total;
+}
+
+// What can be opened can be saved: each entry counts once, for writing as for reading.
+TEST(DocumentFile, SavesAndOpensUpToTheWholeLimit) {
+    const auto document = makeEveryKind();
+    const std::string bytes = saved(*document);
+    SaveOptions options;
+    options.archive.totalBytes = unpackedBytes(bytes);
+    EXPECT_EQ(saved(*document, options), bytes);
+    std::unique_ptr<ViewerDocument> again;
+    EXPECT_TRUE(readDocument(bytes, "", again, options.archive));
+    ASSERT_NE(again, nullptr);
+    EXPECT_TRUE(again->outline() == document->outline());
+    --options.archive.totalBytes;
+    EXPECT_EQ(writeDocument(*document, options, [](std::string_view) { return PackageResult(); }).problem,
+              StoreProblem::beyondLimits);
+    EXPECT_EQ(readDocument(bytes, "", again, options.archive).problem, StoreProblem::tooLarge);
 }
 
 TEST(DocumentFile, AMillionEqualNumbersCanBeSaved) {
