@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,12 +13,16 @@
 #include <chrono>
 #include <csignal>
 #include <string_view>
+#include <utility>
 
 namespace vexa::frontend {
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+/// Bytes of a pipe: the most that systems give to everybody.
+constexpr int waitingBytes = 1 << 20;
 
 void limit(int resource, rlim_t value) {
     rlimit limits{};
@@ -58,9 +63,25 @@ bool writeAll(int file, std::string_view bytes) {
     return true;
 }
 
-[[noreturn]] void workAndEnd(const std::function<std::string()>& work, const WorkLimits& limits, int file) {
+/// A copy whose parent is gone works for nobody.
+void endWith(pid_t parent) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(1);
+}
+
+/// The status with which a process ended.
+int waitFor(pid_t process) {
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status;
+}
+
+[[noreturn]] void workAndEnd(const std::function<std::string()>& work, const WorkLimits& limits,
+                             const sigset_t& signals, int file) {
     // The program's own handlers are about the program's own files.
     for (const int each : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) std::signal(each, SIG_DFL);
+    pthread_sigmask(SIG_SETMASK, &signals, nullptr);
     const int nowhere = open("/dev/null", O_WRONLY);
     if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);
     limit(RLIMIT_CORE, 0);
@@ -96,29 +117,65 @@ bool readAll(int file, const WorkLimits& limits, std::string& result) {
 
 }  // namespace
 
-WorkEnd workApart(const std::function<std::string()>& work, const WorkLimits& limits, std::string& result) {
-    result.clear();
+WorkApart::WorkApart(std::function<std::string()> work, const WorkLimits& limits)
+    : work_(std::move(work)), limits_(limits) {
+    begin();
+}
+
+WorkApart::~WorkApart() {
+    closePipe();
+    if (process_ == 0) return;
+    kill(process_, SIGKILL);
+    waitFor(process_);
+}
+
+void WorkApart::closePipe() {
+    if (pipe_ >= 0) close(pipe_);
+    pipe_ = -1;
+}
+
+void WorkApart::begin() {
     std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) return WorkEnd::noProcess;
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
+    // So that most results wait there, and what made them ends; less is no harm.
+    fcntl(ends[1], F_SETPIPE_SZ, waitingBytes);
+    const pid_t parent = getpid();
+    // None is handled by the copy as if it were the program.
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
     const pid_t process = fork();
-    if (process == 0) workAndEnd(work, limits, ends[1]);
+    if (process == 0) {
+        endWith(parent);
+        workAndEnd(work_, limits_, before, ends[1]);
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     close(ends[1]);
-    if (process < 0) {
-        close(ends[0]);
-        return WorkEnd::noProcess;
-    }
-    const bool inTime = readAll(ends[0], limits, result);
-    close(ends[0]);
+    pipe_ = ends[0];
+    process_ = std::max(process, 0);
+    if (process_ == 0) closePipe();
+}
+
+WorkEnd WorkApart::finish(std::string& result) {
+    result.clear();
+    if (process_ == 0) begin();
+    if (process_ == 0) return WorkEnd::noProcess;
+    const bool inTime = readAll(pipe_, limits_, result);
+    closePipe();
+    const pid_t process = std::exchange(process_, 0);
     if (!inTime) kill(process, SIGKILL);
-    int status = 0;
-    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
-    }
+    const int status = waitFor(process);
     if (!inTime) return WorkEnd::tooLong;
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0 || result.empty()) {
         return WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU ? WorkEnd::tooLong : WorkEnd::crashed;
     }
     result.pop_back();
     return WorkEnd::done;
+}
+
+WorkEnd workApart(const std::function<std::string()>& work, const WorkLimits& limits, std::string& result) {
+    return WorkApart(work, limits).finish(result);
 }
 
 }  // namespace vexa::frontend

@@ -21,8 +21,34 @@ enum class WorkEnd {
     noProcess,  ///< the system gave none; nothing was done
 };
 
-/// Calls `work` in a copy of the process, and gives what it returned. Nothing else that it does reaches this
-/// process; it must not wait for another thread, of which the copy has none.
+/// Work that goes on in a copy of the process. Nothing that it does reaches this process but what it returns;
+/// it must not wait for another thread, of which the copy has none. Several may go on at the same time, all
+/// of one thread.
+class WorkApart {
+  public:
+    /// Begins `work`, which must be there until it is finished. A copy ends with this process, too.
+    WorkApart(std::function<std::string()> work, const WorkLimits& limits);
+    /// Ends what nobody waited for.
+    ~WorkApart();
+    WorkApart(const WorkApart&) = delete;
+    WorkApart& operator=(const WorkApart&) = delete;
+
+    /// Waits for the work and gives what it returned. Called once. The time that it may take counts from here
+    /// on, but that on a processor from the beginning. Where the system gave no process at first, it is asked
+    /// again.
+    [[nodiscard]] WorkEnd finish(std::string& result);
+
+  private:
+    void begin();
+    void closePipe();
+
+    std::function<std::string()> work_;
+    WorkLimits limits_;
+    int process_ = 0;  // 0 for none
+    int pipe_ = -1;    // where the result comes from
+};
+
+/// Work apart from its beginning to its end.
 [[nodiscard]] WorkEnd workApart(const std::function<std::string()>& work, const WorkLimits& limits,
                                 std::string& result);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "frontend/document/item.h"
@@ -30,12 +31,26 @@ struct DrawnPicture {
     std::string reason;  ///< why there is a placeholder, as shown; empty for the picture itself
 };
 
-/// Whether this build draws; where it does not, nothing comes of `drawPicture`.
+/// Whether this build draws.
 [[nodiscard]] bool canDraw();
 
-/// Draws `picture` with `rules` applied to it (an SVG). Of what cannot be drawn a placeholder is made that
-/// says `alternative`. Equal arguments give equal bytes.
-[[nodiscard]] DrawnPicture drawPicture(const Picture& picture, const std::string& rules,
-                                       const std::string& alternative, const DrawingOrder& order);
+/// A drawing that goes on in a process of its own; it is given up with the object.
+class PendingDrawing {
+  public:
+    PendingDrawing() = default;
+    virtual ~PendingDrawing() = default;
+    PendingDrawing(const PendingDrawing&) = delete;
+    PendingDrawing& operator=(const PendingDrawing&) = delete;
+
+    /// Waits for the picture. Called once.
+    [[nodiscard]] virtual DrawnPicture finish() = 0;
+};
+
+/// Begins to draw `picture`, which must live as long, with `rules` applied to it (an SVG). Of what cannot be
+/// drawn a placeholder is made that says `alternative`. Equal arguments give equal bytes, whatever else is
+/// drawn at the same time. Null where this build does not draw.
+[[nodiscard]] std::unique_ptr<PendingDrawing> beginDrawing(const Picture& picture, std::string rules,
+                                                           std::string alternative,
+                                                           const DrawingOrder& order);
 
 }  // namespace vexa::frontend

@@ -1,8 +1,11 @@
 #include "frontend/drawing/picture_drawing_here.h"
 
+#include <fontconfig/fontconfig.h>
+
 #include <algorithm>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 #include "backend/strings/dictionary.h"
 #include "backend/text/utf8.h"
@@ -33,17 +36,14 @@ std::string fileOrReason(const Picture& picture, const DrawingOrder& order) {
     return file.empty() ? "-" + reason : "+" + file;
 }
 
-DrawnPicture drawApart(const Picture& picture, const DrawingOrder& order) {
-    WorkLimits limits;
-    limits.seconds = order.seconds;
+/// Waits for a file or a reason.
+DrawnPicture finishDrawing(WorkApart& work, unsigned int seconds) {
     DrawnPicture drawn;
-    switch (workApart([&] { return fileOrReason(picture, order); }, limits, drawn.bytes)) {
+    switch (work.finish(drawn.bytes)) {
         case WorkEnd::done:
             break;
         case WorkEnd::tooLong:
-            return {
-                {},
-                composed("Drawing it took longer than ^1 seconds."_text, {std::to_string(order.seconds)})};
+            return {{}, composed("Drawing it took longer than ^1 seconds."_text, {std::to_string(seconds)})};
         case WorkEnd::crashed:
             return {{}, translated("Drawing it took more memory than a picture may take, or failed."_text)};
         case WorkEnd::noProcess:
@@ -103,19 +103,8 @@ Picture placeholder(const std::string& alternative, const DrawingOrder& order) {
     return picture;
 }
 
-}  // namespace
-
-DrawnPicture drawPictureHere(const Picture& picture, const std::string& rules, const std::string& alternative,
-                             const DrawingOrder& order) {
-    DrawnPicture drawn;
-    if (picture.form == PictureForm::svg && !rules.empty()) {
-        const Picture styled{picture.form, applyRules(picture.bytes, rules), picture.width, picture.height};
-        drawn = drawApart(styled, order);
-    } else {
-        drawn = drawApart(picture, order);
-    }
-    if (drawn.reason.empty()) return drawn;
-    // A picture that is too large has a placeholder of a size that suits it.
+/// A picture that is too large has a placeholder of a size that suits it.
+DrawingOrder placeholderOrder(const DrawingOrder& order) {
     constexpr double usual = 225;
     DrawingOrder other = order;
     const double larger = std::max(order.width, order.height);
@@ -123,14 +112,57 @@ DrawnPicture drawPictureHere(const Picture& picture, const std::string& rules, c
         other.width *= 10 * usual / larger;
         other.height *= 10 * usual / larger;
     }
-    drawn.bytes = drawApart(placeholder(alternative, other), other).bytes;
-    return drawn;
+    return other;
 }
+
+WorkLimits limitsOf(const DrawingOrder& order) {
+    WorkLimits limits;
+    limits.seconds = order.seconds;
+    return limits;
+}
+
+class DrawingHere : public PendingDrawing {
+  public:
+    DrawingHere(const Picture& picture, std::string rules, std::string alternative, const DrawingOrder& order)
+        : picture_(picture),
+          rules_(std::move(rules)),
+          alternative_(std::move(alternative)),
+          order_(order),
+          work_([this] { return draw(); }, limitsOf(order)) {}
+
+    DrawnPicture finish() override {
+        DrawnPicture drawn = finishDrawing(work_, order_.seconds);
+        if (drawn.reason.empty()) return drawn;
+        const DrawingOrder order = placeholderOrder(order_);
+        WorkApart work([&] { return fileOrReason(placeholder(alternative_, order), order); },
+                       limitsOf(order));
+        drawn.bytes = finishDrawing(work, order.seconds).bytes;
+        return drawn;
+    }
+
+  private:
+    [[nodiscard]] std::string draw() const {
+        if (picture_.form != PictureForm::svg || rules_.empty()) return fileOrReason(picture_, order_);
+        return fileOrReason(
+            {picture_.form, applyRules(picture_.bytes, rules_), picture_.width, picture_.height}, order_);
+    }
+
+    const Picture& picture_;
+    std::string rules_;
+    std::string alternative_;
+    DrawingOrder order_;
+    WorkApart work_;
+};
+
+}  // namespace
 
 }  // namespace vexa::frontend
 
-void vexaDrawPicture(const vexa::frontend::Picture& picture, const std::string& rules,
-                     const std::string& alternative, const vexa::frontend::DrawingOrder& order,
-                     vexa::frontend::DrawnPicture& drawn) {
-    drawn = vexa::frontend::drawPictureHere(picture, rules, alternative, order);
+void vexaBeginDrawing(const vexa::frontend::Picture& picture, std::string rules, std::string alternative,
+                      const vexa::frontend::DrawingOrder& order,
+                      std::unique_ptr<vexa::frontend::PendingDrawing>& drawing) {
+    // What fonts there are is read once, not by each process that draws.
+    FcInit();
+    drawing = std::make_unique<vexa::frontend::DrawingHere>(picture, std::move(rules), std::move(alternative),
+                                                            order);
 }

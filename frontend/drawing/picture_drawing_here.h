@@ -1,19 +1,12 @@
-// What draws, inside the library that draws; everybody else calls `drawPicture`.
+// What draws, inside the library that draws; everybody else calls `beginDrawing`.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "frontend/drawing/picture_drawing.h"
 
-namespace vexa::frontend {
-
-/// See `drawPicture`.
-[[nodiscard]] DrawnPicture drawPictureHere(const Picture& picture, const std::string& rules,
-                                           const std::string& alternative, const DrawingOrder& order);
-
-}  // namespace vexa::frontend
-
-/// The exported name.
-extern "C" void vexaDrawPicture(const vexa::frontend::Picture& picture, const std::string& rules,
-                                const std::string& alternative, const vexa::frontend::DrawingOrder& order,
-                                vexa::frontend::DrawnPicture& drawn);
+/// The exported name. See `beginDrawing`.
+extern "C" void vexaBeginDrawing(const vexa::frontend::Picture& picture, std::string rules,
+                                 std::string alternative, const vexa::frontend::DrawingOrder& order,
+                                 std::unique_ptr<vexa::frontend::PendingDrawing>& drawing);

@@ -1,5 +1,7 @@
 // Drawing by the library that is loaded for it.
 
+#include <utility>
+
 #include "frontend/drawing/drawing_library.h"
 #include "frontend/drawing/picture_drawing.h"
 
@@ -7,15 +9,15 @@ namespace vexa::frontend {
 
 bool canDraw() { return isDrawingInstalled(); }
 
-DrawnPicture drawPicture(const Picture& picture, const std::string& rules, const std::string& alternative,
-                         const DrawingOrder& order) {
-    using Draw =
-        void (*)(const Picture&, const std::string&, const std::string&, const DrawingOrder&, DrawnPicture&);
-    DrawnPicture drawn;
-    if (const auto draw = reinterpret_cast<Draw>(drawingFunction("vexaDrawPicture")); draw != nullptr) {
-        draw(picture, rules, alternative, order, drawn);
+std::unique_ptr<PendingDrawing> beginDrawing(const Picture& picture, std::string rules,
+                                             std::string alternative, const DrawingOrder& order) {
+    using Begin = void (*)(const Picture&, std::string, std::string, const DrawingOrder&,
+                           std::unique_ptr<PendingDrawing>&);
+    std::unique_ptr<PendingDrawing> drawing;
+    if (const auto begin = reinterpret_cast<Begin>(drawingFunction("vexaBeginDrawing")); begin != nullptr) {
+        begin(picture, std::move(rules), std::move(alternative), order, drawing);
     }
-    return drawn;
+    return drawing;
 }
 
 }  // namespace vexa::frontend

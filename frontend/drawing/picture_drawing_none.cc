@@ -4,9 +4,9 @@ namespace vexa::frontend {
 
 bool canDraw() { return false; }
 
-DrawnPicture drawPicture(const Picture& /*picture*/, const std::string& /*rules*/,
-                         const std::string& /*alternative*/, const DrawingOrder& /*order*/) {
-    return {};
+std::unique_ptr<PendingDrawing> beginDrawing(const Picture& /*picture*/, std::string /*rules*/,
+                                             std::string /*alternative*/, const DrawingOrder& /*order*/) {
+    return nullptr;
 }
 
 }  // namespace vexa::frontend

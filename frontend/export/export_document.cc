@@ -86,6 +86,7 @@ class Export {
     ExportOutcome carryOut() {
         const ExportPlan plan = planExport(document_.outline(), selectionOf(request_));
         if (isPossible(plan)) {
+            pictures_.expect(plan);
             writeDocuments(plan);
             if (documentFile_.empty()) writePictures(plan);
             if (!report_.failed() && !surroundings_.dryRun) commit();

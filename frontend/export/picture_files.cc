@@ -176,24 +176,39 @@ bool PictureFiles::canCopy(const Job& job, const ExportedItem& item) const {
     return job.percent == 100 && (isNatural || !canDraw());
 }
 
-std::string PictureFiles::content(const Job& job, const ExportedItem& item, const std::string& file) {
-    const ShownPicture& picture = *pictureOf(item);
-    if (canCopy(job, item)) return picture.picture->bytes;
-    const std::string number = std::to_string(item.number);
-    if (!canDraw()) {
-        report_.note(
-            composed("Item ^1 (^2): there is no file ^3, because this build of the program cannot draw."_text,
-                     {number, item.label, toNativePath(file)}));
-        return {};
+void PictureFiles::expect(const ExportPlan& plan) {
+    for (Job& job : jobs_) {
+        const auto begin = [this, &job](const ExportedItem& item) { return this->begin(job, item); };
+        job.drawings = std::make_unique<DrawingsAhead<std::unique_ptr<PendingDrawing>>>(
+            plan, begin, drawingsAtOnce() / jobs_.size());
     }
+}
+
+std::unique_ptr<PendingDrawing> PictureFiles::begin(const Job& job, const ExportedItem& item) {
+    if (canCopy(job, item) || !canDraw()) return nullptr;
+    const ShownPicture& picture = *pictureOf(item);
     DrawingOrder order = job.drawing;
     const ItemSize size = sizeOf(item);
     const double scale = job.widthPoints ? *job.widthPoints / size.width : job.percent / 100;
     order.width = size.width * scale;
     order.height = size.height * scale;
-    DrawnPicture drawn =
-        drawPicture(*picture.picture, appliedRules(picture, styles_.find(picture.styleSheet, item)),
-                    alternativeOf(item), order);
+    return beginDrawing(*picture.picture, appliedRules(picture, styles_.find(picture.styleSheet)),
+                        alternativeOf(item), order);
+}
+
+std::string PictureFiles::content(const Job& job, const ExportedItem& item, const std::string& file) {
+    const ShownPicture& picture = *pictureOf(item);
+    if (canCopy(job, item)) return picture.picture->bytes;
+    const std::string number = std::to_string(item.number);
+    const auto drawing = job.drawings == nullptr ? begin(job, item) : job.drawings->take(item);
+    if (drawing == nullptr) {
+        report_.note(
+            composed("Item ^1 (^2): there is no file ^3, because this build of the program cannot draw."_text,
+                     {number, item.label, toNativePath(file)}));
+        return {};
+    }
+    static_cast<void>(styles_.find(picture.styleSheet, item));
+    DrawnPicture drawn = drawing->finish();
     if (!drawn.reason.empty()) {
         report_.note(composed(
             "Item ^1 (^2): the picture cannot be drawn, and the file ^3 has its alternative text instead. ^4"_text,

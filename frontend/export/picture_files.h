@@ -4,12 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "frontend/drawing/picture_drawing.h"
+#include "frontend/export/drawings_ahead.h"
 #include "frontend/export/export_plan.h"
 #include "frontend/export/export_report.h"
 #include "frontend/export/picture_styles.h"
@@ -43,6 +45,9 @@ class PictureFiles {
     [[nodiscard]] bool areAsked() const { return !jobs_.empty(); }
     /// The folders that files go to are there; otherwise error 7 is reported.
     [[nodiscard]] bool checkFolders();
+    /// The pictures that are going to be added, in this order; some may be left out. `plan` must live until
+    /// the last one is. Without it each is drawn when it is added.
+    void expect(const ExportPlan& plan);
     /// Writes a picture in each format that is asked for; again the same answer for the same item: the path
     /// of the file that a page shows, as seen from the document's folder, and empty where it has to show its
     /// own.
@@ -61,10 +66,12 @@ class PictureFiles {
         double percent = 100;
         std::optional<double> widthPoints;  ///< instead of the percentage
         DrawingOrder drawing;               ///< without a size
+        std::unique_ptr<DrawingsAhead<std::unique_ptr<PendingDrawing>>> drawings;
     };
     Job& addJob(PictureFormat format, const PictureTarget& target, double percent = 100);
     [[nodiscard]] const Job* shownJob() const;
     [[nodiscard]] bool canCopy(const Job& job, const ExportedItem& item) const;
+    [[nodiscard]] std::unique_ptr<PendingDrawing> begin(const Job& job, const ExportedItem& item);
     /// The bytes of the file; empty, with a note, where none can be made.
     [[nodiscard]] std::string content(const Job& job, const ExportedItem& item, const std::string& file);
     [[nodiscard]] bool write(const Job& job, const ExportedItem& item, std::size_t number);

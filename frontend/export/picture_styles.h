@@ -16,14 +16,22 @@ class PictureStyles {
     PictureStyles(std::vector<std::string> folders, ExportReport& report)
         : folders_(std::move(folders)), report_(report) {}
 
-    /// The text of the style sheet `name` (with `.css` or without) that a picture has; empty, with a note,
-    /// where no folder has it. Each is read once.
+    /// The text of the style sheet `name` (with `.css` or without); empty where no folder has it. Each is
+    /// read once.
+    const std::string& find(const std::string& name) { return sheet(name).text; }
+    /// The same for a picture that is being exported: of the first that lacks its sheet there is a note.
     const std::string& find(const std::string& name, const ExportedItem& item);
 
   private:
+    struct Sheet {
+        std::string text;
+        bool isMissed = false;  ///< no folder has it, and there is no note of that yet
+    };
+    Sheet& sheet(const std::string& name);
+
     std::vector<std::string> folders_;
     ExportReport& report_;
-    std::map<std::string, std::string> found_;
+    std::map<std::string, Sheet> sheets_;
 };
 
 }  // namespace vexa::frontend

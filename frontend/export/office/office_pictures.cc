@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "backend/strings/dictionary.h"
-#include "frontend/drawing/picture_drawing.h"
 #include "frontend/drawing/picture_style.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/package/deflate.h"
@@ -57,7 +56,28 @@ ItemSize sizeOf(const ExportedItem& item) {
 
 }  // namespace
 
-OfficePicture OfficePictures::make(const ExportedItem& item, double scale) {
+OfficePictures::OfficePictures(const ExportPlan& plan, std::vector<std::string> styleFolders,
+                               ExportReport& report, Scale scale)
+    : report_(report),
+      styles_(std::move(styleFolders), report),
+      scale_(std::move(scale)),
+      drawings_(plan, [this](const ExportedItem& item) { return begin(item); }) {}
+
+std::unique_ptr<PendingDrawing> OfficePictures::begin(const ExportedItem& item) {
+    const ShownPicture& shown = *pictureOf(item);
+    if (shown.picture->form == PictureForm::png || !canDraw()) return nullptr;
+    const ItemSize size = sizeOf(item);
+    const double larger = std::max(size.width, size.height);
+    const double scale = scale_ ? scale_(item) : 1;
+    const double factor = std::min(scale * sharpness, std::max(1.0, largestSide / larger));
+    DrawingOrder order;
+    order.width = size.width * factor;
+    order.height = size.height * factor;
+    return beginDrawing(*shown.picture, appliedRules(shown, styles_.find(shown.styleSheet)),
+                        alternativeOf(item), order);
+}
+
+OfficePicture OfficePictures::make(const ExportedItem& item) {
     const ShownPicture& shown = *pictureOf(item);
     OfficePicture made;
     made.size = sizeOf(item);
@@ -67,28 +87,23 @@ OfficePicture OfficePictures::make(const ExportedItem& item, double scale) {
         made.png = shown.picture->bytes;
         return made;
     }
+    const std::unique_ptr<PendingDrawing> drawing = drawings_.take(item);
     const std::string rules = appliedRules(shown, styles_.find(shown.styleSheet, item));
     made.svg = plainSvg(applyRules(shown.picture->bytes, rules));
-    drawInto(made, item, rules, scale);
+    finish(drawing.get(), made, item);
     return made;
 }
 
-void OfficePictures::drawInto(OfficePicture& made, const ExportedItem& item, const std::string& rules,
-                              double scale) {
+void OfficePictures::finish(PendingDrawing* drawing, OfficePicture& made, const ExportedItem& item) {
     const std::string number = std::to_string(item.number);
-    if (!canDraw()) {
+    if (drawing == nullptr) {
         made.png = emptyFrame();
         report_.note(composed(
             "Item ^1 (^2): programs that show no SVG show an empty frame instead of the picture, because this build of the program cannot draw."_text,
             {number, item.label}));
         return;
     }
-    DrawingOrder order;
-    const double larger = std::max(made.size.width, made.size.height);
-    const double factor = std::min(scale * sharpness, std::max(1.0, largestSide / larger));
-    order.width = made.size.width * factor;
-    order.height = made.size.height * factor;
-    DrawnPicture drawn = drawPicture(*pictureOf(item)->picture, rules, made.alternative, order);
+    DrawnPicture drawn = drawing->finish();
     made.png = drawn.bytes.empty() ? emptyFrame() : std::move(drawn.bytes);
     if (drawn.reason.empty()) return;
     made.svg.clear();

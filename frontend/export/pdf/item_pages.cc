@@ -53,6 +53,13 @@ ParagraphLook headingLook(std::size_t level) {
     return look;
 }
 
+/// Points.
+ItemSize pictureSize(const ExportedItem& item) {
+    constexpr ItemSize usual{225, 112.5};
+    const ItemSize size = shownSize(item.item()).value_or(usual);
+    return size.width > 0 && size.height > 0 ? size : usual;
+}
+
 }  // namespace
 
 ItemPages::ItemPages(const ExportTask& task, PdfFile& file, TextShaper& shaper, StructureTree& structure,
@@ -62,7 +69,8 @@ ItemPages::ItemPages(const ExportTask& task, PdfFile& file, TextShaper& shaper, 
       shaper_(shaper),
       structure_(structure),
       flow_(flow),
-      styles_(task.surroundings.styleFolders, task.report) {}
+      styles_(task.surroundings.styleFolders, task.report),
+      drawings_(task.plan, [this](const ExportedItem& item) { return beginDrawing(item); }) {}
 
 bool ItemPages::write() {
     std::size_t done = 0;
@@ -220,15 +228,21 @@ void ItemPages::writeGrid(const ExportedItem& item, const TableGrid& grid, bool 
     flow_.leaveSpace(itemGap);
 }
 
+std::unique_ptr<PageDrawing> ItemPages::beginDrawing(const ExportedItem& item) {
+    const ShownPicture& picture = *pictureOf(item);
+    return std::make_unique<PageDrawing>(
+        *picture.picture, appliedRules(picture, styles_.find(picture.styleSheet)), pictureSize(item));
+}
+
 void ItemPages::writePicture(const ExportedItem& item) {
     const ShownPicture& picture = *pictureOf(item);
     task_.report.countPicture();
     static_cast<void>(task_.pictures.add(item));
-    ItemSize size = shownSize(item.item()).value_or(ItemSize{225, 112.5});
-    if (!(size.width > 0 && size.height > 0)) size = {225, 112.5};
+    const ItemSize size = pictureSize(item);
     const double scale = std::min({1.0, flow_.width() / size.width, (flow_.bodyHeight() - 60) / size.height});
-    const PictureObject form = addPictureForm(
-        file_, *picture.picture, appliedRules(picture, styles_.find(picture.styleSheet, item)), size);
+    const std::unique_ptr<PageDrawing> drawing = drawings_.take(item);
+    static_cast<void>(styles_.find(picture.styleSheet, item));
+    const PictureObject form = addPictureForm(file_, *drawing);
     picturesHoldFonts_ = picturesHoldFonts_ || form.holdsFonts;
     flow_.leaveSpace(itemGap);
     flow_.reserve(std::min(size.height * scale, flow_.freshRest()));

@@ -3,13 +3,16 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "backend/tables/layout/table_grid.h"
+#include "frontend/export/drawings_ahead.h"
 #include "frontend/export/exporter.h"
 #include "frontend/export/pdf/bookmarks.h"
 #include "frontend/export/pdf/page_flow.h"
+#include "frontend/export/pdf/picture_forms.h"
 #include "frontend/export/picture_styles.h"
 
 namespace vexa::frontend::pdf {
@@ -37,6 +40,7 @@ class ItemPages {
     void writeTableItem(const ExportedItem& item);
     void writeGrid(const ExportedItem& item, const tables::TableGrid& grid, bool isFirst);
     void writePicture(const ExportedItem& item);
+    [[nodiscard]] std::unique_ptr<PageDrawing> beginDrawing(const ExportedItem& item);
     void writePlaceholder(const ExportedItem& item, const Box& box);
 
     const ExportTask& task_;
@@ -45,6 +49,7 @@ class ItemPages {
     StructureTree& structure_;
     PageFlow& flow_;
     PictureStyles styles_;
+    DrawingsAhead<std::unique_ptr<PageDrawing>> drawings_;
     Bookmarks bookmarks_;
     std::size_t pictures_ = 0;
     bool picturesHoldFonts_ = false;

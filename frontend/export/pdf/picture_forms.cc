@@ -4,9 +4,9 @@
 
 #include <exception>
 #include <map>
+#include <utility>
 
 #include "backend/strings/dictionary.h"
-#include "frontend/drawing/bounded_work.h"
 #include "frontend/drawing/cairo_drawing.h"
 #include "frontend/drawing/picture_style.h"
 #include "frontend/drawing/qpdf_library.h"
@@ -36,30 +36,6 @@ std::string drawPage(const Picture& picture, const ItemSize& size) {
     cairo_surface_finish(surface.get());
     if (!isWell(cairo_surface_status(surface.get()), reason)) return "-" + reason;
     return page;
-}
-
-std::string drawApart(const Picture& picture, const ItemSize& size, std::string& reason) {
-    const WorkLimits limits;
-    std::string page;
-    switch (workApart([&] { return drawPage(picture, size); }, limits, page)) {
-        case WorkEnd::done:
-            break;
-        case WorkEnd::tooLong:
-            reason =
-                composed("Drawing it took longer than ^1 seconds."_text, {std::to_string(limits.seconds)});
-            return {};
-        case WorkEnd::crashed:
-            reason = translated("Drawing it took more memory than a picture may take, or failed."_text);
-            return {};
-        case WorkEnd::noProcess:
-            reason = translated("The system gave no process to draw it in."_text);
-            return {};
-    }
-    const bool isPage = page.front() == '+';
-    page.erase(0, 1);
-    if (isPage) return page;
-    reason = page.empty() ? translated("It cannot be drawn."_text) : page;
-    return {};
 }
 
 /// Copies objects of another file, with what they refer to.
@@ -116,14 +92,41 @@ class ObjectCopier {
 
 }  // namespace
 
-PictureObject addPictureForm(PdfFile& file, const Picture& picture, const std::string& rules,
-                             const ItemSize& size) {
+PageDrawing::PageDrawing(const Picture& picture, std::string rules, const ItemSize& size)
+    : picture_(picture), rules_(std::move(rules)), size_(size), work_([this] { return draw(); }, {}) {}
+
+std::string PageDrawing::draw() const {
+    if (picture_.form != PictureForm::svg || rules_.empty()) return drawPage(picture_, size_);
+    return drawPage({picture_.form, applyRules(picture_.bytes, rules_), picture_.width, picture_.height},
+                    size_);
+}
+
+std::string PageDrawing::finish(std::string& reason) {
+    std::string page;
+    switch (work_.finish(page)) {
+        case WorkEnd::done:
+            break;
+        case WorkEnd::tooLong:
+            reason = composed("Drawing it took longer than ^1 seconds."_text,
+                              {std::to_string(WorkLimits().seconds)});
+            return {};
+        case WorkEnd::crashed:
+            reason = translated("Drawing it took more memory than a picture may take, or failed."_text);
+            return {};
+        case WorkEnd::noProcess:
+            reason = translated("The system gave no process to draw it in."_text);
+            return {};
+    }
+    const bool isPage = page.front() == '+';
+    page.erase(0, 1);
+    if (isPage) return page;
+    reason = page.empty() ? translated("It cannot be drawn."_text) : page;
+    return {};
+}
+
+PictureObject addPictureForm(PdfFile& file, PageDrawing& drawing) {
     PictureObject drawn;
-    const bool isStyled = picture.form == PictureForm::svg && !rules.empty();
-    const std::string page =
-        isStyled ? drawApart({picture.form, applyRules(picture.bytes, rules), picture.width, picture.height},
-                             size, drawn.reason)
-                 : drawApart(picture, size, drawn.reason);
+    const std::string page = drawing.finish(drawn.reason);
     if (page.empty()) return drawn;
     try {
         QPDF source;

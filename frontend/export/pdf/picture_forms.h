@@ -6,6 +6,7 @@
 #include <string>
 
 #include "frontend/document/item.h"
+#include "frontend/drawing/bounded_work.h"
 #include "frontend/export/pdf/pdf_file.h"
 
 namespace vexa::frontend::pdf {
@@ -16,9 +17,26 @@ struct PictureObject {
     std::string reason;       ///< why it could not be drawn, as shown
 };
 
-/// Writes `picture`, with `rules` applied to it (an SVG), as an object of that size in points that pages can
-/// draw.
-[[nodiscard]] PictureObject addPictureForm(PdfFile& file, const Picture& picture, const std::string& rules,
-                                           const ItemSize& size);
+/// A picture that is being drawn as the page of a file of its own.
+class PageDrawing {
+  public:
+    /// Begins to draw `picture`, which must live as long, with `rules` applied to it (an SVG), in that size
+    /// in points.
+    PageDrawing(const Picture& picture, std::string rules, const ItemSize& size);
+
+    /// Waits for the file; empty, with a reason as shown, where it cannot be drawn. Called once.
+    [[nodiscard]] std::string finish(std::string& reason);
+
+  private:
+    [[nodiscard]] std::string draw() const;
+
+    const Picture& picture_;
+    std::string rules_;
+    ItemSize size_;
+    WorkApart work_;
+};
+
+/// Writes what was drawn as an object that pages can draw.
+[[nodiscard]] PictureObject addPictureForm(PdfFile& file, PageDrawing& drawing);
 
 }  // namespace vexa::frontend::pdf

@@ -112,7 +112,11 @@ class GridFrame {
 }  // namespace
 
 SlideBuilder::SlideBuilder(const ExportTask& task, const SlideDesign& design, SlideDeck& deck)
-    : task_(task), design_(design), deck_(deck), pictures_(task.surroundings.styleFolders, task.report) {}
+    : task_(task),
+      design_(design),
+      deck_(deck),
+      pictures_(task.plan, task.surroundings.styleFolders, task.report,
+                [this](const ExportedItem& item) { return pictureScale(item); }) {}
 
 ItemSlides SlideBuilder::build(const ExportedItem& item) {
     ItemSlides made;
@@ -228,12 +232,18 @@ void SlideBuilder::addNotes(ItemSlides& made, const ExportedItem& item, const No
     if (made.slides.empty()) addText(made, item, {}, {});
 }
 
-void SlideBuilder::addPicture(ItemSlides& made, const ExportedItem& item) {
-    SlideDraft slide = draft(item, false);
+/// Pictures are as large as they fit; not quite as many dots as elsewhere do for that.
+double SlideBuilder::pictureScale(const ExportedItem& item) const {
     const SlideBox place = room();
     const ItemSize shown = shownSize(item.item()).value_or(ItemSize{1, 1});
     const double known = std::max(std::max(shown.width, shown.height), 1e-6);
-    const OfficePicture picture = pictures_.make(item, std::max(place.width, place.height) / known / 1.5);
+    return std::max(place.width, place.height) / known / 1.5;
+}
+
+void SlideBuilder::addPicture(ItemSlides& made, const ExportedItem& item) {
+    SlideDraft slide = draft(item, false);
+    const SlideBox place = room();
+    const OfficePicture picture = pictures_.make(item);
     const double scale = std::min(place.width / picture.size.width, place.height / picture.size.height);
     const double width = picture.size.width * scale;
     const double height = picture.size.height * scale;

@@ -28,6 +28,7 @@ class SlideBuilder {
                  const tables::CellStyle& style) const;
     void addNotes(ItemSlides& made, const ExportedItem& item, const NotesContent& notes) const;
     void addPicture(ItemSlides& made, const ExportedItem& item);
+    [[nodiscard]] double pictureScale(const ExportedItem& item) const;
     void addTable(ItemSlides& made, const ExportedItem& item, const tables::Table& table) const;
     void addGrid(ItemSlides& made, const ExportedItem& item, const tables::TableGrid& grid) const;
     void addPart(ItemSlides& made, const ExportedItem& item, const TablePart& part) const;

@@ -84,7 +84,8 @@ ContentBuilder::ContentBuilder(const ExportTask& task, const WordPage& page, Wor
       request_(*task.request.doc),
       page_(page),
       writer_(writer),
-      pictures_(task.surroundings.styleFolders, task.report) {}
+      pictures_(task.plan, task.surroundings.styleFolders, task.report,
+                [this](const ExportedItem& item) { return pictureScale(item); }) {}
 
 bool ContentBuilder::build() {
     std::size_t done = 0;
@@ -285,6 +286,12 @@ void ContentBuilder::addUnder(const TableGrid& grid) {
     putGap();
 }
 
+double ContentBuilder::pictureScale(const ExportedItem& item) const {
+    const ItemSize size = shownSize(item.item()).value_or(ItemSize{});
+    return std::min({1.0, page_.textWidth() / std::max(size.width, 1.0),
+                     page_.textHeight() * highestPicture / std::max(size.height, 1.0)});
+}
+
 void ContentBuilder::addPicture(const ExportedItem& item) {
     const bool isDrawing = pictureOf(item)->picture->form == PictureForm::svg;
     if (isDrawing && !canDraw() && !writer_.holdsDrawings()) {
@@ -295,10 +302,8 @@ void ContentBuilder::addPicture(const ExportedItem& item) {
     }
     WordPicture picture;
     picture.name = inOneLine(item.label);
-    picture.size = shownSize(item.item()).value_or(ItemSize{});
-    const double scale = std::min({1.0, page_.textWidth() / std::max(picture.size.width, 1.0),
-                                   page_.textHeight() * highestPicture / std::max(picture.size.height, 1.0)});
-    picture.picture = pictures_.make(item, scale);
+    picture.picture = pictures_.make(item);
+    const double scale = pictureScale(item);
     picture.size = {picture.picture.size.width * scale, picture.picture.size.height * scale};
     WordParagraph place;
     place.role = WordRole::picture;

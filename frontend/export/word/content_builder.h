@@ -31,6 +31,8 @@ class ContentBuilder {
     void addParts(const ExportedItem& item, const tables::TableGrid& grid);
     void addUnder(const tables::TableGrid& grid);
     void addPicture(const ExportedItem& item);
+    /// So that it fits onto a page.
+    [[nodiscard]] double pictureScale(const ExportedItem& item) const;
     void addContents();
     void startSection();
     [[nodiscard]] bool takeBreak();

@@ -36,7 +36,7 @@ class SheetBuilder {
           draft_(limits, task.report),
           styles_(draft_, codes_),
           tables_{draft_, fitting_, codes_, styles_, task.report},
-          pictures_(task.surroundings.styleFolders, task.report) {
+          pictures_(task.plan, task.surroundings.styleFolders, task.report) {
         layout_.notesAndCaptions = notesAndCaptions;
     }
 

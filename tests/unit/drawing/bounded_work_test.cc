@@ -1,10 +1,16 @@
 #include "frontend/drawing/bounded_work.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <stdlib.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
+#include <cerrno>
+#include <csignal>
 #include <stdexcept>
+#include <utility>
 
 using namespace vexa::frontend;
 
@@ -50,6 +56,91 @@ TEST(BoundedWork, EndsResultsThatAreTooLong) {
     WorkLimits limits;
     limits.resultBytes = 1000;
     EXPECT_EQ(WorkEnd::tooLong, workApart([] { return std::string(10'000'000, 'x'); }, limits, result));
+}
+
+/// Bytes between this process and its works.
+class Pipe {
+  public:
+    Pipe() { EXPECT_EQ(0, pipe(ends_.data())); }
+    ~Pipe() {
+        close(ends_[0]);
+        closeEnd();
+    }
+    [[nodiscard]] char take() const {
+        char byte = 0;
+        EXPECT_EQ(1, read(ends_[0], &byte, 1));
+        return byte;
+    }
+    void put(char byte) const { EXPECT_EQ(1, write(ends_[1], &byte, 1)); }
+    /// Nothing is put in here any more, only by copies of this process.
+    void closeEnd() { close(std::exchange(ends_[1], -1)); }
+    /// Whether the last copy that could put something in is gone, before long.
+    [[nodiscard]] bool isClosed() const {
+        constexpr int milliseconds = 10'000;
+        pollfd waiting{ends_[0], POLLIN, 0};
+        char byte = 0;
+        return poll(&waiting, 1, milliseconds) == 1 && read(ends_[0], &byte, 1) == 0;
+    }
+
+  private:
+    std::array<int, 2> ends_{};
+};
+
+TEST(BoundedWork, GoesOnBesideOtherWork) {
+    const Pipe pipe;
+    WorkApart waiting([&] { return std::string(1, pipe.take()); }, {});
+    WorkApart giving([&] { return pipe.put('x'), std::string("given"); }, {});
+    std::string result;
+    EXPECT_EQ(WorkEnd::done, waiting.finish(result));
+    EXPECT_EQ("x", result);
+    EXPECT_EQ(WorkEnd::done, giving.finish(result));
+    EXPECT_EQ("given", result);
+}
+
+TEST(BoundedWork, LongResultsWaitUntilTheyAreTaken) {
+    const std::string long_(3'000'000, 'x');
+    WorkApart one([&] { return long_; }, {});
+    WorkApart other([&] { return long_ + "y"; }, {});
+    std::string result;
+    EXPECT_EQ(WorkEnd::done, other.finish(result));
+    EXPECT_EQ(long_ + "y", result);
+    EXPECT_EQ(WorkEnd::done, one.finish(result));
+    EXPECT_EQ(long_, result);
+}
+
+TEST(BoundedWork, ThatNobodyWaitsForEnds) {
+    const Pipe pipe;
+    {
+        const WorkApart work(
+            [&]() -> std::string {
+                pipe.put('b');
+                for (;;) pause();
+            },
+            {});
+        EXPECT_EQ('b', pipe.take());
+    }
+    // It would be there still, ended or not, if nobody had waited for its end.
+    EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG));
+    EXPECT_EQ(ECHILD, errno);
+}
+
+TEST(BoundedWork, EndsWithTheProgram) {
+    Pipe pipe;
+    const pid_t program = fork();
+    if (program == 0) {
+        const WorkApart work(
+            [&]() -> std::string {
+                pipe.put('b');
+                for (;;) pause();
+            },
+            {});
+        for (;;) pause();
+    }
+    pipe.closeEnd();
+    EXPECT_EQ('b', pipe.take());
+    kill(program, SIGKILL);
+    waitpid(program, nullptr, 0);
+    EXPECT_TRUE(pipe.isClosed());
 }
 
 }  // namespace

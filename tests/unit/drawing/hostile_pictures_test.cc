@@ -32,8 +32,8 @@ TEST(HostilePictures, TheAlternativeTextIsInThePlaceholder) {
     DrawingOrder order = orderOf(DrawnForm::png);
     order.width = 225;
     order.height = 75;
-    const std::string one = drawPicture(broken, {}, "Income & <more>", order).bytes;
-    const std::string other = drawPicture(broken, {}, "", order).bytes;
+    const std::string one = beginDrawing(broken, {}, "Income & <more>", order)->finish().bytes;
+    const std::string other = beginDrawing(broken, {}, "", order)->finish().bytes;
     EXPECT_NE(one, other);
     EXPECT_TRUE(judged(one, ".png").starts_with("PNG RGB 300x100 "));
 }

@@ -46,7 +46,7 @@ DrawingOrder orderOf(DrawnForm form, DrawnDepth depth) {
 }
 
 DrawnPicture drawn(const Picture& picture, const DrawingOrder& order, const std::string& rules) {
-    return drawPicture(picture, rules, "Two bars", order);
+    return beginDrawing(picture, rules, "Two bars", order)->finish();
 }
 
 std::string judged(const std::string& bytes, const std::string& extension, const std::string& places) {

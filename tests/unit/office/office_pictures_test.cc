@@ -27,8 +27,8 @@ void make(Made& made, const std::string& items, double scale = 1) {
     ViewerDocument document;
     fill(document, items);
     const ExportPlan plan = planExport(document.outline(), {});
-    OfficePictures pictures({}, made.report);
-    made.picture = pictures.make(plan.items.front(), scale);
+    OfficePictures pictures(plan, {}, made.report, [scale](const ExportedItem&) { return scale; });
+    made.picture = pictures.make(plan.items.front());
 }
 
 TEST(OfficePictures, AreABitmapAndTheSvgWithItsRules) {
