@@ -79,8 +79,9 @@ int waitFor(pid_t process) {
 
 [[noreturn]] void workAndEnd(const std::function<std::string()>& work, const WorkLimits& limits,
                              const sigset_t& signals, int file) {
-    // The program's own handlers are about the program's own files.
-    for (const int each : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) std::signal(each, SIG_DFL);
+    // What ends the program ends the copy as well, and what does not is no reason to lose a picture.
+    for (const int each : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) std::signal(each, SIG_IGN);
+    for (const int each : {SIGPIPE, SIGXCPU}) std::signal(each, SIG_DFL);
     pthread_sigmask(SIG_SETMASK, &signals, nullptr);
     const int nowhere = open("/dev/null", O_WRONLY);
     if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);

@@ -68,11 +68,10 @@ TEST_F(DrawingsAheadTest, HasNothingOfWhatIsNotDrawn) {
 }
 
 TEST_F(DrawingsAheadTest, GivesUpWhatIsPassedOver) {
-    Ahead drawings(plan_, begin(), 3);
+    Ahead drawings(plan_, begin(), 2);
     EXPECT_EQ(1U, drawings.take(item(1))->number());
-    EXPECT_EQ("+1+2+5-1", log_);
     EXPECT_EQ(6U, drawings.take(item(6))->number());
-    EXPECT_EQ("+1+2+5-1-2-5+6-6", log_);
+    EXPECT_EQ("+1+2-1-2+6-6", log_);
 }
 
 TEST_F(DrawingsAheadTest, GivesUpAtTheEnd) {
