@@ -67,17 +67,16 @@ def run(tally, title, command, count=None, environment=None):
     exits with a failure always has at least one failed test. environment: variables beside those of this process."""
     print(f"== {title}", flush=True)
     start = time.monotonic()
-    process = subprocess.Popen(command, cwd=repository.ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                               stdin=subprocess.DEVNULL, text=True, errors="replace",
-                               env={**surroundings(), **(environment or {})})
     lines = []
-    for line in process.stdout:
-        lines.append(line)
-        # The closing count of a step is kept for the end of everything: there is one such line.
-        if not CLOSING_COUNT.match(line):
-            sys.stdout.write(line)
-            sys.stdout.flush()
-    status = process.wait()
+    with subprocess.Popen(command, cwd=repository.ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
+                          text=True, errors="replace", env={**surroundings(), **(environment or {})}) as process:
+        for line in process.stdout:
+            lines.append(line)
+            # The closing count of a step is kept for the end of everything: there is one such line.
+            if not CLOSING_COUNT.match(line):
+                sys.stdout.write(line)
+                sys.stdout.flush()
+        status = process.wait()
     passed, failed = count("".join(lines), status) if count else (int(status == 0), int(status != 0))
     if status != 0 and failed == 0:
         failed = 1

@@ -44,6 +44,7 @@ TEST(HtmlValidity, IsValidWithEverythingInIt) {
 }
 
 TEST(HtmlValidity, IsValidWhateverDocumentsHold) {
+    if (std::getenv("VEXA_QUICK") != nullptr) GTEST_SKIP() << "quick run";
     for (std::uint32_t seed = 1; seed <= 12; ++seed) {
         ViewerDocument document;
         document.edit(RandomDocuments(seed).document(25, true));
