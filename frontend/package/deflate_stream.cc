@@ -1,75 +1,36 @@
 #include "frontend/package/deflate_stream.h"
 
-#include <zlib.h>
-
 #include <algorithm>
-#include <array>
+#include <optional>
 #include <utility>
+
+#include "frontend/package/deflate_blocks.h"
 
 namespace vexa::frontend {
 namespace {
 
 // The longest block that is not compressed.
 constexpr std::size_t mostStored = 0xFFFF;
-// A block without bytes, and the same as the last one of all.
-constexpr std::string_view emptyBlock("\x00\x00\x00\xFF\xFF", 5);
+// A block without bytes that is the last one of all.
 constexpr std::string_view lastBlock("\x01\x00\x00\xFF\xFF", 5);
-
-/// Where the last block of deflated bytes begins and ends, in bits.
-struct LastBlock {
-    std::uint64_t begin = 0;
-    std::uint64_t end = 0;
-};
-
-/// False where the bytes are no deflated ones.
-bool findLastBlock(const std::string& packed, LastBlock& found) {
-    constexpr int atBlock = 128;
-    constexpr int inLastBlock = 64;
-    constexpr int unusedBits = 7;
-    z_stream stream{};
-    if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) {
-        return false;
-    }
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the library only reads there
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
-    stream.avail_in = static_cast<uInt>(packed.size());
-    std::array<Bytef, 64U << 10U> scratch{};
-    bool isAtEnd = false;
-    for (int result = Z_OK; result == Z_OK && !isAtEnd;) {
-        stream.next_out = scratch.data();
-        stream.avail_out = static_cast<uInt>(scratch.size());
-        result = inflate(&stream, Z_BLOCK);
-        if ((stream.data_type & atBlock) != 0) {
-            const auto taken = static_cast<std::uint64_t>(packed.size() - stream.avail_in);
-            const std::uint64_t bits = taken * 8 - static_cast<unsigned>(stream.data_type & unusedBits);
-            isAtEnd = (stream.data_type & inLastBlock) != 0;
-            (isAtEnd ? found.end : found.begin) = bits;
-        }
-    }
-    inflateEnd(&stream);
-    return isAtEnd;
-}
 
 /// Makes of whole deflated bytes a piece behind which others can stand: its last block is no longer the last
 /// one, and it ends with a byte.
 bool openEnd(std::string& packed) {
-    LastBlock last;
-    if (!findLastBlock(packed, last)) {
+    const std::optional<DeflateBlock> last = lastDeflateBlock(packed);
+    if (!last) {
         return false;
     }
     const auto clear = [&packed](std::uint64_t bit) {
         char& byte = packed[bit / 8];
         byte = static_cast<char>(static_cast<unsigned char>(byte) & ~(1U << (bit % 8)));
     };
-    clear(last.begin);
-    packed.resize((last.end + 7) / 8);
-    for (std::uint64_t bit = last.end; bit < packed.size() * 8; ++bit) {
+    clear(last->begin);
+    packed.resize((last->end + 7) / 8);
+    for (std::uint64_t bit = last->end; bit < packed.size() * 8; ++bit) {
         clear(bit);
     }
-    // The first byte of an empty block is its kind, three bits, and what is missing to a whole byte. It may
-    // be there already.
-    const std::uint64_t left = packed.size() * 8 - last.end;
-    packed += left >= 3 ? emptyBlock.substr(1) : emptyBlock;
+    appendEmptyBlock(packed, packed.size() * 8 - last->end);
     return true;
 }
 
@@ -129,6 +90,25 @@ PackageResult DeflateStream::pushPiece() {
     queue_.push(std::move(job));
     // Enough that no core is idle.
     return queue_.size() > 2 * queue_.threads() + 4 ? takePiece() : PackageResult();
+}
+
+PackageResult DeflateStream::copy(const PackedBlocks& blocks) {
+    if (result_ && !waiting_.empty()) {
+        result_ = pushPiece();
+    }
+    while (result_ && !queue_.empty()) {
+        result_ = takePiece();
+    }
+    if (result_ && bytes_ + blocks.bytes() > limit_) {
+        result_ = {PackageProblem::beyondLimits, "the size of one item"_text};
+    }
+    if (result_) {
+        bytes_ += blocks.bytes();
+        crc_ = crcTogether(crc_, blocks.crc(), blocks.bytes());
+        packed_.reserve(packed_.size() + blocks.packed.size() + 2 * pieceBytes);
+        blocks.append(packed_);
+    }
+    return result_;
 }
 
 PackageResult DeflateStream::takePiece() {

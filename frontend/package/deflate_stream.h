@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "frontend/package/marked_source.h"
 #include "frontend/package/package_result.h"
 #include "frontend/package/packing_queue.h"
 #include "frontend/package/zip_entry.h"
@@ -21,6 +22,9 @@ class DeflateStream {
 
     /// The first failure stays the result of every later call.
     PackageResult write(std::string_view bytes);
+    /// Puts blocks in that are packed already. What was written before must end with what stood before them,
+    /// `packedWindow` bytes of it.
+    PackageResult copy(const PackedBlocks& blocks);
     /// Sets method, checksum and sizes of `entry`, and gives the packed bytes for `ZipWriter::addPacked`.
     PackageResult finish(ZipEntry& entry, std::string& packed);
 

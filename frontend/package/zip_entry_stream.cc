@@ -1,12 +1,7 @@
 #include "frontend/package/zip_entry_stream.h"
 
-#include <zlib.h>
-
-#include <algorithm>
-#include <new>
-#include <vector>
-
 #include "frontend/package/deflate.h"
+#include "frontend/package/entry_inflater.h"
 
 namespace vexa::frontend {
 namespace {
@@ -55,67 +50,21 @@ class StoredSource {
 
 class DeflatedSource {
   public:
-    DeflatedSource(const ZipEntry& entry, std::string_view packed)
-        : entry_(entry), rest_(packed), check_(entry) {
-        isGood_ = inflateInit2(&stream_, -MAX_WBITS) == Z_OK;
-    }
-    ~DeflatedSource() { inflateEnd(&stream_); }
-    DeflatedSource(const DeflatedSource&) = delete;
-    DeflatedSource& operator=(const DeflatedSource&) = delete;
+    DeflatedSource(const ZipEntry& entry, std::string_view packed) : entry_(entry), inflater_(packed) {}
 
     PackageResult next(std::string_view& piece) {
-        piece = {};
-        if (!isGood_) {
-            return PackageProblem::noMemory;
-        }
-        if (atEnd_) {
+        const bool isGood = inflater_.next(piece);
+        const bool isWhole = inflater_.bytes() == entry_.bytes && inflater_.crc() == entry_.crc;
+        if (isGood && (inflater_.isAtEnd() ? isWhole : inflater_.bytes() <= entry_.bytes)) {
             return {};
         }
-        piece_.resize(pieceBytes);
-        const std::size_t made = fill();
-        piece = std::string_view(piece_).substr(0, made);
-        const bool fits = check_.take(piece);
-        if (!fits || (atEnd_ ? !check_.isWhole() : made == 0)) {
-            piece = {};
-            atEnd_ = true;
-            return damagedEntry(entry_);
-        }
-        return {};
+        piece = {};
+        return damagedEntry(entry_);
     }
 
   private:
-    /// Unpacks a piece; fewer bytes than that only at the end, or where the bytes cannot be unpacked.
-    std::size_t fill() {
-        std::size_t made = 0;
-        while (made < piece_.size() && !atEnd_) {
-            // Its counters are narrow.
-            const std::size_t given = std::min<std::size_t>(rest_.size(), 1U << 30U);
-            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the library only reads there
-            stream_.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(rest_.data()));
-            stream_.avail_in = static_cast<uInt>(given);
-            stream_.next_out = reinterpret_cast<Bytef*>(piece_.data() + made);
-            stream_.avail_out = static_cast<uInt>(piece_.size() - made);
-            const int result = inflate(&stream_, Z_NO_FLUSH);
-            rest_.remove_prefix(given - stream_.avail_in);
-            const std::size_t now = piece_.size() - stream_.avail_out;
-            const bool stuck = now == made && stream_.avail_in == given;
-            made = now;
-            atEnd_ = result == Z_STREAM_END;
-            if ((result != Z_OK && !atEnd_) || (stuck && !atEnd_) || (atEnd_ && !rest_.empty())) {
-                atEnd_ = false;
-                return 0;
-            }
-        }
-        return made;
-    }
-
     const ZipEntry& entry_;
-    std::string_view rest_;
-    EntryCheck check_;
-    z_stream stream_{};
-    std::string piece_;
-    bool isGood_ = false;
-    bool atEnd_ = false;
+    EntryInflater inflater_;
 };
 
 }  // namespace

@@ -155,6 +155,27 @@ def check_workbook(program, path, document, sheet, other_drawing):
                           r"xl/media/.*"], names[1:])
 
 
+def check_pivot_table(program, path, document):
+    """A pivot table is left whole: over it nothing is written, beside it there is."""
+    workbook = Workbook(program, path)
+    target, _ = workbook.export(document, "OPERATION=MODIFYSHEET SHEET='Pivot' LOCATION=STARTCELL('E5')", "-refused")
+    if target.read_bytes() != path.read_bytes():
+        complain(target.name, "the workbook was changed, though the export stands on its pivot table")
+    workbook.check(document, "OPERATION=MODIFYSHEET SHEET='Pivot' LOCATION=STARTCELL('F3')", "-beside",
+                   [r"xl/worksheets/sheet2\.xml", r"xl/worksheets/_rels/sheet2\.xml\.rels", r"xl/calcChain\.xml"], [])
+
+
+def check_extensions(program, path, document):
+    """Sparklines, newer formats and links go where they are written over, and stay elsewhere."""
+    target, _ = Workbook(program, path).export(
+        document, "OPERATION=MODIFYSHEET SHEET='Data' LOCATION=STARTCELL('A2')", "-extensions")
+    sheet = contents(target)["xl/worksheets/sheet1.xml"].decode()
+    found = re.findall(r"<xm:sqref>([^<]*)</xm:sqref>", sheet)
+    # The export stands on A2 to C8; rows that it has no cells in keep what they have.
+    if "G2" not in found or not any(re.fullmatch(r"B\d+:B30", each) for each in found) or "B2:B30" in found:
+        complain(target.name, f"extensions are about {found}")
+
+
 def check_new(program, folder, document):
     """A new workbook of each kind loads with what the document has."""
     for kind in ("xlsx", "xlsm"):
@@ -209,6 +230,8 @@ def main():
             found.append("office.xlsx")
         for each in found:
             check_workbook(program, folder / each, document, "Data", drawing)
+        check_pivot_table(program, folder / "pivot.xlsx", document)
+        check_extensions(program, folder / "writer.xlsx", document)
         for each in ("openpyxl", "writer", "pivot"):
             check_in_office(folder / f"{each}-lastrow.xlsx", folder)
     print(f"check_workbooks: {len(found)} workbooks, {failures} complaints")

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <optional>
 
-#include "frontend/export/xlsx/cell_reference.h"
+#include "frontend/export/workbook/cell_reference.h"
 
 namespace vexa::frontend {
 namespace {

@@ -1,5 +1,6 @@
 #include "frontend/export/xlsx/row_change.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -19,7 +20,8 @@ RowChange::RowChange(const ByteSource& source, const SheetChange& change, Deflat
       footprint_(change.footprint),
       survey_(change.survey),
       rows_(change.footprint, change.numbers, change.survey.rowHeight, change.survey.prefix),
-      changed_(changed) {
+      changed_(changed),
+      kept_(change.kept) {
     for (const auto& [index, formula] : survey_.shared) {
         if (footprint_.hasCell(formula.at)) {
             lostShared_.emplace(index, &formula);
@@ -42,7 +44,7 @@ void RowChange::sheetData() {
         return;
     }
     copy();
-    while (next() && !isEndAt(1)) {
+    for (keptRowsHere(); next() && !isEndAt(1); keptRowsHere()) {
         if (xml_.isStart() && xml_.localName() == "row" && isOwn()) {
             row();
         } else {
@@ -58,6 +60,20 @@ void RowChange::ownRowsBefore(std::uint32_t row) {
         rows_.appendRow(out_);
         passOn();
     }
+}
+
+/// Where the next piece is a row with which rows begin that are copied as they are packed: copies these.
+void RowChange::keptRowsHere() {
+    if (nextKept_ == kept_.size() || xml_.position() + leftOut_ != kept_[nextKept_].begin->at) {
+        return;
+    }
+    const KeptRows& kept = kept_[nextKept_++];
+    ownRowsBefore(kept.begin->row);
+    copyBytes(kept.blocks.from->bytes - kept.begin->at);
+    copyBlocks(kept.blocks);
+    copyBytes(kept.end->at - kept.blocks.to->bytes);
+    leftOut_ += kept.blocks.bytes();
+    lastRow_ = std::int64_t{kept.end->row} - 1;
 }
 
 void RowChange::row() {
@@ -95,6 +111,13 @@ void RowChange::row() {
             return;
         }
     }
+}
+
+bool changesFormulas(const SheetFootprint& footprint, const SheetSurvey& survey) {
+    return std::any_of(survey.shared.begin(), survey.shared.end(),
+                       [&](const auto& each) { return footprint.hasCell(each.second.at); }) ||
+           std::any_of(survey.arrays.begin(), survey.arrays.end(),
+                       [&](const ArrayFormula& formula) { return footprint.touches(formula.range); });
 }
 
 bool RowChange::mayChangeFormulas() const { return !lostShared_.empty() || !cutArrays_.empty(); }

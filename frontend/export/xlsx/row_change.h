@@ -1,10 +1,12 @@
 // Writes the rows of an export between those of a worksheet, its cells over those that stand in their places.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "frontend/export/xlsx/sheet_change.h"
 #include "frontend/export/xlsx/sheet_copy.h"
@@ -27,6 +29,7 @@ class RowChange : public SheetCopy {
 
   private:
     void ownRowsBefore(std::uint32_t row);
+    void keptRowsHere();
     void row();
     void changedRow();
     void restOfRow();
@@ -45,6 +48,9 @@ class RowChange : public SheetCopy {
     /// Where formulas of several cells stand that are cut into.
     std::set<SheetSpot> cutArrays_;
     bool isRowDone_ = false;
+    const std::vector<KeptRows>& kept_;
+    std::size_t nextKept_ = 0;
+    std::uint64_t leftOut_ = 0;  ///< bytes that the source left out so far
     std::int64_t lastRow_ = -1;
     std::int64_t lastColumn_ = -1;
 };

@@ -114,21 +114,27 @@ std::size_t SharedStrings::add(const SheetContent& content, const SheetCell& cel
     const std::string_view text = content.text(cell);
     const std::size_t raised = std::min<std::size_t>(cell.raised, text.size());
     std::string item = "<si>";
+    ++uses_;
     if (raised == 0) {
-        appendText(item, text);
-    } else {
-        const SheetStyle& style = content.styles[cell.style];
-        if (raised < text.size()) {
-            item += "<r><rPr>" + fontProperties(style, "rFont") + "</rPr>";
-            appendText(item, text.substr(0, text.size() - raised));
-            item += "</r>";
+        const auto [found, isNew] = plain_.try_emplace(text, 0);
+        if (isNew) {
+            appendText(item, text);
+            found->second = addItem(item + "</si>");
         }
-        item += "<r><rPr>" + fontProperties(style, "rFont", "<vertAlign val=\"superscript\"/>") + "</rPr>";
-        appendText(item, text.substr(text.size() - raised));
+        return found->second;
+    }
+    const SheetStyle& style = content.styles[cell.style];
+    if (raised < text.size()) {
+        item += "<r><rPr>" + fontProperties(style, "rFont") + "</rPr>";
+        appendText(item, text.substr(0, text.size() - raised));
         item += "</r>";
     }
-    item += "</si>";
-    ++uses_;
+    item += "<r><rPr>" + fontProperties(style, "rFont", "<vertAlign val=\"superscript\"/>") + "</rPr>";
+    appendText(item, text.substr(text.size() - raised));
+    return addItem(item + "</r></si>");
+}
+
+std::size_t SharedStrings::addItem(std::string item) {
     const auto [found, isNew] = known_.try_emplace(std::move(item), count_);
     if (isNew) {
         items_ += found->first;

@@ -15,7 +15,7 @@ namespace vexa::frontend {
 
 class SharedStrings {
   public:
-    /// The number of a cell's text among those that are added, from 0.
+    /// The number of a cell's text among those that are added, from 0. The content must live as long.
     std::size_t add(const SheetContent& content, const SheetCell& cell);
     [[nodiscard]] bool isEmpty() const { return count_ == 0; }
 
@@ -24,10 +24,13 @@ class SharedStrings {
     PackageResult write(const ByteSource& source, DeflateStream& out, std::size_t& before) const;
 
   private:
-    std::string items_;                                   ///< their XML, without prefixes
-    std::size_t count_ = 0;                               ///< of texts
-    std::size_t uses_ = 0;                                ///< of cells
-    std::unordered_map<std::string, std::size_t> known_;  ///< by XML
+    std::size_t addItem(std::string item);
+
+    std::string items_;                                        ///< their XML, without prefixes
+    std::size_t count_ = 0;                                    ///< of texts
+    std::size_t uses_ = 0;                                     ///< of cells
+    std::unordered_map<std::string, std::size_t> known_;       ///< by XML
+    std::unordered_map<std::string_view, std::size_t> plain_;  ///< by text, of those without a format
 };
 
 /// The part of a workbook without texts.

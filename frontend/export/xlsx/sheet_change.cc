@@ -8,6 +8,7 @@
 #include "frontend/export/xlsx/package_xml.h"
 #include "frontend/export/xlsx/row_change.h"
 #include "frontend/export/xlsx/sheet_columns.h"
+#include "frontend/export/xlsx/sheet_extensions.h"
 #include "frontend/export/xlsx/xml_stream.h"
 #include "frontend/package/xml_escapes.h"
 
@@ -68,15 +69,6 @@ SheetRange unionOf(const SheetRange& left, const SheetRange& right) {
     const std::uint32_t column = std::min(left.column, right.column);
     return {row, column, std::max(left.row + left.rows, right.row + right.rows) - row,
             std::max(left.column + left.columns, right.column + right.columns) - column};
-}
-
-SheetSpot upperLeft(const std::vector<SheetRange>& ranges) {
-    SheetSpot spot{ranges.front().row, ranges.front().column};
-    for (const SheetRange& range : ranges) {
-        spot.row = std::min(spot.row, range.row);
-        spot.column = std::min(spot.column, range.column);
-    }
-    return spot;
 }
 
 class Change : public RowChange {
@@ -177,6 +169,8 @@ class Change : public RowChange {
         } else if (name == "hyperlinks") {
             container(
                 "hyperlink", "ref", [this] { withoutTaken("ref", container_); }, [] {});
+        } else if (name == "extLst") {
+            emit(withoutTakenPlaces(takeElement(), footprint_));
         } else {
             copyElement();
         }
@@ -311,14 +305,9 @@ class Change : public RowChange {
         if (!isTouched) {
             copyElement();
         } else if (attribute == "sqref") {
-            std::string text;
-            for (const SheetRange& range : left) {
-                text += text.empty() ? "" : " ";
-                appendRange(text, range);
-            }
             const SheetSpot from = upperLeft(*ranges);
             const SheetSpot to = upperLeft(left);
-            emit(withAttribute(xml_.raw(), attribute, text));
+            emit(withAttribute(xml_.raw(), attribute, rangesText(left)));
             copyWithFormulas(std::int64_t{to.row} - from.row, std::int64_t{to.column} - from.column);
         } else {
             oneForEach(left, attribute);

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "frontend/export/xlsx/sheet_footprint.h"
+#include "frontend/export/workbook/sheet_footprint.h"
+#include "frontend/export/xlsx/kept_rows.h"
 #include "frontend/export/xlsx/sheet_rows.h"
 #include "frontend/export/xlsx/sheet_survey.h"
 #include "frontend/package/deflate_stream.h"
@@ -18,7 +20,12 @@ struct SheetChange {
     const SheetSurvey& survey;
     /// The id of the relation to the drawing, where the sheet has none yet and shall have one.
     std::string drawing;
+    /// Rows that are copied as they are packed, whose blocks the source leaves out.
+    std::vector<KeptRows> kept;
 };
+
+/// Whether formulas must be looked at in all rows, because the export stands on one that other cells share.
+[[nodiscard]] bool changesFormulas(const SheetFootprint& footprint, const SheetSurvey& survey);
 
 struct SheetChanged {
     bool overwrites = false;     ///< cells with values were replaced

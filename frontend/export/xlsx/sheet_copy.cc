@@ -35,6 +35,34 @@ void SheetCopy::passOn() {
     }
 }
 
+void SheetCopy::copyBytes(std::uint64_t count) {
+    while (count > 0 && result_) {
+        const std::string_view bytes = xml_.takeBytes(count);
+        if (bytes.empty()) {
+            result_ = {PackageProblem::damaged, "it has XML that is not well formed"_text};
+        }
+        count -= bytes.size();
+        emit(bytes);
+    }
+}
+
+void SheetCopy::copyBlocks(const PackedBlocks& blocks) {
+    result_ = result_ ? sink_.write(out_) : result_;
+    out_.clear();
+    result_ = result_ ? sink_.copy(blocks) : result_;
+}
+
+std::string SheetCopy::takeElement() {
+    std::string element(xml_.raw());
+    const std::size_t depth = xml_.depth();
+    bool isInside = !xml_.isWhole();
+    while (isInside && next()) {
+        element += xml_.raw();
+        isInside = !isEndAt(depth);
+    }
+    return element;
+}
+
 void SheetCopy::skipElement() {
     const std::size_t depth = xml_.depth();
     if (!xml_.isWhole()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -34,12 +35,18 @@ class SheetCopy {
     /// Copies the element whose start tag is the piece, or passes over it.
     void copyElement();
     void skipElement();
+    /// The element whose start tag is the piece, with all that is in it.
+    [[nodiscard]] std::string takeElement();
     void emit(std::string_view xml);
     /// Writes a tag of an element of the sheet.
     void open(std::string_view name) { emit("<" + prefix_ + std::string(name) + ">"); }
     void close(std::string_view name) { emit("</" + prefix_ + std::string(name) + ">"); }
     /// Hands over what `out_` holds where that is much.
     void passOn();
+    /// Copies so many bytes that are not looked at.
+    void copyBytes(std::uint64_t count);
+    /// Copies blocks that the source leaves out.
+    void copyBlocks(const PackedBlocks& blocks);
 
     XmlStream xml_;
     std::string prefix_;

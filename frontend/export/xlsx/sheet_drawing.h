@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "frontend/export/xlsx/sheet_footprint.h"
+#include "frontend/export/workbook/sheet_footprint.h"
 #include "frontend/export/xlsx/sheet_survey.h"
 #include "frontend/export/xlsx/workbook_package.h"
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/export/workbook/day_numbers.h"
 #include "frontend/export/workbook/sheet_name.h"
 #include "frontend/export/workbook/sheet_place.h"
+#include "frontend/export/workbook/workbook_refusal.h"
 #include "frontend/export/xlsx/shared_strings.h"
 #include "frontend/export/xlsx/sheet_change.h"
 #include "frontend/export/xlsx/sheet_drawing.h"
@@ -20,24 +20,6 @@ constexpr std::string_view stylesType =
     "application/vnd.openxmlformats-officedocument.spreadsheetml.styles+xml";
 constexpr std::string_view stringsType =
     "application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml";
-
-/// What is wrong with a workbook, in the language of the user.
-std::string reasonOf(const PackageResult& result) {
-    std::string detail = result.shownDetail();
-    switch (result.problem) {
-        case PackageProblem::tooLarge:
-        case PackageProblem::beyondLimits:
-            return composed("it is too large: ^1"_text, {detail});
-        case PackageProblem::otherCompression:
-            return composed("it is compressed in a way that is not known: ^1"_text, {detail});
-        case PackageProblem::unsafeName:
-            return composed("it has an entry with a name that is not allowed: ^1"_text, {detail});
-        case PackageProblem::noMemory:
-            return translated("memory is short"_text.key());
-        default:
-            return detail;
-    }
-}
 
 class SheetInsertion {
   public:
@@ -64,9 +46,7 @@ class SheetInsertion {
             return false;
         }
         if (sheet_.empty()) {
-            report_.fail(ExportError::other,
-                         composed("The sheet ^1 of the workbook ^2 is none of rows and columns."_text,
-                                  {options_.sheet, toNativePath(options_.file)}));
+            failForChartSheet(options_.sheet, options_.file, report_);
             return false;
         }
         isModified_ = true;
@@ -75,7 +55,7 @@ class SheetInsertion {
 
     bool surveyIt() {
         WorkbookPackage& package = workbook_.package();
-        if (!check(surveySheet(package.source(sheet_), survey_))) {
+        if (!check(surveySheet(package.source(sheet_, marks_), survey_, marks_, firstRow()))) {
             return false;
         }
         std::vector<PartRelation> relations;
@@ -98,6 +78,16 @@ class SheetInsertion {
             survey_.columns = std::max(survey_.columns, table.range.column + table.range.columns);
         }
         return true;
+    }
+
+    /// The first row that the export may touch, as far as that is known before the sheet is.
+    [[nodiscard]] std::uint32_t firstRow() const {
+        if (options_.location == SheetLocation::lastRow) {
+            return officeSheetLimits.rows;
+        }
+        const auto place = options_.location == SheetLocation::startCell ? parseSheetPlace(options_.startCell)
+                                                                         : std::nullopt;
+        return place && place->row < officeSheetLimits.rows ? static_cast<std::uint32_t>(place->row) : 0;
     }
 
     bool choosePlace() {
@@ -169,14 +159,26 @@ class SheetInsertion {
             }
         }
         DeflateStream out(workbookLimits.entryBytes, 0, levelFor(package.bytesOf(sheet_)));
-        const SheetChange change{footprint, numbers, survey_, newDrawing};
-        return check(changeSheet(package.source(sheet_), change, out, changed_)) && replace(sheet_, out);
+        SheetChange change{footprint, numbers, survey_, newDrawing, {}};
+        if (!changesFormulas(footprint, survey_)) {
+            change.kept =
+                keptRows(survey_, package.packed(sheet_), at_.row, at_.row + std::max(content_.rows, 1U));
+        }
+        std::vector<PackedBlocks> leftOut;
+        for (const KeptRows& kept : change.kept) {
+            leftOut.push_back(kept.blocks);
+        }
+        return check(changeSheet(package.source(sheet_, std::move(leftOut)), change, out, changed_)) &&
+               replace(sheet_, out);
     }
 
-    /// Large parts are packed in half the time, and a tenth larger.
-    static int levelFor(std::uint64_t bytes) {
+    /// What is large is packed swiftly rather than as small as can be.
+    [[nodiscard]] int levelFor(std::uint64_t bytes) const {
         constexpr std::uint64_t large = 16U << 20U;
-        return bytes > large ? quickDeflateLevel : usualDeflateLevel;
+        constexpr std::size_t manyCells = 5'000;
+        return bytes > large                       ? quickDeflateLevel
+               : content_.cells.size() > manyCells ? swiftDeflateLevel
+                                                   : usualDeflateLevel;
     }
 
     bool replace(const std::string& part, DeflateStream& out) {
@@ -232,9 +234,7 @@ class SheetInsertion {
             workbook_.list().calculateOnLoad();
         }
         if (changed_.cutsArrays) {
-            report_.note(composed(
-                "The export stands on formulas of several cells of the sheet ^1; their other cells keep their values."_text,
-                {options_.sheet}));
+            noteCutFormulas(options_.sheet, report_);
         }
         return !(isReplaced_ || changed_.dropsFormulas) || check(workbook_.dropCalculationOrder());
     }
@@ -247,6 +247,7 @@ class SheetInsertion {
     bool isModified_ = false;
     std::string sheet_;    ///< the part
     std::string drawing_;  ///< of the sheet; empty without one
+    PackedMarks marks_;
     SheetSurvey survey_;
     std::vector<WorkbookFile::Table> tables_;
     SheetSpot at_;
@@ -254,14 +255,6 @@ class SheetInsertion {
 };
 
 }  // namespace
-
-bool checkWorkbook(const PackageResult& result, const std::string& file, ExportReport& report) {
-    if (!result) {
-        report.fail(ExportError::other, composed("The workbook ^1 cannot be changed: ^2."_text,
-                                                 {toNativePath(file), reasonOf(result)}));
-    }
-    return static_cast<bool>(result);
-}
 
 bool insertSheet(WorkbookFile& workbook, SheetContent content, const WorkbookExport& options,
                  ExportReport& report) {

@@ -1,8 +1,6 @@
 // Puts what an export holds onto a sheet of a workbook.
 #pragma once
 
-#include <string>
-
 #include "frontend/export/export_report.h"
 #include "frontend/export/workbook/sheet_content.h"
 #include "frontend/export/xlsx/workbook_file.h"
@@ -14,9 +12,5 @@ namespace vexa::frontend {
 /// reason in the report, where that is not possible; the workbook is of no use then.
 bool insertSheet(WorkbookFile& workbook, SheetContent content, const WorkbookExport& options,
                  ExportReport& report);
-
-/// False where `result` is a failure, which goes into the report as the reason why this workbook cannot be
-/// changed.
-bool checkWorkbook(const PackageResult& result, const std::string& file, ExportReport& report);
 
 }  // namespace vexa::frontend

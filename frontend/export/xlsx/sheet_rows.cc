@@ -33,7 +33,13 @@ void appendCellNumber(std::string& out, double number) {
 
 SheetRows::SheetRows(const SheetFootprint& footprint, const CellNumbers& numbers, double rowHeight,
                      std::string_view prefix)
-    : footprint_(footprint), numbers_(numbers), prefix_(prefix), heights_(footprint.content().heights) {
+    : footprint_(footprint),
+      numbers_(numbers),
+      prefix_(prefix),
+      cellTag_("<" + std::string(prefix) + "c r=\""),
+      valueTag_("<" + std::string(prefix) + "v>"),
+      endTags_("</" + std::string(prefix) + "v></" + std::string(prefix) + "c>"),
+      heights_(footprint.content().heights) {
     // Pictures have as many rows as they take, were they of the usual height.
     for (const SheetPicture& picture : footprint.content().pictures) {
         for (std::uint32_t row = 0; rowHeight != usualRowHeight && row < picture.rows; ++row) {
@@ -70,12 +76,7 @@ std::optional<std::uint32_t> SheetRows::nextColumn() const {
 
 void SheetRows::appendCell(std::string& out) {
     const SheetCell& cell = footprint_.content().cells[nextCell_];
-    const auto tag = [&](std::string_view before, std::string_view name) {
-        out += before;
-        out += prefix_;
-        out += name;
-    };
-    tag("<", "c r=\"");
+    out += cellTag_;
     appendSpot(out, {footprint_.at().row + cell.row, footprint_.at().column + cell.column});
     out += "\" s=\"";
     appendDigits(out, numbers_.styles[cell.style]);
@@ -86,7 +87,7 @@ void SheetRows::appendCell(std::string& out) {
         const bool isText = cell.value == SheetValue::text;
         const bool isError = !isText && !std::isfinite(cell.number);
         out += isText ? " t=\"s\">" : isError ? " t=\"e\">" : ">";
-        tag("<", "v>");
+        out += valueTag_;
         if (isText) {
             appendDigits(out, numbers_.stringsBefore + numbers_.strings[nextCell_]);
         } else if (isError) {
@@ -94,8 +95,7 @@ void SheetRows::appendCell(std::string& out) {
         } else {
             appendCellNumber(out, cell.number);
         }
-        tag("</", "v>");
-        tag("</", "c>");
+        out += endTags_;
     }
     ++nextCell_;
 }

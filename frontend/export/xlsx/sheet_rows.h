@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frontend/export/xlsx/sheet_footprint.h"
+#include "frontend/export/workbook/sheet_footprint.h"
 
 namespace vexa::frontend {
 
@@ -50,6 +50,9 @@ class SheetRows {
     const SheetFootprint& footprint_;
     const CellNumbers& numbers_;
     std::string_view prefix_;
+    std::string cellTag_;
+    std::string valueTag_;
+    std::string endTags_;                      // of both
     std::map<std::uint32_t, double> heights_;  // of the content's rows
     std::map<std::uint32_t, double>::const_iterator nextHeight_;
     std::size_t nextCell_ = 0;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <deque>
+#include <iterator>
 #include <utility>
 
 #include "frontend/export/xlsx/package_xml.h"
@@ -26,7 +28,9 @@ bool isTrue(std::optional<std::string_view> text) { return text && (*text == "1"
 
 class Survey {
   public:
-    Survey(const ByteSource& source, SheetSurvey& survey) : xml_(source), survey_(survey) {}
+    Survey(const ByteSource& source, SheetSurvey& survey, PackedMarks* marks = nullptr,
+           std::uint32_t upTo = 0)
+        : xml_(source), survey_(survey), marks_(marks), markedUpTo_(upTo) {}
 
     PackageResult carryOut() {
         while (result_ && xml_.next()) {
@@ -160,11 +164,33 @@ class Survey {
         }
         row_ = *number;
         column_ = -1;
+        if (marks_ != nullptr) {
+            noteMark(*number);
+        }
         if (isTrue(xml_.attribute("hidden"))) {
             survey_.heights[*number] = 0;
         } else if (const auto height = xml_.attribute("ht")) {
             survey_.heights[*number] = realOr(height, survey_.rowHeight);
         }
+    }
+
+    /// The last mark before the row that begins here.
+    void noteMark(std::uint32_t number) {
+        std::vector<PackedMark> fresh = marks_->take();
+        std::move(fresh.begin(), fresh.end(), std::back_inserter(waitingMarks_));
+        const std::uint64_t at = xml_.position() - xml_.raw().size();
+        const auto behind = std::find_if(waitingMarks_.begin(), waitingMarks_.end(),
+                                         [at](const PackedMark& mark) { return mark.bytes > at; });
+        if (behind == waitingMarks_.begin()) {
+            return;
+        }
+        if (!survey_.marks.empty()) {
+            RowMark& last = survey_.marks.back();
+            const bool isLastBefore = last.row <= markedUpTo_ && number > markedUpTo_;
+            last.packed.window = isLastBefore ? std::move(last.packed.window) : std::string();
+        }
+        survey_.marks.push_back({std::move(*(behind - 1)), at, number});
+        waitingMarks_.erase(waitingMarks_.begin(), behind);
     }
 
     void readFormula() {
@@ -218,6 +244,9 @@ class Survey {
 
     XmlStream xml_;
     SheetSurvey& survey_;
+    PackedMarks* marks_;
+    std::uint32_t markedUpTo_;
+    std::deque<PackedMark> waitingMarks_;
     PackageResult result_;
     std::string topName_;
     std::int64_t row_ = -1;
@@ -252,6 +281,11 @@ std::optional<std::uint32_t> nextColumn(std::optional<std::string_view> value, s
 
 PackageResult surveySheet(const ByteSource& source, SheetSurvey& survey) {
     return Survey(source, survey).carryOut();
+}
+
+PackageResult surveySheet(const ByteSource& source, SheetSurvey& survey, PackedMarks& marks,
+                          std::uint32_t row) {
+    return Survey(source, survey, &marks, row).carryOut();
 }
 
 }  // namespace vexa::frontend

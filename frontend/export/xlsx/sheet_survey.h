@@ -10,9 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#include "frontend/export/workbook/cell_reference.h"
 #include "frontend/export/workbook/sheet_content.h"
-#include "frontend/export/xlsx/cell_reference.h"
 #include "frontend/export/xlsx/xml_stream.h"
+#include "frontend/package/marked_source.h"
 
 namespace vexa::frontend {
 
@@ -25,6 +26,13 @@ struct SharedFormula {
 struct ArrayFormula {
     SheetSpot at;
     SheetRange range;
+};
+
+/// A row that begins behind a mark of the packed bytes.
+struct RowMark {
+    PackedMark packed;
+    std::uint64_t at = 0;   ///< where the row begins, bytes of the XML
+    std::uint32_t row = 0;  ///< its number, from 0
 };
 
 struct SheetSurvey {
@@ -44,11 +52,16 @@ struct SheetSurvey {
     std::vector<std::string> tables;
     std::map<std::string, SharedFormula, std::less<>> shared;  ///< by their index
     std::vector<ArrayFormula> arrays;
+    std::vector<RowMark> marks;  ///< in their order, a row at most behind each
 };
 
 /// Reads a worksheet. Refuses what is none, one of the strict kind, and one whose rows or cells do not
 /// follow each other.
 PackageResult surveySheet(const ByteSource& source, SheetSurvey& survey);
+/// The same with marks, of a source that makes them. They can be gone on from only where that can be of use:
+/// at the last one that has no rows before it from `row` on, and at the last one of all.
+PackageResult surveySheet(const ByteSource& source, SheetSurvey& survey, PackedMarks& marks,
+                          std::uint32_t row);
 
 /// The number of the row, from 0, or of the column that `value` names; that behind `last` where there is no
 /// value. Nothing where it does not come behind `last`, or is not on a sheet.

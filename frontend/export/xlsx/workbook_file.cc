@@ -183,6 +183,27 @@ PackageResult WorkbookFile::dropUnreachable(const std::set<std::string>& before)
     return result;
 }
 
+/// A pivot table is one piece: its fields above the table, which stand a row apart, and all of its cells.
+PackageResult WorkbookFile::addPivotTable(const std::string& part, std::vector<Table>& tables) const {
+    std::string text;
+    PackageXml xml;
+    PackageResult result = package_.read(part, text, mostOfATree);
+    if (result) {
+        result = xml.parse(std::move(text), "pivotTableDefinition");
+    }
+    const pugi::xml_node location = childOf(xml.root(), "location");
+    std::optional<SheetRange> range = readRange(attributeOf(location, "ref"));
+    if (result && range) {
+        const std::size_t fields = numberOr(attributeOf(location, "rowPageCount"), 0);
+        const auto above =
+            static_cast<std::uint32_t>(fields == 0 ? 0 : std::min<std::size_t>(fields + 1, range->row));
+        range->row -= above;
+        range->rows += above;
+        tables.push_back({std::string(attributeOf(xml.root(), "name")), *range, range->rows, 0});
+    }
+    return result;
+}
+
 PackageResult WorkbookFile::tables(const std::string& part, const SheetSurvey& survey,
                                    std::vector<Table>& tables) const {
     std::vector<PartRelation> relations;
@@ -190,6 +211,9 @@ PackageResult WorkbookFile::tables(const std::string& part, const SheetSurvey& s
     for (const PartRelation& relation : relations) {
         const bool isNamed =
             std::find(survey.tables.begin(), survey.tables.end(), relation.id) != survey.tables.end();
+        if (result && relation.type == "pivotTable") {
+            result = addPivotTable(relation.target, tables);
+        }
         if (!result || !isNamed || relation.type != "table") {
             continue;
         }

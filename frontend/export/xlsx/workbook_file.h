@@ -46,7 +46,7 @@ class WorkbookFile {
     /// Puts an empty sheet in the place of one that is there, and gives the name of its part. What nothing
     /// else refers to goes with the old one.
     PackageResult replaceSheet(std::size_t sheet, std::string& part);
-    /// The ranges that tables of a sheet take, with their names.
+    /// The ranges that tables of a sheet take, with their names. Of a pivot table all rows are headers.
     struct Table {
         std::string name;
         SheetRange range;
@@ -67,6 +67,7 @@ class WorkbookFile {
 
   private:
     PackageResult openParts();
+    PackageResult addPivotTable(const std::string& part, std::vector<Table>& tables) const;
     PackageResult countSheetsInProperties(std::string_view added);
     PackageResult dropUnreachable(const std::set<std::string>& before);
 

@@ -170,6 +170,21 @@ ByteSource WorkbookPackage::source(std::string_view part) const {
     return place ? entrySource(reader_, *place) : textSource({});
 }
 
+ByteSource WorkbookPackage::source(std::string_view part, PackedMarks& marks) const {
+    const std::optional<std::size_t> place = this->place(part);
+    return place && changed(part) == nullptr ? markedSource(reader_, *place, marks) : source(part);
+}
+
+ByteSource WorkbookPackage::source(std::string_view part, std::vector<PackedBlocks> without) const {
+    const std::optional<std::size_t> place = this->place(part);
+    return place && !without.empty() ? sourceWithout(reader_, *place, std::move(without)) : source(part);
+}
+
+std::string_view WorkbookPackage::packed(std::string_view part) const {
+    const std::optional<std::size_t> place = this->place(part);
+    return place ? reader_.packed(*place) : std::string_view();
+}
+
 void WorkbookPackage::set(std::string_view part, std::string content) {
     change(part).content = std::move(content);
 }

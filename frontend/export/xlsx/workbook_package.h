@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "frontend/package/marked_source.h"
 #include "frontend/package/package_result.h"
 #include "frontend/package/zip_entry_stream.h"
 #include "frontend/package/zip_reader.h"
@@ -51,6 +52,13 @@ class WorkbookPackage {
     PackageResult read(std::string_view part, std::string& content, std::uint64_t limit) const;
     /// The part piece by piece; empty where there is none.
     [[nodiscard]] ByteSource source(std::string_view part) const;
+
+    /// The same, with marks in it; parts that are new have none.
+    [[nodiscard]] ByteSource source(std::string_view part, PackedMarks& marks) const;
+    /// The part without blocks that were marked in it.
+    [[nodiscard]] ByteSource source(std::string_view part, std::vector<PackedBlocks> without) const;
+    /// The packed bytes that marks of the part are in.
+    [[nodiscard]] std::string_view packed(std::string_view part) const;
 
     /// Replaces or adds a part.
     void set(std::string_view part, std::string content);

@@ -8,6 +8,7 @@
 #include "frontend/export/workbook/sheet_builder.h"
 #include "frontend/export/workbook/sheet_name.h"
 #include "frontend/export/workbook/sheet_place.h"
+#include "frontend/export/workbook/workbook_refusal.h"
 #include "frontend/export/xlsx/sheet_insertion.h"
 
 namespace vexa::frontend {
@@ -68,9 +69,7 @@ class WorkbookWriter {
 
     void writeFile() {
         if (workbook_.isSigned()) {
-            task_.report.note(
-                composed("The workbook ^1 is signed. Its signature does not hold any longer."_text,
-                         {toNativePath(options_.file)}));
+            noteBrokenSignature(options_.file, task_.report);
         }
         std::size_t file = 0;
         PackageResult result = task_.files.begin(options_.file, file);

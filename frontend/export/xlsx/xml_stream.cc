@@ -132,6 +132,7 @@ bool XmlStream::fill() {
     result_ = source_(piece);
     isSourceAtEnd_ = piece.empty();
     buffer_ += piece;
+    filled_ += piece.size();
     return result_ && !isSourceAtEnd_;
 }
 
@@ -315,6 +316,16 @@ std::string_view XmlStream::takeInside() {
     openAt_.pop_back();
     depth_ = openAt_.size();
     return raw_;
+}
+
+std::string_view XmlStream::takeBytes(std::uint64_t most) {
+    if (at_ == buffer_.size() && !fill()) {
+        return {};
+    }
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(most, buffer_.size() - at_));
+    const std::string_view bytes = std::string_view(buffer_).substr(at_, count);
+    at_ += count;
+    return bytes;
 }
 
 std::optional<std::string_view> XmlStream::attribute(std::string_view name) const {

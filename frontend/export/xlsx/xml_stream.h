@@ -51,6 +51,11 @@ class XmlStream {
     /// piece. Empty, and nothing taken, where that is long or holds anything but elements and texts. Whether
     /// the tags in it match is not looked at, and no element in it may have the same name.
     [[nodiscard]] std::string_view takeInside();
+    /// Behind a piece: what comes next as it stands, up to so many bytes, which is not looked at. Empty at
+    /// the end. The piece is no more then.
+    [[nodiscard]] std::string_view takeBytes(std::uint64_t most);
+    /// Bytes of the source up to the end of the piece.
+    [[nodiscard]] std::uint64_t position() const { return filled_ - (buffer_.size() - at_); }
     /// Whether it is a text of anything but blanks, or a section.
     [[nodiscard]] bool hasCharacters() const;
 
@@ -69,7 +74,8 @@ class XmlStream {
     ByteSource source_;
     PackageResult result_;
     std::string buffer_;
-    std::size_t at_ = 0;  ///< in the buffer: what was not given out yet
+    std::uint64_t filled_ = 0;  ///< bytes that came from the source
+    std::size_t at_ = 0;        ///< in the buffer: what was not given out yet
     bool isSourceAtEnd_ = false;
     XmlPiece kind_ = XmlPiece::other;
     std::string_view raw_;

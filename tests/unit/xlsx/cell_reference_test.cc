@@ -1,8 +1,8 @@
-#include "frontend/export/xlsx/cell_reference.h"
+#include "frontend/export/workbook/cell_reference.h"
 
 #include <gtest/gtest.h>
 
-#include "frontend/export/xlsx/sheet_footprint.h"
+#include "frontend/export/workbook/sheet_footprint.h"
 #include "tests/unit/xlsx/workbook_samples.h"
 
 namespace vexa::frontend {

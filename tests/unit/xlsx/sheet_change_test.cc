@@ -97,6 +97,34 @@ TEST(SheetChange, TakesPlacesOutOfFormatsAndValidations) {
               "<hyperlinks><hyperlink ref=\"B2\" location=\"x\"/><hyperlink ref=\"A1\"/></hyperlinks>");
 }
 
+TEST(SheetChange, TakesPlacesOutOfExtensions) {
+    const std::string formats =
+        "<x14:conditionalFormattings><x14:conditionalFormatting><x14:cfRule><xm:f>A1&gt;B$1</xm:f></"
+        "x14:cfRule>"
+        "<xm:sqref>A1:A3</xm:sqref></x14:conditionalFormatting></x14:conditionalFormattings>";
+    const std::string lines =
+        "<x14:sparklineGroups><x14:sparklineGroup><x14:sparklines><x14:sparkline><xm:f>Data!B1:B3</xm:f>"
+        "<xm:sqref>D1</xm:sqref></x14:sparkline></x14:sparklines></x14:sparklineGroup></x14:sparklineGroups>";
+    const std::string validations =
+        "<x14:dataValidations count=\"2\"><x14:dataValidation><xm:sqref>A1</xm:sqref></x14:dataValidation>"
+        "<x14:dataValidation><xm:sqref>E1</xm:sqref></x14:dataValidation></x14:dataValidations>";
+    const auto list = [](const std::string& inside) {
+        return inside.empty() ? inside : "<extLst>" + inside + "</extLst>";
+    };
+    const auto ext = [](const std::string& inside) { return "<ext uri=\"{1}\">" + inside + "</ext>"; };
+    const std::string all = list(ext(formats) + "\n" + ext(lines) + ext(validations));
+    EXPECT_EQ(behindWith(all, "C1"), all);
+    std::string cut = formats;
+    cut.replace(cut.find("A1&gt;"), 6, "A2&gt;");
+    cut.replace(cut.find("A1:A3"), 5, "A2:A3");
+    std::string fewer = validations;
+    fewer.replace(fewer.find("\"2\""), 3, "\"1\"");
+    fewer.erase(fewer.find("<x14:dataValidation>"), 67);
+    EXPECT_EQ(behindWith(all, "A1"), list(ext(cut) + "\n" + ext(lines) + ext(fewer)));
+    EXPECT_EQ(behindWith(list(ext(lines)), "D1"), "");
+    EXPECT_EQ(behindWith(list(ext(lines) + ext("<y/>")), "D1"), list(ext("<y/>")));
+}
+
 TEST(SheetChange, PutsElementsInTheirOrder) {
     ContentMaker maker;
     maker.text(0, 0, "a").blank(0, 1);

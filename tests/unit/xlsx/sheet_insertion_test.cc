@@ -191,16 +191,22 @@ TEST(SheetInsertion, CountsDaysAsTheWorkbookDoes) {
             "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" xmlns:q=\"" +
             relationsSpace.substr(0, relationsSpace.size() - 1) + "\">" + properties +
             "<sheets><sheet name=\"Data\" sheetId=\"4\" q:id=\"rId1\"/></sheets></workbook>";
-        const std::string rows = insertInto(workbookWith("<sheetData/>", {{"xl/workbook.xml", list}}),
-                                            maker.content, modifying("Data"))
-                                     .rows();
+        const Inserted inserted = insertInto(workbookWith("<sheetData/>", {{"xl/workbook.xml", list}}),
+                                             maker.content, modifying("Data"));
+        const std::string rows = inserted.rows();
         std::string found;
         for (std::size_t at = rows.find("<v>"); at != std::string::npos; at = rows.find("<v>", at + 1)) {
             found += rows.substr(at + 3, rows.find('<', at + 3) - at - 3) + " ";
         }
+        if (const auto strings = inserted.parts.find("xl/sharedStrings.xml");
+            strings != inserted.parts.end()) {
+            const std::size_t text = strings->second.find("-1903 00:00:00");
+            found += text == std::string::npos ? "" : strings->second.substr(text - 6, 20);
+        }
         return found;
     };
-    const std::string from1904 = "42369.5 0.5 2000 -1 ";
+    // The last one is before that, and a text: the first of those that cells share.
+    const std::string from1904 = "42369.5 0.5 2000 0 31-Dec-1903 00:00:00";
     const std::string asTheyAre = "43831.5 0.5 2000 1461 ";
     EXPECT_EQ(values("<workbookPr date1904=\"1\"/>"), from1904);
     EXPECT_EQ(values("<workbookPr codeName=\"Book\" date1904=\"true\"/>"), from1904);
@@ -225,6 +231,26 @@ TEST(SheetInsertion, LeavesTablesWhole) {
     EXPECT_FALSE(at(smallContent(), "C3").done);
     EXPECT_TRUE(at(smallContent(), "E3").done);
     EXPECT_EQ(placeIn(sheet, SheetLocation::lastRow, more), "A7");
+}
+
+TEST(SheetInsertion, LeavesPivotTablesWhole) {
+    const Parts more{
+        {"xl/worksheets/_rels/sheet1.xml.rels", relations({{"../pivotTables/p.xml", "pivotTable"}})},
+        {"xl/pivotTables/p.xml",
+         "<pivotTableDefinition name=\"Sums\"><location ref=\"B5:D7\" "
+         "rowPageCount=\"1\"/></pivotTableDefinition>"}};
+    ContentMaker maker;
+    maker.number(0, 0, 1);
+    const auto at = [&](const std::string& cell) {
+        return insertInto(workbookWith("<sheetData/>", more), maker.content,
+                          modifying("Data", SheetLocation::startCell, cell));
+    };
+    for (const char* const inside : {"B5", "C6", "D7", "B3"}) {
+        EXPECT_FALSE(at(inside).done) << inside;
+        EXPECT_NE(at(inside).reason.find("Sums"), std::string::npos);
+    }
+    for (const char* const outside : {"A5", "B8", "E6", "B2"}) EXPECT_TRUE(at(outside).done) << outside;
+    EXPECT_EQ(placeIn("<sheetData/>", SheetLocation::lastRow, more), "A9");
 }
 
 TEST(SheetInsertion, KnowsTheLimitsOfSheetsAndNames) {

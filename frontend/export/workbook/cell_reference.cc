@@ -1,4 +1,4 @@
-#include "frontend/export/xlsx/cell_reference.h"
+#include "frontend/export/workbook/cell_reference.h"
 
 #include <algorithm>
 #include <array>
@@ -119,6 +119,24 @@ std::string rangeText(const SheetRange& range) {
     std::string text;
     appendRange(text, range);
     return text;
+}
+
+std::string rangesText(const std::vector<SheetRange>& ranges) {
+    std::string text;
+    for (const SheetRange& range : ranges) {
+        text += text.empty() ? "" : " ";
+        appendRange(text, range);
+    }
+    return text;
+}
+
+SheetSpot upperLeft(const std::vector<SheetRange>& ranges) {
+    SheetSpot spot{ranges.front().row, ranges.front().column};
+    for (const SheetRange& range : ranges) {
+        spot.row = std::min(spot.row, range.row);
+        spot.column = std::min(spot.column, range.column);
+    }
+    return spot;
 }
 
 bool overlap(const SheetRange& left, const SheetRange& right) {

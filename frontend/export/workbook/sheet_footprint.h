@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "frontend/export/workbook/cell_reference.h"
 #include "frontend/export/workbook/sheet_content.h"
-#include "frontend/export/xlsx/cell_reference.h"
 
 namespace vexa::frontend {
 

@@ -1,4 +1,4 @@
-#include "frontend/export/xlsx/sheet_footprint.h"
+#include "frontend/export/workbook/sheet_footprint.h"
 
 #include <algorithm>
 #include <iterator>

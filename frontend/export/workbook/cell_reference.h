@@ -37,6 +37,11 @@ void appendSpot(std::string& out, SheetSpot spot);
 void appendRange(std::string& out, const SheetRange& range);
 [[nodiscard]] std::string rangeText(const SheetRange& range);
 
+/// Ranges with blanks between them.
+[[nodiscard]] std::string rangesText(const std::vector<SheetRange>& ranges);
+/// Where formulas that are about some ranges are seen from. There must be one.
+[[nodiscard]] SheetSpot upperLeft(const std::vector<SheetRange>& ranges);
+
 [[nodiscard]] bool overlap(const SheetRange& left, const SheetRange& right);
 
 }  // namespace vexa::frontend
