@@ -21,6 +21,12 @@ std::string_view folderOf(std::string_view path) {
     return last == std::string_view::npos ? std::string_view() : path.substr(0, last + 1);
 }
 
+/// The folder as one names it; that at the top of all keeps its separator.
+std::string withoutSeparator(std::string_view folder) {
+    const bool isTop = folder.size() == 1 || folder.substr(0, folder.size() - 1).ends_with(':');
+    return std::string(isTop ? folder : folder.substr(0, folder.size() - 1));
+}
+
 std::string withoutExtension(const std::string& file) {
     const std::size_t folder = folderOf(file).size();
     const std::size_t point = file.rfind('.');
@@ -142,8 +148,8 @@ bool PictureFiles::checkFolders() {
     for (const Job& job : jobs_) {
         const std::string folder(folderOf(job.root));
         if (folder.empty() || FileSystem::current().isFolder(folder)) continue;
-        report_.fail(ExportError::noFolder,
-                     composed("There is no folder ^1 for the pictures."_text, {toNativePath(folder)}));
+        report_.fail(ExportError::noFolder, composed("There is no folder ^1 for the pictures."_text,
+                                                     {toNativePath(withoutSeparator(folder))}));
         return false;
     }
     return true;

@@ -22,6 +22,8 @@ TABID, SUPBOOK, RECALCID, DRAWINGGROUP, DRAWING, OBJ, MERGED, BREAKS = 0x13D, 0x
 # What an export may change where it stands.
 MENDED_GLOBALS = {BOUNDSHEET, SST, EXTSST, TABID, SUPBOOK, RECALCID, DRAWINGGROUP}
 ADDED_GLOBALS = {FONT, FORMAT, XF, BOUNDSHEET, SST, DRAWINGGROUP}
+# Records about places: links with their tips, conditional formats with their rules, validations with their number.
+OF_PLACES = {0x1B8, 0x800, 0x1B0, 0x1B1, 0x879, 0x87A, 0x87B, 0x1B2, 0x1BE}
 OF_SHEET = CELLS | WITH_FORMULAS | {ROW, DBCELL, INDEX, DIMENSIONS, COLINFO, MERGED, DRAWING, OBJ, BREAKS}
 
 
@@ -220,8 +222,8 @@ def shown_cell(cell):
 def same_around(old, new, options, complain):
     name = options.sheet
     before, after, same = old.sheets[name], new.sheets[name], Workbook(options.placed)
-    kept = [each.raw for each in before if each.id not in OF_SHEET]
-    if kept != [each.raw for each in after if each.id not in OF_SHEET]:
+    kept = [each.raw for each in before if each.id not in OF_SHEET | OF_PLACES]
+    if kept != [each.raw for each in after if each.id not in OF_SHEET | OF_PLACES]:
         complain(f"{name}: a record that is no cell's has changed")
     old_texts = old.texts.texts if old.texts else []
     old_cells, new_cells = cells_of(before, old_texts), cells_of(after, new.texts.texts)
@@ -229,12 +231,13 @@ def same_around(old, new, options, complain):
     placed_records = next(iter(same.sheets.values()))
     placed = {(row + first_row, column + first_column): cell
               for (row, column), cell in cells_of(placed_records, same.texts.texts if same.texts else []).items()}
+    same_places(before, after, placed, lambda text: complain(f"{name}: {text}"))
     for place, cell in placed.items():
         if place not in new_cells or shown_cell(new_cells[place]) != shown_cell(cell):
             complain(f"{name}: the cell {place} should be {shown_cell(cell)} and is {new_cells.get(place)}")
     for place, cell in old_cells.items():
         found = new_cells.get(place)
-        if place not in placed and found != cell and not is_moved_formula(cell, found):
+        if place not in placed and found != cell and not is_moved_formula(cell, found) and not is_settled(cell, found):
             complain(f"{name}: the cell {place} was {cell} and is {found}")
     for place in new_cells:
         if place not in old_cells and place not in placed:
@@ -249,6 +252,59 @@ def same_around(old, new, options, complain):
         complain(f"{name}: drawings have changed")
     if len(pieces(after)) != len(pieces(before)) + len(pieces(placed_records)):
         complain(f"{name}: pictures are missing")
+
+
+def places_of(record):
+    """The ranges that a link, a conditional format or a validation is about; nothing for other records."""
+    content = record.content
+    if record.id == 0x1B8:
+        return [struct.unpack_from("<HHHH", content)]
+    if record.id == 0x1B0:
+        at = 12
+    elif record.id == 0x1BE:
+        at = 4
+        for _ in range(4):
+            at += 3 + struct.unpack_from("<H", content, at)[0] * (2 if content[at + 2] & 1 else 1)
+        for _ in range(2):
+            at += 4 + struct.unpack_from("<H", content, at)[0]
+    else:
+        return []
+    count = struct.unpack_from("<H", content, at)[0]
+    return [struct.unpack_from("<HHHH", content, at + 2 + 8 * i) for i in range(count)]
+
+
+def places_by_kind(records):
+    """The cells that links, conditional formats and validations are about, by kind of record."""
+    found = {}
+    for record in records:
+        for first, last, left, right in places_of(record):
+            cells = found.setdefault(record.id, {})
+            for row in range(first, min(last, 999) + 1):
+                for column in range(left, right + 1):
+                    cells[row, column] = cells.get((row, column), 0) + 1
+    return found
+
+
+def same_places(before, after, placed, complain):
+    """What is about places loses those that were written over, from the first to the last cell of each row, and no others."""
+    rows = {}
+    for row, column in placed:
+        rows.setdefault(row, []).append(column)
+    is_taken = lambda row, column: row in rows and min(rows[row]) <= column <= max(rows[row])
+    had, has = places_by_kind(before), places_by_kind(after)
+    for number, cells in had.items():
+        wanted = {place: count for place, count in cells.items() if not is_taken(*place)}
+        if wanted != has.get(number, {}):
+            complain(f"records {number:#x} are about other places than {sorted(wanted)[:5]}: {sorted(has.get(number, {}))[:5]}")
+
+
+def is_settled(cell, found):
+    """Whether a formula of several cells has become the value that it had."""
+    if found is None or cell[1] != "formula" or found[1] == "formula" or cell[0] != found[0]:
+        return False
+    tokens, result = cell[2][2], cell[2][0]
+    is_one_of_several = tokens[2:3] in (b"\1", b"\2")
+    return is_one_of_several and (found[1] != "number" or struct.pack("<d", found[2]) == result)
 
 
 def is_moved_formula(cell, found):

@@ -12,8 +12,8 @@ namespace vexa::frontend {
 /// Whether a format code shows days, months or years.
 [[nodiscard]] bool showsDate(std::string_view code);
 
-/// Makes the dates of `content` those of a workbook that counts days from 1904; times stay as they are. Notes
-/// dates before that, which many programs do not show.
+/// Makes the dates of `content` those of a workbook that counts days from 1904; times stay as they are. Dates
+/// before that become texts, as those before 1900 are, and the report notes it.
 void countDaysFrom1904(SheetContent& content, ExportReport& report);
 
 }  // namespace vexa::frontend

@@ -17,16 +17,14 @@ constexpr std::string_view bookStream = "Workbook";
 constexpr std::string_view olderStream = "Book";
 
 PackageResult refused(SystemText why) { return {PackageProblem::damaged, why}; }
-PackageResult broken() {
-    return refused("The records of the workbook are damaged, or in an unknown order."_text);
-}
+PackageResult broken() { return refused("its records are damaged, or in an unknown order"_text); }
 
 /// The classes of workbooks, by which programs know whose file it is.
 constexpr std::array<char, 16> bookClass{0x20, 0x08, 0x02, 0, 0, 0, 0, 0, '\xC0', 0, 0, 0, 0, 0, 0, 0x46};
 
 PackageResult wrongFile(const PackageResult& result) {
     if (result.problem == PackageProblem::notAnArchive) {
-        return refused("The file is no workbook of the format XLS."_text);
+        return refused("it is no workbook"_text);
     }
     return result.problem == PackageProblem::damaged ? broken() : result;
 }
@@ -62,25 +60,26 @@ PackageResult BinaryBook::read(std::string_view bytes) {
 }
 
 PackageResult BinaryBook::readFile(std::string_view bytes) {
+    if (bytes.starts_with("PK\x03\x04")) {
+        return refused("it is a workbook of the newer kind, XLSX, or none at all"_text);
+    }
     if (PackageResult result = file_.read(bytes); !result) return wrongFile(result);
     if (file_.find("EncryptedPackage")) {
-        return refused("The workbook is encrypted. Save it without a password, then export again."_text);
+        return refused("it is protected by a password"_text);
     }
     const auto book = file_.find(bookStream);
     const auto older = file_.find(olderStream);
     if (older) {
         return book
                    ? refused(
-                         "The file holds the workbook twice, once for earlier programs. Save it in the present format XLS, then export again."_text)
-                   : refused(
-                         "The workbook is of an earlier format than BIFF8. Save it in the present format XLS, then export again."_text);
+                         "it holds the workbook twice, once for earlier programs; save it in the present format XLS"_text)
+                   : refused("it is of an earlier format than BIFF8; save it in the present format XLS"_text);
     }
     if (!book || file_.entry(*book).isStorage) {
-        return refused("The file is no workbook of the format XLS."_text);
+        return refused("it is no workbook"_text);
     }
     if (file_.find("Revision Log")) {
-        return refused(
-            "The workbook is shared, and its changes are recorded. Take the sharing away, then export again."_text);
+        return refused("it is shared, and its changes are recorded; take the sharing away"_text);
     }
     isSigned_ = file_.find("_signatures").has_value() || file_.find("_xmlsignatures").has_value();
     streamPlace_ = *book;
@@ -91,8 +90,7 @@ PackageResult BinaryBook::readFile(std::string_view bytes) {
 PackageResult BinaryBook::readGlobals() {
     if (twoAt(stream_, 0) == id::bof && stream_.size() > headerBytes &&
         twoAt(stream_, headerBytes) != version8) {
-        return refused(
-            "The workbook is of an earlier format than BIFF8. Save it in the present format XLS, then export again."_text);
+        return refused("it is of an earlier format than BIFF8; save it in the present format XLS"_text);
     }
     if (!splitRecords(stream_, globals_)) return broken();
     if (twoAt(globals_.front().content(), 2) != globalsType) return broken();
@@ -110,16 +108,7 @@ PackageResult BinaryBook::readGlobal(const RecordView& record) {
     const std::string_view content = record.content();
     switch (record.id) {
         case id::filePass:
-            return refused("The workbook is encrypted. Save it without a password, then export again."_text);
-        case id::protect:
-        case id::windowProtect:
-            if (twoAt(content, 0) == 0) break;
-            return refused(
-                "The workbook is protected against changes. Take the protection away, then export again."_text);
-        case id::fileSharing:
-            if (twoAt(content, 2) == 0) break;
-            return refused(
-                "A password protects the workbook against changes. Save it without one, then export again."_text);
+            return refused("it is protected by a password"_text);
         case id::dateMode:
             countsFrom1904_ = twoAt(content, 0) == 1;
             break;
@@ -198,8 +187,7 @@ PackageResult BinaryBook::emptySheet(std::size_t place) {
 PackageResult BinaryBook::openSheet(std::size_t place, SheetStream& stream) {
     const Sheet& sheet = sheets_[place];
     if (sheet.kind != 0) {
-        return refused(
-            "The sheet of this name is no worksheet, but a chart or a sheet of macros. Choose another name."_text);
+        return refused("the sheet is none of rows and columns"_text);
     }
     return stream.read(sheet.isWritten ? std::string_view(sheet.written) : sheet.substream);
 }
@@ -213,8 +201,7 @@ void BinaryBook::closeSheet(std::size_t place, SheetStream& stream) {
 
 PackageResult BinaryBook::finish() {
     if (drawings_.changed() && !drawingsAreKnown_) {
-        return refused(
-            "The drawings of the workbook are of a kind that no picture can be added to. Export to another one."_text);
+        return refused("its drawings are of a kind that no picture can be added to"_text);
     }
     file_.entry(streamPlace_).content = writtenStream();
     return {};

@@ -23,11 +23,13 @@ class BinaryBook {
   public:
     /// A new workbook with one empty sheet of this name, and the title of the document.
     void makeNew(std::string_view sheet, std::string_view title);
-    /// Reads a workbook; `bytes` are not needed afterwards. Refuses, with a whole sentence as the detail,
+    /// Reads a workbook; `bytes` are not needed afterwards. Refuses, with the reason as the detail,
     /// what is none, is broken, or is something that cannot be kept with certainty.
     PackageResult read(std::string_view bytes);
 
     [[nodiscard]] std::optional<std::size_t> findSheet(std::string_view name) const;
+    /// Whether it is one of rows and columns, no chart.
+    [[nodiscard]] bool isWorksheet(std::size_t sheet) const { return sheets_[sheet].kind == 0; }
     /// Adds an empty sheet behind all others.
     std::size_t addSheet(std::string_view name);
     /// Makes a sheet an empty one, in its place. Refuses for what is no worksheet.

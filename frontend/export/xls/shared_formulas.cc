@@ -9,6 +9,7 @@ namespace {
 /// Of a formula's record: where its tokens begin, and the one that names another cell.
 constexpr std::size_t tokensAt = headerBytes + 22;
 constexpr std::uint32_t seeCell = 1;
+constexpr std::uint32_t seeTable = 2;
 
 CellRange rangeOf(std::string_view content) {
     return {twoAt(content, 0), twoAt(content, 2), numberAt(content, 4, 1), numberAt(content, 5, 1)};
@@ -64,10 +65,15 @@ void SharedFormulas::read(const RecordView& record) {
 
 std::optional<SharedFormulas::Place> SharedFormulas::placeNamed(const CellView& cell) {
     if (cell.id() != id::formula || cell.raw.size() < tokensAt + 5 ||
-        numberAt(cell.raw, tokensAt, 1) != seeCell) {
+        (numberAt(cell.raw, tokensAt, 1) != seeCell && numberAt(cell.raw, tokensAt, 1) != seeTable)) {
         return std::nullopt;
     }
     return Place{twoAt(cell.raw, tokensAt + 1), twoAt(cell.raw, tokensAt + 3)};
+}
+
+bool SharedFormulas::belongsTo(const CellView& cell, const CellRange& range) {
+    const auto place = placeNamed(cell);
+    return place && *place == Place{range.firstRow, range.firstColumn};
 }
 
 void SharedFormulas::drop(const CellView& cell) {

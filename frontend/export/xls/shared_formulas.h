@@ -21,8 +21,11 @@ class SharedFormulas {
     /// A record behind that of a formula. Ranges whose cells belong together are kept in mind.
     void read(const RecordView& record);
 
-    /// Ranges of which no cell can be overwritten alone.
+    /// Ranges with one formula for all of their cells, of which none can have another one alone.
     [[nodiscard]] const std::vector<CellRange>& whole() const { return whole_; }
+
+    /// Whether the cell has its value from the formula of such a range.
+    [[nodiscard]] static bool belongsTo(const CellView& cell, const CellRange& range);
 
     /// A formula that goes: what several cells share in it has to go to another of them.
     void drop(const CellView& cell);

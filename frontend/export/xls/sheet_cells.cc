@@ -4,6 +4,8 @@
 #include <bitset>
 #include <cmath>
 
+#include "frontend/export/xls/formula_values.h"
+
 namespace vexa::frontend::biff {
 
 namespace {
@@ -69,15 +71,14 @@ SheetExtent SheetCells::extent() const {
     return extent;
 }
 
-PackageResult SheetCells::place(const PlacedContent& placed) {
+void SheetCells::place(const PlacedContent& placed) {
     encode(placed);
-    if (PackageResult result = checkRanges(); !result) return result;
     cutOut();
+    dissolveCut(placed.strings);
     shared_.settle(cells_, pieces_);
     const auto middle = static_cast<std::ptrdiff_t>(cells_.size());
     cells_.insert(cells_.end(), own_.begin(), own_.end());
     std::inplace_merge(cells_.begin(), cells_.begin() + middle, cells_.end(), before);
-    return {};
 }
 
 void SheetCells::encode(const PlacedContent& placed) {
@@ -136,16 +137,20 @@ std::uint64_t SheetCells::placedCells(const CellRange& range) const {
     return count;
 }
 
-PackageResult SheetCells::checkRanges() const {
+/// A formula of several cells that loses one of them goes: the others keep their values.
+void SheetCells::dissolveCut(BookStrings& strings) {
     for (const CellRange& range : shared_.whole()) {
         const std::uint64_t overwritten = placedCells(range);
-        if (overwritten > 0 && overwritten < range.cells()) {
-            return {
-                PackageProblem::damaged,
-                "The export would overwrite a part of a formula that stands for several cells together. Choose another place."_text};
+        if (overwritten == 0 || overwritten == range.cells()) continue;
+        for (CellView& cell : cells_) {
+            if (!range.holds(cell.row, cell.first) || !SharedFormulas::belongsTo(cell, range)) continue;
+            std::string& piece = pieces_.emplace_back();
+            Records records(piece);
+            appendValueOf(records, cell, strings);
+            cell.raw = piece;
         }
+        cutsFormulas_ = true;
     }
-    return {};
 }
 
 /// Takes away what stands where cells are placed.

@@ -49,9 +49,11 @@ class SheetCells {
     /// Every cell and row, empty ones too.
     [[nodiscard]] SheetExtent extent() const;
 
-    /// Puts the content over what stands there. Refuses to overwrite a part of what holds together.
-    PackageResult place(const PlacedContent& placed);
+    /// Puts the content over what stands there.
+    void place(const PlacedContent& placed);
     [[nodiscard]] bool overwrote() const { return overwrote_; }
+    /// Whether formulas of several cells were in the way, which went.
+    [[nodiscard]] bool cutsFormulas() const { return cutsFormulas_; }
     /// Whether one of the placed cells is in the range.
     [[nodiscard]] bool placedWithin(const CellRange& range) const { return placedCells(range) > 0; }
 
@@ -71,7 +73,7 @@ class SheetCells {
     void encode(const PlacedContent& placed);
     void encodeCell(const PlacedContent& placed, const SheetCell& cell, Records& records);
     [[nodiscard]] std::uint64_t placedCells(const CellRange& range) const;
-    PackageResult checkRanges() const;
+    void dissolveCut(BookStrings& strings);
     void cutOut();
     void cutRow(std::vector<CellView>::const_iterator& cell, std::vector<CellView>::const_iterator ownBegin,
                 std::vector<CellView>::const_iterator ownEnd, std::vector<CellView>& kept);
@@ -86,6 +88,7 @@ class SheetCells {
     std::deque<std::string> pieces_;
     bool isSorted_ = true;
     bool overwrote_ = false;
+    bool cutsFormulas_ = false;
 };
 
 }  // namespace vexa::frontend::biff

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "frontend/export/xls/place_records.h"
+
 namespace vexa::frontend::biff {
 
 namespace {
@@ -15,7 +17,7 @@ constexpr std::size_t mostPageBreaks = 1026;
 constexpr std::size_t indexBytes = 16;  ///< without the places of blocks
 
 PackageResult broken() {
-    return {PackageProblem::damaged, "The records of the workbook are damaged, or in an unknown order."_text};
+    return {PackageProblem::damaged, "its records are damaged, or in an unknown order"_text};
 }
 
 bool isTableRecord(std::uint16_t id) {
@@ -76,12 +78,12 @@ PackageResult SheetStream::read(std::string_view substream) {
     back_.assign(behind, records.end());
     for (const RecordView& record : records) {
         if (isOfTable(record)) continue;
-        if (PackageResult result = readRecord(record); !result) return result;
+        readRecord(record);
     }
     return {};
 }
 
-PackageResult SheetStream::readRecord(const RecordView& record) {
+void SheetStream::readRecord(const RecordView& record) {
     const std::string_view content = record.content();
     columns_.read(record);
     drawing_.read(record);
@@ -95,11 +97,7 @@ PackageResult SheetStream::readRecord(const RecordView& record) {
         pivots_.push_back(rangeOf(content, 0));
     } else if (record.id == id::defaultRowHeight) {
         usualHeight_ = twoAt(content, 2) / twipsOfPoint;
-    } else if (record.id == id::protect && twoAt(content, 0) != 0) {
-        return {PackageProblem::damaged,
-                "The sheet is protected against changes. Take the protection away, then export again."_text};
     }
-    return {};
 }
 
 void SheetStream::readMerged(const RecordView& record) {
@@ -120,20 +118,18 @@ PackageResult SheetStream::place(const PlacedContent& placed, BookDrawings& draw
     const bool draws = std::any_of(placed.content.pictures.begin(), placed.content.pictures.end(),
                                    [](const SheetPicture& picture) { return !picture.png.empty(); });
     if (draws && !drawing_.canGrow()) {
-        return {
-            PackageProblem::damaged,
-            "The drawings on the sheet are of a kind that no picture can be added to. Choose another sheet."_text};
+        return {PackageProblem::damaged, "its drawings are of a kind that no picture can be added to"_text};
     }
     const SheetExtent before = cells_.used();
     placeColumns(placed, before.columns);
-    if (PackageResult result = cells_.place(placed); !result) return result;
+    cells_.place(placed);
     for (const CellRange& pivot : pivots_) {
         if (cells_.placedWithin(pivot)) {
-            return {
-                PackageProblem::damaged,
-                "The export would overwrite a part of a pivot table of the workbook. Choose another place."_text};
+            return {PackageProblem::damaged,
+                    "the export would stand on a part of a pivot table; choose another place"_text};
         }
     }
+    leaveOutPlaces(back_, SheetFootprint(placed.content, {placed.row, placed.column}), pieces_);
     placeMerged(placed);
     placeRows(placed, before.rows);
     placePageBreaks(placed);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <string>
 #include <string_view>
@@ -24,7 +25,7 @@ class SheetStream {
     /// `digitWidth`: of a digit of the workbook's usual font, in dots of 1/96 inch.
     explicit SheetStream(double digitWidth) : columns_(digitWidth) {}
 
-    /// The records of a sheet, which must live as long as this. Refuses what is broken or protected.
+    /// The records of a sheet, which must live as long as this. Refuses what is broken.
     PackageResult read(std::string_view substream);
 
     /// What values, merged cells and drawings cover.
@@ -34,12 +35,13 @@ class SheetStream {
     PackageResult place(const PlacedContent& placed, BookDrawings& drawings);
     /// Whether values were there that are no more.
     [[nodiscard]] bool overwrote() const { return cells_.overwrote(); }
+    [[nodiscard]] bool cutsFormulas() const { return cells_.cutsFormulas(); }
 
     /// The records of the sheet. Places in them are counted from the sheet's own beginning.
     [[nodiscard]] std::string write();
 
   private:
-    PackageResult readRecord(const RecordView& record);
+    void readRecord(const RecordView& record);
     void readMerged(const RecordView& record);
     void placeColumns(const PlacedContent& placed, std::uint32_t inUse);
     void placeRows(const PlacedContent& placed, std::uint32_t inUse);
@@ -58,6 +60,7 @@ class SheetStream {
 
     std::vector<RecordView> front_;
     std::vector<RecordView> back_;
+    std::deque<std::string> pieces_;  ///< records that were written anew
     SheetColumns columns_;
     SheetCells cells_;
     SheetDrawing drawing_;

@@ -8,6 +8,7 @@
 #include "frontend/export/workbook/sheet_builder.h"
 #include "frontend/export/workbook/sheet_name.h"
 #include "frontend/export/workbook/sheet_place.h"
+#include "frontend/export/workbook/workbook_refusal.h"
 #include "frontend/export/xls/binary_book.h"
 
 namespace vexa::frontend {
@@ -36,23 +37,28 @@ class XlsWriter {
 
   private:
     bool makeBook() {
-        if (!checkSheetName(request_.sheet, task_.report) || !openBook()) return false;
+        if (!openBook() || !checkRequest()) return false;
         const auto sheet = findSheet();
         if (!sheet) return false;
         SheetStream stream(book_.styles().digitWidth());
         if (!succeeds(book_.openSheet(*sheet, stream))) return false;
         const auto place = placeOn(stream.used());
         if (!place || !fill(stream, *place)) return false;
+        if (stream.cutsFormulas()) noteCutFormulas(request_.sheet, task_.report);
         book_.closeSheet(*sheet, stream);
         return succeeds(book_.finish());
     }
 
-    bool succeeds(const PackageResult& result) {
-        if (result) return true;
-        task_.report.fail(ExportError::other, composed("The workbook ^1 was left as it is. ^2"_text,
-                                                       {toNativePath(request_.file), result.shownDetail()}));
-        return false;
+    /// What can be known to be wrong before anything is made.
+    bool checkRequest() {
+        const bool isThere =
+            book_.findSheet(request_.sheet).has_value() && request_.operation != SheetOperation::createFile;
+        const bool startsAtCell = request_.location == SheetLocation::startCell;
+        return (isThere || checkSheetName(request_.sheet, task_.report)) &&
+               (!startsAtCell || startPlace(request_.startCell, binarySheetLimits, task_.report));
     }
+
+    bool succeeds(const PackageResult& result) { return checkWorkbook(result, request_.file, task_.report); }
 
     bool openBook() {
         if (request_.operation == SheetOperation::createFile ||
@@ -65,9 +71,7 @@ class XlsWriter {
         if (!read) return succeeds(PackageResult::ofFile(PackageProblem::cannotWrite, read));
         if (!succeeds(book_.read(bytes))) return false;
         if (book_.isSigned()) {
-            task_.report.note(translated(
-                "The workbook bears a signature, which does not hold for what the export changed."_text
-                    .key()));
+            noteBrokenSignature(request_.file, task_.report);
         }
         return true;
     }
@@ -75,6 +79,10 @@ class XlsWriter {
     std::optional<std::size_t> findSheet() {
         const auto found = book_.findSheet(request_.sheet);
         if (!found) return book_.addSheet(request_.sheet);
+        if (!book_.isWorksheet(*found)) {
+            failForChartSheet(request_.sheet, request_.file, task_.report);
+            return std::nullopt;
+        }
         if (request_.operation != SheetOperation::createSheet) return found;
         return succeeds(book_.emptySheet(*found)) ? found : std::nullopt;
     }
