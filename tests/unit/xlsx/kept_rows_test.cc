@@ -94,6 +94,21 @@ TEST(KeptRows, AreTheSameAsIfTheyHadBeenLookedAt) {
     }
 }
 
+/// The sheet with the number of each row that does not say it.
+std::string numbered(const std::string& sheet) {
+    std::string text;
+    std::size_t row = 0;
+    std::size_t done = 0;
+    for (std::size_t at = sheet.find("<row"); at != std::string::npos; at = sheet.find("<row", at + 1)) {
+        const bool saysWhere = sheet.compare(at, 8, "<row r=\"") == 0;
+        row = saysWhere ? std::stoul(sheet.substr(at + 8, 7)) : row + 1;
+        if (saysWhere) continue;
+        text += sheet.substr(done, at + 4 - done) + " r=\"" + std::to_string(row) + "\"";
+        done = at + 4;
+    }
+    return text + sheet.substr(done);
+}
+
 TEST(KeptRows, MayLeaveOutWhereTheyAre) {
     const std::string book = workbookWith(largeSheet(false));
     const Parts parts = partsOf(book);
@@ -102,7 +117,8 @@ TEST(KeptRows, MayLeaveOutWhereTheyAre) {
         const std::string place = "B" + std::to_string(row + 1);
         const Inserted made = insertInto(book, content, modifying("Data", SheetLocation::startCell, place));
         ASSERT_TRUE(made.done) << made.reason;
-        EXPECT_TRUE(made.sheet() == changedSlowly(parts.at("xl/worksheets/sheet1.xml"), content, {row, 1}));
+        const std::string slow = changedSlowly(parts.at("xl/worksheets/sheet1.xml"), content, {row, 1});
+        EXPECT_TRUE(numbered(made.sheet()) == numbered(slow));
     }
 }
 

@@ -119,7 +119,7 @@ TEST(SheetChange, TakesPlacesOutOfExtensions) {
     cut.replace(cut.find("A1:A3"), 5, "A2:A3");
     std::string fewer = validations;
     fewer.replace(fewer.find("\"2\""), 3, "\"1\"");
-    fewer.erase(fewer.find("<x14:dataValidation>"), 67);
+    fewer.erase(fewer.find("<x14:dataValidation>"), 64);
     EXPECT_EQ(behindWith(all, "A1"), list(ext(cut) + "\n" + ext(lines) + ext(fewer)));
     EXPECT_EQ(behindWith(list(ext(lines)), "D1"), "");
     EXPECT_EQ(behindWith(list(ext(lines) + ext("<y/>")), "D1"), list(ext("<y/>")));
