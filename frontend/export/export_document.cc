@@ -1,10 +1,13 @@
 #include "frontend/export/export_document.h"
 
+#include <cstddef>
 #include <new>
 #include <utility>
+#include <variant>
 
 #include "backend/strings/dictionary.h"
 #include "backend/strings/memory_text.h"
+#include "backend/tables/layout/table_grid.h"
 #include "backend/text/character_set.h"
 #include "frontend/export/html/html_page.h"
 #include "frontend/export/pdf/pdf_document.h"
@@ -109,7 +112,27 @@ class Export {
         } else {
             static_cast<void>(pictures_.checkFolders());
         }
+        for (const ExportedItem& item : plan.items) checkSize(item);
         return !report_.failed();
+    }
+
+    /// A part of a table, or one that nobody can print, is no export of it.
+    void checkSize(const ExportedItem& item) {
+        // So many labels stand beside a value at most.
+        constexpr tables::Place mostLabels = 64;
+        const auto* const content = std::get_if<TableContent>(&item.item().content);
+        if (content == nullptr || documentFile_.empty() ||
+            content->table.data->placeCount() * mostLabels < tables::maximalEmptyPlaces) {
+            return;
+        }
+        const tables::TableLayout layout(content->table);
+        if (layout.fits()) return;
+        report_.fail(
+            ExportError::other,
+            composed(
+                "Item ^1 (^2) is too large a table to be exported: with its labels it has ^3 places, and as many as it has values and ^4 more are possible. Hide what is empty, or make several tables of it."_text,
+                {std::to_string(item.number), item.label, std::to_string(layout.places()),
+                 std::to_string(tables::maximalEmptyPlaces)}));
     }
 
     void writeDocuments(const ExportPlan& plan) {

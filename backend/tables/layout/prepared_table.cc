@@ -9,8 +9,14 @@ namespace vexa::tables {
 
 namespace {
 
-/// How many places more a table may take for each of its values.
+/// How many places more a table may take for each of its values beyond the first ones, where it is one.
 constexpr std::uint64_t placesPerValue = 4;
+constexpr std::uint64_t firstValues = 1'000'000;
+
+std::uint64_t mostPlacesOf(std::uint64_t values) {
+    const std::uint64_t first = std::min(values, firstValues);
+    return std::min(maximalGridPlaces, maximalEmptyPlaces + first + placesPerValue * (values - first));
+}
 
 bool canShowLayers(const Table& table) {
     const std::vector<DimensionId>& layers = table.view->layers;
@@ -100,12 +106,12 @@ void PreparedTable::measure() {
 }
 
 void PreparedTable::fit() {
-    const std::uint64_t limit =
-        std::min(maximalGridPlaces, maximalEmptyPlaces + placesPerValue * data().filledCount());
+    mostPlaces = mostPlacesOf(data().filledCount());
     const std::uint64_t width = std::uint64_t{labelColumns} + dataColumns;
-    if (width * (std::uint64_t{headerRows} + bodyRows) <= limit) return;
+    places = width * (std::uint64_t{headerRows} + bodyRows);
+    if (places <= mostPlaces) return;
     hasCut = true;
-    const std::uint64_t height = limit / width;
+    const std::uint64_t height = mostPlaces / width;
     if (height > headerRows) {
         bodyRows = static_cast<std::uint32_t>(height - headerRows);
     } else {

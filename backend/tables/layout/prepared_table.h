@@ -25,7 +25,9 @@ struct PreparedTable {
     AxisLines columns;
     AxisLabels rowLabels;
     AxisLabels columnLabels;
-    bool hasCut = false;  ///< rows, or all, are left out
+    bool hasCut = false;           ///< rows, or all, are left out
+    std::uint64_t places = 0;      ///< of the whole grid
+    std::uint64_t mostPlaces = 0;  ///< that it may have
     std::uint32_t headerRows = 0;
     std::uint32_t labelColumns = 0;
     std::uint32_t bodyRows = 0;

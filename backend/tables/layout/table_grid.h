@@ -111,10 +111,11 @@ struct LayoutOptions {
     bool lettersGoOn = false;
 };
 
-/// The most places that a grid may have. A table that is mostly empty may have `maximalEmptyPlaces` and some
-/// more for each of its values.
+/// The most places that a grid may have. A table that is mostly empty may have `maximalEmptyPlaces` and one
+/// more for each of its values, or some more where there are millions of them: a small file, which cannot
+/// hold so many values, is never the cause of a grid that takes hundreds of megabytes.
 inline constexpr std::uint64_t maximalGridPlaces = 20'000'000;
-inline constexpr std::uint64_t maximalEmptyPlaces = 2'000'000;
+inline constexpr std::uint64_t maximalEmptyPlaces = 1'000'000;
 
 struct PreparedTable;
 class FootnoteLetters;
@@ -134,6 +135,9 @@ class TableLayout {
     [[nodiscard]] TableGrid grid(Place layer);
     /// Whether the grid stays within the limits; beyond them its last rows, or all, are left out.
     [[nodiscard]] bool fits() const;
+    /// The places that a whole grid would have, labels included, and those that it may have.
+    [[nodiscard]] std::uint64_t places() const;
+    [[nodiscard]] std::uint64_t mostPlaces() const;
     /// Rows and columns of a grid, labels included.
     [[nodiscard]] std::size_t rows() const;
     [[nodiscard]] std::size_t columns() const;

@@ -23,6 +23,10 @@ TableGrid TableLayout::grid(Place layer) {
 
 bool TableLayout::fits() const { return !prepared_->hasCut; }
 
+std::uint64_t TableLayout::places() const { return prepared_->places; }
+
+std::uint64_t TableLayout::mostPlaces() const { return prepared_->mostPlaces; }
+
 std::size_t TableLayout::rows() const { return std::size_t{prepared_->headerRows} + prepared_->bodyRows; }
 
 std::size_t TableLayout::columns() const {

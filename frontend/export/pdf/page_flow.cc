@@ -15,6 +15,28 @@ constexpr double outerSpace = 24;  // between the page's edge and its title
 constexpr double titleGap = 10;    // between the title and the page's content
 constexpr Color fadedColor{0x555555};
 
+/// Longer texts are laid out piece by piece.
+constexpr std::size_t longPiece = std::size_t{64} << 10U;
+
+/// Takes the beginning of a text away: all of one that is not long; else up to the end of a line that is not
+/// empty, which is taken too, or up to a blank or any character where no line ends for long.
+std::string_view takePiece(std::string_view& text) {
+    const auto take = [&text](std::size_t length, std::size_t behind) {
+        const std::string_view piece = text.substr(0, length);
+        text.remove_prefix(std::min(length + behind, text.size()));
+        return piece;
+    };
+    if (text.size() <= 2 * longPiece) return take(text.size(), 0);
+    for (std::size_t end = text.find('\n', longPiece); end < 2 * longPiece; end = text.find('\n', end + 1)) {
+        const std::size_t begin = text[end - 1] == '\r' ? end - 1 : end;
+        if (text[begin - 1] != '\n' && text[begin - 1] != '\r') return take(begin, end + 1 - begin);
+    }
+    if (const std::size_t blank = text.find(' ', longPiece); blank < 2 * longPiece) return take(blank, 1);
+    std::size_t end = longPiece;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
+    return take(end == 0 ? longPiece : end, 0);
+}
+
 }  // namespace
 
 PageFlow::PageFlow(PdfFile& file, StructureTree& structure, TextShaper& shaper, PdfFonts& fonts,
@@ -158,7 +180,7 @@ PdfObject PageFlow::finish() {
 }
 
 double PageFlow::heightOf(const ParagraphLook& look, std::string_view text) {
-    return shaper_.wrapped(shaper_.styleOf(look.style), text, width() - look.indent).height;
+    return shaper_.wrapped(shaper_.styleOf(look.style), takePiece(text), width() - look.indent).height;
 }
 
 void PageFlow::writeLine(const ParagraphLook& look, const ShapedLine& line) {
@@ -178,11 +200,20 @@ void PageFlow::writeLine(const ParagraphLook& look, const ShapedLine& line) {
 }
 
 void PageFlow::write(const ParagraphLook& look, std::string_view text, StructureElement* element) {
+    bool isFirst = true;
+    do {
+        writePiece(look, takePiece(text), element, isFirst);
+        isFirst = false;
+    } while (!text.empty());
+}
+
+void PageFlow::writePiece(const ParagraphLook& look, std::string_view text, StructureElement* element,
+                          bool isFirst) {
     // A copy, since a page that begins within the text shapes its title and number.
     const ShapedText shaped = shaper_.wrapped(shaper_.styleOf(look.style), text, width() - look.indent);
     for (std::size_t i = 0; i < shaped.lines.size();) {
         // The first two lines stand together.
-        const bool isWithNext = i == 0 && shaped.lines.size() > 1;
+        const bool isWithNext = isFirst && i == 0 && shaped.lines.size() > 1;
         reserve(shaped.lines[i].height() + (isWithNext ? shaped.lines[1].height() : 0));
         std::size_t end = i + 1;
         double height = shaped.lines[i].height();

@@ -70,7 +70,7 @@ class PageFlow {
 
     /// Writes a text line by line, as content of `element` (as an artifact without one).
     void write(const ParagraphLook& look, std::string_view text, StructureElement* element);
-    /// The height that it takes.
+    /// The height that it takes; of a very long text, that of its beginning, which is more than a page.
     [[nodiscard]] double heightOf(const ParagraphLook& look, std::string_view text);
 
     /// A line at the top of each further page; several that follow each other stand one below the other.
@@ -109,6 +109,8 @@ class PageFlow {
     void writeTitles();
     void writePageNumber();
     void fillGround(const ParagraphLook& look, double height);
+    void writePiece(const ParagraphLook& look, std::string_view text, StructureElement* element,
+                    bool isFirst);
     void writeLine(const ParagraphLook& look, const ShapedLine& line);
 
     PdfFile& file_;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <utility>
 
 #include "backend/platform/memory.h"
 #include "backend/text/utf8.h"
@@ -17,6 +18,7 @@ namespace {
 
 /// So many texts are kept; those of a table with more are shaped again when they are drawn.
 constexpr std::size_t mostKnown = 3'000;
+constexpr std::size_t mostKnownLines = 30'000;
 /// A paragraph without a line end is shaped in pieces no longer than this, in bytes.
 constexpr std::size_t longestParagraph = 16'000;
 
@@ -190,7 +192,9 @@ const ShapedText& TextShaper::wrapped(TextStyleId style, std::string_view text, 
 }
 
 void TextShaper::forgetSome() {
-    if (known_.size() >= mostKnown) known_.clear();
+    if (known_.size() < mostKnown && knownLines_ < mostKnownLines) return;
+    known_.clear();
+    knownLines_ = 0;
 }
 
 const ShapedText& TextShaper::shape(TextStyleId style, std::string_view text, double width) {
@@ -203,10 +207,9 @@ const ShapedText& TextShaper::shape(TextStyleId style, std::string_view text, do
     forgetSome();
     if (++shaped_ % shapedBetween == 0 || text.size() > longestParagraph) requireMemory(memoryOfTexts);
     const std::string key = key_;
-    return known_
-        .insert_or_assign(
-            key, isPlain ? shapePlain(style, text) : shapeAny(style, showableText(text), width, true))
-        .first->second;
+    ShapedText shaped = isPlain ? shapePlain(style, text) : shapeAny(style, showableText(text), width, true);
+    knownLines_ += shaped.lines.size();
+    return known_.insert_or_assign(key, std::move(shaped)).first->second;
 }
 
 double TextShaper::longestPiece(TextStyleId style, std::string_view text) {

@@ -66,6 +66,7 @@ class TextShaper {
     std::vector<TextStyle> styles_;
     std::vector<std::unique_ptr<PlainFont>> plain_;  // by style
     std::unordered_map<std::string, ShapedText> known_;
+    std::size_t knownLines_ = 0;
     std::string key_;
     std::size_t shaped_ = 0;  // texts so far
     std::vector<PlacedGlyph> glyphs_;

@@ -4,6 +4,7 @@
 #include <utility>
 #include <variant>
 
+#include "backend/strings/dictionary.h"
 #include "frontend/export/font_widths.h"
 #include "frontend/export/office/office_values.h"
 #include "frontend/export/picture_files.h"
@@ -25,6 +26,8 @@ using tables::TableLayout;
 
 constexpr XmlStyle pieceXml{XmlEscapes::replacing, false, false, false, false};
 constexpr double lineHeight = 1.2;
+/// No program opens a presentation with so many slides.
+constexpr std::size_t mostSlides = 100'000;
 /// A presentation's tables may have more columns than anybody would read.
 constexpr std::uint32_t mostColumns = 1'000;
 
@@ -165,6 +168,16 @@ SlideDraft SlideBuilder::section(const StyledText& heading) {
     return draft;
 }
 
+bool SlideBuilder::hasRoom(const ItemSlides& made, const ExportedItem& item) const {
+    if (deck_.slides() + made.slides.size() < mostSlides) return true;
+    task_.report.fail(
+        ExportError::other,
+        composed(
+            "Item ^1 (^2) goes beyond the ^3 slides that a presentation can have. Export less at a time, or in another format."_text,
+            {std::to_string(item.number), item.label, std::to_string(mostSlides)}));
+    return false;
+}
+
 SlideBox SlideBuilder::room() const {
     SlideBox room = design_.content;
     return room;
@@ -181,6 +194,7 @@ void SlideBuilder::addText(ItemSlides& made, const ExportedItem& item, std::stri
         std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (size * lineHeight)));
     const FontWidths font(style.font, size, style.bold.value_or(false));
     for (const std::string_view piece : cutText(text, style.font, size, style.bold.value_or(false), fit)) {
+        if (!hasRoom(made, item)) return;
         XmlWriter xml(pieceXml);
         beginPlaceholder(xml, {firstShape, "Text 4"}, {{}, textPlaceholder});
         if (style.background) {
@@ -219,6 +233,7 @@ void SlideBuilder::addNotes(ItemSlides& made, const ExportedItem& item, const No
         const std::size_t needed = font.linesIn(label + line.value, room().width);
         if (xml.depth() == 0 || lines + needed > most) {
             close();
+            if (!hasRoom(made, item)) return;
             beginPlaceholder(xml, {firstShape, "Text 4"}, {{}, textPlaceholder});
             beginParagraphs(xml);
             lines = 0;
@@ -283,7 +298,10 @@ void SlideBuilder::addTable(ItemSlides& made, const ExportedItem& item, const Ta
     LayoutOptions options;
     options.notesAndCaptions = task_.request.ppt->notesAndCaptions;
     TableLayout layout(table, options);
-    for (const Place layer : item.layers) addGrid(made, item, layout.grid(layer));
+    for (const Place layer : item.layers) {
+        addGrid(made, item, layout.grid(layer));
+        if (task_.report.failed()) return;
+    }
 }
 
 void SlideBuilder::addGrid(ItemSlides& made, const ExportedItem& item, const TableGrid& grid) const {
@@ -302,6 +320,7 @@ void SlideBuilder::addGrid(ItemSlides& made, const ExportedItem& item, const Tab
         part.name = grid.title.text.empty() ? item.label : grid.title.text;
         addPart(made, item, part);
     }
+    if (task_.report.failed()) return;
     if (made.slides.size() == before) made.add(draft(item, false), {});
     made.slides[before].notes = grid.caption.text;
 }
@@ -323,6 +342,7 @@ void SlideBuilder::addPart(ItemSlides& made, const ExportedItem& item, const Tab
         writer.write(xml, rows, below, id++);
         frame.writeBelow(xml, deck_.text(), rows, &rows == &slides.back(), below, id);
         if (rows.cut) task_.report.warn(ExportWarning::textsCut, item);
+        if (!hasRoom(made, item)) return;
         made.add(draft(item, false), xml.take());
     }
 }

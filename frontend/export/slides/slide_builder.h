@@ -18,7 +18,7 @@ class SlideBuilder {
     SlideBuilder(const ExportTask& task, const SlideDesign& design, SlideDeck& deck);
 
     /// The slides of an item; none of a header, a model or a page title. What cannot be shown goes to the
-    /// report.
+    /// report, which fails where there are too many slides.
     [[nodiscard]] ItemSlides build(const ExportedItem& item);
 
   private:
@@ -32,6 +32,7 @@ class SlideBuilder {
     void addTable(ItemSlides& made, const ExportedItem& item, const tables::Table& table) const;
     void addGrid(ItemSlides& made, const ExportedItem& item, const tables::TableGrid& grid) const;
     void addPart(ItemSlides& made, const ExportedItem& item, const TablePart& part) const;
+    [[nodiscard]] bool hasRoom(const ItemSlides& made, const ExportedItem& item) const;
     [[nodiscard]] SlideBox room() const;
     [[nodiscard]] double textSize(const tables::CellStyle& style) const;
 

@@ -27,6 +27,7 @@ class SlidesWriter {
         std::size_t done = 0;
         for (const ExportedItem& item : task_.plan.items) {
             writeItem(item);
+            if (task_.report.failed()) return {};
             if (!task_.goesOn(++done)) return {};
         }
         // Page titles alone would stand nowhere.

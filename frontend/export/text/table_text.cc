@@ -1,7 +1,11 @@
 #include "frontend/export/text/table_text.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <deque>
+#include <map>
+#include <numeric>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -18,7 +22,7 @@ using tables::GridFootnote;
 using tables::GridRole;
 using tables::TableGrid;
 
-enum class Align { left, center, right };
+enum class Align : std::uint8_t { left, center, right };
 
 /// One line of a cell, as it is shown.
 struct TextLine {
@@ -26,14 +30,19 @@ struct TextLine {
     std::size_t width = 0;  ///< columns
 };
 
-/// A cell, and where its lines stand among those of the grid.
+/// Of a cell whose text is its only line.
+constexpr std::uint32_t asItStands = UINT32_MAX;
+
+/// How the cell of the same number is shown: where its lines stand among those that were made for cells.
 struct TextCell {
-    const GridCell* cell = nullptr;
-    std::size_t firstLine = 0;
-    std::size_t lines = 0;
-    std::size_t width = 0;  ///< of its widest line
+    std::uint32_t firstLine = asItStands;
+    std::uint32_t lines = 0;
+    std::uint32_t width = 0;  ///< of its widest line
     Align align = Align::left;
 };
+
+/// Cells that show the same text in the same width have the same lines.
+using LinesKey = std::array<std::size_t, 4>;
 
 /// Whether a text is shown as it is, a column a byte. Without branches, since most texts are.
 bool isPlain(std::string_view text) {
@@ -86,7 +95,6 @@ class TextGrid {
     TextGrid(const TableGrid& grid, const TextTableOptions& options)
         : grid_(grid), options_(options), border_(displayWidth(options.columnBorder)) {
         cells_.reserve(grid.cells.size());
-        lines_.reserve(grid.cells.size());
         for (const GridCell& cell : grid.cells) addCell(cell);
         fitWidths();
         if (options.columnWidth > 0) wrapCells();
@@ -94,29 +102,49 @@ class TextGrid {
         findOccupants();
     }
 
-    void append(std::string& text) const {
+    void append(std::string& text, const TextTaker& take) const {
         appendRule(text);
         for (std::size_t row = 0; row < grid_.rows; ++row) {
             if (row > 0 && (row == grid_.headerRows || beginsGroup(row))) appendRule(text);
-            for (std::size_t line = 0; line < heights_[row]; ++line) appendRow(text, row, line);
+            for (std::size_t line = 0; line < heights_[row]; ++line) {
+                appendRow(text, row, line);
+                take(text);
+            }
         }
         appendRule(text);
     }
 
   private:
     void addCell(const GridCell& cell) {
-        TextCell made{&cell, lines_.size(), 0, 0, Align::left};
+        TextCell made;
         if (cell.role == GridRole::columnLabel) made.align = Align::center;
         if (cell.role == GridRole::data && cell.kind == tables::CellKind::number) made.align = Align::right;
         const std::string_view text = grid_.text(cell);
         if (cell.marks == 0 && isPlain(text)) {
-            lines_.push_back({text, text.size()});
+            made.lines = 1;
+            made.width = static_cast<std::uint32_t>(text.size());
         } else {
-            forEachLine(std::string(text) + grid_.markText(cell),
-                        [this](std::string_view line) { addLine(printableText(line)); });
+            makeLines({cell.textBegin, cell.textLength, cell.marks, 0}, made, [&] {
+                forEachLine(std::string(text) + grid_.markText(cell),
+                            [this](std::string_view line) { addLine(printableText(line)); });
+            });
         }
-        measure(made);
         cells_.push_back(made);
+    }
+
+    /// Lines that were made before, or `make` adds.
+    template <typename Make>
+    void makeLines(const LinesKey& key, TextCell& cell, const Make& make) {
+        const auto [found, isNew] = made_.try_emplace(key);
+        if (isNew) {
+            TextCell& lines = found->second;
+            lines.firstLine = static_cast<std::uint32_t>(lines_.size());
+            make();
+            measure(lines);
+        }
+        cell.firstLine = found->second.firstLine;
+        cell.lines = found->second.lines;
+        cell.width = found->second.width;
     }
 
     void addLine(std::string text) {
@@ -126,10 +154,10 @@ class TextGrid {
 
     /// Takes the lines up to the last one for those of the cell.
     void measure(TextCell& cell) const {
-        cell.lines = lines_.size() - cell.firstLine;
+        cell.lines = static_cast<std::uint32_t>(lines_.size() - cell.firstLine);
         cell.width = 0;
         for (std::size_t i = cell.firstLine; i < lines_.size(); ++i)
-            cell.width = std::max(cell.width, lines_[i].width);
+            cell.width = std::max(cell.width, static_cast<std::uint32_t>(lines_[i].width));
     }
 
     /// Blanks and border that every column but the last adds to its text.
@@ -144,79 +172,92 @@ class TextGrid {
     void fitWidths() {
         widths_.assign(grid_.columns, options_.columnWidth > 0 ? options_.columnWidth : 1);
         if (options_.columnWidth > 0) return;
-        for (const TextCell& each : cells_) {
-            if (each.cell->columnSpan > 1) continue;
-            std::size_t& width = widths_[each.cell->column];
-            width = std::max(width, each.width);
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            const GridCell& cell = grid_.cells[i];
+            if (cell.columnSpan > 1) continue;
+            std::size_t& width = widths_[cell.column];
+            width = std::max<std::size_t>(width, cells_[i].width);
         }
-        for (const TextCell& each : cells_) {
-            if (each.cell->columnSpan > 1) widenFor(each);
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            if (grid_.cells[i].columnSpan > 1) widenFor(grid_.cells[i], cells_[i].width);
         }
     }
 
-    void widenFor(const TextCell& cell) {
-        const std::size_t have = widthOf(*cell.cell);
-        if (cell.width <= have) return;
-        const std::size_t span = cell.cell->columnSpan;
-        for (std::size_t i = 0; i < span; ++i)
-            widths_[cell.cell->column + i] += (cell.width - have + i) / span;
+    void widenFor(const GridCell& cell, std::size_t wanted) {
+        const std::size_t have = widthOf(cell);
+        if (wanted <= have) return;
+        const std::size_t span = cell.columnSpan;
+        for (std::size_t i = 0; i < span; ++i) widths_[cell.column + i] += (wanted - have + i) / span;
     }
 
     void wrapCells() {
-        for (TextCell& each : cells_) {
-            const std::size_t width = widthOf(*each.cell);
-            if (each.width <= width) continue;
-            const std::size_t begin = each.firstLine;
-            each.firstLine = lines_.size();
-            for (std::size_t i = begin; i < begin + each.lines; ++i) {
-                for (std::string& part : wrapText(lines_[i].text, width)) addLine(std::move(part));
-            }
-            measure(each);
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            const GridCell& cell = grid_.cells[i];
+            const std::size_t width = widthOf(cell);
+            TextCell& shown = cells_[i];
+            if (shown.width <= width) continue;
+            const TextCell unbroken = shown;
+            makeLines({cell.textBegin, cell.textLength, cell.marks, width}, shown, [&] {
+                for (std::size_t line = 0; line < unbroken.lines; ++line) {
+                    const std::string whole(textOf(i, unbroken, line).text);
+                    for (std::string& part : wrapText(whole, width)) addLine(std::move(part));
+                }
+            });
         }
+    }
+
+    /// A line of a cell.
+    [[nodiscard]] TextLine textOf(std::size_t index, const TextCell& cell, std::size_t line) const {
+        if (cell.firstLine != asItStands) return lines_[cell.firstLine + line];
+        const std::string_view text = grid_.text(grid_.cells[index]);
+        return {text, text.size()};
     }
 
     /// Rows are as high as their cells; a cell over several rows adds what it lacks to the last of them.
     void fitHeights() {
         heights_.assign(grid_.rows, 1);
-        for (const TextCell& each : cells_) {
-            std::size_t& height = heights_[each.cell->row];
-            if (each.cell->rowSpan == 1) height = std::max(height, each.lines);
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            const GridCell& cell = grid_.cells[i];
+            if (cell.rowSpan == 1)
+                heights_[cell.row] = std::max<std::size_t>(heights_[cell.row], cells_[i].lines);
         }
-        for (const TextCell& each : cells_) {
-            if (each.cell->rowSpan == 1) continue;
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            const GridCell& cell = grid_.cells[i];
+            if (cell.rowSpan == 1) continue;
             std::size_t have = 0;
-            for (std::size_t i = 0; i < each.cell->rowSpan; ++i) have += heights_[each.cell->row + i];
-            if (have < each.lines) heights_[each.cell->row + each.cell->rowSpan - 1] += each.lines - have;
+            for (std::size_t row = 0; row < cell.rowSpan; ++row) have += heights_[cell.row + row];
+            if (have < cells_[i].lines) heights_[cell.row + cell.rowSpan - 1] += cells_[i].lines - have;
         }
     }
 
     void findOccupants() {
-        const bool anySpans = std::any_of(cells_.begin(), cells_.end(),
-                                          [](const TextCell& each) { return each.cell->rowSpan > 1; });
+        const bool anySpans = std::any_of(grid_.cells.begin(), grid_.cells.end(),
+                                          [](const GridCell& each) { return each.rowSpan > 1; });
         if (anySpans) {
             findSpanningOccupants();
             return;
         }
         begins_ = grid_.rowBegin;
-        occupants_.reserve(cells_.size());
-        for (const TextCell& each : cells_) occupants_.push_back(&each);
+        occupants_.resize(cells_.size());
+        std::iota(occupants_.begin(), occupants_.end(), 0U);
     }
 
     void findSpanningOccupants() {
         begins_.assign(grid_.rows + 1, 0);
-        for (const TextCell& each : cells_) {
-            for (std::size_t i = 0; i < each.cell->rowSpan; ++i) ++begins_[each.cell->row + i + 1];
+        for (const GridCell& each : grid_.cells) {
+            for (std::size_t i = 0; i < each.rowSpan; ++i) ++begins_[each.row + i + 1];
         }
         for (std::size_t row = 0; row < grid_.rows; ++row) begins_[row + 1] += begins_[row];
         occupants_.resize(begins_.back());
         std::vector<std::size_t> ends(begins_.begin(), begins_.end() - 1);
-        for (const TextCell& each : cells_) {
-            for (std::size_t i = 0; i < each.cell->rowSpan; ++i)
-                occupants_[ends[each.cell->row + i]++] = &each;
+        for (std::size_t index = 0; index < cells_.size(); ++index) {
+            const GridCell& cell = grid_.cells[index];
+            for (std::size_t i = 0; i < cell.rowSpan; ++i)
+                occupants_[ends[cell.row + i]++] = static_cast<std::uint32_t>(index);
         }
         // Those from rows above came first.
-        const auto isLeft = [](const TextCell* left, const TextCell* right) {
-            return left->cell->column < right->cell->column;
+        const auto isLeft = [this](std::uint32_t left, std::uint32_t right) {
+            return grid_.cells[left].column < grid_.cells[right].column;
         };
         for (std::size_t row = 0; row < grid_.rows; ++row) {
             const auto begin = occupants_.begin() + static_cast<std::ptrdiff_t>(begins_[row]);
@@ -225,26 +266,26 @@ class TextGrid {
         }
     }
 
-    [[nodiscard]] std::span<const TextCell* const> occupants(std::size_t row) const {
+    [[nodiscard]] std::span<const std::uint32_t> occupants(std::size_t row) const {
         return {occupants_.data() + begins_[row], occupants_.data() + begins_[row + 1]};
     }
 
     /// A new outermost row label that spans several rows, or stands below one that does.
     [[nodiscard]] bool beginsGroup(std::size_t row) const {
         if (grid_.labelColumns < 2 || row <= grid_.headerRows || occupants(row).empty()) return false;
-        const TextCell* const first = occupants(row).front();
-        const TextCell* const above = occupants(row - 1).front();
-        return first != above && (first->cell->rowSpan > 1 || above->cell->rowSpan > 1);
+        const std::uint32_t first = occupants(row).front();
+        const std::uint32_t above = occupants(row - 1).front();
+        return first != above && (grid_.cells[first].rowSpan > 1 || grid_.cells[above].rowSpan > 1);
     }
 
     /// The text of a cell in a line of a row.
-    [[nodiscard]] TextLine lineOf(const TextCell& cell, std::size_t row, std::size_t line) const {
-        for (std::size_t i = cell.cell->row; i < row; ++i) line += heights_[i];
-        return line < cell.lines ? lines_[cell.firstLine + line] : TextLine{};
+    [[nodiscard]] TextLine lineOf(std::uint32_t index, std::size_t row, std::size_t line) const {
+        for (std::size_t i = grid_.cells[index].row; i < row; ++i) line += heights_[i];
+        return line < cells_[index].lines ? textOf(index, cells_[index], line) : TextLine{};
     }
 
-    [[nodiscard]] std::size_t roomOf(const TextCell& cell, const TextLine& line) const {
-        const GridCell& shown = *cell.cell;
+    [[nodiscard]] std::size_t roomOf(std::uint32_t index, const TextLine& line) const {
+        const GridCell& shown = grid_.cells[index];
         return std::max(shown.columnSpan == 1 ? widths_[shown.column] : widthOf(shown), line.width);
     }
 
@@ -253,16 +294,16 @@ class TextGrid {
         const std::string& border = options_.columnBorder;
         const std::size_t begin = text.size();
         std::size_t bytes = border.size();
-        for (const TextCell* const each : occupants(row)) {
-            const TextLine shown = lineOf(*each, row, line);
-            bytes += roomOf(*each, shown) + 2 - shown.width + shown.text.size() + border.size();
+        for (const std::uint32_t each : occupants(row)) {
+            const TextLine shown = lineOf(each, row, line);
+            bytes += roomOf(each, shown) + 2 - shown.width + shown.text.size() + border.size();
         }
         text.resize(begin + bytes, ' ');
         char* place = std::copy(border.begin(), border.end(), text.data() + begin);
-        for (const TextCell* const each : occupants(row)) {
-            const TextLine shown = lineOf(*each, row, line);
-            const std::size_t blanks = roomOf(*each, shown) - shown.width;
-            const std::size_t before = blanksBefore(blanks, each->align);
+        for (const std::uint32_t each : occupants(row)) {
+            const TextLine shown = lineOf(each, row, line);
+            const std::size_t blanks = roomOf(each, shown) - shown.width;
+            const std::size_t before = blanksBefore(blanks, cells_[each].align);
             place = std::copy(shown.text.begin(), shown.text.end(), place + before + 1);
             place = std::copy(border.begin(), border.end(), place + (blanks - before) + 1);
         }
@@ -287,17 +328,18 @@ class TextGrid {
     const TextTableOptions& options_;
     std::size_t border_;  // columns
     std::vector<TextCell> cells_;
-    std::vector<TextLine> lines_;   // of the cells' own texts, or of `kept_`
+    std::vector<TextLine> lines_;   // of `kept_`
     std::deque<std::string> kept_;  // what a cell does not hold as it is shown
+    std::map<LinesKey, TextCell> made_;
     std::vector<std::size_t> widths_;
     std::vector<std::size_t> heights_;
     // By row, then by column, those from rows above among them; where each row begins, and one more.
-    std::vector<const TextCell*> occupants_;
+    std::vector<std::uint32_t> occupants_;
     std::vector<std::size_t> begins_;
 };
 
 /// Rows with tabs between their columns; a cell over several places stands in the first one.
-void appendTabbed(std::string& text, const TableGrid& grid) {
+void appendTabbed(std::string& text, const TableGrid& grid, const TextTaker& take) {
     for (std::size_t row = 0; row < grid.rows; ++row) {
         std::uint32_t column = 0;
         for (const GridCell& cell : grid.row(row)) {
@@ -306,22 +348,25 @@ void appendTabbed(std::string& text, const TableGrid& grid) {
         }
         for (; column + 1 < grid.columns; ++column) text += '\t';
         text += '\n';
+        take(text);
     }
 }
 
 }  // namespace
 
-void appendTable(std::string& text, const TableGrid& grid, const TextTableOptions& options) {
+void appendTable(std::string& text, const TableGrid& grid, const TextTableOptions& options,
+                 const TextTaker& take) {
     appendParagraph(text, grid.title.text);
     appendParagraph(text, grid.layer.text);
     if (options.tabs) {
-        appendTabbed(text, grid);
+        appendTabbed(text, grid, take);
     } else if (grid.rows > 0 && grid.columns > 0) {
-        TextGrid(grid, options).append(text);
+        TextGrid(grid, options).append(text, take);
     }
     appendParagraph(text, grid.caption.text);
     for (const GridFootnote& note : grid.footnotes) {
         appendParagraph(text, note.mark.empty() ? note.text : "[" + note.mark + "] " + note.text);
+        take(text);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "backend/tables/layout/table_grid.h"
+#include "frontend/package/packed_text.h"
 
 namespace vexa::frontend {
 
@@ -18,6 +19,7 @@ struct TextTableOptions {
 
 /// Title, layer, grid, caption and footnotes, in lines that each end in a line feed; UTF-8. Control
 /// characters are made visible.
-void appendTable(std::string& text, const tables::TableGrid& grid, const TextTableOptions& options);
+void appendTable(std::string& text, const tables::TableGrid& grid, const TextTableOptions& options,
+                 const TextTaker& take);
 
 }  // namespace vexa::frontend

@@ -32,6 +32,7 @@ class TextWriter {
         table_.tabs = request_.separator == TextSeparator::tab;
         table_.rowBorder = request_.rowBorder;
         table_.columnBorder = request_.columnBorder;
+        take_ = [this](std::string& text) { passOn(text); };
         layout_.notesAndCaptions = request_.notesAndCaptions;
     }
 
@@ -40,14 +41,19 @@ class TextWriter {
         for (const ExportedItem& item : task_.plan.items) {
             writeItem(item);
             if (!task_.goesOn(++done)) return {};
-            if (text_.size() < pieceBytes) continue;
-            if (PackageResult result = encoded_.write(text_); !result) return result;
-            text_.clear();
+            passOn(text_);
+            if (!result_) return result_;
         }
         return encoded_.write(text_);
     }
 
   private:
+    void passOn(std::string& text) {
+        if (text.size() < pieceBytes) return;
+        if (result_) result_ = encoded_.write(text);
+        text.clear();
+    }
+
     void writeItem(const ExportedItem& item) {
         if (item.item().pageBreakBefore) task_.report.lose(Feature::pageBreaks, item);
         const ItemContent& content = item.item().content;
@@ -67,7 +73,7 @@ class TextWriter {
             writeTable(item, table->table);
         } else if (const auto* const grid = std::get_if<GridContent>(&content)) {
             divide();
-            appendTable(text_, layOut(*grid->grid, layout_), table_);
+            appendTable(text_, layOut(*grid->grid, layout_), table_, take_);
         } else if (pictureOf(item) != nullptr) {
             writePicture(item);
         } else if (item.item().type() == ItemType::unknown) {
@@ -88,6 +94,7 @@ class TextWriter {
             const std::size_t end = lines.find_first_of("\r\n");
             text_ += printableText(withoutTabs(lines.substr(0, end)));
             text_ += '\n';
+            passOn(text_);
             if (end == std::string_view::npos) return;
             lines.remove_prefix(end + (lines.substr(end).starts_with("\r\n") ? 2 : 1));
             if (lines.empty()) return;
@@ -126,7 +133,7 @@ class TextWriter {
         for (const Place layer : item.layers) {
             divide();
             const TableGrid grid = layout.grid(layer);
-            appendTable(text_, grid, table_);
+            appendTable(text_, grid, table_, take_);
             noteStyles(item, grid);
         }
     }
@@ -159,6 +166,8 @@ class TextWriter {
     const ExportTask& task_;
     const TextExport& request_;
     EncodedText encoded_;
+    PackageResult result_;
+    TextTaker take_;
     std::string text_;      // that was not handed on yet
     bool hasText_ = false;  // ever
     TextTableOptions table_;

@@ -125,6 +125,11 @@ SheetCell& SheetDraft::add(std::uint32_t row, std::uint32_t column, SheetValue v
     return cell;
 }
 
+void SheetDraft::expect(std::size_t cells) {
+    constexpr std::size_t many = 100'000;
+    if (cells > many) content_.cells.reserve(content_.cells.size() + cells);
+}
+
 void SheetDraft::addBlank(std::uint32_t row, std::uint32_t column, SheetStyleId style) {
     if (!failed()) add(row, column, SheetValue::blank, style);
 }
@@ -136,6 +141,19 @@ std::uint32_t SheetDraft::addNumber(std::uint32_t row, std::uint32_t column, dou
     return static_cast<std::uint32_t>(content_.cells.size() - 1);
 }
 
+/// Where the text that was appended from `begin` on stands for the first time, if that is known: many cells
+/// may have the same long one.
+std::size_t SheetDraft::placeOfText(std::size_t begin) {
+    constexpr std::size_t longText = 64;
+    const std::string_view added = std::string_view(content_.texts).substr(begin);
+    if (added.size() <= longText) return begin;
+    const auto [found, isNew] =
+        longTexts_.try_emplace(std::hash<std::string_view>()(added), begin, added.size());
+    if (isNew) return begin;
+    const auto [place, length] = found->second;
+    return std::string_view(content_.texts).substr(place, length) == added ? place : begin;
+}
+
 std::uint32_t SheetDraft::addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column,
                                   std::string_view text, std::string_view raised, SheetStyleId style) {
     if (failed()) return 0;
@@ -144,10 +162,13 @@ std::uint32_t SheetDraft::addText(const ExportedItem& item, std::uint32_t row, s
         report_.fail(ExportError::other, translated("The texts are too much for one sheet."_text.key()));
         return 0;
     }
-    const std::size_t begin = content_.texts.size();
+    const std::size_t before = content_.texts.size();
     appendCellText(content_.texts, text);
     content_.texts.append(raised);
-    const std::string_view held = std::string_view(content_.texts).substr(begin);
+    const std::size_t begin = placeOfText(before);
+    const std::size_t length = content_.texts.size() - before;
+    if (begin != before) content_.texts.resize(before);
+    const std::string_view held = std::string_view(content_.texts).substr(begin, length);
     if (held.size() > limits_.textUnits && textUnits(held) > limits_.textUnits) {
         report_.fail(ExportError::textTooLong,
                      composed("Item ^1 (^2) has a text of ^3 characters, and a cell takes ^4."_text,

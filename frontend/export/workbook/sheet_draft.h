@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "frontend/export/export_report.h"
 #include "frontend/export/workbook/sheet_content.h"
@@ -25,6 +26,8 @@ class SheetDraft {
     /// Whether so many rows and columns from `row` on are there; fails otherwise, naming the item.
     bool hasRoom(const ExportedItem& item, std::uint64_t row, std::uint64_t rows, std::uint64_t columns);
 
+    /// Says that so many cells come, where they are many: making room for each of them takes twice the memory.
+    void expect(std::size_t cells);
     void addBlank(std::uint32_t row, std::uint32_t column, SheetStyleId style);
     /// Returns the number of the cell.
     std::uint32_t addNumber(std::uint32_t row, std::uint32_t column, double number, SheetStyleId style);
@@ -41,11 +44,13 @@ class SheetDraft {
 
   private:
     SheetCell& add(std::uint32_t row, std::uint32_t column, SheetValue value, SheetStyleId style);
+    [[nodiscard]] std::size_t placeOfText(std::size_t begin);
 
     SheetLimits limits_;
     ExportReport& report_;
     SheetContent content_;
     std::unordered_multimap<std::size_t, SheetStyleId> byHash_;
+    std::unordered_map<std::size_t, std::pair<std::size_t, std::size_t>> longTexts_;  // by hash: where
 };
 
 /// UTF-16 units that a text takes.

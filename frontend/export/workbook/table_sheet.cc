@@ -58,6 +58,7 @@ class TableSheet {
 
     void addGrid() {
         covers_.assign(grid_.columns, nullptr);
+        draft_.expect(std::size_t{grid_.rows} * grid_.columns);
         for (std::uint32_t row = 0; row < grid_.rows && !draft_.failed(); ++row, ++row_) addRow(row);
         const std::vector<double> widths = fit_.widths();
         for (std::uint32_t column = 0; column < grid_.columns; ++column) {
