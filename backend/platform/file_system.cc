@@ -24,6 +24,10 @@ std::optional<FileState> FileSystem::state(const std::string& /*path*/) { return
 
 bool FileSystem::isWritable(const std::string& path) { return !isFolder(path); }
 
+bool FileSystem::isSameFile(const std::string& one, const std::string& other) {
+    return canonicalPath(one) == canonicalPath(other);
+}
+
 FileResult FileSystem::readBeginning(const std::string& path, std::string& content, std::size_t count) {
     FileResult result = read(path, content, std::numeric_limits<std::uint64_t>::max());
     content.resize(std::min(content.size(), count));

@@ -31,6 +31,7 @@ struct FileState {
     std::string content;  ///< another one whenever the file was written or replaced
     std::string rights;   ///< another one whenever owner, group or rights are others; empty where none tell
     LocalTime changed{};  ///< when it was last written
+    bool hasOtherNames = false;  ///< hard links: the same file stands under another name, too
 };
 
 /// The single operations that reading and saving are made of, so that tests can make any of them fail.
@@ -62,6 +63,8 @@ class FileSystem {
     /// What `path` means, from the root of the file system, with symbolic links and parts such as ".."
     /// resolved, so that two paths of one file are the same text. Parts that do not exist stay as they are.
     [[nodiscard]] virtual std::string canonicalPath(const std::string& path) = 0;
+    /// Whether both paths lead to one file, by whatever names: what is written to one is read from the other.
+    [[nodiscard]] virtual bool isSameFile(const std::string& one, const std::string& other);
 
     /// Makes a new empty file in the folder of what `path` names (behind symbolic links, if it is one), with
     /// owner, group, rights and attributes of the file there as far as the system lets us (never more rights

@@ -101,10 +101,19 @@ FileResult lookAtTarget(const std::string& path, std::optional<Predecessor>& tar
     return {};
 }
 
+/// The list of further users and groups that a file has, as the system keeps it.
+constexpr const char* kAccessList = "system.posix_acl_access";
+
+/// That list; empty for a file without one.
+std::string accessListOf(const std::string& path) {
+    std::array<char, 65536> value{};
+    const ssize_t size = getxattr(path.c_str(), kAccessList, value.data(), value.size());
+    return {value.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))};
+}
+
 /// Copies extended attributes as far as the system lets us; false when a list of further users and groups is
 /// among those that it does not.
 bool copyAttributes(const std::string& from, int to) {
-    constexpr std::string_view kAccessList = "system.posix_acl_access";
     std::string names;
     const ssize_t length = listxattr(from.c_str(), nullptr, 0);
     if (length <= 0) return true;
@@ -118,7 +127,7 @@ bool copyAttributes(const std::string& from, int to) {
         const ssize_t size = getxattr(from.c_str(), name, value.data(), value.size());
         const bool copied =
             size >= 0 && fsetxattr(to, name, value.data(), static_cast<std::size_t>(size), 0) == 0;
-        complete = complete && (copied || name != kAccessList);
+        complete = complete && (copied || name != std::string_view(kAccessList));
     }
     return complete;
 }
@@ -128,6 +137,8 @@ bool copyAttributes(const std::string& from, int to) {
 FileResult inherit(const Predecessor& from, int to) {
     struct stat status {};
     if (fstat(to, &status) != 0) return failed(errno);
+    // The folder may give every new file a list that its predecessor did not have.
+    fremovexattr(to, kAccessList);
     const bool sameGroup = status.st_gid == from.group || fchown(to, static_cast<uid_t>(-1), from.group) == 0;
     // Only the superuser can give files away; everybody else's new file is his own.
     if (status.st_uid != from.owner) static_cast<void>(fchown(to, from.owner, static_cast<gid_t>(-1)) == 0);
@@ -186,6 +197,7 @@ class PosixFileSystem final : public FileSystem {
     bool isWritable(const std::string& path) override;
     std::string workingFolder() override;
     std::string canonicalPath(const std::string& path) override;
+    bool isSameFile(const std::string& one, const std::string& other) override;
     FileResult createTemporary(const std::string& path, std::string& temporary) override {
         return createBeside(path, temporary, 0666);
     }
@@ -198,7 +210,7 @@ class PosixFileSystem final : public FileSystem {
     FileResult remove(const std::string& path) override;
 
   private:
-    static FileResult createBeside(const std::string& path, std::string& temporary, mode_t rightsOfNew);
+    FileResult createBeside(const std::string& path, std::string& temporary, mode_t rightsOfNew);
 };
 
 FileResult PosixFileSystem::read(const std::string& path, std::string& content, std::uint64_t limit) {
@@ -268,7 +280,8 @@ std::optional<FileState> PosixFileSystem::state(const std::string& path) {
         state.content += std::to_string(number) + ' ';
     }
     state.rights = std::to_string(status.st_uid) + ' ' + std::to_string(status.st_gid) + ' ' +
-                   std::to_string(status.st_mode & 0777U);
+                   std::to_string(status.st_mode & 0777U) + ' ' + accessListOf(toNativePath(path));
+    state.hasOtherNames = status.st_nlink > 1;
     state.changed = systemLocalTime(status.st_mtim.tv_sec);
     return state;
 }
@@ -297,6 +310,15 @@ std::string PosixFileSystem::canonicalPath(const std::string& path) {
     return code ? std::filesystem::path(target).lexically_normal().string() : canonical.string();
 }
 
+bool PosixFileSystem::isSameFile(const std::string& one, const std::string& other) {
+    struct stat first {};
+    struct stat second {};
+    const bool areThere =
+        stat(toNativePath(one).c_str(), &first) == 0 && stat(toNativePath(other).c_str(), &second) == 0;
+    return areThere ? first.st_dev == second.st_dev && first.st_ino == second.st_ino
+                    : FileSystem::isSameFile(one, other);
+}
+
 FileResult PosixFileSystem::createBeside(const std::string& path, std::string& temporary,
                                          mode_t rightsOfNew) {
     std::string target = toNativePath(path);
@@ -306,20 +328,22 @@ FileResult PosixFileSystem::createBeside(const std::string& path, std::string& t
     constexpr int kMostTries = 100;
     for (int i = 0; i < kMostTries; ++i) {
         const std::string name = temporaryName(target);
-        rememberTemporary(name);
-        const Descriptor file(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, there ? 0600 : rightsOfNew);
-        if (!file.isOpen()) {
-            const int code = errno;
-            forgetTemporary(name);
+        std::optional<Descriptor> file;
+        int code = 0;
+        const auto make = [&] {
+            file.emplace(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, there ? 0600 : rightsOfNew);
+            code = errno;
+            return file->isOpen();
+        };
+        if (!makeTemporary(name, make)) {
             if (code == EEXIST) continue;
             return failed(code);
         }
-        FileResult result = there ? inherit(*there, file.number()) : FileResult{};
+        FileResult result = there ? inherit(*there, file->number()) : FileResult{};
         if (result) {
             temporary = name;
         } else {
-            unlink(name.c_str());
-            forgetTemporary(name);
+            static_cast<void>(remove(name));
         }
         return result;
     }

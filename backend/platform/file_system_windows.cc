@@ -189,6 +189,7 @@ class WindowsFileSystem final : public FileSystem {
     bool isWritable(const std::string& path) override;
     std::string workingFolder() override;
     std::string canonicalPath(const std::string& path) override;
+    bool isSameFile(const std::string& one, const std::string& other) override;
     FileResult createTemporary(const std::string& path, std::string& temporary) override;
     FileResult createPrivateTemporary(const std::string& path, std::string& temporary) override;
     FileResult append(const std::string& path, std::string_view bytes) override;
@@ -285,6 +286,7 @@ std::optional<FileState> WindowsFileSystem::state(const std::string& path) {
           found.nFileSizeLow, found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime}) {
         state.content += std::to_string(number) + ' ';
     }
+    state.hasOtherNames = found.nNumberOfLinks > 1;
     const std::int64_t ticks = (static_cast<std::int64_t>(found.ftLastWriteTime.dwHighDateTime) << 32U) +
                                found.ftLastWriteTime.dwLowDateTime;
     state.changed = systemLocalTime(ticks / kTicks - kBeginning);
@@ -322,6 +324,19 @@ std::string WindowsFileSystem::canonicalPath(const std::string& path) {
     return pathOfSystem(whole);
 }
 
+bool WindowsFileSystem::isSameFile(const std::string& one, const std::string& other) {
+    const File first(systemPath(one), FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    const File second(systemPath(other), FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    BY_HANDLE_FILE_INFORMATION here{};
+    BY_HANDLE_FILE_INFORMATION there{};
+    if (!first.isOpen() || !second.isOpen() || GetFileInformationByHandle(first.handle(), &here) == 0 ||
+        GetFileInformationByHandle(second.handle(), &there) == 0) {
+        return FileSystem::isSameFile(one, other);
+    }
+    return here.dwVolumeSerialNumber == there.dwVolumeSerialNumber &&
+           here.nFileIndexHigh == there.nFileIndexHigh && here.nFileIndexLow == there.nFileIndexLow;
+}
+
 FileResult WindowsFileSystem::createTemporary(const std::string& path, std::string& temporary) {
     return makeTemporary(path, nullptr, temporary);
 }
@@ -340,12 +355,21 @@ FileResult WindowsFileSystem::makeTemporary(const std::string& path, SECURITY_AT
     constexpr int kMostTries = 100;
     for (int i = 0; i < kMostTries; ++i) {
         const std::wstring name = systemPath(temporaryName(target));
-        const File file(name, GENERIC_WRITE, CREATE_NEW, 0, there ? nullptr : rights);
-        if (!file.isOpen() && GetLastError() == ERROR_FILE_EXISTS) continue;
-        if (!file.isOpen()) return lastFailureAt(name);
+        FileResult made;
+        bool isTaken = false;
+        const auto make = [&] {
+            const File file(name, GENERIC_WRITE, CREATE_NEW, 0, there ? nullptr : rights);
+            if (file.isOpen()) return true;
+            isTaken = GetLastError() == ERROR_FILE_EXISTS;
+            made = lastFailureAt(name);
+            return false;
+        };
+        if (!vexa::makeTemporary(pathOfSystem(name), make)) {
+            if (isTaken) continue;
+            return made;
+        }
         if (there) copyRightsAndAttributes(target, name);
         temporary = pathOfSystem(name);
-        rememberTemporary(temporary);
         return {};
     }
     return failedAs(EEXIST);

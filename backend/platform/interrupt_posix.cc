@@ -7,6 +7,7 @@ namespace vexa {
 
 namespace {
 
+std::atomic<bool> caught{false};
 std::atomic<bool> interrupted{false};
 std::atomic<void (*)()> answer{nullptr};
 
@@ -21,6 +22,7 @@ extern "C" void rememberInterrupt(int /*signal*/) {
 
 void catchInterrupts(void (*whenInterrupted)()) {
     answer = whenInterrupted;
+    caught = true;
     struct sigaction action {};
     action.sa_handler = rememberInterrupt;
     action.sa_flags = SA_RESTART;
@@ -28,6 +30,7 @@ void catchInterrupts(void (*whenInterrupted)()) {
     sigaction(SIGINT, &action, nullptr);
 }
 
+bool catchesInterrupts() { return caught; }
 bool wasInterrupted() { return interrupted; }
 void forgetInterrupt() { interrupted = false; }
 

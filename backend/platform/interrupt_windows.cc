@@ -8,6 +8,7 @@ namespace vexa {
 
 namespace {
 
+std::atomic<bool> caught{false};
 std::atomic<bool> interrupted{false};
 std::atomic<void (*)()> answer{nullptr};
 
@@ -23,9 +24,11 @@ BOOL WINAPI rememberInterrupt(DWORD event) {
 
 void catchInterrupts(void (*whenInterrupted)()) {
     answer = whenInterrupted;
+    caught = true;
     SetConsoleCtrlHandler(rememberInterrupt, TRUE);
 }
 
+bool catchesInterrupts() { return caught; }
 bool wasInterrupted() { return interrupted; }
 void forgetInterrupt() { interrupted = false; }
 

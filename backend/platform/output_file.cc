@@ -20,9 +20,13 @@ FileResult outcome(const std::ofstream& stream) {
 
 }  // namespace
 
-FileResult OutputFile::open(const std::string& path) {
+FileResult OutputFile::open(const std::string& path, Before before) {
+    if (stream_.is_open()) {
+        stream_.close();
+    }
     errno = 0;
-    stream_.open(streamPath(path), std::ios::binary | std::ios::trunc);
+    stream_.open(streamPath(path),
+                 std::ios::binary | (before == Before::kept ? std::ios::app : std::ios::trunc));
     return outcome(stream_);
 }
 

@@ -9,12 +9,13 @@
 
 namespace vexa {
 
-/// Opened for writing, its old content gone. For files that may be read while they grow; a file that must not
+/// For files that may be read while they grow; a file that must not
 /// be lost is made beside its place and put there as a whole (`FileSystem::createTemporary`).
 class OutputFile {
   public:
-    /// `path`: UTF-8, with either separator.
-    [[nodiscard]] FileResult open(const std::string& path);
+    enum class Before { dropped, kept };
+    /// `path`: UTF-8, with either separator. What the file holds is dropped, or is kept and written behind.
+    [[nodiscard]] FileResult open(const std::string& path, Before before = Before::dropped);
     [[nodiscard]] FileResult write(std::string_view bytes);
     /// Hands what was written to the system.
     [[nodiscard]] FileResult flush();

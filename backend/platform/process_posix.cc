@@ -22,6 +22,8 @@ void prepareStandardStreams() {
     // A reader that goes away ends no run: documents are written all the same, and the stream knows that it
     // failed.
     std::signal(SIGPIPE, SIG_IGN);
+    // Nor does a file that grows beyond the limit of the user's shell: writing fails, and is reported.
+    std::signal(SIGXFSZ, SIG_IGN);
     // All libraries share one C++ library with one buffer, which is fastest alone.
     std::ios::sync_with_stdio(false);
 }

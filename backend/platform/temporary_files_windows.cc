@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 
+#include "backend/platform/interrupt.h"
 #include "backend/platform/temporary_files.h"
 #include "backend/platform/windows_path.h"
 
@@ -22,19 +23,30 @@ Remembered& remembered() {
     return *all;
 }
 
-/// Called on a thread of its own, so that it may wait and take memory. The process ends all the same.
-BOOL WINAPI removeBeforeTheEnd(DWORD /*event*/) {
-    removeTemporaries();
+/// The guard must be held.
+void removeAll() {
+    // One that is open just now vanishes when it is closed, at the latest with the process.
+    for (const std::string& path : remembered().paths) DeleteFileW(systemPath(path).c_str());
+}
+
+/// Called on a thread of its own, so that it may wait and take memory.
+BOOL WINAPI removeBeforeTheEnd(DWORD event) {
+    if (event == CTRL_C_EVENT && catchesInterrupts()) return FALSE;
+    // The process ends. The guard is never given back, so that no file is made any more.
+    remembered().guard.lock();
+    removeAll();
     return FALSE;
 }
 
 }  // namespace
 
-void rememberTemporary(const std::string& path) {
+bool makeTemporary(const std::string& path, const std::function<bool()>& make) {
     const std::lock_guard lock(remembered().guard);
+    if (!make()) return false;
     // Only as long as there is something to remove: the library may be unloaded, and its handler with it.
     if (remembered().paths.empty()) SetConsoleCtrlHandler(removeBeforeTheEnd, TRUE);
     remembered().paths.insert(path);
+    return true;
 }
 
 void forgetTemporary(const std::string& path) {
@@ -46,8 +58,7 @@ void forgetTemporary(const std::string& path) {
 
 void removeTemporaries() {
     const std::lock_guard lock(remembered().guard);
-    // One that is open just now vanishes when it is closed, at the latest with the process.
-    for (const std::string& path : remembered().paths) DeleteFileW(systemPath(path).c_str());
+    removeAll();
 }
 
 }  // namespace vexa

@@ -16,6 +16,10 @@ enum class StandardStream { input = 0, output = 1, error = 2 };
 /// output without colours (NO_COLOR is set and not empty, TERM is dumb).
 [[nodiscard]] bool showsColors(StandardStream stream);
 
+/// True when `path` (UTF-8) is another name of what `stream` reads or writes, such as /dev/stdout, or the
+/// file that it was redirected to. Always false on Windows.
+[[nodiscard]] bool isStreamAt(StandardStream stream, const std::string& path);
+
 /// Reads a line from standard input, which is a terminal, without its end. Nothing at the end of the input.
 [[nodiscard]] std::optional<std::string> readTerminalLine();
 

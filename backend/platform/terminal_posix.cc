@@ -1,4 +1,5 @@
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -7,6 +8,7 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "backend/platform/file_system.h"
 #include "backend/platform/terminal.h"
 
 namespace vexa {
@@ -98,6 +100,13 @@ std::size_t terminalColumns(StandardStream stream) {
 
 bool showsColors(StandardStream stream) {
     return isTerminal(stream) && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+}
+
+bool isStreamAt(StandardStream stream, const std::string& path) {
+    struct stat here {};
+    struct stat there {};
+    return fstat(static_cast<int>(stream), &here) == 0 && stat(toNativePath(path).c_str(), &there) == 0 &&
+           here.st_dev == there.st_dev && here.st_ino == there.st_ino;
 }
 
 std::optional<std::string> readTerminalLine() {

@@ -46,6 +46,8 @@ class EchoOff {
 
 }  // namespace
 
+bool isStreamAt(StandardStream /*stream*/, const std::string& /*path*/) { return false; }
+
 std::optional<std::string> readTerminalLine() {
     // The C library would read it in the console's code page.
     HANDLE console = handleOf(StandardStream::input);

@@ -328,6 +328,15 @@ TEST_F(FileSystemOfWindows, TemporaryFilesAreTakenAlongAtTheEnd) {
     EXPECT_FALSE(files().remove(left)) << "and is forgotten";
 }
 
+TEST_F(FileSystemOfWindows, OneFileMayHaveManyNames) {
+    write("a", "x");
+    write("b", "x");
+    EXPECT_TRUE(files().isSameFile(path("a"), path("A")));
+    EXPECT_TRUE(files().isSameFile(path("a"), path(".\\a")));
+    EXPECT_TRUE(files().isSameFile(path("a"), path("none\\..\\a")));
+    EXPECT_FALSE(files().isSameFile(path("a"), path("b")));
+}
+
 TEST_F(FileSystemOfWindows, AFailedReplacementLeavesTheOldFileAndNoOther) {
     write("a", "old");
     EXPECT_FALSE(files().replace(path("none"), path("a")));

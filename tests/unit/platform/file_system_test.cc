@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
@@ -13,6 +14,7 @@
 #include <iterator>
 #include <thread>
 
+#include "backend/platform/kept_file.h"
 #include "backend/strings/dictionary.h"
 #include "tests/unit/platform/replaced_file.h"
 
@@ -278,12 +280,23 @@ TEST_F(FileSystemTest, TellsAFileFromWhatTakesItsPlace) {
     EXPECT_EQ(shownTime({2026, 3, 5, 10, 7, 9}), "2026-03-05 10:07:09");
 }
 
-/// How a process ends that makes a temporary file in this folder and gets `signal`.
+/// How a process ends that makes temporary files for this target and gets `signal`, to the process and once
+/// more.
 int statusAfter(int signal, const string& target) {
+    constexpr int count = 100;
     const pid_t child = fork();
     if (child == 0) {
-        string temporary;
-        const bool made = static_cast<bool>(FileSystem::current().createTemporary(target, temporary));
+        const rlimit noCore{0, 0};
+        setrlimit(RLIMIT_CORE, &noCore);
+        bool made = true;
+        for (int i = 0; i < count; ++i) {
+            string temporary;
+            made = FileSystem::current().createTemporary(target, temporary) && made;
+        }
+        const std::thread other([] {
+            for (;;) pause();  // either thread may get it
+        });
+        kill(getpid(), signal);
         raise(signal);
         _exit(made ? 7 : 8);
     }
@@ -295,12 +308,34 @@ int statusAfter(int signal, const string& target) {
 TEST_F(FileSystemTest, ASignalThatEndsTheProcessTakesItsTemporaryFilesAlong) {
     string ours;
     ASSERT_TRUE(FileSystem::current().createTemporary(path("a"), ours));
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT, SIGXCPU}) {
         const int status = statusAfter(signal, path("a"));
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
         EXPECT_EQ(filesInFolder(), 1U) << "that of the parent stays";
     }
     EXPECT_TRUE(FileSystem::current().remove(ours));
+}
+
+TEST_F(FileSystemTest, OneFileMayHaveManyNames) {
+    FileSystem& files = FileSystem::current();
+    write("a", "x");
+    write("b", "x");
+    fs::create_directory(folder_ / "sub");
+    fs::create_symlink("a", folder_ / "link");
+    fs::create_hard_link(folder_ / "a", folder_ / "hard");
+    for (const char* const name : {"a", "./a", "sub/../a", "link", "hard"}) {
+        EXPECT_TRUE(files.isSameFile(path("a"), path(name))) << name;
+    }
+    EXPECT_FALSE(files.isSameFile(path("a"), path("b")));
+    EXPECT_TRUE(files.isSameFile(path("none"), path("sub/../none"))) << "not yet there";
+    EXPECT_FALSE(files.isSameFile(path("a"), path("none")));
+    EXPECT_TRUE(files.state(path("hard"))->hasOtherNames);
+    EXPECT_FALSE(files.state(path("b"))->hasOtherNames);
+    keepFile(path("hard"));
+    EXPECT_TRUE(isKept(path("link")));
+    EXPECT_FALSE(isKept(path("b")));
+    keepFile("");
+    EXPECT_FALSE(isKept(path("a")));
 }
 
 TEST_F(FileSystemTest, WritesThroughSymbolicLinks) {
