@@ -1,5 +1,4 @@
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -8,6 +7,7 @@
 #include "apps/vexa/document_access.h"
 #include "apps/vexa/exit_status.h"
 #include "backend/platform/file_system.h"
+#include "backend/platform/standard_input.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/controller/messages.h"
 #include "frontend/import/import_file.h"
@@ -20,10 +20,6 @@ namespace {
 
 constexpr const char* kStandardInput = "-";
 constexpr const char* kReaderExtension = ".vxw";
-
-std::string readStandardInput() {
-    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
-}
 
 /// The document, opened or made; its `document` is null after a complaint.
 OpenedDocument openOrMake(const DocumentChoices& choices) {
@@ -49,7 +45,12 @@ bool readFiles(const Options& options, frontend::Imported& imported, int& exitSt
     const frontend::ImportContext context{surroundings.looks, surroundings.words};
     for (const std::string& file : options.files) {
         const bool isTyped = file == kStandardInput;
-        std::string typed = isTyped ? readStandardInput() : std::string();
+        std::string typed;
+        if (const FileResult result = isTyped ? readStandardInput(typed) : FileResult(); !result) {
+            complain(composed("The file ^1 cannot be read: ^2."_text, {file, shownReason(result)}));
+            exitStatus = exit_status::kUsage;
+            return false;
+        }
         frontend::ImportProblem problem;
         if (frontend::importFile(file, options.document.import, context, imported, problem,
                                  isTyped ? &typed : nullptr)) {
@@ -83,11 +84,11 @@ int save(OpenedDocument& opened, const std::string& file) {
             {file, shownTime(*changed)}));
         return exit_status::kCommandError;
     }
-    bool otherRights = false;
-    const frontend::StoreResult result =
-        frontend::saveDocument(*opened.document, file, options, &otherRights);
+    frontend::ReplacedFile replaced;
+    const frontend::StoreResult result = frontend::saveDocument(*opened.document, file, options, &replaced);
     frontend::wipe(options.passwordForm);
-    if (otherRights) complain(composed(frontend::messages::otherRights, {file}));
+    if (replaced.lostRights) complain(composed(frontend::messages::otherRights, {file}));
+    if (replaced.staysElsewhere) complain(composed(frontend::messages::otherNames, {file}));
     if (!result) {
         complainOf(result, file);
         return exit_status::kUsage;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "backend/platform/file_system.h"
+#include "backend/platform/kept_file.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
 #include "frontend/controller/embedded_controller.h"
@@ -138,13 +139,14 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     if (document->lock().file == file && request.lock() != OutputDocumentLock::no) {
         return refuse(response, messages::fileLocked, shownFile(request));
     }
-    bool otherRights = false;
+    ReplacedFile replaced;
     SaveOptions options;
     options.type = typeOf(request.type(), shownFile(request));
     options.locked = markAfterSave(request.lock(), *document);
     options.dataModel = request.yesNo() == YesNoEnum::yes;
     StoreResult result = readPasswordForm(request, options.passwordForm);
     const WipedAtEnd wiped(options.passwordForm);
+    if (result && isKept(file)) return refuse(response, messages::fileIsTrace, shownFile(request));
     if (result && isForeignFile(file)) return refuse(response, messages::foreignFile, shownFile(request));
     if (result && !checkUnchanged(request, *document, response)) return false;
     if (result && carrying_ == Carrying::dryRun) {
@@ -152,14 +154,15 @@ bool EmbeddedController::save(const Request& request, Response& response) {
         return true;
     }
     if (result) {
-        result = saveDocument(*document, file, options, &otherRights);
+        result = saveDocument(*document, file, options, &replaced);
     }
     const bool isProtected = !options.passwordForm.empty();
     if (!result) {
         const StoreMessage message = describe(result, shownFile(request));
         return refuse(response, message.text, message.argument);
     }
-    if (otherRights) say(warningLevel, messages::otherRights, {userText(shownFile(request))});
+    if (replaced.lostRights) say(warningLevel, messages::otherRights, {userText(shownFile(request))});
+    if (replaced.staysElsewhere) say(warningLevel, messages::otherNames, {userText(shownFile(request))});
     if (!isProtected) warnOfOpenFile(request, *document, file);
     follow(*document, options, request.lock(), file);
     if (document->file() == file) {

@@ -42,6 +42,8 @@ inline constexpr SystemText openAs = "^1 (open as ^2)"_text;
 inline constexpr SystemText openUnnamed = "^1 (open as an unnamed document)"_text;
 /// A file with details.
 inline constexpr SystemText withDetails = "^1 (^2)"_text;
+inline constexpr SystemText fileIsTrace =
+    "The file ^1 is the trace of this run, and is not replaced. Name another file."_text;
 inline constexpr SystemText fileLocked =
     "The file ^1 is protected, because its output document was opened with a lock. OUTPUT SAVE with LOCK=NO "
     "replaces "
@@ -55,6 +57,8 @@ inline constexpr SystemText standsOpen =
     "The file ^1 is not protected: its output document needed a password, and was saved without PASSPROTECT. Everybody who can read the file can open it."_text;
 inline constexpr SystemText otherRights =
     "The file ^1 has not kept its owner, group or permissions, because the system does not allow it. Check who may read it."_text;
+inline constexpr SystemText otherNames =
+    "The file ^1 was replaced by a new one. Under its other names (hard links) the old one stays as it was."_text;
 inline constexpr SystemText noSuchFile = "There is no file ^1. Check its folder and its name."_text;
 inline constexpr SystemText fileIsFolder = "^1 is a folder. Name a file in it."_text;
 inline constexpr SystemText cannotRead = "The file ^1 cannot be read. Check its permissions."_text;

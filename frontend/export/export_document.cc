@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "backend/strings/memory_text.h"
 #include "backend/tables/layout/table_grid.h"
@@ -197,7 +198,12 @@ class Export {
         for (const std::string& file : files_.withOtherRights()) {
             report_.note(composed(
                 "The file ^1 has not kept its owner, group or permissions, because the system does not allow it. Check who may read it."_text,
-                {file}));
+                {toNativePath(file)}));
+        }
+        for (const std::string& file : files_.withOtherNames()) {
+            report_.note(composed(
+                "The file ^1 was replaced by a new one. Under its other names (hard links) the old one stays as it was."_text,
+                {toNativePath(file)}));
         }
         if (!result)
             report_.failToWrite(documentFile_.empty() ? pictures_.shownRoot() : documentFile_, result);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "backend/platform/file_system.h"
+#include "backend/platform/kept_file.h"
 
 namespace vexa::frontend {
 namespace {
@@ -21,12 +22,19 @@ PackageResult OutputFiles::begin(const std::string& path, std::size_t& file, New
     if (!result_) {
         return result_;
     }
+    if (isKept(path)) {
+        result_ = {PackageProblem::cannotWrite, "it is the trace of this run"_text};
+        return result_;
+    }
     FileSystem& system = FileSystem::current();
     File begun;
     begun.path = path;
     begun.place = system.canonicalPath(path);
     begun.isNew = !system.isFile(path);
-    if (const std::optional<FileState> before = system.state(path)) begun.rights = before->rights;
+    if (const std::optional<FileState> before = system.state(path)) {
+        begun.rights = before->rights;
+        begun.hasOtherNames = before->hasOtherNames;
+    }
     const bool again = std::any_of(files_.begin(), files_.end(),
                                    [&begun](const File& other) { return other.place == begun.place; });
     if (again) {
@@ -86,7 +94,7 @@ PackageResult OutputFiles::commit() {
         result = replaceAll();
     }
     if (result) {
-        compareRights();
+        compareWithPredecessors();
         files_.clear();
     } else {
         abandon();
@@ -123,9 +131,11 @@ PackageResult OutputFiles::replaceAll() {
     return {};
 }
 
-void OutputFiles::compareRights() {
+void OutputFiles::compareWithPredecessors() {
     withOtherRights_.clear();
+    withOtherNames_.clear();
     for (const File& file : files_) {
+        if (file.hasOtherNames) withOtherNames_.push_back(file.path);
         const std::optional<FileState> now = FileSystem::current().state(file.path);
         if (now && !file.rights.empty() && now->rights != file.rights) withOtherRights_.push_back(file.path);
     }

@@ -24,8 +24,8 @@ class OutputFiles {
     OutputFiles& operator=(const OutputFiles&) = delete;
 
     /// Begins the file `path` (UTF-8, either separator); the number that it has here goes to `file`. Symbolic
-    /// links are followed. Fails where no file can be made or replaced, and for a place that was begun
-    /// before.
+    /// links are followed. Fails where no file can be made or replaced, for a place that was begun before,
+    /// and for the file that the process keeps (backend/platform/kept_file.h).
     PackageResult begin(const std::string& path, std::size_t& file,
                         NewFileRights rights = NewFileRights::usual);
     PackageResult write(std::size_t file, std::string_view bytes);
@@ -45,6 +45,8 @@ class OutputFiles {
     /// Files of the last commit whose predecessors belonged to somebody else or let others in: the system did
     /// not let us keep that. In the order in which they were begun.
     [[nodiscard]] const std::vector<std::string>& withOtherRights() const { return withOtherRights_; }
+    /// Files of the last commit whose predecessors stay as they were under another name (a hard link).
+    [[nodiscard]] const std::vector<std::string>& withOtherNames() const { return withOtherNames_; }
     /// Removes the temporary files; the places stay as they were.
     void abandon();
 
@@ -55,6 +57,7 @@ class OutputFiles {
         std::string temporary;
         std::string rights;   ///< of the predecessor; empty without one
         std::string waiting;  ///< bytes that were not handed to the system yet
+        bool hasOtherNames = false;
         bool isNew = false;
         bool inPlace = false;
     };
@@ -62,12 +65,13 @@ class OutputFiles {
     PackageResult pass(File& file);
     PackageResult flushAll();
     PackageResult replaceAll();
-    void compareRights();
+    void compareWithPredecessors();
 
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
     std::vector<File> files_;
     std::size_t main_ = none;
     std::vector<std::string> withOtherRights_;
+    std::vector<std::string> withOtherNames_;
     PackageResult result_;
 };
 

@@ -25,11 +25,17 @@ struct SaveOptions {
     ZipLimits archive = limits::archive;
 };
 
+/// What a user should know of the file whose place a save has taken.
+struct ReplacedFile {
+    bool lostRights = false;      ///< its owner, group or rights could not be kept
+    bool staysElsewhere = false;  ///< it stays as it was under another name (a hard link)
+};
+
 /// Saves `document` to the file `path` (UTF-8, either separator): the file holds its old or its new content
-/// at every moment, and its old content when the result is a problem. `otherRights`, where it is given, tells
-/// whether owner, group or rights of the file that was there could not be kept.
+/// at every moment, and its old content when the result is a problem. `replaced`, where it is given, tells of
+/// the file that was there.
 StoreResult saveDocument(const ViewerDocument& document, const std::string& path, const SaveOptions& options,
-                         bool* otherRights = nullptr);
+                         ReplacedFile* replaced = nullptr);
 /// The same, into a sink.
 StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& options, const ByteSink& sink);
 

@@ -78,7 +78,7 @@ StoreResult writeDocument(const ViewerDocument& document, const SaveOptions& opt
 }
 
 StoreResult saveDocument(const ViewerDocument& document, const std::string& path, const SaveOptions& options,
-                         bool* otherRights) {
+                         ReplacedFile* replaced) {
     if (FileSystem::current().isFolder(path)) return StoreProblem::isFolder;
     OutputFiles files;
     std::size_t file = 0;
@@ -87,7 +87,9 @@ StoreResult saveDocument(const ViewerDocument& document, const std::string& path
     if (PackageResult begun = files.begin(path, file, rights); !begun) return fromPackage(begun);
     StoreResult result = writeDocument(document, options, files.sink(file));
     result = result ? fromPackage(files.commit()) : result;
-    if (otherRights != nullptr) *otherRights = !files.withOtherRights().empty();
+    if (replaced != nullptr) {
+        *replaced = {!files.withOtherRights().empty(), !files.withOtherNames().empty()};
+    }
     return result;
 }
 
