@@ -8,6 +8,8 @@
 
 namespace vexa::program {
 
+class Surroundings;
+
 /// Runs or checks syntax files.
 [[nodiscard]] int runFiles(const Options& options);
 /// Runs the commands that a user types at a prompt; without a terminal, those of standard input.
@@ -30,6 +32,9 @@ int explain(const std::string& words, Session& session);
 /// What the program ends with when an action ended with `status`: says so when standard output did not take
 /// all.
 [[nodiscard]] int statusWithOutput(int status);
+
+/// Warns of documents whose changes end with the program.
+void warnOfUnsaved(Surroundings& surroundings);
 
 /// Complains on standard error, in the program's name.
 void complain(const std::string& message);

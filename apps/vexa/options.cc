@@ -194,6 +194,8 @@ void addSessionOptions(CLI::App& app, SessionChoices& choices) {
            "--trace", [&choices](const std::string& file) { choices.traceFile = file; },
            "Write what happens to FILE as JSON lines; - is standard output")
         ->option_text("FILE");
+    app.add_flag("--trace-passwords", choices.tracesPasswords,
+                 "Show passwords in a trace that is no file of the user's alone, where *** stands for them");
     addText("--now", readNow, "The time that commands see, such as 2026-03-05T10:07:09")->option_text("TIME");
     addText("--record", readRecord,
             "What documents take: output, or all, with what the document commands say of themselves (output)")

@@ -19,6 +19,7 @@ struct SessionChoices {
     std::vector<std::string> inputs;  ///< the syntax files that are read, which a trace must not replace
     bool localMode = false;
     std::optional<std::string> traceFile;
+    bool tracesPasswords = false;  ///< also where others than the user may see them
     std::optional<LocalTime> now;
     std::string charset = "UTF-8";
     std::optional<std::string> language;  ///< without one: that of the system's settings

@@ -15,6 +15,7 @@
 #include "backend/session/command_cutter.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
+#include "frontend/document/compared_text.h"
 
 namespace vexa::program {
 
@@ -22,6 +23,8 @@ namespace {
 
 constexpr const char* kPrompt = "vexa> ";
 constexpr const char* kContinuation = "....> ";
+constexpr const char* kAnswer = "vexa? ";
+constexpr int kWarningLevel = 2;
 
 /// The words of a line, one blank between them, without the period at its end.
 std::vector<std::string> wordsOf(const std::string& line) {
@@ -89,22 +92,46 @@ void carryOut(const std::string& command, Surroundings& surroundings) {
     }
 }
 
-/// False, with a warning, when there are documents that would be lost and the user was not told of them just
-/// now.
-bool mayLeave(Surroundings& surroundings, bool told) {
-    constexpr int kWarningLevel = 2;
-    std::string unsaved;
-    for (const std::string& name : surroundings.unsavedDocuments()) {
-        unsaved.append(unsaved.empty() ? "" : ", ").append(name);
+std::string listOf(const std::vector<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names) {
+        list.append(list.empty() ? "" : ", ").append(name);
     }
-    if (told || unsaved.empty()) {
+    return list;
+}
+
+/// Whether a typed line means yes, in English or in the user's language.
+bool meansYes(const std::string& line) {
+    const std::string given = frontend::comparedText(line);
+    // Words that mean yes, with a comma and a blank between them.
+    std::string words = "y, yes, " + translated("y, yes"_text) + ", ";
+    for (std::size_t end = words.find(", "); end != std::string::npos; end = words.find(", ")) {
+        if (!given.empty() && given == frontend::comparedText(words.substr(0, end))) {
+            return true;
+        }
+        words.erase(0, end + 2);
+    }
+    return false;
+}
+
+/// Whether nothing would be lost, or the user says that it may be.
+bool mayLeave(Surroundings& surroundings) {
+    using Kind = EditedLine::Kind;
+    const std::vector<std::string> unsaved = surroundings.unsavedDocuments();
+    if (unsaved.empty()) {
         return true;
     }
     surroundings.terminal().showMessage(
         kWarningLevel,
-        composed("Not saved: ^1. OUTPUT SAVE saves it; leave once more if its changes may be lost."_text,
-                 {unsaved}));
-    return false;
+        composed(
+            "These output documents have changes that were not saved: ^1. Leave without saving? [y/N]"_text,
+            {listOf(unsaved)}));
+    std::cin.clear();
+    const EditedLine answer = readEditedLine(kAnswer, "");
+    if (answer.kind == Kind::endOfInput) {
+        std::cout << '\n' << std::flush;
+    }
+    return answer.kind == Kind::endOfInput || (answer.kind == Kind::line && meansYes(answer.text));
 }
 
 int runOnTerminal(const Options& options) {
@@ -114,29 +141,41 @@ int runOnTerminal(const Options& options) {
         complain(problem);
         return exit_status::kUsage;
     }
+    surroundings->beginTrace();
     prepareLineEditor(surroundings->session());
     std::cout << translated(lineEditorWelcome()) << '\n' << std::flush;
-    bool told = false;
     while (!surroundings->session().stopped()) {
         const EditedLine command = readCommand();
         if (command.kind == EditedLine::Kind::endOfInput) {
             if (command.text.empty()) {
                 std::cout << '\n' << std::flush;
             }
-            if (mayLeave(*surroundings, told)) {
+            if (mayLeave(*surroundings)) {
                 break;
             }
             std::cin.clear();
         } else if (command.kind == EditedLine::Kind::line) {
             carryOut(command.text, *surroundings);
         }
-        told = command.kind == EditedLine::Kind::endOfInput;
         std::cout << std::flush;
+    }
+    if (surroundings->session().stopped()) {
+        warnOfUnsaved(*surroundings);
     }
     return surroundings->finish();
 }
 
 }  // namespace
+
+void warnOfUnsaved(Surroundings& surroundings) {
+    const std::vector<std::string> unsaved = surroundings.unsavedDocuments();
+    if (!unsaved.empty()) {
+        surroundings.terminal().showMessage(
+            kWarningLevel,
+            composed("Changes of these output documents were not saved, and are lost: ^1."_text,
+                     {listOf(unsaved)}));
+    }
+}
 
 int runPrompt(const Options& options) {
     if (isTerminal(StandardStream::input)) {

@@ -1,5 +1,4 @@
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -7,6 +6,7 @@
 #include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
+#include "backend/platform/standard_input.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
@@ -33,9 +33,9 @@ FileResult runStandardInput(Session& session) {
         session.runText(typedText(), kStandardInput);
         return {};
     }
-    std::string text((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
-    if (std::cin.bad()) {
-        return {false, std::string("reading was interrupted"_text)};
+    std::string text;
+    if (FileResult result = readStandardInput(text); !result) {
+        return result;
     }
     return session.runInput(std::move(text), kStandardInput);
 }
@@ -53,7 +53,7 @@ void complain(const std::string& message) {
 
 int statusWithOutput(int status) {
     if (std::cout.flush()) {
-        return status;
+        return std::cerr ? status : exit_status::kUsage;  // there is nobody to be told
     }
     complain(translated("Standard output could not be written completely. Is the disk full?"_text));
     return exit_status::kUsage;
@@ -73,12 +73,17 @@ int runFiles(const Options& options) {
             break;
         }
         const FileResult result = file == "-" ? runStandardInput(session) : session.runFile(file);
-        if (!result) {
+        if (result) {
+            surroundings->beginTrace();
+        } else {
             complain(composed(
                 "The syntax file ^1 cannot be read: ^2. Check its name and your current folder."_text,
                 {file, shownReason(result)}));
             allRead = false;
         }
+    }
+    if (options.action == Action::prompt) {
+        warnOfUnsaved(*surroundings);
     }
     const int status = surroundings->finish();
     return allRead ? status : exit_status::kUsage;

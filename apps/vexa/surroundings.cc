@@ -8,12 +8,17 @@
 #include "apps/vexa/adapter_stack.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/installation.h"
+#include "apps/vexa/password_mask.h"
 #include "apps/vexa/terminal_look.h"
 #include "backend/platform/clock.h"
 #include "backend/platform/dynamic_library.h"
 #include "backend/platform/file_system.h"
+#include "backend/platform/kept_file.h"
+#include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
+#include "backend/tokens/command_text.h"
+#include "frontend/controller/messages.h"
 #include "frontend/controller/open_documents.h"
 
 namespace vexa::program {
@@ -49,18 +54,25 @@ bool installForTexts(const SessionChoices& choices, std::vector<std::string>& wa
     return known;
 }
 
+/// Whether the run reads `file`, by whatever name.
+bool isInput(const std::string& file, const SessionChoices& choices) {
+    const auto is = [&](const std::string& input) {
+        return !input.empty() && input != "-" && FileSystem::current().isSameFile(input, file);
+    };
+    return is(choices.answersFile) || std::any_of(choices.inputs.begin(), choices.inputs.end(), is) ||
+           isStreamAt(StandardStream::input, file);
+}
+
 /// Why the trace must not be written to `file`; empty when nothing that anybody needs is lost. A trace that
 /// is there is replaced.
 std::string traceObjection(const std::string& file, const SessionChoices& choices) {
     FileSystem& files = FileSystem::current();
-    if (file == "-" || !files.isFile(file)) return {};
-    std::vector<std::string> inputs = choices.inputs;
-    inputs.push_back(choices.answersFile);
-    const std::string whole = files.canonicalPath(file);
-    const auto isTrace = [&](const std::string& input) {
-        return !input.empty() && input != "-" && files.canonicalPath(input) == whole;
-    };
-    if (std::any_of(inputs.begin(), inputs.end(), isTrace)) {
+    if (file == "-" || !files.isFile(file) || isStreamAt(StandardStream::output, file)) return {};
+    if (isStreamAt(StandardStream::error, file)) {
+        return composed("The trace ^1 would replace the messages of this run. Name another file."_text,
+                        {file});
+    }
+    if (isInput(file, choices)) {
         return composed("The trace ^1 would replace a file that this run reads. Name another one."_text,
                         {file});
     }
@@ -103,6 +115,15 @@ bool Surroundings::openTrace(const SessionChoices& choices, std::string& problem
         problem = composed("The trace ^1 cannot be written: ^2."_text, {traceFile_, shownReason(result)});
         return false;
     }
+    if (FileSystem::current().isFile(traceFile_)) {
+        keepFile(traceFile_);
+    }
+    if (!trace_.isPrivate() && !choices.tracesPasswords) {
+        trace_.setFilter([](nlohmann::ordered_json& line) {
+            const CommandText* const command = currentCommand();
+            maskPasswords(line, command == nullptr ? std::string() : toUtf8(command->text));
+        });
+    }
     traceListener_.emplace(trace_);
     OutputLog::current().addListener(*traceListener_);
     return true;
@@ -142,6 +163,7 @@ Surroundings::~Surroundings() {
     if (traceListener_) {
         OutputLog::current().removeListener(*traceListener_);
     }
+    keepFile("");
 }
 
 frontend::OpenDocuments* Surroundings::documents() { return adapters_->documents(); }
@@ -150,13 +172,17 @@ std::vector<std::string> Surroundings::unsavedDocuments() const {
     std::vector<std::string> names;
     if (frontend::OpenDocuments* const open = adapters_->documents(); open != nullptr) {
         for (const auto& document : open->all()) {
-            if (document->isModified()) {
-                names.push_back(document->name());
+            const bool isNothing = document->file().empty() && document->outline().size() == 0;
+            if (document->isModified() && !isNothing) {
+                names.push_back(document->name().empty() ? translated(frontend::messages::unnamed)
+                                                         : document->name());
             }
         }
     }
     return names;
 }
+
+void Surroundings::beginTrace() { trace_.begin(); }
 
 int Surroundings::finish() {
     trace_.flush();

@@ -34,8 +34,12 @@ class Surroundings {
     /// The open documents of the embedded front end; null with any other.
     [[nodiscard]] frontend::OpenDocuments* documents();
 
-    /// The names of the open documents that have changes which no file has.
+    /// The names of the open documents that have changes which no file has. One that never had a file and has
+    /// nothing in it is not among them: no more is lost than its name.
     [[nodiscard]] std::vector<std::string> unsavedDocuments() const;
+
+    /// Something is run: an earlier trace gives way to the one of this run, even if that stays empty.
+    void beginTrace();
 
     /// Writes the rest of the trace; what the program ends with, as far as the session has gone.
     [[nodiscard]] int finish();
@@ -47,7 +51,7 @@ class Surroundings {
     LibraryModule module_;
     TerminalListener terminal_;
     JsonLines trace_;
-    std::string traceFile_;
+    std::string traceFile_;  ///< empty for none
     std::optional<TraceListener> traceListener_;
     std::unique_ptr<AdapterStack> adapters_;
     std::unique_ptr<Session> session_;

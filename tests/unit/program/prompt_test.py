@@ -22,14 +22,13 @@ SECONDS = 20
 class Typed:
     """A session at a terminal."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, *arguments):
         self.process, self.terminal = pty.fork()
         if self.process == 0:
             os.chdir(folder)
             os.environ.update(LC_ALL="C.UTF-8", TERM="xterm", INPUTRC="/dev/null", HOME=folder)
-            os.execv(PROGRAM, [PROGRAM, "--language", "en"])
+            os.execv(PROGRAM, [PROGRAM, *(arguments or ("--language", "en"))])
         self.shown = ""
-        self.expect("quits")
         self.prompted()
 
     def expect(self, text):
@@ -52,6 +51,18 @@ class Typed:
     def prompted(self):
         """Waits for the prompt, and until the editor takes keys: one that comes before may be lost."""
         self.expect("vexa> ")
+        self.take_keys()
+
+    def asked(self, names):
+        """Waits for the question whether to leave, and until it takes an answer."""
+        self.expect(f"not saved: {names}. Leave without saving? [y/N]")
+        self.asking()
+
+    def asking(self):
+        self.expect("vexa? ")
+        self.take_keys()
+
+    def take_keys(self):
         end = time.monotonic() + SECONDS
         while termios.tcgetattr(self.terminal)[3] & termios.ICANON:
             if time.monotonic() > end:
@@ -101,9 +112,8 @@ class PromptTest(unittest.TestCase):
         session.expect("kept [a]")
         session.prompted()
         session.type("quit\r")
-        session.expect("Not saved: kept.")
-        session.prompted()
-        session.type("exit.\r")
+        session.asked("kept")
+        session.type("y\r")
         self.assertEqual(session.status(), 0)
 
     def test_an_interrupt_stops_inserted_files(self):
@@ -121,17 +131,75 @@ class PromptTest(unittest.TestCase):
         session.type("\x04")
         self.assertEqual(session.status(), 0)
 
-    def test_the_end_of_input_asks_once(self):
-        session = Typed(self.folder)
-        session.type("OUTPUT NEW NAME=mine.\r")
+    def changed(self, *arguments, name="mine"):
+        """A session with a document that was changed and not saved."""
+        session = Typed(self.folder, *arguments)
+        session.type(f"OUTPUT NEW NAME={name}.\r")
         session.prompted()
         session.type("OUTPUT COMMENT TEXT='not saved'.\r")
         session.prompted()
+        return session
+
+    def test_the_end_of_input_asks_and_a_second_one_leaves(self):
+        session = self.changed()
         session.type("\x04")
-        session.expect("Not saved: mine.")
-        session.prompted()
+        session.asked("mine")
         session.type("\x04")
         self.assertEqual(session.status(), 0)
+
+    def test_only_yes_leaves(self):
+        session = self.changed()
+        for answer in ("n", "", "no", "exit", "yess", "\x03"):
+            session.type("exit\r")
+            session.asked("mine")
+            session.type(answer if answer == "\x03" else answer + "\r")
+            session.prompted()
+        session.type("ECHO 'alive'.\r")
+        session.expect("\nalive")
+        session.prompted()
+        session.type("OUTPUT NEW NAME=second.\r")
+        session.prompted()
+        session.type("OUTPUT COMMENT TEXT='more'.\r")
+        session.prompted()
+        session.type("quit\r")
+        session.asked("mine, second")
+        session.type(" YES \r")
+        self.assertEqual(session.status(), 0)
+
+    def test_the_answer_is_that_of_the_language(self):
+        session = self.changed("--language", "de", name="mein")
+        session.type("exit\r")
+        session.expect("mein")
+        session.expect("[j/N]")
+        session.asking()
+        session.type("Ja\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_nothing_is_asked_where_nothing_is_lost(self):
+        session = Typed(self.folder)
+        session.type("OUTPUT NEW NAME=empty.\r")
+        session.prompted()
+        session.type("OUTPUT NAME renamed.\r")
+        session.prompted()
+        session.type("OUTPUT NEW NAME=saved.\r")
+        session.prompted()
+        session.type("OUTPUT COMMENT TEXT='kept'.\r")
+        session.prompted()
+        session.type("OUTPUT SAVE NAME=saved OUTFILE='saved.vxv'.\r")
+        session.prompted()
+        session.type("exit\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_a_signal_at_the_prompt_gives_the_terminal_back(self):
+        for numbers in ((signal.SIGTERM,), (signal.SIGHUP,), (signal.SIGHUP, signal.SIGTERM), (signal.SIGTERM, signal.SIGTERM)):
+            session = Typed(self.folder)
+            held = os.dup(session.terminal)
+            for number in numbers:
+                os.kill(session.process, number)
+            self.assertIn(session.status(), [-number for number in numbers])
+            self.assertTrue(termios.tcgetattr(held)[3] & termios.ECHO, numbers)
+            self.assertTrue(termios.tcgetattr(held)[3] & termios.ICANON, numbers)
+            os.close(held)
 
     def test_a_question_mark_is_help(self):
         session = Typed(self.folder)
@@ -150,7 +218,7 @@ class PromptTest(unittest.TestCase):
         session.type("OUTPUT DISPLAY.\r")
         session.expect("Äöüß [a]")
         session.prompted()
-        session.type("exit\rexit\r")
+        session.type("exit\r")
         self.assertEqual(session.status(), 0)
 
     def test_completion_of_files_and_of_help(self):
@@ -196,13 +264,63 @@ class PipeTest(unittest.TestCase):
         self.assertIn("Standard output could not be written", done.stderr)
         self.assertTrue(os.path.exists(os.path.join(self.folder, "a.vxv")))
 
+    def without_output(self, words):
+        """Exit statuses where standard output is full, closed, and a pipe whose reader has gone."""
+        made = {"run": ("made.vxv", "made.txt"), "import": ("made.vxv",), "export": ("made.txt",)}.get(words[0], ())
+        statuses = []
+        reading, gone = os.pipe()
+        os.close(reading)
+        with open("/dev/full", "wb") as full:
+            for shell, out in (('exec "$@"', full), ('exec "$@" >&-', None), ('exec "$@"', gone)):
+                done = subprocess.run(["sh", "-c", shell, "sh", PROGRAM, *words], input=b"secret\n", stdout=out,
+                                      stderr=subprocess.PIPE, cwd=self.folder, timeout=60, check=False)
+                statuses.append(done.returncode)
+                for name in made:  # documents are written whatever becomes of the rest
+                    os.remove(os.path.join(self.folder, name))
+        os.close(gone)
+        return statuses
+
     def test_output_that_cannot_be_written_is_noticed(self):
-        for words in (["help"], ["--version"], ["--help"]):
+        self.write("a.json", '{"items": [{"type": "text", "text": "x"}]}')
+        self.write("a.vxs", "OUTPUT NEW NAME=a.\nOUTPUT COMMENT TEXT='x'.\nECHO 'x'.\nOUTPUT DISPLAY.\n"
+                   "OUTPUT SAVE NAME=a OUTFILE='made.vxv'.\nOUTPUT EXPORT /TEXT DOCUMENTFILE='made.txt'.\n")
+        self.assertEqual(self.run_program("import", "a.vxv", "a.json", stdout=subprocess.DEVNULL).returncode, 0)
+        for words in (["help"], ["help", "OUTPUT", "SAVE"], ["--version"], ["--help"], ["manual"], ["completion", "bash"],
+                      ["password"], ["show", "a.vxv"], ["show", "--json", "a.vxv"], ["import", "made.vxv", "a.json"],
+                      ["export", "a.vxv", "made.txt"], ["run", "a.vxs"], ["run", "--diagnostics", "json", "a.vxs"],
+                      ["run", "--trace", "-", "a.vxs"]):
+            self.assertEqual(self.without_output(words), [2, 2, 2], words)
+        for words in (["check", "a.vxs"], ["check", "--diagnostics", "json", "a.vxs"], ["run", "--quiet", "a.vxs"],
+                      ["import", "--quiet", "made.vxv", "a.json"]):
+            self.assertEqual(self.without_output(words), [0, 0, 0], f"{words} prints nothing")
+
+    def test_messages_that_cannot_be_written_are_noticed(self):
+        self.write("a.vxs", "OUTPUT NEW NAME=a.\nOUTPUT COMMENT TEXT='x'.\nOUTPUT SAVE OUTFILE='a.vxv'.\nOUTPUT OPEN FILE='b.vxv'.\n")
+        for words in (["run", "a.vxs"], ["run", "--diagnostics", "json", "a.vxs"]):
             with open("/dev/full", "wb") as full:
-                self.assertEqual(self.run_program(*words, stdout=full).returncode, 2, words)
-            closed = subprocess.run(["sh", "-c", 'exec "$@" >&-', "sh", PROGRAM, *words], stderr=subprocess.PIPE,
-                                    timeout=60, check=False)
-            self.assertEqual(closed.returncode, 2, words)
+                done = subprocess.run([PROGRAM, *words], cwd=self.folder, stdout=subprocess.DEVNULL, stderr=full, timeout=60,
+                                      check=False)
+            self.assertEqual(done.returncode, 2, words)
+            self.assertTrue(os.path.exists(os.path.join(self.folder, "a.vxv")))
+
+    def test_standard_input_that_gives_nothing(self):
+        for words in ([], ["run", "-"], ["import", "--as", "json", "new.vxv", "-"]):
+            folder = os.open(self.folder, os.O_RDONLY)
+            done = self.run_program(*words, stdin=folder, stdout=subprocess.DEVNULL)
+            os.close(folder)
+            self.assertEqual(done.returncode, 2, words)
+            self.assertIn("Is a directory", done.stderr)
+        self.assertEqual(self.run_program(stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL).returncode, 0)
+
+    def test_piped_commands_lose_nothing_unsaid(self):
+        def piped(text):
+            return subprocess.run([PROGRAM, "--language", "en"], input=text, cwd=self.folder, capture_output=True, text=True,
+                                  timeout=60, check=False)
+        done = piped("OUTPUT NEW NAME=a.\nOUTPUT COMMENT TEXT='x'.\n")
+        self.assertEqual(done.returncode, 0)
+        self.assertEqual(done.stderr, "warning: Changes of these output documents were not saved, and are lost: a.\n")
+        self.assertEqual(piped("OUTPUT NEW NAME=a.\n").stderr, "")
+        self.assertEqual(piped("OUTPUT NEW NAME=a.\nOUTPUT COMMENT TEXT='x'.\nOUTPUT SAVE OUTFILE='a.vxv'.\n").stderr, "")
 
     def test_a_signal_at_the_question_for_a_password_gives_the_terminal_back(self):
         for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
