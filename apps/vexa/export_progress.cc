@@ -3,6 +3,7 @@
 #include <iostream>
 #include <string>
 
+#include "backend/platform/interrupt.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
 
@@ -19,10 +20,12 @@ constexpr std::size_t kLineWidth = 60;
 ExportProgress::ExportProgress() : isShown_(isTerminal(StandardStream::error)) {}
 
 bool ExportProgress::operator()(std::size_t done, std::size_t all) {
-    if (!isShown_) return true;
+    // At the prompt an interrupt ends the export and keeps the session.
+    const bool goesOn = !wasInterrupted();
+    if (!isShown_) return goesOn;
     const Clock::time_point now = Clock::now();
     if (done == 1) next_ = now + kPatience;
-    if (done == all) {
+    if (done == all || !goesOn) {
         if (isWritten_) std::cerr << '\r' << std::string(kLineWidth, ' ') << '\r' << std::flush;
         isWritten_ = false;
     } else if (now >= next_) {
@@ -32,7 +35,7 @@ bool ExportProgress::operator()(std::size_t done, std::size_t all) {
         isWritten_ = true;
         next_ = now + kStep;
     }
-    return true;
+    return goesOn;
 }
 
 }  // namespace vexa::program

@@ -6,9 +6,9 @@
 
 namespace vexa::program {
 
-/// Called with the items done and all of them; always true. Writes a line to standard error that later ones
-/// overwrite, from half a second on, and takes it away when the last item is done. Writes nothing where
-/// standard error is no terminal.
+/// Called with the items done and all of them; false when the user interrupted it at the prompt. Writes a
+/// line to standard error that later ones overwrite, from half a second on, and takes it away when the last
+/// item is done. Writes nothing where standard error is no terminal.
 class ExportProgress {
   public:
     ExportProgress();

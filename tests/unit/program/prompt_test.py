@@ -4,6 +4,7 @@
 Usage: prompt_test.py PROGRAM
 """
 
+import json
 import os
 import pty
 import select
@@ -115,6 +116,30 @@ class PromptTest(unittest.TestCase):
         session.asked("kept")
         session.type("y\r")
         self.assertEqual(session.status(), 0)
+
+    def test_an_interrupt_stops_an_export_and_leaves_the_old_file(self):
+        chart = "<svg xmlns='http://www.w3.org/2000/svg' width='600' height='400'><circle cx='300' cy='200' r='%d'/></svg>"
+        items = {"items": [{"type": "chart", "svg": chart % (i % 200)} for i in range(600)]}
+        self.write("charts.json", json.dumps(items))
+        self.write("a.htm", "old")
+        subprocess.run([PROGRAM, "import", "charts.vxv", "charts.json"], cwd=self.folder, stdout=subprocess.DEVNULL, timeout=60,
+                       check=True)
+        session = Typed(self.folder)
+        session.type("OUTPUT OPEN FILE='charts.vxv' NAME=charts.\r")
+        session.prompted()
+        session.type("OUTPUT EXPORT /HTML DOCUMENTFILE='a.htm' IMAGEFORMAT=PNG.\r")
+        session.expect("Exporting: item")
+        session.type("\x03")
+        session.expect("The export was stopped before its end. Nothing was replaced.")
+        session.prompted()
+        session.type("OUTPUT DISPLAY.\r")
+        session.expect("charts [a]")
+        session.prompted()
+        session.type("exit\r")
+        self.assertEqual(session.status(), 0)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["a.htm", "charts.json", "charts.vxv"])
+        with open(os.path.join(self.folder, "a.htm"), encoding="utf-8") as file:
+            self.assertEqual(file.read(), "old")
 
     def test_an_interrupt_stops_inserted_files(self):
         self.write("b.vxs", "ECHO 'again'.\n" * 2000)
@@ -323,7 +348,8 @@ class PipeTest(unittest.TestCase):
         self.assertEqual(piped("OUTPUT NEW NAME=a.\nOUTPUT COMMENT TEXT='x'.\nOUTPUT SAVE OUTFILE='a.vxv'.\n").stderr, "")
 
     def test_a_signal_at_the_question_for_a_password_gives_the_terminal_back(self):
-        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+        for numbers in ((signal.SIGTERM,), (signal.SIGINT,), (signal.SIGHUP,), (signal.SIGTERM, signal.SIGTERM),
+                        (signal.SIGINT, signal.SIGHUP), (signal.SIGHUP, signal.SIGTERM, signal.SIGINT)):
             process, terminal = pty.fork()
             if process == 0:
                 os.execv(PROGRAM, [PROGRAM, "password"])
@@ -331,9 +357,10 @@ class PipeTest(unittest.TestCase):
             while termios.tcgetattr(terminal)[3] & termios.ECHO and time.monotonic() < end:
                 time.sleep(0.01)
             self.assertFalse(termios.tcgetattr(terminal)[3] & termios.ECHO)
-            os.kill(process, number)
-            self.assertEqual(os.waitstatus_to_exitcode(os.waitpid(process, 0)[1]), -number)
-            self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO, number)
+            for number in numbers:
+                os.kill(process, number)
+            self.assertIn(os.waitstatus_to_exitcode(os.waitpid(process, 0)[1]), [-number for number in numbers])
+            self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO, numbers)
             os.close(terminal)
 
     def test_a_dumb_terminal_gets_no_colors(self):
