@@ -8,7 +8,7 @@ bool LibraryModule::load(std::string& reason) {
     if (library_ == nullptr && failure_.empty()) {
         FileResult result;
         library_ = DynamicLibrary::load(path_, result);
-        failure_ = shownReason(result);
+        if (library_ == nullptr) failure_ = shownReason(result);
     }
     reason = failure_;
     return library_ != nullptr;

@@ -54,7 +54,7 @@ void StringDictionary::setProcedure(std::string_view procedure) {
 }
 
 std::string StringDictionary::lookUp(std::string_view key) const {
-    if (folder_.empty()) {
+    if (folder_.empty() || key.empty()) {
         return std::string(key);
     }
     if (!ofProcedure_) {
