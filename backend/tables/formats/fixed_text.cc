@@ -121,9 +121,35 @@ std::optional<std::uint64_t> roundedScaled(double value, int decimals) {
     return std::nullopt;
 }
 
+bool isPlain(const FixedStyle& style) {
+    return style.groupMark == 0 && style.prefix == 0 && style.suffix == 0 && style.zerosTo == 0;
+}
+
+/// Most numbers by far: a sign, digits and a mark, written from the last to the first.
+void appendPlain(std::string& out, bool negative, std::uint64_t number, int decimals, char mark) {
+    constexpr std::size_t most = 40;  // 20 digits, or all decimals and what stands before them
+    std::array<char, most> buffer;
+    char* const end = buffer.data() + buffer.size();
+    char* first = end;
+    const auto put = [&] {
+        *--first = static_cast<char>('0' + number % 10);
+        number /= 10;
+    };
+    for (int i = 0; i < decimals; ++i) put();
+    if (decimals > 0) *--first = mark;
+    do put();
+    while (number > 0);
+    if (negative) *--first = '-';
+    out.append(first, static_cast<std::size_t>(end - first));
+}
+
 /// Appends `number` divided by 10^`decimals`.
 void appendScaled(std::string& out, bool negative, std::uint64_t number, int decimals,
                   const FixedStyle& style) {
+    if (isPlain(style)) {
+        appendPlain(out, negative && number != 0, number, decimals, style.decimalMark);
+        return;
+    }
     const WholeDigits digits(number, decimals + 1);
     const std::size_t whole = digits.text().size() - static_cast<std::size_t>(decimals);
     FixedParts parts;
@@ -137,14 +163,14 @@ void appendScaled(std::string& out, bool negative, std::uint64_t number, int dec
 void appendFixed(std::string& out, double value, int decimals, const FixedStyle& style) {
     const bool negative = value < 0;
     const double magnitude = std::abs(value);
-    if (magnitude < kExactLimit && magnitude == std::floor(magnitude)) {
+    if (const std::optional<std::uint64_t> scaled = roundedScaled(magnitude, decimals)) {
+        appendScaled(out, negative, *scaled, decimals, style);
+    } else if (magnitude < kExactLimit && magnitude == std::floor(magnitude)) {
         const WholeDigits digits(static_cast<std::uint64_t>(magnitude), 1);
         FixedParts parts;
         parts.whole = digits.text();
         parts.fractionZeros = static_cast<std::size_t>(decimals);
         appendParts(out, negative, parts, style);
-    } else if (const std::optional<std::uint64_t> scaled = roundedScaled(magnitude, decimals)) {
-        appendScaled(out, negative, *scaled, decimals, style);
     } else {
         appendFixedByDigits(out, value, decimals, style);
     }
