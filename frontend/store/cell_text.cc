@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <unordered_map>
 #include <utility>
@@ -122,6 +124,12 @@ class TokenReader {
         at_ = result.ptr;
         return result.ec == std::errc();
     }
+    [[nodiscard]] bool number(double& number) {
+        if (shortDecimal(number)) return true;
+        const auto result = std::from_chars(at_, end_, number);
+        at_ = result.ptr;
+        return result.ec == std::errc();
+    }
     /// A number from 1 to `most`, as an index from 0.
     [[nodiscard]] bool reference(std::size_t most, std::size_t& index) {
         if (!number(index) || index == 0 || index > most) return false;
@@ -132,6 +140,42 @@ class TokenReader {
     [[nodiscard]] bool between() { return at_ == end_ || (*at_ == ' ' && ++at_ != end_); }
 
   private:
+    /// Most numbers have few digits and no exponent. They are a whole number over a power of ten, each a
+    /// double without rounding, so that one division rounds as it must be. False, and nothing taken, for any
+    /// other.
+    [[nodiscard]] bool shortDecimal(double& number) {
+        const bool negative = at_ != end_ && *at_ == '-';
+        const char* const whole = at_ + (negative ? 1 : 0);
+        std::uint64_t digits = 0;
+        const char* at = takeDigits(whole, digits);
+        std::ptrdiff_t count = at - whole;
+        std::ptrdiff_t decimals = 0;
+        if (count > 0 && at != end_ && *at == '.') {
+            const char* const behind = at + 1;
+            at = takeDigits(behind, digits);
+            decimals = at - behind;
+            if (decimals == 0) return false;
+            count += decimals;
+        }
+        if (count == 0 || count > mostExactDigits || (at != end_ && (*at == 'e' || *at == 'E'))) return false;
+        const double value = static_cast<double>(digits) / powersOfTen[static_cast<std::size_t>(decimals)];
+        number = negative ? -value : value;
+        at_ = at;
+        return true;
+    }
+
+    /// Reads on in `number`, which may overflow.
+    const char* takeDigits(const char* at, std::uint64_t& number) const {
+        for (; at != end_ && *at >= '0' && *at <= '9'; ++at) {
+            number = number * 10 + static_cast<std::uint64_t>(*at - '0');
+        }
+        return at;
+    }
+
+    static constexpr std::ptrdiff_t mostExactDigits = 15;
+    static constexpr std::array<double, 16> powersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
     const char* at_;
     const char* end_;
 };

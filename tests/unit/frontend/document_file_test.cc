@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <vector>
 
 #include "backend/tables/layout/table_grid.h"
 #include "frontend/package/zip_reader.h"
@@ -73,6 +76,43 @@ TEST(DocumentFile, SavesAndOpensUpToTheWholeLimit) {
     EXPECT_EQ(writeDocument(*document, options, [](std::string_view) { return PackageResult(); }).problem,
               StoreProblem::beyondLimits);
     EXPECT_EQ(readDocument(bytes, "", again, options.archive).problem, StoreProblem::tooLarge);
+}
+
+/// Numbers of one to seventeen digits with the point anywhere, either sign, and such as need an exponent.
+std::vector<double> numbersOfAllLengths() {
+    std::vector<double> numbers{0.0, -0.0, 1e15, 999999999999999, 9007199254740993, 1e300, 0.1 + 0.2};
+    std::uint64_t random = 1;
+    for (int digits = 1; digits <= 17; ++digits) {
+        for (int decimals = 0; decimals <= 20; ++decimals) {
+            random = random * 6364136223846793005U + 1442695040888963407U;
+            const double whole =
+                std::floor(std::pow(10.0, digits) * static_cast<double>(random >> 11U) / 0x1p53);
+            numbers.push_back(whole / std::pow(10.0, decimals));
+            numbers.push_back(-numbers.back());
+        }
+    }
+    return numbers;
+}
+
+TEST(DocumentFile, KeepsEveryBitOfNumbers) {
+    const std::vector<double> numbers = numbersOfAllLengths();
+    tables::TableDimension dimension;
+    dimension.categories.resize(numbers.size());
+    tables::TableDataBuilder data({dimension});
+    for (std::size_t i = 0; i < numbers.size(); ++i) data.setNumber(i, numbers[i]);
+    tables::TableView view;
+    view.rows = {0};
+    ViewerDocument document;
+    document.add(makeItem("numbers", TableContent{tables::makeTable(data.finish(), view)}));
+    const auto again = opened(saved(document));
+    ASSERT_NE(again, nullptr);
+    const auto& table = std::get<TableContent>(itemAt(*again, 1).content).table;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const tables::TableCell* const cell = table.data->find(i);
+        ASSERT_NE(cell, nullptr);
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(numbers[i]), std::bit_cast<std::uint64_t>(cell->number))
+            << numbers[i];
+    }
 }
 
 TEST(DocumentFile, AMillionEqualNumbersCanBeSaved) {
