@@ -146,7 +146,7 @@ std::size_t StyleClasses::find(ShownStyleId style, bool isNumber) {
         StyleClass& made = classes_.emplace_back();
         if (!found->first.empty()) {
             made.name = "s" + std::to_string(classes_.size());
-            made.attribute = " class=\"" + made.name + "\"";
+            made.cell = "<td class=\"" + made.name + "\">";
             rules_ += "." + made.name + "{" + found->first + "}\n";
         }
     }

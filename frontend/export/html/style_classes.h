@@ -28,9 +28,9 @@ class StyleClasses {
     [[nodiscard]] const std::string& classOf(tables::ShownStyleId style, bool isNumber) {
         return classes_[found(style, isNumber)].name;
     }
-    /// ` class="NAME"`, or nothing.
-    [[nodiscard]] const std::string& attributeOf(tables::ShownStyleId style, bool isNumber) {
-        return classes_[found(style, isNumber)].attribute;
+    /// `<td class="NAME">`, or without the class.
+    [[nodiscard]] const std::string& cellOf(tables::ShownStyleId style, bool isNumber) {
+        return classes_[found(style, isNumber)].cell;
     }
     /// A rule for each class that was asked for.
     [[nodiscard]] const std::string& rules() const { return rules_; }
@@ -38,7 +38,7 @@ class StyleClasses {
   private:
     struct StyleClass {
         std::string name;
-        std::string attribute;
+        std::string cell = "<td>";
     };
     /// Index into `classes_`.
     [[nodiscard]] std::size_t found(tables::ShownStyleId style, bool isNumber) {

@@ -149,19 +149,32 @@ class TableWriter {
 
     /// Most cells by far; one place each.
     void writeData(const GridCell& cell) {
-        html_ += "<td";
-        if (classes_ != nullptr) {
-            html_ += classes_->attributeOf(cell.style, isNumber(cell));
-            if (!letters_.empty() && letters_[cell.column] > 1 && isNumber(cell)) {
-                writeRoom(cell);
-            } else if (hasOwnWidth(cell)) {
-                html_ += " style=\"min-width:0;max-width:none\"";
-            }
+        const bool isNumber = cell.kind == tables::CellKind::number;
+        if (classes_ == nullptr) {
+            html_ += "<td>";
+        } else if (letters_.empty() && ownWidths_.empty()) {
+            html_ += classes_->cellOf(cell.style, isNumber);
+        } else {
+            openDataWithStyle(cell);
         }
-        html_ += '>';
-        appendHtmlLines(html_, grid_.text(cell));
+        // What a format makes of a number has nothing to be escaped.
+        if (isNumber && !cell.hasOwnText) {
+            html_ += grid_.text(cell);
+        } else {
+            appendHtmlLines(html_, grid_.text(cell));
+        }
         if (cell.marks != 0) writeMarks(cell);
         html_ += "</td>";
+    }
+
+    void openDataWithStyle(const GridCell& cell) {
+        open("td", cell.style, isNumber(cell));
+        if (!letters_.empty() && letters_[cell.column] > 1 && isNumber(cell)) {
+            writeRoom(cell);
+        } else if (hasOwnWidth(cell)) {
+            html_ += " style=\"min-width:0;max-width:none\"";
+        }
+        html_ += '>';
     }
 
     /// A single mark has room between two columns; several need more, beside every number of the column.
