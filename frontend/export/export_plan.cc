@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "frontend/package/packed_text.h"
+
 namespace vexa::frontend {
 
 namespace {
@@ -60,6 +62,16 @@ class Planner : public OutlineVisitor {
 };
 
 }  // namespace
+
+std::size_t bytesHeldUnpacked(const ExportPlan& plan) {
+    constexpr std::size_t bytesOfACell = 40;
+    std::size_t bytes = PackedText::usualPlainBytes;
+    for (const ExportedItem& item : plan.items) {
+        const auto* const content = std::get_if<TableContent>(&item.item().content);
+        if (content != nullptr) bytes += content->table.data->filledCount() * bytesOfACell;
+    }
+    return bytes;
+}
 
 ExportPlan planExport(const Outline& outline, const ExportSelection& selection) {
     Planner planner(selection);

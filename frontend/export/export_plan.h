@@ -42,6 +42,11 @@ struct ExportPlan {
     [[nodiscard]] bool everythingIsHidden() const { return items.empty() && !documentIsEmpty; }
 };
 
+/// How many bytes of what a plan becomes may be held unpacked: some megabytes and, beyond that, about as many
+/// as the exported tables take themselves, so that a table of a large document costs what one of a small one
+/// does.
+[[nodiscard]] std::size_t bytesHeldUnpacked(const ExportPlan& plan);
+
 /// A header is only in the plan where something under it is. `outline` must live as long as the plan.
 [[nodiscard]] ExportPlan planExport(const Outline& outline, const ExportSelection& selection);
 

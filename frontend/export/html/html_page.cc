@@ -32,7 +32,7 @@ PackageResult writeHtmlPage(const ExportTask& task, const ByteSink& out) {
     options.interactiveLayers = request.interactiveLayers;
     PagePictures pictures(task);
     PageBody body(task, options, pictures);
-    PackedText items;
+    PackedText items(bytesHeldUnpacked(task.plan));
     if (!body.append(items)) return {};
     std::string beginning = pageBeginning(task.surroundings.language, documentTitle(task.document));
     if (request.styling)

@@ -80,7 +80,7 @@ class ReportWriter {
         options.restyle = request_.restyle;
         options.firstHeading = 2;
         PageBody body(task_, options, pictures);
-        PackedText items;
+        PackedText items(bytesHeldUnpacked(task_.plan));
         if (!body.append(items)) return {};
         if (!isPacked) return writePieces(out, beginning(body), items, end(body));
         return packed.write(out, title(), [&](const ByteSink& page) {

@@ -52,7 +52,7 @@ void writeWordDocument(const ExportTask& task) {
         if (ContentBuilder(task, page, writer).build()) result = writer.finish();
     };
     if (result && isRichText(file)) {
-        write(RtfWriter(task.files.sink(number), title, language, page));
+        write(RtfWriter(task.files.sink(number), title, language, page, bytesHeldUnpacked(task.plan)));
     } else if (result) {
         write(DocxWriter(task.files.sink(number), title, language, page));
     }

@@ -52,12 +52,14 @@ std::string_view alignWord(HorizontalAlign align) {
 
 }  // namespace
 
-RtfWriter::RtfWriter(ByteSink sink, std::string title, const std::string& language, const WordPage& page)
+RtfWriter::RtfWriter(ByteSink sink, std::string title, const std::string& language, const WordPage& page,
+                     std::size_t unpackedBytes)
     : sink_(std::move(sink)),
       title_(std::move(title)),
       language_(officeLanguage(language)),
       page_(page),
-      styles_(tables_, twipsOf(page.textWidth())) {}
+      styles_(tables_, twipsOf(page.textWidth())),
+      written_(unpackedBytes) {}
 
 void RtfWriter::begin(const std::vector<WordParagraph>& head) {
     body_ += "\\sectd";

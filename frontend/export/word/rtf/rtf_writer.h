@@ -15,7 +15,9 @@ namespace vexa::frontend {
 class RtfWriter : public WordWriter {
   public:
     /// The bytes of the file go to `sink`. `language` is that of the document's text, a language code.
-    RtfWriter(ByteSink sink, std::string title, const std::string& language, const WordPage& page);
+    /// Beyond `unpackedBytes` the body is held packed.
+    RtfWriter(ByteSink sink, std::string title, const std::string& language, const WordPage& page,
+              std::size_t unpackedBytes);
 
     void begin(const std::vector<WordParagraph>& head) override;
     void beginSection(const std::vector<WordParagraph>& head) override;
