@@ -125,20 +125,40 @@ bool isPlain(const FixedStyle& style) {
     return style.groupMark == 0 && style.prefix == 0 && style.suffix == 0 && style.zerosTo == 0;
 }
 
+constexpr std::array<char, 200> makePairs() {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}
+/// 00 to 99, so that a division gives two digits.
+constexpr std::array<char, 200> kPairs = makePairs();
+
+char* putPair(char* before, std::uint64_t number) {
+    const char* const pair = kPairs.data() + 2 * number;
+    *--before = pair[1];
+    *--before = pair[0];
+    return before;
+}
+
 /// Most numbers by far: a sign, digits and a mark, written from the last to the first.
 void appendPlain(std::string& out, bool negative, std::uint64_t number, int decimals, char mark) {
     constexpr std::size_t most = 40;  // 20 digits, or all decimals and what stands before them
     std::array<char, most> buffer;
     char* const end = buffer.data() + buffer.size();
     char* first = end;
-    const auto put = [&] {
-        *--first = static_cast<char>('0' + number % 10);
-        number /= 10;
-    };
-    for (int i = 0; i < decimals; ++i) put();
+    int left = decimals;
+    for (; left >= 2; left -= 2, number /= 100) first = putPair(first, number % 100);
+    for (; left > 0; --left, number /= 10) *--first = static_cast<char>('0' + number % 10);
     if (decimals > 0) *--first = mark;
-    do put();
-    while (number > 0);
+    for (; number >= 100; number /= 100) first = putPair(first, number % 100);
+    if (number >= 10) {
+        first = putPair(first, number);
+    } else {
+        *--first = static_cast<char>('0' + number);
+    }
     if (negative) *--first = '-';
     out.append(first, static_cast<std::size_t>(end - first));
 }
