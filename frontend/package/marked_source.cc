@@ -154,7 +154,9 @@ void PackedMarks::add(std::vector<PackedMark>& marks) {
         return;
     }
     const std::lock_guard lock(mutex_);
-    std::move(marks.begin(), marks.end(), std::back_inserter(marks_));
+    const std::size_t room = mostWaiting - std::min(mostWaiting, marks_.size());
+    const auto end = marks.begin() + static_cast<std::ptrdiff_t>(std::min(room, marks.size()));
+    std::move(marks.begin(), end, std::back_inserter(marks_));
 }
 
 std::vector<PackedMark> PackedMarks::take() {

@@ -16,7 +16,10 @@ namespace vexa::frontend {
 /// The marks of an entry while it is being read, perhaps by another thread.
 class PackedMarks {
   public:
+    /// Moves from them. Beyond `mostWaiting` that nobody took they are passed over: where nobody asks for
+    /// marks for long, they would only take memory.
     void add(std::vector<PackedMark>& marks);
+    static constexpr std::size_t mostWaiting = 64;
     /// What came since the last call.
     [[nodiscard]] std::vector<PackedMark> take();
 

@@ -136,6 +136,19 @@ TEST(KeptRows, AreMostOfALargeSheet) {
     EXPECT_TRUE(keptRows(SheetSurvey(), {}, 0, 1).empty());
 }
 
+TEST(KeptRows, MarksThatNobodyTakesDoNotGather) {
+    PackedMarks marks;
+    for (std::uint64_t i = 0; i < 200; ++i) {
+        std::vector<PackedMark> some(1);
+        some.front().bytes = i;
+        marks.add(some);
+    }
+    const std::vector<PackedMark> taken = marks.take();
+    ASSERT_EQ(taken.size(), PackedMarks::mostWaiting);
+    EXPECT_EQ(taken.back().bytes, PackedMarks::mostWaiting - 1);
+    EXPECT_TRUE(marks.take().empty());
+}
+
 TEST(KeptRows, AreNoneWhereASharedFormulaLosesItsCell) {
     const std::string shared =
         "<sheetData><row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:A2\" "
