@@ -3,7 +3,7 @@
 FUZZ_SECONDS ?= 30
 
 .DEFAULT_GOAL := help
-.PHONY: help packages build install deb demo test check bench format bless fuzz windows asan tidy analyze check-format coverage bless-golden
+.PHONY: help packages build install deb demo test check bench format bless fuzz windows asan tidy analyze check-format coverage bless-golden bless-pictures
 
 help: ## Print this list
 	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' Makefile
@@ -41,6 +41,9 @@ bless: build ## Rewrite the expected parts of the transcripts (FILTER=text in th
 
 bless-golden: build ## Rewrite tests/golden (the restyled results of examples/data) from what the program does now
 	@tools/golden --bless
+
+bless-pictures: build ## Take the pictures anew that exported pages are compared with (NAME=report-dark ...; all without)
+	@tests/judges/check_pictures.py build/release/bin/vexa --bless $(NAME)
 
 fuzz: packages ## Run every fuzz target (FILTER=text in its name) for FUZZ_SECONDS (30) seconds from its corpus
 	@FUZZ_SECONDS=$(FUZZ_SECONDS) tools/fuzz $(FILTER)

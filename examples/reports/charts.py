@@ -3,9 +3,9 @@
 from html import escape
 
 WIDTH, HEIGHT = 480, 270
-LEFT, RIGHT, TOP, BOTTOM = 52, 12, 34, 40
+LEFT, RIGHT, TOP, BOTTOM, KEY = 52, 12, 38, 28, 24
 COLORS = ["#34506f", "#c0623a", "#4d8c6a", "#8a6aa8", "#b0973a", "#5a8fb0"]
-STYLE = ("text { font-family: sans-serif; font-size: 10px; fill: #24384f } .title { font-size: 12px; font-weight: bold } "
+STYLE = ("text { font-family: sans-serif; font-size: 12px; fill: #24384f } .title { font-size: 14px; font-weight: bold } "
          ".axis { stroke: #8fa3ba } .grid { stroke: #e1e7ee } .line { fill: none; stroke-width: 2 }")
 
 
@@ -24,14 +24,17 @@ def nice_step(span, wanted=5):
 
 
 class Sheet:
-    """An SVG whose data coordinates go from x_range and y_range onto the paper."""
+    """An SVG whose data coordinates go from x_range and y_range onto the paper. names: of the series, where there are several."""
 
-    def __init__(self, title, x_range, y_range):
+    def __init__(self, title, x_range, y_range, names=()):
         self.x_range, self.y_range = x_range, y_range
+        self.bottom = HEIGHT - BOTTOM - (KEY if len(names) > 1 else 0)
         self.parts = [f'<svg xmlns="http://www.w3.org/2000/svg" width="{WIDTH}" height="{HEIGHT}" '
                       f'viewBox="0 0 {WIDTH} {HEIGHT}">', f"<style>{STYLE}</style>",
                       f'<rect class="paper" width="{WIDTH}" height="{HEIGHT}" fill="#ffffff"/>']
-        self.label(LEFT, 18, title, "title")
+        self.label(4, 18, title, "title")
+        if len(names) > 1:
+            self.key(names)
 
     def x(self, value):
         least, greatest = self.x_range
@@ -39,7 +42,7 @@ class Sheet:
 
     def y(self, value):
         least, greatest = self.y_range
-        return HEIGHT - BOTTOM - (value - least) / (greatest - least) * (HEIGHT - TOP - BOTTOM)
+        return self.bottom - (value - least) / (greatest - least) * (self.bottom - TOP)
 
     def add(self, part):
         self.parts.append(part)
@@ -57,18 +60,18 @@ class Sheet:
         place = step * -int(-least // step)
         while place <= greatest + step / 1000:
             self.line(LEFT, self.y(place), WIDTH - RIGHT, self.y(place), "grid")
-            self.label(LEFT - 6, self.y(place) + 3, f"{place:g}", "label", "end")
+            self.label(LEFT - 6, self.y(place) + 4, f"{place:g}", "label", "end")
             place += step
-        self.line(LEFT, HEIGHT - BOTTOM, WIDTH - RIGHT, HEIGHT - BOTTOM, "axis")
+        self.line(LEFT, self.bottom, WIDTH - RIGHT, self.bottom, "axis")
 
     def key(self, names):
         place = LEFT
         for number, name in enumerate(names):
             color = COLORS[number % len(COLORS)]
-            self.add(f'<rect class="series{number + 1}" x="{short(place)}" y="{HEIGHT - 14}" width="9" height="9" '
+            self.add(f'<rect class="series{number + 1}" x="{short(place)}" y="{HEIGHT - 17}" width="10" height="10" '
                      f'fill="{color}"/>')
-            self.label(place + 13, HEIGHT - 6, name)
-            place += 26 + 6 * len(name)
+            self.label(place + 15, HEIGHT - 8, name)
+            place += 34 + 6.5 * len(name)
 
     def svg(self):
         return "".join(self.parts) + "</svg>"
@@ -85,24 +88,23 @@ def bounds(values, from_zero):
 def lines(title, places, series, from_zero=False):
     """series: name -> values, one a place, None where there is none; places: numbers."""
     known = [value for values in series.values() for value in values if value is not None]
-    sheet = Sheet(title, (min(places), max(places)), bounds(known, from_zero))
+    sheet = Sheet(title, (min(places), max(places)), bounds(known, from_zero), list(series))
     sheet.scale()
     step = max(1, len(places) // 8)
     for place in places[::step]:
-        sheet.label(sheet.x(place), HEIGHT - BOTTOM + 14, f"{place}", "label", "middle")
+        sheet.label(sheet.x(place), sheet.bottom + 17, f"{place}", "label", "middle")
     for number, values in enumerate(series.values()):
         points = " ".join(f"{short(sheet.x(place))},{short(sheet.y(value))}" for place, value in zip(places, values)
                           if value is not None)
         sheet.add(f'<polyline class="line series{number + 1}" fill="none" stroke-width="2" '
                   f'stroke="{COLORS[number % len(COLORS)]}" points="{points}"/>')
-    if len(series) > 1:
-        sheet.key(list(series))
     return sheet.svg()
 
 
 def bars(title, names, series):
     """series: name -> values, one a name."""
-    sheet = Sheet(title, (0, len(names)), bounds([value for values in series.values() for value in values], True))
+    heights = [value for values in series.values() for value in values]
+    sheet = Sheet(title, (0, len(names)), bounds(heights, True), list(series))
     sheet.scale()
     width = 0.8 / len(series)
     for number, values in enumerate(series.values()):
@@ -112,9 +114,7 @@ def bars(title, names, series):
                       f'width="{short(sheet.x(width) - LEFT - 1)}" height="{short(abs(sheet.y(value) - sheet.y(0)))}" '
                       f'fill="{COLORS[number % len(COLORS)]}"/>')
     for place, name in enumerate(names):
-        sheet.label(sheet.x(place + 0.5), HEIGHT - BOTTOM + 14, name, "label", "middle")
-    if len(series) > 1:
-        sheet.key(list(series))
+        sheet.label(sheet.x(place + 0.5), sheet.bottom + 17, name, "label", "middle")
     return sheet.svg()
 
 

@@ -1,7 +1,5 @@
 #include "frontend/drawing/picture_drawing_here.h"
 
-#include <fontconfig/fontconfig.h>
-
 #include <algorithm>
 #include <cmath>
 #include <string_view>
@@ -13,6 +11,7 @@
 #include "frontend/drawing/bounded_work.h"
 #include "frontend/drawing/emf_file.h"
 #include "frontend/drawing/eps_file.h"
+#include "frontend/drawing/general_fonts.h"
 #include "frontend/drawing/picture_style.h"
 #include "frontend/package/xml_escapes.h"
 
@@ -162,7 +161,7 @@ void vexaBeginDrawing(const vexa::frontend::Picture& picture, std::string rules,
                       const vexa::frontend::DrawingOrder& order,
                       std::unique_ptr<vexa::frontend::PendingDrawing>& drawing) {
     // What fonts there are is read once, not by each process that draws.
-    FcInit();
+    vexa::frontend::settleGeneralFonts();
     drawing = std::make_unique<vexa::frontend::DrawingHere>(picture, std::move(rules), std::move(alternative),
                                                             order);
 }

@@ -36,7 +36,9 @@ def is_installed():
 
 
 class Browser:
-    def __init__(self):
+    """hinting: of letters, none, slight, medium or full. With none, pages are laid out the same everywhere."""
+
+    def __init__(self, hinting="none"):
         self.profile = tempfile.mkdtemp(prefix="vexa-browser-")
         to_browser, self.out = os.pipe()
         self.answers, from_browser = os.pipe()
@@ -49,7 +51,8 @@ class Browser:
 
         self.process = subprocess.Popen(
             [PROGRAM, "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", "--force-device-scale-factor=1",
-             "--no-first-run", "--disable-background-networking", "--remote-debugging-pipe", f"--user-data-dir={self.profile}"],
+             f"--font-render-hinting={hinting}", "--no-first-run", "--disable-background-networking",
+             "--remote-debugging-pipe", f"--user-data-dir={self.profile}"],
             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, close_fds=False,
             preexec_fn=connect)
         os.close(to_browser)

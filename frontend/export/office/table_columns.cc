@@ -23,6 +23,17 @@ constexpr double unevenLines = 1.2;
 constexpr double markScale = 0.65;
 constexpr double smallestColumn = 6;
 
+double marksWidth(const TableGrid& grid, const GridCell& cell, const FontWidths& font) {
+    double width = 0;
+    if (cell.marks == 0) return width;
+    for (const std::string& mark : grid.marks[cell.marks - 1]) width += font.width(mark + ",");
+    return width * markScale;
+}
+
+bool isNumber(const GridCell& cell) {
+    return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
+}
+
 class Measurer {
   public:
     explicit Measurer(const TableGrid& grid) : grid_(grid) {
@@ -51,18 +62,10 @@ class Measurer {
     CellExtent extentOf(const GridCell& cell) {
         const FontWidths& font = needs_.fonts[cell.style];
         const TextExtent text = font.extent(grid_.text(cell));
-        double marks = 0;
-        if (cell.marks != 0) {
-            for (const std::string& mark : grid_.marks[cell.marks - 1]) marks += font.width(mark + ",");
-        }
-        marks *= markScale;
+        const double marks = marksWidth(grid_, cell, font);
         return {static_cast<float>((text.width + marks) * slack + slackPoints),
                 static_cast<float>((text.word + marks) * slack + slackPoints),
                 static_cast<std::uint32_t>(text.lines)};
-    }
-
-    [[nodiscard]] static bool isNumber(const GridCell& cell) {
-        return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
     }
 
     /// The width that the cell wants, and the one that it can do with.
@@ -130,6 +133,18 @@ class Measurer {
 };
 
 }  // namespace
+
+double hangingMarks(const TableGrid& grid, const GridCell& cell) {
+    if (cell.marks == 0 || !isNumber(cell)) return 0;
+    const tables::AreaLook& look = grid.style(cell).look;
+    const bool isRight = look.horizontal == tables::HorizontalAlign::right ||
+                         look.horizontal == tables::HorizontalAlign::mixed;
+    if (!isRight) return 0;
+    const FontWidths font(look.font, look.size, look.bold);
+    // Between two marks stands a comma, behind the last one none.
+    const double width = marksWidth(grid, cell, font) - font.width(",") * markScale;
+    return std::min(width, look.marginRight);
+}
 
 double cellMargins(const ShownStyle& style) { return style.look.marginLeft + style.look.marginRight; }
 

@@ -33,6 +33,10 @@ struct ColumnNeeds {
 /// What a table says of its columns' widths counts before what stands in them.
 [[nodiscard]] ColumnNeeds measureColumns(const tables::TableGrid& grid);
 
+/// How far the marks behind a number reach into the margin on its right, in points: with as much less of a
+/// margin numbers stand below each other, with marks and without. 0 for any other cell.
+[[nodiscard]] double hangingMarks(const tables::TableGrid& grid, const tables::GridCell& cell);
+
 /// Points that stand beside the text of a cell.
 [[nodiscard]] double cellMargins(const tables::ShownStyle& style);
 

@@ -23,7 +23,7 @@ using tables::TableLayout;
 
 constexpr double itemGap = 12;
 constexpr double headingGap = 16;
-constexpr double belowHeading = 4;
+constexpr double belowHeading = 6;
 /// What stands below a heading on its page, at least.
 constexpr double withHeading = 30;
 constexpr std::array<std::string_view, 6> headingTypes{"H1", "H2", "H3", "H4", "H5", "H6"};

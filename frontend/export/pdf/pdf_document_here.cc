@@ -5,6 +5,7 @@
 
 #include "backend/strings/dictionary.h"
 #include "backend/text/utf8.h"
+#include "frontend/drawing/general_fonts.h"
 #include "frontend/export/pdf/item_pages.h"
 #include "frontend/package/xml_escapes.h"
 
@@ -139,6 +140,7 @@ class PdfDocument {
 }  // namespace
 
 PackageResult writePdfHere(const ExportTask& task, const ByteSink& sink) {
+    settleGeneralFonts();
     return PdfDocument(task, sink).write();
 }
 

@@ -11,6 +11,7 @@ using tables::AreaLook;
 using tables::CellKind;
 using tables::GridCell;
 using tables::GridRole;
+using tables::HorizontalAlign;
 using tables::ShownStyle;
 using tables::ShownStyleId;
 using tables::TableGrid;
@@ -69,11 +70,20 @@ double TableMeasures::markWidth(const GridCell& cell) {
     return shaper_.lines(markStyles_[cell.style], marksText(grid_.marks[cell.marks - 1])).width + markGap;
 }
 
+double TableMeasures::markRoom(const GridCell& cell) {
+    const double width = markWidth(cell);
+    const AreaLook& look = grid_.style(cell).look;
+    const bool isNumber = cell.role == GridRole::data && cell.kind == CellKind::number;
+    const bool isRight =
+        look.horizontal == HorizontalAlign::right || (look.horizontal == HorizontalAlign::mixed && isNumber);
+    return isNumber && isRight ? std::max(0.0, width - look.marginRight) : width;
+}
+
 void TableMeasures::measureCells() {
     natural_.reserve(grid_.cells.size());
     for (const GridCell& cell : grid_.cells) {
         const AreaLook& look = grid_.style(cell).look;
-        const double marks = markWidth(cell);
+        const double marks = markRoom(cell);
         const ShapedText& text = shaper_.lines(styles_[cell.style], grid_.text(cell));
         natural_.push_back({static_cast<float>(text.width + marks + look.marginLeft + look.marginRight),
                             static_cast<float>(text.height + look.marginTop + look.marginBottom)});
@@ -83,7 +93,7 @@ void TableMeasures::measureCells() {
 double TableMeasures::leastWidth(const GridCell& cell) {
     const AreaLook& look = grid_.style(cell).look;
     const double margins = look.marginLeft + look.marginRight;
-    return shaper_.longestPiece(styles_[cell.style], grid_.text(cell)) + markWidth(cell) + margins;
+    return shaper_.longestPiece(styles_[cell.style], grid_.text(cell)) + markRoom(cell) + margins;
 }
 
 std::vector<double> TableMeasures::wishedWidths() const {
@@ -226,7 +236,7 @@ double TableMeasures::heightOf(const GridCell& cell, const Natural& natural) {
     }
     if (natural.width <= width + 0.02) return natural.height;
     const AreaLook& look = grid_.style(cell).look;
-    const double inner = width - look.marginLeft - look.marginRight - markWidth(cell);
+    const double inner = width - look.marginLeft - look.marginRight - markRoom(cell);
     return shaper_.wrapped(styles_[cell.style], grid_.text(cell), inner).height + look.marginTop +
            look.marginBottom;
 }

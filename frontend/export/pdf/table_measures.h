@@ -40,6 +40,9 @@ class TableMeasures {
     [[nodiscard]] TextStyleId markStyle(tables::ShownStyleId style) const { return markStyles_[style]; }
     /// "a,b": the width of a cell's marks, with what keeps them apart from the text; 0 without marks.
     [[nodiscard]] double markWidth(const tables::GridCell& cell);
+    /// What of that is taken from the text's room. Marks of a number on the right stand in the cell's margin,
+    /// as far as it goes, so that numbers stand below each other with marks and without.
+    [[nodiscard]] double markRoom(const tables::GridCell& cell);
     [[nodiscard]] double fontSize(tables::ShownStyleId style) const { return grid_.styles[style].look.size; }
 
   private:

@@ -214,7 +214,7 @@ std::size_t TablePainter::drawText(const GridCell& cell, const Box& box, std::si
                                    StructureElement* element) {
     if (cell.textLength == 0 && cell.marks == 0) return SIZE_MAX;
     const AreaLook& look = grid_.style(cell).look;
-    const double marks = measures_.markWidth(cell);
+    const double marks = measures_.markRoom(cell);
     const double inner = box.width - look.marginLeft - look.marginRight - marks;
     const ShapedText& text = shaper_.wrapped(measures_.textStyle(cell.style), grid_.text(cell), inner);
     double height = text.height;

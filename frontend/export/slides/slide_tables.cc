@@ -7,6 +7,7 @@
 
 #include "frontend/export/font_widths.h"
 #include "frontend/export/office/office_values.h"
+#include "frontend/export/office/table_columns.h"
 #include "frontend/export/slides/slide_xml.h"
 
 namespace vexa::frontend {
@@ -265,7 +266,13 @@ void SlideTableWriter::writePiece(XmlWriter& xml, const RowPiece& piece, std::ui
         std::size_t sides = (further ? 0 : topSide) | (ends ? bottomSide : 0);
         if (i == 0) sides |= leftSide;
         if (i + 1 == piece.span || i == 0) sides |= rightSide;
-        xml.raw(cellXmlOf(*piece.cell, sides));
+        if (const double hanging = hangingMarks(grid_, *piece.cell); hanging > 0) {
+            ShownStyle style = grid_.style(*piece.cell);
+            style.look.marginRight -= hanging;
+            xml.raw(cellXml(style, part_.scale, sides));
+        } else {
+            xml.raw(cellXmlOf(*piece.cell, sides));
+        }
         xml.end();
     }
 }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "tests/unit/export/export_samples.h"
 #include "tests/unit/import/random_documents.h"
@@ -150,6 +151,25 @@ TEST(PdfDocument, GivesItsTextInReadingOrder) {
         wordsOf(folder),
         "Office affairs Efficient flow, AVATAR To We: naïve Ελλάδα Привет. Title of it C R x first 1.50 "
         "second a -0.50 Caption of it. a Footnote of it. MEANS a BY b. Last words. 1");
+}
+
+TEST(PdfDocument, NumbersStandBelowEachOtherWithMarksAndWithout) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
+    const ExportFolder folder;
+    pdfOf(
+        namedDocument(
+            R"({"type": "table", "label": "T", "look": "report", "rows": [{"label": "R", "categories": ["a", "b"]}],
+         "columns": [{"label": "C", "categories": [{"label": "x", "format": "F8.2"}]}],
+         "cells": [{"value": 71.25, "footnotes": [1]}, 71.25], "footnotes": ["Note."]})"),
+        folder);
+    std::istringstream lines(printed(folder, "pdftotext -bbox \"" + folder.file("a.pdf") + "\" -"));
+    std::vector<std::string> left;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find(">71.25") == std::string::npos) continue;
+        left.push_back(line.substr(line.find("xMin"), line.find("yMin") - line.find("xMin")));
+    }
+    ASSERT_EQ(left.size(), 2U);
+    EXPECT_EQ(left[0], left[1]);
 }
 
 TEST(PdfDocument, GivesTextFromRightToLeftAsItIsRead) {

@@ -5,7 +5,9 @@
 
 #include <numeric>
 #include <string>
+#include <vector>
 
+#include "frontend/export/office/table_columns.h"
 #include "tests/unit/export/export_samples.h"
 
 namespace vexa::frontend {
@@ -124,6 +126,29 @@ TEST(TableParts, RowsHoldEveryPlaceOnce) {
             EXPECT_EQ(column, part.columns());
         }
     }
+}
+
+TEST(TableColumns, MarksOfNumbersHangIntoTheMarginAsFarAsItGoes) {
+    ViewerDocument document;
+    fill(document, R"({"type":"table","rows":[{"label":"R","categories":["a",{"label":"b","footnotes":[1]}]}],
+                       "columns":[{"label":"C","categories":["x"]}],
+                       "cells":[{"value":1.25,"footnotes":[1]},{"value":1.25,"footnotes":[1,2,3]}],
+                       "footnotes":["1","2","3"]})");
+    const OutlineNode& node = *document.outline().find(document.outline().roots().front());
+    TableGrid grid = layOut(std::get<TableContent>(node.item.content).table);
+    for (tables::ShownStyle& style : grid.styles) style.look.marginRight = 6;
+    std::vector<double> hanging;
+    for (const tables::GridCell& cell : grid.cells) {
+        if (cell.role == tables::GridRole::data) {
+            hanging.push_back(hangingMarks(grid, cell));
+        } else {
+            EXPECT_EQ(hangingMarks(grid, cell), 0);
+        }
+    }
+    ASSERT_EQ(hanging.size(), 2U);
+    EXPECT_GT(hanging[0], 2);
+    EXPECT_LT(hanging[0], 6);
+    EXPECT_EQ(hanging[1], 6);
 }
 
 }  // namespace

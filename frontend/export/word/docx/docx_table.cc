@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frontend/export/office/office_values.h"
+#include "frontend/export/office/table_columns.h"
 #include "frontend/export/word/docx/docx_text.h"
 #include "frontend/package/xml_escapes.h"
 
@@ -85,7 +86,7 @@ class DocxTable {
 
     void append(const TextTaker& take) {
         xml_ += "<w:tbl>";
-        appendProperties();
+        appendTableProperties();
         PartRows rows(part_);
         for (std::uint32_t row = 0; row < grid_.rows; ++row) {
             appendRow(row, rows.next());
@@ -95,7 +96,7 @@ class DocxTable {
     }
 
   private:
-    void appendProperties() {
+    void appendTableProperties() {
         std::int64_t total = 0;
         for (const std::int64_t width : widths_) total += width;
         xml_ += "<w:tblPr><w:tblStyle w:val=\"PivotTable\"/><w:tblW w:w=\"" + std::to_string(total) +
@@ -148,7 +149,8 @@ class DocxTable {
             xml_.append("<w:gridSpan w:val=\"").append(std::to_string(piece.span)).append("\"/>");
         if (piece.place == RowPlace::first) xml_ += "<w:vMerge w:val=\"restart\"/>";
         if (piece.place == RowPlace::further) xml_ += "<w:vMerge/>";
-        xml_.append(made.properties).append("</w:tcPr><w:p><w:pPr>");
+        appendCellProperties(cell, made);
+        xml_ += "</w:tcPr><w:p><w:pPr>";
         const std::size_t kind = isNumber(cell) ? 1 : 0;
         const bool isTurned = kind == 0 && isRightToLeft(grid_.text(cell));
         xml_.append(made.style[kind]).append(keepsWithNext ? "<w:keepNext/>" : "");
@@ -177,19 +179,30 @@ class DocxTable {
         const std::size_t kind = isNumber(cell) ? 1 : 0;
         if (made.style[kind].empty()) {
             const ShownStyle& style = grid_.style(cell);
-            makeProperties(made, style);
+            made.properties.clear();
+            appendProperties(made.properties, style);
             makeText(made, kind, textStyleOf(style.look, kind == 1, part_.scale));
         }
         return made;
     }
 
-    void makeProperties(CellXml& made, const ShownStyle& style) const {
-        made.properties.clear();
-        appendBorders(made.properties, style.borders);
-        if (style.look.background) appendShading(made.properties, *style.look.background);
-        appendMargins(made.properties, style.look, part_.scale);
-        if (style.look.vertical == VerticalAlign::center) made.properties += "<w:vAlign w:val=\"center\"/>";
-        if (style.look.vertical == VerticalAlign::bottom) made.properties += "<w:vAlign w:val=\"bottom\"/>";
+    void appendCellProperties(const GridCell& cell, const CellXml& made) {
+        const double hanging = hangingMarks(grid_, cell);
+        if (hanging > 0) {
+            ShownStyle style = grid_.style(cell);
+            style.look.marginRight -= hanging;
+            appendProperties(xml_, style);
+        } else {
+            xml_ += made.properties;
+        }
+    }
+
+    void appendProperties(std::string& xml, const ShownStyle& style) const {
+        appendBorders(xml, style.borders);
+        if (style.look.background) appendShading(xml, *style.look.background);
+        appendMargins(xml, style.look, part_.scale);
+        if (style.look.vertical == VerticalAlign::center) xml += "<w:vAlign w:val=\"center\"/>";
+        if (style.look.vertical == VerticalAlign::bottom) xml += "<w:vAlign w:val=\"bottom\"/>";
     }
 
     void makeText(CellXml& made, std::size_t kind, const WordTextStyle& style) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frontend/export/office/office_values.h"
+#include "frontend/export/office/table_columns.h"
 #include "frontend/export/word/word_content.h"
 
 namespace vexa::frontend {
@@ -71,6 +72,8 @@ class RtfTable {
         const GridCell& cell = *piece.cell;
         const std::string& words = wordsOf(cell).text[isNumber(cell) ? 1 : 0];
         rtf_.append("\\pard\\plain\\intbl").append(words).append(keepsWithNext ? "\\keepn" : "");
+        if (const double hanging = hangingMarks(grid_, cell); hanging > 0)
+            appendWord(rtf_, "ri", twipsOf((grid_.style(cell).look.marginRight - hanging) * part_.scale));
         if (piece.place != RowPlace::further) {
             if (!isNumber(cell) && isRightToLeft(grid_.text(cell)))
                 rtf_.append("\\rtlpar").append(turnedWords(words));
