@@ -22,6 +22,8 @@ void PackedText::takeAll(std::string& text) {
         text.clear();
     } else {
         piece.bytes = std::exchange(text, {});
+        // What comes next becomes as long, and is not to be copied again and again on its way.
+        if (piece.bytes.size() >= pieceBytes) text.reserve(pieceBytes + pieceBytes / 8);
     }
     held_ += piece.bytes.size();
     pieces_.push_back(std::move(piece));
