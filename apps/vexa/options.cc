@@ -224,7 +224,7 @@ void addPasswordFile(CLI::App& app, DocumentChoices& choices) {
 
 /// One ASCII character; "tab" is a tabulator.
 char readSeparator(const std::string& option, const std::string& text) {
-    if (text == "tab" || text == "\\t") {
+    if (text == "tab" || text == "\\t" || text == "\t") {
         return '\t';
     }
     if (text.size() != 1 || static_cast<unsigned char>(text[0]) > 126 || text == "\"" || text[0] < ' ') {
@@ -276,7 +276,8 @@ void describeImport(CLI::App& app, Options& options) {
            "The form of the files: json, csv, tsv, html, svg, png, md or txt (that of their extension)")
         ->option_text("json|csv|tsv|html|svg|png|md|txt");
     app.add_option("--command", import.command, "The command of items on the top level")->option_text("TEXT");
-    app.add_option("--subtype", import.subtype, "The subtype of tables")->option_text("TEXT");
+    app.add_option("--subtype", import.subtype, "The subtype of tables, pictures and texts")
+        ->option_text("TEXT");
     app.add_option("--label", import.label, "The label of items on the top level in the outline")
         ->option_text("TEXT");
     app.add_option("--title", import.title, "The title of tables")->option_text("TEXT");

@@ -41,8 +41,6 @@ class PictureFiles {
                  std::optional<PageImageFormat> pageFormat, std::vector<std::string> styleFolders,
                  OutputFiles& files, ExportReport& report);
 
-    /// Whether any files are asked for.
-    [[nodiscard]] bool areAsked() const { return !jobs_.empty(); }
     /// The folders that files go to are there; otherwise error 7 is reported.
     [[nodiscard]] bool checkFolders();
     /// The pictures that are going to be added, in this order; some may be left out. `plan` must live until

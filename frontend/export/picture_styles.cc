@@ -4,6 +4,7 @@
 
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
+#include "frontend/looks/style_sheets.h"
 
 namespace vexa::frontend {
 
@@ -11,32 +12,20 @@ namespace {
 
 constexpr std::uint64_t largestStyleSheet = 4'000'000;
 
-bool isFileName(const std::string& name) {
-    return !name.empty() && name.find_first_of("/\\:") == std::string::npos && !name.starts_with('.');
-}
-
 }  // namespace
 
 PictureStyles::Sheet& PictureStyles::sheet(const std::string& name) {
     const auto [found, isNew] = sheets_.try_emplace(name);
-    if (!isNew || name.empty()) return found->second;
-    for (const std::string& folder : folders_) {
-        if (!isFileName(name)) break;
-        for (const char* const extension : {"", ".css"}) {
-            const std::string file = std::string(folder).append("/").append(name).append(extension);
-            if (FileSystem::current().isFile(file) &&
-                FileSystem::current().read(file, found->second.text, largestStyleSheet)) {
-                return found->second;
-            }
-        }
-    }
-    found->second.isMissed = true;
-    return found->second;
+    Sheet& sheet = found->second;
+    if (!isNew || name.empty()) return sheet;
+    const std::string file = styleSheetFile(folders_, name);
+    sheet.isMissed = file.empty() || !FileSystem::current().read(file, sheet.text, largestStyleSheet);
+    return sheet;
 }
 
 const std::string& PictureStyles::find(const std::string& name, const ExportedItem& item) {
-    Sheet& found = sheet(name);
-    if (std::exchange(found.isMissed, false)) {
+    const Sheet& found = sheet(name);
+    if (found.isMissed) {
         report_.note(composed("Item ^1 (^2): there is no style sheet ^3 in the folders Looks."_text,
                               {std::to_string(item.number), item.label, name}));
     }

@@ -19,13 +19,13 @@ class PictureStyles {
     /// The text of the style sheet `name` (with `.css` or without); empty where no folder has it. Each is
     /// read once.
     const std::string& find(const std::string& name) { return sheet(name).text; }
-    /// The same for a picture that is being exported: of the first that lacks its sheet there is a note.
+    /// The same for a picture that is being exported: of each that lacks its sheet there is a note.
     const std::string& find(const std::string& name, const ExportedItem& item);
 
   private:
     struct Sheet {
         std::string text;
-        bool isMissed = false;  ///< no folder has it, and there is no note of that yet
+        bool isMissed = false;  ///< no folder has it
     };
     Sheet& sheet(const std::string& name);
 

@@ -86,8 +86,7 @@ class CellsWriter {
         const tables::TableCell* const cell = data_.find(place);
         if (isPlain(place, cell)) return writeValue(cell);
         json_.beginObject();
-        if (cell != nullptr) json_.key("value");
-        if (cell != nullptr) writeValue(cell);
+        writeKeyedValue(cell);
         writeDetails(place, cell);
         json_.endObject();
     }
@@ -105,8 +104,7 @@ class CellsWriter {
             for (std::size_t i = 0; i < ids.size(); ++i) json_.whole(positionAt(entry.position, ids, i));
             json_.endList();
             const tables::TableCell* const cell = data_.find(entry.place);
-            if (cell != nullptr) json_.key("value");
-            if (cell != nullptr) writeValue(cell);
+            writeKeyedValue(cell);
             writeDetails(entry.place, cell);
             json_.endObject();
         }
@@ -191,6 +189,13 @@ class CellsWriter {
         } else {
             json_.text(data_.text(*cell));
         }
+    }
+
+    /// Nothing of a cell that only carries footnotes.
+    void writeKeyedValue(const tables::TableCell* cell) {
+        if (data_.isEmpty(cell)) return;
+        json_.key("value");
+        writeValue(cell);
     }
 
     void writeDetails(Place place, const tables::TableCell* cell) {

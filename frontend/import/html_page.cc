@@ -99,27 +99,43 @@ std::size_t spanOf(xmlNode* node, const char* attribute) {
     return digits == 0 ? 1 : span;
 }
 
+bool isCell(const xmlNode* node) { return nameOf(node) == "td" || nameOf(node) == "th"; }
+
+void readCell(xmlNode* node, HtmlRow& row) {
+    HtmlCell& cell = row.cells.emplace_back();
+    cell.text = textOf(node);
+    cell.isHeader = nameOf(node) == "th";
+    cell.rowSpan = spanOf(node, "rowspan");
+    cell.columnSpan = std::max<std::size_t>(spanOf(node, "colspan"), 1);
+}
+
 void readRow(const xmlNode* node, HtmlRow& row) {
     for (xmlNode* child = node->children; child != nullptr; child = child->next) {
-        const std::string_view name = nameOf(child);
-        if (name != "td" && name != "th") continue;
-        HtmlCell& cell = row.cells.emplace_back();
-        cell.text = textOf(child);
-        cell.isHeader = name == "th";
-        cell.rowSpan = spanOf(child, "rowspan");
-        cell.columnSpan = std::max<std::size_t>(spanOf(child, "colspan"), 1);
+        if (isCell(child)) readCell(child, row);
     }
+}
+
+/// Whether a cell without a row around it begins a row: the cells before it, up to a row, are in one with it.
+bool beginsRow(const xmlNode* cell) {
+    const xmlNode* before = cell->prev;
+    while (before != nullptr && nameOf(before).empty()) before = before->prev;
+    return before == nullptr || !isCell(before);
 }
 
 void readPart(const xmlNode* node, bool isHead, std::size_t& parts, HtmlTable& table) {
     const std::size_t part = ++parts;
-    for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
+    for (xmlNode* child = node->children; child != nullptr; child = child->next) {
         const std::string_view name = nameOf(child);
-        if (name == "tr") {
+        const bool isRow = name == "tr";
+        if (isRow || (isCell(child) && beginsRow(child))) {
             HtmlRow& row = table.rows.emplace_back();
             row.isHead = isHead;
             row.part = part;
-            readRow(child, row);
+        }
+        if (isRow) {
+            readRow(child, table.rows.back());
+        } else if (isCell(child)) {
+            readCell(child, table.rows.back());
         } else if (name == "thead" || name == "tbody" || name == "tfoot") {
             readPart(child, name == "thead", parts, table);
         } else if (name == "caption") {

@@ -112,8 +112,8 @@ std::size_t countLabelColumns(const GridFiller& filler, const TextGrid& grid) {
     return count;
 }
 
-/// A label that spans several places is the label of all; data stand in the first place.
-void keepDataOnce(TextGrid& grid) {
+/// A label that spans several places is the label of all; data that do so stand in the first place.
+void keepOnce(TextGrid& grid) {
     for (std::size_t row = grid.rows(); row-- > grid.headerRows;) {
         for (std::size_t column = grid.columns; column-- > grid.labelColumns;) {
             SpannedLabel& place = grid.at(row, column);
@@ -139,17 +139,43 @@ void dropRowOfLabels(TextGrid& grid) {
     --grid.headerRows;
 }
 
+/// Finds out where the labels end. A single row or column that nothing marks as labels is data.
+void findLabels(const HtmlTable& table, const GridFiller& filler, const ImportOptions& options,
+                TextGrid& grid) {
+    const std::size_t headers = countHeaderRows(table);
+    const std::size_t unmarkedRows = grid.rows() > 1 ? 1 : 0;
+    grid.headerRows = options.headerRows.value_or(headers > 0 ? headers : unmarkedRows);
+    const std::size_t labels = countLabelColumns(filler, grid);
+    const std::size_t unmarkedColumns = grid.columns > 1 ? 1 : 0;
+    grid.labelColumns = options.labelColumns.value_or(labels > 0 ? labels : unmarkedColumns);
+}
+
+/// What holds labels alone has no data model.
+void addLabels(HtmlTable& table, TextGrid& grid, std::vector<Item>& items) {
+    tables::FlatTable flat;
+    flat.title = std::move(table.caption);
+    flat.columns = grid.columns;
+    flat.headerRows = std::min(grid.headerRows, grid.rows());
+    flat.headerColumns = std::min(grid.labelColumns, grid.columns);
+    grid.headerRows = grid.labelColumns = 0;
+    keepOnce(grid);
+    for (SpannedLabel& place : grid.places) flat.cells.push_back({std::move(place.text)});
+    items.emplace_back().content = GridContent{std::make_shared<const tables::FlatTable>(std::move(flat))};
+}
+
+/// False for a table that is too large. One without any cell is passed over.
 bool addTable(HtmlTable& table, const ImportOptions& options, const ImportContext& context,
               std::vector<Item>& items) {
     TextGrid grid;
     GridFiller filler(table);
     if (!filler.fill(grid)) return false;
-    const std::size_t headers = countHeaderRows(table);
-    grid.headerRows = options.headerRows.value_or(headers > 0 ? headers : 1);
-    const std::size_t labels = countLabelColumns(filler, grid);
-    grid.labelColumns = options.labelColumns.value_or(labels > 0 ? labels : 1);
-    if (grid.rows() <= grid.headerRows || grid.columns <= grid.labelColumns) return false;
-    keepDataOnce(grid);
+    if (grid.rows() == 0) return true;
+    findLabels(table, filler, options, grid);
+    if (grid.rows() <= grid.headerRows || grid.columns <= grid.labelColumns) {
+        addLabels(table, grid, items);
+        return true;
+    }
+    keepOnce(grid);
     if (!options.headerRows) dropRowOfLabels(grid);
     Item& item = items.emplace_back();
     TableContent content = makeGridTable(grid, options.decimal, context);
@@ -196,18 +222,16 @@ bool readHtmlTables(const std::string& bytes, const ImportOptions& options, cons
     std::string text;
     if (!readPageText(bytes, options.encoding, text, problem)) return false;
     std::vector<HtmlTable> tables = readHtmlPage(text);
-    if (tables.empty()) {
-        problem.message = translated("The page has no table."_text);
-        return false;
-    }
+    const std::size_t before = items.size();
     for (std::size_t i = 0; i < tables.size(); ++i) {
         if (addTable(tables[i], options, context, items)) continue;
-        problem.message = composed(
-            "Table ^1 of the page has no data beside its labels, or more cells than a table may have."_text,
-            {std::to_string(i + 1)});
+        problem.message = composed("Table ^1 of the page has more cells than a table may have."_text,
+                                   {std::to_string(i + 1)});
         return false;
     }
-    return true;
+    if (items.size() > before) return true;
+    problem.message = translated("The page has no table."_text);
+    return false;
 }
 
 }  // namespace vexa::frontend

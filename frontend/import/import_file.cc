@@ -48,10 +48,15 @@ class Completion {
         return item.type() == ItemType::chart || item.type() == ItemType::tree;
     }
 
+    /// A header is no result; what stands on the top level has no more that says what it is.
+    static bool takesSubtype(const Item& item, bool isTop) {
+        return isTabular(item) || isPicture(item) || (isTop && item.type() != ItemType::header);
+    }
+
     [[nodiscard]] bool lacks(const Item& item, bool isTop) const {
         const bool wantsTop = !options_.command.empty() || !options_.label.empty();
-        const bool wantsTable = !options_.title.empty() || !options_.subtype.empty();
-        return (isTop && wantsTop) || (isTabular(item) && wantsTable) ||
+        return (isTop && wantsTop) || (takesSubtype(item, isTop) && !options_.subtype.empty()) ||
+               (isTabular(item) && !options_.title.empty()) ||
                (isPicture(item) && !options_.alternativeText.empty());
     }
 
@@ -64,7 +69,7 @@ class Completion {
             setEmpty(item.command, options_.command);
             setEmpty(item.label, options_.label);
         }
-        if (isTabular(item)) setEmpty(item.subtype, options_.subtype);
+        if (takesSubtype(item, isTop)) setEmpty(item.subtype, options_.subtype);
         if (auto* const table = std::get_if<TableContent>(&item.content)) {
             tables::TableView view = *table->table.view;
             setEmpty(view.title, options_.title);

@@ -17,7 +17,8 @@ namespace vexa::frontend {
 /// `imported.outline`. False when anything does not fit; `imported` is then good for nothing more.
 ///
 /// What the options say counts where the file says nothing: the command and the label of items on the top
-/// level, the title and the subtype of every table and grid, the alternative text of every chart and tree.
+/// level, the title of every table and grid, the subtype of these, of every chart and tree and of other items
+/// on the top level but headers, the alternative text of every chart and tree.
 bool importFile(const std::string& file, const ImportOptions& options, const ImportContext& context,
                 Imported& imported, ImportProblem& problem, std::string* standardInput = nullptr);
 

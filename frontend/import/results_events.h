@@ -66,12 +66,10 @@ class ResultsEvents : public JsonEvents {
 
     bool scalar(Json value);
     bool number(double value, Json whole);
-    void cellValue();
     bool refuseHere(std::string message);
     bool refuseValue(const std::string& found);
     bool openChild();
     bool openValue(bool isList);
-    bool openSpecial(bool isList);
     void addPlaceholder(Frame& frame);
     void noteType();
     void endValue();

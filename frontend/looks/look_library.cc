@@ -5,6 +5,8 @@
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/system_text.h"
+#include "frontend/looks/look_names.h"
+#include "frontend/looks/style_sheets.h"
 
 namespace vexa::frontend {
 
@@ -13,25 +15,11 @@ namespace {
 constexpr std::uint64_t largestFile = 1U << 20;
 constexpr std::string_view extension = ".tlk";
 
-/// A name is no path: it stays in its folder.
-bool isPlainName(std::string_view name) {
-    return !name.empty() && name.find_first_of("/\\:") == std::string_view::npos && name.front() != '.' &&
-           name.find('\0') == std::string_view::npos;
-}
-
-std::string smallLetters(std::string_view name) {
-    std::string small(name);
-    for (char& each : small) {
-        if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
-    }
-    return small;
-}
-
 /// The name as the file has it, where file names are found without regard to case; a look has one name.
 std::string ownSpelling(const std::string& file, const std::string& typed) {
     std::string own = FileSystem::current().canonicalPath(file);
     own.erase(0, own.find_last_of("/\\") + 1);
-    if (smallLetters(own) != smallLetters(typed) + std::string(extension)) return typed;
+    if (smallLookName(own) != smallLookName(typed) + std::string(extension)) return typed;
     return own.substr(0, typed.size());
 }
 
@@ -58,20 +46,22 @@ ReadLook LookLibrary::find(std::string_view name) {
 }
 
 ReadLook LookLibrary::read(std::string_view name) const {
-    const std::string small = smallLetters(name);
+    const std::string small = smallLookName(name);
     if (small == tables::plainLook()->name) return {tables::plainLook(), {}};
     for (const std::string& folder : folders_) {
         for (const std::string& spelling : {std::string(name), small}) {
-            std::string file = folder;
-            if (!folder.ends_with('/') && !folder.ends_with('\\')) file += '/';
-            file.append(spelling).append(extension);
+            const std::string file = inLookFolder(folder, spelling).append(extension);
             std::string content;
-            if (!isPlainName(name) || !FileSystem::current().read(file, content, largestFile)) continue;
+            if (!isPlainLookName(name) || !FileSystem::current().read(file, content, largestFile)) continue;
             return named(readLook(content), ownSpelling(file, spelling), file);
         }
     }
     return {nullptr,
             composed("There is no table look named ^1 in the folders Looks."_text, {std::string(name)})};
+}
+
+bool LookLibrary::hasStyleSheet(const std::string& name) const {
+    return !styleSheetFile(folders_, name).empty();
 }
 
 }  // namespace vexa::frontend

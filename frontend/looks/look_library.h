@@ -13,13 +13,14 @@
 
 namespace vexa::frontend {
 
-/// Who knows looks by name. Tests have their own.
+/// Who knows looks, and style sheets of charts, by name. Tests have their own.
 class LookSource {
   public:
     virtual ~LookSource() = default;
     /// The look of that name, as written or in small letters; the same object every time. Null look and a
     /// problem when there is none, or when it cannot be read.
     [[nodiscard]] virtual ReadLook find(std::string_view name) = 0;
+    [[nodiscard]] virtual bool hasStyleSheet(const std::string& name) const = 0;
 };
 
 /// The looks of folders, the first one that has the file `NAME.tlk` counting; each file is read once.
@@ -30,6 +31,7 @@ class LookLibrary : public LookSource {
 
     /// A look found here is named as its file is, and has no source.
     [[nodiscard]] ReadLook find(std::string_view name) override;
+    [[nodiscard]] bool hasStyleSheet(const std::string& name) const override;
 
   private:
     [[nodiscard]] ReadLook read(std::string_view name) const;

@@ -56,7 +56,7 @@ void ConditionJudge::decide() {
 }
 
 bool ConditionJudge::meets(tables::Place place) const {
-    if (condition_.kind == CellCondition::Kind::missing) return data_.find(place) == nullptr;
+    if (condition_.kind == CellCondition::Kind::missing) return data_.isEmpty(data_.find(place));
     const double* const number = numberAt(place);
     if (number == nullptr) return false;
     switch (condition_.kind) {

@@ -43,8 +43,9 @@ std::string templateProblem(const std::string& text) {
     return composed("The chart template cannot be read as XML: ^1"_text, {result.shownDetail()});
 }
 
-void changeChart(Outline& outline, ItemId id, const GraphChange& change, ItemPlan& plan) {
+void changeChart(Outline& outline, ItemId id, const GraphChange& change, bool hasStyleSheet, ItemPlan& plan) {
     if (!isPicture(outline.find(id)->item.type())) return;
+    if (!hasStyleSheet) plan.report("There is no such style sheet in the folders Looks."_text);
     Item changed = outline.find(id)->item;
     ShownPicture& picture = *pictureOf(changed);
     std::vector<std::string> templates;

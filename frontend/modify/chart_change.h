@@ -13,7 +13,8 @@ namespace vexa::frontend {
 [[nodiscard]] std::string templateProblem(const std::string& text);
 
 /// The templates of the change take the place of those that the picture has, and so does the style sheet.
-/// Other items stay as they are.
-void changeChart(Outline& outline, ItemId id, const GraphChange& change, ItemPlan& plan);
+/// Other items stay as they are. A style sheet that no folder `Looks` has is set all the same, since
+/// documents travel, and reported.
+void changeChart(Outline& outline, ItemId id, const GraphChange& change, bool hasStyleSheet, ItemPlan& plan);
 
 }  // namespace vexa::frontend

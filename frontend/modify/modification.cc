@@ -22,6 +22,7 @@ struct PreparedRequest::Group {
     const ModifyGroup* group = nullptr;
     std::optional<PreparedTableChange> table;
     std::vector<PreparedCellsChange> cells;
+    bool hasStyleSheet = true;  ///< whether the folders `Looks` have that of `group->graph`
     std::optional<tables::CellStyle> textStyle;
 };
 
@@ -127,7 +128,7 @@ class GroupRun {
         if (group.object) changeObject(outline_, id, *group.object, plan);
         if (group.index)
             appendIndex(outline_, id, group.index->notation, group.index->start + position, plan);
-        if (group.graph) changeChart(outline_, id, *group.graph, plan);
+        if (group.graph) changeChart(outline_, id, *group.graph, prepared.hasStyleSheet, plan);
         if (outline_.find(id)->item.type() == ItemType::table) changeTableItem(prepared, id, plan);
         if (group.text) changeText(outline_, id, *group.text, *prepared.textStyle, plan);
     }
@@ -188,6 +189,8 @@ void PreparedRequest::prepare(const ModifyGroup& group, LookSource& looks) {
         for (const std::string& each : group.graph->templates) {
             if (problem_.empty()) problem_ = templateProblem(each);
         }
+        const std::string& sheet = group.graph->styleSheet;
+        prepared.hasStyleSheet = sheet.empty() || looks.hasStyleSheet(sheet);
     }
     if (group.table) {
         PreparedTableChange change{&*group.table, formatAskedFor(group.table->format, complaints_), nullptr};

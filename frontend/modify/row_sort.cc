@@ -118,7 +118,7 @@ SortKey keyOf(const TableData& data, DimensionId dimension, CategoryId category,
     key.category = category;
     key.isTotal = data.dimensions()[dimension].categories[category].role == StatisticRole::total;
     const TableCell* const cell = data.find(base + category * data.stride(dimension));
-    if (cell == nullptr) return key;
+    if (data.isEmpty(cell)) return key;
     key.kind = cell->kind;
     key.number = cell->number;
     if (cell->kind == tables::CellKind::text) key.text = comparedText(data.text(*cell));

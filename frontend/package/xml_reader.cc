@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <utility>
 
 #include "frontend/package/xml_escapes.h"
@@ -90,15 +89,6 @@ bool readInteger(const pugi::xml_node& node, const char* attribute, std::uint64_
 
 bool readNumber(const pugi::xml_node& node, const char* attribute, std::optional<double>& value) {
     return readOptional(node, attribute, value);
-}
-
-bool readFlag(const pugi::xml_node& node, const char* attribute, bool& value) {
-    const pugi::xml_attribute found = node.attribute(attribute);
-    if (!found) {
-        return true;
-    }
-    value = std::strcmp(found.value(), "true") == 0;
-    return value || std::strcmp(found.value(), "false") == 0;
 }
 
 bool readContent(const pugi::xml_node& node, std::string& value) {

@@ -37,7 +37,6 @@ class XmlReader {
 [[nodiscard]] bool readInteger(const pugi::xml_node& node, const char* attribute, std::uint64_t& value);
 [[nodiscard]] bool readNumber(const pugi::xml_node& node, const char* attribute,
                               std::optional<double>& value);
-[[nodiscard]] bool readFlag(const pugi::xml_node& node, const char* attribute, bool& value);
 /// The text of an element that holds nothing else, decoded in the same way.
 [[nodiscard]] bool readContent(const pugi::xml_node& node, std::string& value);
 

@@ -54,6 +54,7 @@ class NoFiles : public vexa::FileSystem {
 class NoLooks : public LookSource {
   public:
     ReadLook find(std::string_view /*name*/) override { return {nullptr, "none"}; }
+    bool hasStyleSheet(const std::string& /*name*/) const override { return false; }
 };
 
 constexpr ImportForm forms[] = {ImportForm::json, ImportForm::csv, ImportForm::tsv,      ImportForm::html,

@@ -19,6 +19,7 @@ namespace {
 class NoLooks : public LookSource {
   public:
     ReadLook find(std::string_view /*name*/) override { return {nullptr, "none"}; }
+    bool hasStyleSheet(const std::string& /*name*/) const override { return false; }
 };
 
 /// Items of every type; tables with groups, several dimensions, layers, hidden categories, texts, empty

@@ -57,6 +57,13 @@ const CellExtras& TableData::extras(const TableCell& cell) const {
     return cell.extras == 0 ? none : extras_[cell.extras - 1];
 }
 
+bool TableData::isEmpty(const TableCell* cell) const {
+    if (cell == nullptr || cell->kind == CellKind::empty) return true;
+    if (cell->kind != CellKind::text || cell->extras == 0 || !text(*cell).empty()) return false;
+    const CellExtras& carried = extras(*cell);
+    return !carried.shown && !carried.footnotes.empty();
+}
+
 void TableData::coordinates(Place place, std::vector<CategoryId>& ids) const {
     assert(place < placeCount_);
     ids.resize(dimensions_.size());

@@ -107,6 +107,8 @@ class TableData {
     [[nodiscard]] std::string_view text(const TableCell& cell) const { return texts_[cell.text]; }
     /// Extras of a cell, or an empty set of them.
     [[nodiscard]] const CellExtras& extras(const TableCell& cell) const;
+    /// Whether a cell, or null, has no value: an empty text that is there only to carry footnotes has none.
+    [[nodiscard]] bool isEmpty(const TableCell* cell) const;
 
     /// Calls `action(place, cell)` for every cell that is not empty, in the order of places.
     template <typename Action>

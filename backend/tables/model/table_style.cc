@@ -121,16 +121,6 @@ void TableStyle::setFormat(DisplayFormat format) {
     cellFormats_.clear();
 }
 
-void TableStyle::clearCells() {
-    for (std::size_t i = 0; i < areaCount; ++i) {
-        const Area area = static_cast<Area>(i);
-        if (area != Area::title && area != Area::caption && area != Area::footnotes) areas_[i] = 0;
-    }
-    categories_.clear();
-    groups_.clear();
-    cells_.clear();
-}
-
 bool TableStyle::operator==(const TableStyle& other) const {
     if (look_ != other.look_ && !(*look_ == *other.look_)) return false;
     for (std::size_t i = 0; i < areaCount; ++i) {

@@ -85,10 +85,6 @@ class TableStyle {
     }
     [[nodiscard]] const PlaceMap<DisplayFormat>& cellFormats() const { return cellFormats_; }
 
-    /// Takes away styles and widths of areas other than title, caption and footnotes, categories, groups and
-    /// cells. Formats stay.
-    void clearCells();
-
     /// By what is set where; ids may differ.
     [[nodiscard]] bool operator==(const TableStyle& other) const;
 

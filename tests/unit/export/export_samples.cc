@@ -20,6 +20,7 @@ namespace {
 class NoLooks : public LookSource {
   public:
     ReadLook find(std::string_view /*name*/) override { return {}; }
+    bool hasStyleSheet(const std::string& /*name*/) const override { return false; }
 };
 
 }  // namespace

@@ -98,6 +98,8 @@ TEST_F(ImportFile, SetsWhatTheFileDoesNotSay) {
     EXPECT_EQ(header.item.command, "Means");
     EXPECT_EQ(itemAt(imported.outline, 1).command, "C");
     EXPECT_EQ(itemAt(imported.outline, 1).label, "Label");
+    EXPECT_EQ(itemAt(imported.outline, 1).subtype, "Subtype");
+    EXPECT_EQ(header.item.subtype, "");
     const auto child = [&](std::size_t index) -> const Item& {
         return imported.outline.find(header.children[index])->item;
     };
@@ -109,6 +111,7 @@ TEST_F(ImportFile, SetsWhatTheFileDoesNotSay) {
     EXPECT_EQ(std::get<TableContent>(child(1).content).table.view->title, "T");
     EXPECT_EQ(std::get<GridContent>(child(2).content).grid->title, "Title");
     EXPECT_EQ(std::get<ChartContent>(child(3).content).alternativeText, "Alternative");
+    EXPECT_EQ(child(3).subtype, "Subtype");
 }
 
 TEST_F(ImportFile, FindsPicturesBesideTheFile) {

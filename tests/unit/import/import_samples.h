@@ -8,11 +8,12 @@
 
 namespace vexa::frontend {
 
-/// Knows the look "banded", and no other by name.
+/// Knows the look "banded" and no other by name, and every style sheet but "Nowhere".
 class FewLooks : public LookSource {
   public:
     FewLooks();
     ReadLook find(std::string_view name) override;
+    bool hasStyleSheet(const std::string& name) const override { return name != "Nowhere"; }
 
   private:
     std::shared_ptr<const tables::TableLook> banded_;

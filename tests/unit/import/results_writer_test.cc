@@ -52,6 +52,15 @@ TEST(ResultsWriter, PrintsNothingThatIsDefault) {
         "  {\"type\": \"warning\"}]}\n");
 }
 
+TEST(ResultsWriter, PrintsNoValueOfCellsThatOnlyCarryFootnotes) {
+    const std::string json = again(
+        R"({"items":[{"type":"table","rows":[{"categories":["a","b","c"]}],"footnotes":["f"],
+        "cells":[{"footnotes":[1]},{"value":"","footnotes":[1],"bold":true},""]}]})");
+    EXPECT_THAT(json, testing::HasSubstr(R"("cells": [{"footnotes": [1]},)"));
+    EXPECT_THAT(json, testing::HasSubstr(R"({"footnotes": [1], "bold": true},)"));
+    EXPECT_THAT(json, testing::HasSubstr(R"( ""],)"));
+}
+
 TEST(ResultsWriter, PrintsRolesOnlyWhereTheLabelDoesNotSayThem) {
     const std::string json =
         again(R"({"items":[{"type":"table","rows":[{"categories":[{"label":"Mean","role":"mean"},

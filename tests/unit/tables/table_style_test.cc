@@ -77,28 +77,6 @@ TEST(TableStyle, AFormatOfTheTableReplacesThoseOfItsCells) {
     EXPECT_EQ(style.format(), (DisplayFormat{FormatKind::plain, 8, 2}));
 }
 
-TEST(TableStyle, ClearingCellsKeepsTitleCaptionFootnotesLookAndFormats) {
-    TableStyle style;
-    const StyleId bold = style.intern(boldOf(true));
-    for (const Area area : {Area::title, Area::caption, Area::footnotes, Area::data})
-        style.setArea(area, bold);
-    style.setCategory(0, 1, bold);
-    style.setGroup(0, 1, bold);
-    style.setWidth(0, 1, 50);
-    style.setCell(3, bold, 10);
-    style.setFormat({FormatKind::plain, 8, 2});
-    style.clearCells();
-    EXPECT_EQ(style.area(Area::title), bold);
-    EXPECT_EQ(style.area(Area::caption), bold);
-    EXPECT_EQ(style.area(Area::footnotes), bold);
-    EXPECT_EQ(style.area(Area::data), 0U);
-    EXPECT_EQ(style.category(0, 1), 0U);
-    EXPECT_EQ(style.group(0, 1), 0U);
-    EXPECT_EQ(style.width(0, 1), std::nullopt);
-    EXPECT_EQ(style.cell(3), 0U);
-    EXPECT_EQ(style.format(), (DisplayFormat{FormatKind::plain, 8, 2}));
-}
-
 TEST(TableStyle, IsEqualWhateverItsIds) {
     TableStyle left;
     TableStyle right;
