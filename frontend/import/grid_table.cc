@@ -1,6 +1,8 @@
 #include "frontend/import/grid_table.h"
 
+#include <algorithm>
 #include <charconv>
+#include <memory>
 #include <utility>
 
 #include "frontend/import/statistic_words.h"
@@ -117,6 +119,16 @@ TableContent makeGridTable(TextGrid& grid, char decimal, const ImportContext& co
     view.rows = {0};
     view.columns = {1};
     return TableContent{tables::makeTable(builder.finish(), std::move(view))};
+}
+
+GridContent makeLabelGrid(TextGrid& grid, std::string title) {
+    tables::FlatTable flat;
+    flat.title = std::move(title);
+    flat.columns = grid.columns;
+    flat.headerRows = std::min(grid.headerRows, grid.rows());
+    flat.headerColumns = std::min(grid.labelColumns, grid.columns);
+    for (SpannedLabel& place : grid.places) flat.cells.push_back({std::move(place.text)});
+    return GridContent{std::make_shared<const tables::FlatTable>(std::move(flat))};
 }
 
 }  // namespace vexa::frontend

@@ -21,6 +21,7 @@ struct TextGrid {
         false;  ///< the places say which labels belong together; else repetitions and empty labels do
 
     [[nodiscard]] std::size_t rows() const { return columns == 0 ? 0 : places.size() / columns; }
+    [[nodiscard]] bool hasData() const { return rows() > headerRows && columns > labelColumns; }
     [[nodiscard]] SpannedLabel& at(std::size_t row, std::size_t column) {
         return places[row * columns + column];
     }
@@ -32,5 +33,8 @@ struct TextGrid {
 
 /// The table of a grid that has data, which it loses. Rows and columns without labels are numbered.
 [[nodiscard]] TableContent makeGridTable(TextGrid& grid, char decimal, const ImportContext& context);
+
+/// What a grid without data, which loses its texts, can be: labels alone have no data model.
+[[nodiscard]] GridContent makeLabelGrid(TextGrid& grid, std::string title);
 
 }  // namespace vexa::frontend

@@ -150,17 +150,13 @@ void findLabels(const HtmlTable& table, const GridFiller& filler, const ImportOp
     grid.labelColumns = options.labelColumns.value_or(labels > 0 ? labels : unmarkedColumns);
 }
 
-/// What holds labels alone has no data model.
 void addLabels(HtmlTable& table, TextGrid& grid, std::vector<Item>& items) {
-    tables::FlatTable flat;
-    flat.title = std::move(table.caption);
-    flat.columns = grid.columns;
-    flat.headerRows = std::min(grid.headerRows, grid.rows());
-    flat.headerColumns = std::min(grid.labelColumns, grid.columns);
-    grid.headerRows = grid.labelColumns = 0;
+    const std::size_t headerRows = std::exchange(grid.headerRows, 0);
+    const std::size_t labelColumns = std::exchange(grid.labelColumns, 0);
     keepOnce(grid);
-    for (SpannedLabel& place : grid.places) flat.cells.push_back({std::move(place.text)});
-    items.emplace_back().content = GridContent{std::make_shared<const tables::FlatTable>(std::move(flat))};
+    grid.headerRows = headerRows;
+    grid.labelColumns = labelColumns;
+    items.emplace_back().content = makeLabelGrid(grid, std::move(table.caption));
 }
 
 /// False for a table that is too large. One without any cell is passed over.
@@ -171,7 +167,7 @@ bool addTable(HtmlTable& table, const ImportOptions& options, const ImportContex
     if (!filler.fill(grid)) return false;
     if (grid.rows() == 0) return true;
     findLabels(table, filler, options, grid);
-    if (grid.rows() <= grid.headerRows || grid.columns <= grid.labelColumns) {
+    if (!grid.hasData()) {
         addLabels(table, grid, items);
         return true;
     }

@@ -141,7 +141,6 @@ class MarkdownReader {
         TextGrid grid;
         const std::size_t first = at_;
         grid.headerRows = 1;
-        grid.labelColumns = options_.labelColumns.value_or(1);
         for (; at_ < lines_.size() && lines_[at_].find('|') != std::string_view::npos; ++at_) {
             if (at_ == first + 1) continue;  // the rule
             std::vector<std::string> fields = fieldsOf(lines_[at_]);
@@ -153,10 +152,12 @@ class MarkdownReader {
             fields.resize(grid.columns);
             for (std::string& field : fields) grid.places.push_back({std::move(field), 0});
         }
-        if (grid.rows() <= 1 || grid.columns <= grid.labelColumns) {
-            return refuse(first, translated("The table has no data beside its labels."_text));
+        grid.labelColumns = options_.labelColumns.value_or(grid.columns > 1 ? 1 : 0);
+        if (grid.hasData()) {
+            add(makeGridTable(grid, options_.decimal, context_));
+        } else {
+            add(makeLabelGrid(grid, {}));
         }
-        add(makeGridTable(grid, options_.decimal, context_));
         return true;
     }
 

@@ -64,6 +64,18 @@ TEST_F(MarkdownReader, MakesTables) {
     EXPECT_THAT(cellsOf(*table.data), ElementsAre("1.5", "'x'"));
 }
 
+TEST_F(MarkdownReader, MakesTablesOfASingleColumnAndGridsOfLabelsAlone) {
+    const std::vector<Item> items = read("| Mean |\n|--|\n| 1.5 |\n\n| A | B |\n|--|--|\n\n");
+    ASSERT_EQ(items.size(), 2U);
+    const tables::Table& table = std::get<TableContent>(items[0].content).table;
+    EXPECT_THAT(labelsOf(table.data->dimensions()[0]), ElementsAre("1"));
+    EXPECT_THAT(labelsOf(table.data->dimensions()[1]), ElementsAre("Mean"));
+    const tables::FlatTable& grid = *std::get<GridContent>(items[1].content).grid;
+    ASSERT_EQ(grid.cells.size(), 2U);
+    EXPECT_EQ(grid.cells[1].text, "B");
+    EXPECT_EQ(grid.headerRows, 1U);
+}
+
 TEST_F(MarkdownReader, MakesChartsOfPicturesThatStandAlone) {
     MemoryFileSystem files;
     files.files["notes/b.svg"] = kSampleSvg;
