@@ -34,6 +34,17 @@ class TemporaryLooks : public testing::Test {
     std::filesystem::path folder_;
 };
 
+TEST_F(TemporaryLooks, HaveStyleSheetsOfChartsToo) {
+    write("calm.css", ".axis { stroke: red }");
+    const LookLibrary library({folder() + "/none", folder()});
+    for (const char* const name : {"calm", "calm.css", "Calm", "CALM.CSS"}) {
+        EXPECT_TRUE(library.hasStyleSheet(name)) << name;
+    }
+    for (const char* const name : {"", "loud", ".", "none/../calm"}) {
+        EXPECT_FALSE(library.hasStyleSheet(name)) << name;
+    }
+}
+
 TEST(ShippedLooks, CanAllBeRead) {
     std::size_t count = 0;
     for (const auto& file : std::filesystem::directory_iterator(VEXA_LOOKS_FOLDER)) {
