@@ -1,0 +1,200 @@
+#!/usr/bin/env python3
+"""check_memory.py PROGRAM: small documents with much in them never take more memory than docs/formats/document-file.md
+promises, whatever is done with them, and where memory lacks the program says so and leaves nothing behind.
+
+Each document is made here, packed as well as it goes, and is far smaller than a megabyte."""
+
+import os
+import pathlib
+import resource
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+import zipfile
+
+MOST_BYTES = 300_000_000
+HEAD = '<?xml version="1.0" encoding="UTF-8"?>\n'
+PROGRAM = ""
+
+
+def table(dimensions, cells, attributes="", behind=""):
+    """dimensions: (label, number of categories)."""
+    text = f"<table {attributes}>"
+    for label, count in dimensions:
+        text += f'<dimension label="{label}">' + '<category label="1"/>' * count + "</dimension>"
+    return text + behind + f"<cells>{cells}</cells></table>"
+
+
+def numbers(count):
+    return " ".join(["2"] * count)
+
+
+def many_rows():
+    return "table", table([("a", 420_000), ("b", 1)], numbers(420_000), 'rows="0" columns="1"')
+
+
+def many_columns():
+    return "table", table([("a", 2_000), ("b", 250)], numbers(500_000), 'rows="0" columns="1"')
+
+
+def mostly_empty():
+    return "table", table([("a", 990), ("b", 990)], "1", 'rows="0" columns="1"')
+
+
+def long_layer_label():
+    dimensions = [("a", 1), ("b", 1), ("L" * 30_000, 10_000)]
+    return "table", table(dimensions, numbers(10_000), 'rows="0" columns="1" layers="2" printLayers="all"')
+
+
+def long_footnote():
+    note = "<footnote>" + "F o " * 8_000 + "</footnote>"
+    extras = '<extras footnotes="1"/>'
+    text = table([("a", 1), ("b", 1), ("c", 10_000)], " ".join(["2!1"] * 10_000),
+                 'rows="0" columns="1" layers="2" printLayers="all"', note + extras)
+    return "table", text
+
+
+def many_lines():
+    return "log", "<log>" + "w\\0A" * 1_500_000 + "</log>"
+
+
+def write_document(path, kind, xml):
+    entries = {"manifest.xml": f'<vexaDocument format="2" type="VXV" dataModel="true" name="d">\n'
+                               f'<item type="{kind}" entry="items/000001.xml"/>\n</vexaDocument>\n',
+               "items/000001.xml": xml}
+    with zipfile.ZipFile(path, "w") as archive:
+        for name, text in entries.items():
+            entry = zipfile.ZipInfo(name, (1980, 1, 1, 0, 0, 0))
+            entry.compress_type = zipfile.ZIP_DEFLATED
+            archive.writestr(entry, HEAD + text, compresslevel=9)
+
+
+class Case(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, self.folder)
+
+    def document(self, make):
+        path = self.folder / "d.vxv"
+        write_document(path, *make())
+        self.assertLess(path.stat().st_size, 1_000_000)
+        return path
+
+    def run_program(self, *arguments, limit=None):
+        """Exit status, bytes that it took at most, and what was said."""
+        output = self.folder / "said"
+        with open(output, "wb") as said:
+            process = subprocess.Popen([PROGRAM, *map(str, arguments)], stdout=said, stderr=said, cwd=self.folder,
+                                       stdin=subprocess.DEVNULL, env=dict(os.environ, LC_ALL="C.UTF-8"),
+                                       preexec_fn=limit and (lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit))))
+            _, status, usage = os.wait4(process.pid, 0)
+            process.returncode = os.waitstatus_to_exitcode(status)
+        text = output.read_text(encoding="utf-8", errors="replace")
+        output.unlink()
+        return process.returncode, usage.ru_maxrss * 1024, text
+
+
+class Exports(Case):
+    def check(self, make, formats):
+        document = self.document(make)
+        for form in formats:
+            with self.subTest(format=form):
+                target = self.folder / f"d.{form}"
+                status, most, said = self.run_program("export", document, target)
+                self.assertEqual(status, 0, said[-500:])
+                self.assertLess(most, MOST_BYTES)
+                target.unlink()
+
+    def test_many_rows(self):
+        self.check(many_rows, ["html", "txt", "pdf", "docx", "rtf", "pptx", "xlsx"])
+
+    def test_many_columns(self):
+        self.check(many_columns, ["docx", "pptx", "xls"])
+
+    def test_mostly_empty(self):
+        self.check(mostly_empty, ["txt", "docx", "xlsx"])
+
+    def test_a_long_label_of_many_layers(self):
+        self.check(long_layer_label, ["html", "txt", "docx", "xlsx"])
+
+    def test_a_long_footnote_of_many_layers(self):
+        self.check(long_footnote, ["mht", "rtf"])
+
+    def test_many_lines(self):
+        self.check(many_lines, ["pdf", "docx", "rtf", "pptx"])
+
+
+class OtherWork(Case):
+    def test_a_table_that_is_shown_changed_and_saved(self):
+        for make in many_rows, many_columns:
+            document = self.document(make)
+            syntax = self.folder / "work.vxs"
+            syntax.write_text(f"OUTPUT OPEN FILE='{document}' LOCK=NO NAME=d.\n"
+                              "OUTPUT MODIFY NAME=d\n  /SELECT TABLES\n"
+                              "  /TABLE TLOOK='banded' TRANSPOSE=YES FORMAT='F8.1'\n"
+                              "  /TABLECELLS SELECT=[BODY] STYLE=BOLD.\n"
+                              f"OUTPUT SAVE NAME=d OUTFILE='{self.folder}/saved.vxv'.\n", encoding="utf-8")
+            for arguments in ["show", document, "--item", "1"], ["show", document, "--json"], ["run", syntax]:
+                with self.subTest(document=make.__name__, arguments=arguments[2:]):
+                    status, most, said = self.run_program(*arguments)
+                    self.assertEqual(status, 0, said[-500:])
+                    self.assertLess(most, MOST_BYTES)
+
+    def test_a_table_that_nobody_can_print(self):
+        document = self.document(lambda: ("table", table([("a", 3_000), ("b", 1_400)], "1", 'rows="0" columns="1"')))
+        status, most, said = self.run_program("export", document, self.folder / "d.html")
+        self.assertEqual(status, 1)
+        self.assertIn("it has 4205802 places", said)
+        self.assertLess(most, MOST_BYTES)
+        self.assertEqual([path.name for path in self.folder.iterdir()], ["d.vxv"])
+
+    def test_a_long_csv_that_is_imported(self):
+        csv = self.folder / "rows.csv"
+        csv.write_text("a,b\n" + "1,2\n" * 240_000, encoding="ascii")
+        status, most, said = self.run_program("import", self.folder / "rows.vxv", csv)
+        self.assertEqual(status, 0, said)
+        self.assertLess(most, MOST_BYTES)
+
+
+class WhereMemoryLacks(Case):
+    """Less and less memory, from enough to so little that the document cannot be opened."""
+
+    def check(self, arguments, target=None):
+        outcomes = set()
+        for megabytes in range(80, 481, 100):
+            status, _, said = self.run_program(*arguments, limit=megabytes << 20)
+            outcomes.add(status)
+            self.assertIn(status, (0, 1, 2), f"{megabytes} MB: {said}")
+            self.assertNotRegex(said, "std::|bad_alloc|terminate|GLib")
+            if status != 0:
+                self.assertRegex(said, "memory|cannot be loaded")
+            left = sorted(path.name for path in self.folder.iterdir() if path.name != "d.vxv")
+            self.assertEqual(left, [target] if target and status == 0 else [], f"{megabytes} MB: {said}")
+            if target and status == 0:
+                (self.folder / target).unlink()
+        self.assertGreater(len(outcomes), 1, "neither enough nor too little memory was tried")
+
+    def test_exports(self):
+        document = self.document(many_columns)
+        for form in "html", "pdf", "docx", "xlsx":
+            with self.subTest(format=form):
+                self.check(["export", document, self.folder / f"d.{form}"], f"d.{form}")
+
+    def test_showing(self):
+        self.check(["show", self.document(many_columns), "--json"])
+
+    def test_saving(self):
+        document = self.document(many_columns)
+        with tempfile.NamedTemporaryFile("w", suffix=".vxs", encoding="utf-8") as syntax:
+            syntax.write(f"OUTPUT OPEN FILE='{document}' LOCK=NO NAME=d.\n"
+                         "OUTPUT MODIFY NAME=d\n  /SELECT TABLES\n  /TABLE TRANSPOSE=YES.\n"
+                         f"OUTPUT SAVE NAME=d OUTFILE='{self.folder}/saved.vxv'.\n")
+            syntax.flush()
+            self.check(["run", syntax.name], "saved.vxv")
+
+
+if __name__ == "__main__":
+    PROGRAM = sys.argv.pop(1)
+    unittest.main()
