@@ -64,6 +64,19 @@ StoreResult readPasswordForm(const VexawMsgOutputControllerRequest& request, std
     return isEncryptedPassword(form) ? StoreResult() : StoreProblem::passwordForm;
 }
 
+void warnOfReplaced(const ReplacedFile& replaced, const std::string& file) {
+    if (replaced.lostRights) say(warningLevel, messages::otherRights, {userText(file)});
+    if (replaced.staysElsewhere) say(warningLevel, messages::otherNames, {userText(file)});
+}
+
+/// What the document knows of its own file, when that is the one that was saved.
+void rememberSaved(ViewerDocument& document, const std::string& file, bool isProtected) {
+    if (document.file() != file) return;
+    document.setFileProtected(isProtected);
+    document.setNeededPassword(isProtected && document.neededPassword());
+    rememberFile(document, file);
+}
+
 bool markAfterSave(OutputDocumentLock wish, const ViewerDocument& document) {
     return wish == OutputDocumentLock::notGiven ? document.lock().document : wish == OutputDocumentLock::yes;
 }
@@ -146,8 +159,10 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     options.dataModel = request.yesNo() == YesNoEnum::yes;
     StoreResult result = readPasswordForm(request, options.passwordForm);
     const WipedAtEnd wiped(options.passwordForm);
-    if (result && isKept(file)) return refuse(response, messages::fileIsTrace, shownFile(request));
-    if (result && isForeignFile(file)) return refuse(response, messages::foreignFile, shownFile(request));
+    if (result && (isKept(file) || isForeignFile(file))) {
+        return refuse(response, isKept(file) ? messages::fileIsTrace : messages::foreignFile,
+                      shownFile(request));
+    }
     if (result && !checkUnchanged(request, *document, response)) return false;
     if (result && carrying_ == Carrying::dryRun) {
         say(noteLevel, messages::drySave, {userText(shownName(*document)), userText(shownFile(request))});
@@ -156,20 +171,15 @@ bool EmbeddedController::save(const Request& request, Response& response) {
     if (result) {
         result = saveDocument(*document, file, options, &replaced);
     }
-    const bool isProtected = !options.passwordForm.empty();
     if (!result) {
         const StoreMessage message = describe(result, shownFile(request));
         return refuse(response, message.text, message.argument);
     }
-    if (replaced.lostRights) say(warningLevel, messages::otherRights, {userText(shownFile(request))});
-    if (replaced.staysElsewhere) say(warningLevel, messages::otherNames, {userText(shownFile(request))});
+    warnOfReplaced(replaced, shownFile(request));
+    const bool isProtected = !options.passwordForm.empty();
     if (!isProtected) warnOfOpenFile(request, *document, file);
     follow(*document, options, request.lock(), file);
-    if (document->file() == file) {
-        document->setFileProtected(isProtected);
-        document->setNeededPassword(isProtected && document->neededPassword());
-        rememberFile(*document, file);
-    }
+    rememberSaved(*document, file, isProtected);
     return true;
 }
 

@@ -320,7 +320,8 @@ class PipeTest(unittest.TestCase):
             self.assertEqual(self.without_output(words), [0, 0, 0], f"{words} prints nothing")
 
     def test_messages_that_cannot_be_written_are_noticed(self):
-        self.write("a.vxs", "OUTPUT NEW NAME=a.\nOUTPUT COMMENT TEXT='x'.\nOUTPUT SAVE OUTFILE='a.vxv'.\nOUTPUT OPEN FILE='b.vxv'.\n")
+        self.write("a.vxs", "OUTPUT NEW NAME=a.\nOUTPUT COMMENT TEXT='x'.\nOUTPUT SAVE OUTFILE='a.vxv'.\n"
+                   "OUTPUT OPEN FILE='b.vxv'.\n")
         for words in (["run", "a.vxs"], ["run", "--diagnostics", "json", "a.vxs"]):
             with open("/dev/full", "wb") as full:
                 done = subprocess.run([PROGRAM, *words], cwd=self.folder, stdout=subprocess.DEVNULL, stderr=full, timeout=60,
