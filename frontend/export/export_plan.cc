@@ -14,6 +14,20 @@ bool asksForAll(ExportedParts asked, const std::optional<tables::LayerPrinting>&
     return own == tables::LayerPrinting::all;
 }
 
+/// What only has others under it.
+bool isFrame(const Item& item) { return item.type() == ItemType::header || item.type() == ItemType::model; }
+
+/// Whether there is an item but headers and models, hidden or not.
+class ContentFinder : public OutlineVisitor {
+  public:
+    bool enter(const WalkPlace& place) override {
+        found = found || !isFrame(place.item());
+        return !found;
+    }
+
+    bool found = false;
+};
+
 class Planner : public OutlineVisitor {
   public:
     explicit Planner(const ExportSelection& selection) : selection_(selection) {}
@@ -26,11 +40,11 @@ class Planner : public OutlineVisitor {
     }
 
     void leave(const WalkPlace& place) override {
-        // A header or model that holds nothing that is exported is not exported itself.
-        const ItemType type = place.item().type();
-        if (type != ItemType::header && type != ItemType::model) return;
+        // A header whose items are all left out goes with them; one that never had any stays, for its label.
+        if (!isFrame(place.item())) return;
         const bool isLast = !plan_.items.empty() && plan_.items.back().node == &place.node;
-        if (isLast) plan_.items.pop_back();
+        const bool isBare = place.item().type() == ItemType::header && place.node.children.empty();
+        if (isLast && !isBare) plan_.items.pop_back();
     }
 
     [[nodiscard]] ExportPlan take() {
@@ -76,9 +90,16 @@ std::size_t bytesHeldUnpacked(const ExportPlan& plan) {
 ExportPlan planExport(const Outline& outline, const ExportSelection& selection) {
     Planner planner(selection);
     walk(outline, planner);
+    ContentFinder content;
+    walk(outline, content);
     ExportPlan plan = planner.take();
-    plan.documentIsEmpty = outline.isEmpty();
+    plan.documentIsEmpty = !content.found;
     return plan;
+}
+
+bool ExportPlan::everythingIsHidden() const {
+    return !documentIsEmpty && std::all_of(items.begin(), items.end(),
+                                           [](const ExportedItem& each) { return isFrame(each.item()); });
 }
 
 }  // namespace vexa::frontend

@@ -35,11 +35,11 @@ struct ExportedItem {
 
 struct ExportPlan {
     std::vector<ExportedItem> items;  ///< headers and models among them, before what stands under them
-    bool documentIsEmpty = false;     ///< there is no item at all
+    bool documentIsEmpty = true;      ///< there is no item but headers and models
     std::size_t pictures = 0;         ///< charts and trees in `items`
 
-    /// There are items, but none of them is exported.
-    [[nodiscard]] bool everythingIsHidden() const { return items.empty() && !documentIsEmpty; }
+    /// There are items, but none of them is exported; headers and models alone are nothing.
+    [[nodiscard]] bool everythingIsHidden() const;
 };
 
 /// How many bytes of what a plan becomes may be held unpacked: some megabytes and, beyond that, about as many
@@ -47,7 +47,8 @@ struct ExportPlan {
 /// does.
 [[nodiscard]] std::size_t bytesHeldUnpacked(const ExportPlan& plan);
 
-/// A header is only in the plan where something under it is. `outline` must live as long as the plan.
+/// A header is not in the plan where all that stands under it is left out. `outline` must live as long as the
+/// plan.
 [[nodiscard]] ExportPlan planExport(const Outline& outline, const ExportSelection& selection);
 
 }  // namespace vexa::frontend

@@ -91,6 +91,26 @@ TEST(ExportPlan, TellsAnEmptyDocumentFromAHiddenOne) {
     EXPECT_TRUE(planExport(outline, {}).everythingIsHidden());
 }
 
+TEST(ExportPlan, TakesHeadersAndModelsAloneForNothing) {
+    Outline outline;
+    outline.add(itemOf(HeaderContent{}, "h"));
+    outline.add(itemOf(ModelContent{}, "m"));
+    EXPECT_TRUE(planExport(outline, {}).documentIsEmpty);
+    EXPECT_FALSE(planExport(outline, {}).everythingIsHidden());
+    outline.add(textOf("a"), outline.add(itemOf(HeaderContent{}, "h", false)));
+    EXPECT_FALSE(planExport(outline, {}).documentIsEmpty);
+    EXPECT_TRUE(planExport(outline, {}).everythingIsHidden());
+}
+
+TEST(ExportPlan, KeepsAHeaderThatNeverHeldAnything) {
+    Outline outline;
+    const ItemId section = outline.add(itemOf(HeaderContent{}, "s"));
+    outline.add(itemOf(HeaderContent{}, "i"), section);
+    outline.add(itemOf(HeaderContent{}, "hidden", false));
+    outline.add(textOf("t"));
+    EXPECT_EQ(pictureOf(planExport(outline, {})), "1s/0 2i/1 4t/0");
+}
+
 TEST(ExportPlan, LeavesOutExcludedTypes) {
     Outline outline;
     outline.add(textOf("a"));
