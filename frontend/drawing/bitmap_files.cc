@@ -1,11 +1,11 @@
 #include <allheaders.h>
 
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <vector>
 
 #include "frontend/drawing/bitmap.h"
+#include "frontend/drawing/fewer_colors.h"
 
 namespace vexa::frontend {
 
@@ -47,33 +47,11 @@ PixImage withPalette(const Bitmap& bitmap, const std::vector<std::uint32_t>& pal
     return pix;
 }
 
-/// Gives each entry of the palette the most frequent of the colours that it stands for, so that a white
-/// ground is white and even areas keep their colour.
-void sharpenPalette(PIX* pix, const Bitmap& bitmap) {
-    std::map<l_uint32, std::map<std::uint32_t, std::size_t>> counts;
-    for (int y = 0; y < bitmap.height; ++y) {
-        for (int x = 0; x < bitmap.width; ++x) {
-            l_uint32 entry = 0;
-            pixGetPixel(pix, x, y, &entry);
-            ++counts[entry][bitmap.row(y)[x]];
-        }
-    }
-    for (const auto& [entry, colors] : counts) {
-        const std::uint32_t color =
-            std::max_element(colors.begin(), colors.end(), [](const auto& left, const auto& right) {
-                return left.second < right.second;
-            })->first;
-        pixcmapResetColor(pixGetColormap(pix), static_cast<int>(entry), static_cast<int>(color >> 24U),
-                          static_cast<int>(color >> 16U & 0xFFU), static_cast<int>(color >> 8U & 0xFFU));
-    }
-}
-
 PixImage withColors(const Bitmap& bitmap, int colors, int depth) {
     const std::vector<std::uint32_t> palette = paletteOf(bitmap, static_cast<std::size_t>(colors));
     if (!palette.empty()) return withPalette(bitmap, palette, depth);
-    PixImage pix(pixOctreeQuantNumColors(pixOf(bitmap, false).get(), colors, 1));
-    if (pix != nullptr) sharpenPalette(pix.get(), bitmap);
-    return pix;
+    const Bitmap reduced = inFewerColors(bitmap, static_cast<std::size_t>(colors));
+    return withPalette(reduced, paletteOf(reduced, static_cast<std::size_t>(colors)), depth);
 }
 
 PixImage inGrays(const Bitmap& bitmap) {

@@ -29,28 +29,6 @@ void dropLine(std::string& file, std::string_view beginning) {
     file.erase(at, file.find('\n', at) + 1 - at);
 }
 
-std::string postScript(const Picture& picture, const DrawingOrder& order, std::string& reason) {
-    std::string file;
-    const CairoSurface surface(
-        cairo_ps_surface_create_for_stream(appendBytes, &file, order.width, order.height));
-    cairo_ps_surface_restrict_to_level(surface.get(), CAIRO_PS_LEVEL_2);
-    cairo_ps_surface_set_eps(surface.get(), 1);
-    {
-        const CairoContext context(cairo_create(surface.get()));
-        if (picture.form == PictureForm::png) {
-            // PostScript knows nothing of what shines through.
-            cairo_set_source_rgb(context.get(), 1, 1, 1);
-            cairo_paint(context.get());
-        }
-        if (!drawOnCairo(context.get(), picture, order.width, order.height, reason)) return {};
-        cairo_show_page(context.get());
-    }
-    cairo_surface_finish(surface.get());
-    if (!isWell(cairo_surface_status(surface.get()), reason)) return {};
-    dropLine(file, "%%CreationDate:");  // equal pictures, equal bytes
-    return file;
-}
-
 /// Where the picture leaves ink.
 bool inkOf(const Picture& picture, const DrawingOrder& order, VectorBox& ink, std::string& reason) {
     const CairoSurface surface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
@@ -67,6 +45,30 @@ bool inkOf(const Picture& picture, const DrawingOrder& order, VectorBox& ink, st
     return isWell(cairo_surface_status(surface.get()), reason);
 }
 
+std::string postScript(const Picture& picture, const DrawingOrder& order, std::string& reason) {
+    VectorBox ink;
+    if (!inkOf(picture, order, ink, reason)) return {};
+    std::string file;
+    const CairoSurface surface(
+        cairo_ps_surface_create_for_stream(appendBytes, &file, order.width, order.height));
+    cairo_ps_surface_restrict_to_level(surface.get(), CAIRO_PS_LEVEL_2);
+    cairo_ps_surface_set_eps(surface.get(), 1);
+    {
+        const CairoContext context(cairo_create(surface.get()));
+        if (picture.form == PictureForm::png || ink.isEmpty()) {
+            // PostScript knows nothing of what shines through, and a box of nothing is none.
+            cairo_set_source_rgb(context.get(), 1, 1, 1);
+            cairo_paint(context.get());
+        }
+        if (!drawOnCairo(context.get(), picture, order.width, order.height, reason)) return {};
+        cairo_show_page(context.get());
+    }
+    cairo_surface_finish(surface.get());
+    if (!isWell(cairo_surface_status(surface.get()), reason)) return {};
+    dropLine(file, "%%CreationDate:");  // equal pictures, equal bytes
+    return file;
+}
+
 /// With its fonts named; empty where that does not suit the picture.
 std::string withFonts(const Picture& picture, const DrawingOrder& order, std::string& reason) {
     BitmapSource bitmaps(picture, order.width, order.height);
@@ -74,6 +76,7 @@ std::string withFonts(const Picture& picture, const DrawingOrder& order, std::st
     if (!readVectors(picture, order.width, order.height, target, reason)) return {};
     VectorBox ink;
     if (!target.suits() || !bitmaps.isWell(reason) || !inkOf(picture, order, ink, reason)) return {};
+    if (ink.isEmpty()) return {};
     return target.file(ink, order.width);
 }
 

@@ -8,9 +8,9 @@
 
 namespace vexa::frontend {
 
-/// The picture as the order says. The bounding box is that of what is drawn. Letters that take other forms
-/// beside each other are curves whatever the order says. Empty, with the reason as shown,
-/// when it cannot be drawn.
+/// The picture as the order says. The bounding box is that of what is drawn, of a blank picture the whole.
+/// Letters that take other forms beside each other are curves whatever the order says. Empty, with the reason
+/// as shown, when it cannot be drawn.
 [[nodiscard]] std::string epsFile(const Picture& picture, const DrawingOrder& order, std::string& reason);
 
 }  // namespace vexa::frontend

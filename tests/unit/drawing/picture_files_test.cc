@@ -48,6 +48,20 @@ TEST(PictureFiles, EvenAreasKeepTheirColorInAPalette) {
     EXPECT_TRUE(found.ends_with(" 68,119,170,255 255,255,255,255 204,51,17,255")) << found;
 }
 
+TEST(PictureFiles, SlopesOfColorsStaySlopesInAPalette) {
+    const Picture slope = svgOf(
+        "<defs><linearGradient id='g'><stop stop-color='red'/><stop offset='1' "
+        "stop-color='blue'/></linearGradient></defs><rect y='10' width='80' height='30' fill='url(#g)'/>");
+    // 80 columns have 80 colours; with the white ground that is less than 256.
+    EXPECT_EQ("PNG P 80x40 dots=96 bits=8 colors=81 255,255,255,255",
+              judgedPng(slope, DrawnDepth::colors256, "40,2"));
+    EXPECT_EQ("PNG P 80x40 dots=96 bits=4 colors=16 255,255,255,255",
+              judgedPng(slope, DrawnDepth::colors16, "40,2"));
+    EXPECT_TRUE(
+        judgedPng(manyColors(), DrawnDepth::colors256).starts_with("PNG P 80x40 dots=96 bits=8 colors=2"))
+        << judgedPng(manyColors(), DrawnDepth::colors256);
+}
+
 TEST(PictureFiles, JpgIsInColorsOrGray) {
     DrawingOrder order = orderOf(DrawnForm::jpg);
     EXPECT_TRUE(judged(drawn(twoBars(), order).bytes, ".jpg").starts_with("JPEG RGB 80x40 dots=96 "));
@@ -127,6 +141,8 @@ TEST(EpsFiles, AreOnePageWithTheBoxOfWhatIsDrawn) {
     const Picture corner = svgOf("<rect x='40' y='20' width='20' height='10'/>");
     EXPECT_EQ("EPS level=2 pages=1 dated=no fonts=no box=30,7,45,15 ghostscript=near",
               judged(drawn(corner, order).bytes, ".eps"));
+    EXPECT_EQ("EPS level=2 pages=1 dated=no fonts=no box=0,0,60,30 ghostscript=0,0,0,0",
+              judged(drawn(svgOf(""), order).bytes, ".eps"));
 }
 
 TEST(EpsFiles, HaveLettersAsCurvesOnWish) {
