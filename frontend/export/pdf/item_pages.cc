@@ -242,7 +242,7 @@ void ItemPages::writePicture(const ExportedItem& item) {
     const double scale = std::min({1.0, flow_.width() / size.width, (flow_.bodyHeight() - 60) / size.height});
     const std::unique_ptr<PageDrawing> drawing = drawings_.take(item);
     static_cast<void>(styles_.find(picture.styleSheet, item));
-    const PictureObject form = addPictureForm(file_, *drawing);
+    const PictureObject form = addPictureForm(file_, *drawing, !task_.request.pdf->embedFonts);
     picturesHoldFonts_ = picturesHoldFonts_ || form.holdsFonts;
     flow_.leaveSpace(itemGap);
     flow_.reserve(std::min(size.height * scale, flow_.freshRest()));

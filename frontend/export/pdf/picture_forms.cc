@@ -10,6 +10,7 @@
 #include "frontend/drawing/cairo_drawing.h"
 #include "frontend/drawing/picture_style.h"
 #include "frontend/drawing/qpdf_library.h"
+#include "frontend/export/pdf/named_fonts.h"
 
 namespace vexa::frontend::pdf {
 
@@ -124,7 +125,7 @@ std::string PageDrawing::finish(std::string& reason) {
     return {};
 }
 
-PictureObject addPictureForm(PdfFile& file, PageDrawing& drawing) {
+PictureObject addPictureForm(PdfFile& file, PageDrawing& drawing, bool namesFonts) {
     PictureObject drawn;
     const std::string page = drawing.finish(drawn.reason);
     if (page.empty()) return drawn;
@@ -136,7 +137,8 @@ PictureObject addPictureForm(PdfFile& file, PageDrawing& drawing) {
         if (pages.size() == 1) {
             QPDFObjectHandle form = pages[0].getFormXObjectForPage();
             QPDFObjectHandle resources = form.getDict().getKey("/Resources");
-            drawn.holdsFonts = resources.isDictionary() && resources.hasKey("/Font");
+            drawn.holdsFonts =
+                namesFonts ? !nameFonts(source) : resources.isDictionary() && resources.hasKey("/Font");
             drawn.object = ObjectCopier(file).copy(form);
             return drawn;
         }

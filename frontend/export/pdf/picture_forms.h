@@ -36,7 +36,8 @@ class PageDrawing {
     WorkApart work_;
 };
 
-/// Writes what was drawn as an object that pages can draw.
-[[nodiscard]] PictureObject addPictureForm(PdfFile& file, PageDrawing& drawing);
+/// Writes what was drawn as an object that pages can draw. With `namesFonts`, fonts that readers can replace
+/// by their own are not in it.
+[[nodiscard]] PictureObject addPictureForm(PdfFile& file, PageDrawing& drawing, bool namesFonts);
 
 }  // namespace vexa::frontend::pdf

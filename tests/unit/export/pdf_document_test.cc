@@ -238,6 +238,18 @@ TEST(PdfDocument, NamesFontsWithoutTheirOutlinesWhereThatSuffices) {
     EXPECT_NE(fonts.find("WinAnsi          no  no"), std::string::npos) << fonts;
     EXPECT_EQ(fonts.find("Identity-H"), std::string::npos) << fonts;
     EXPECT_EQ(wordsOf(folder), "Ça suffit – “oui”, office. 1");
+    const auto chartWith = [](const std::string& text) {
+        return R"({"type": "chart", "svg": "<svg width='80' height='40'><text y='20'>)" + text +
+               R"(</text></svg>"})";
+    };
+    written = pdfOf(namedDocument(chartWith("Één")), folder, request);
+    EXPECT_TRUE(written.warnings.empty());
+    fonts = printed(folder, "pdffonts \"" + folder.file("a.pdf") + "\"");
+    EXPECT_EQ(fonts.find("yes yes"), std::string::npos) << fonts;
+    EXPECT_EQ(fonts.find('+'), std::string::npos) << fonts;
+    EXPECT_EQ(wordsOf(folder), "Één 1");
+    written = pdfOf(namedDocument(chartWith("Ω")), folder, request);
+    EXPECT_EQ(written.warnings.size(), 1U);
     written = pdfOf(namedDocument(R"({"type": "text", "text": "مرحبا"})"), folder, request);
     ASSERT_EQ(written.warnings.size(), 1U);
     EXPECT_NE(written.warnings[0].find("EMBEDFONTS=NO"), std::string::npos);
