@@ -145,7 +145,7 @@ void SlideDeck::writeFooter(XmlWriter& xml) const {
     }
     beginPlaceholder(xml, {4, "Number 3"}, {"sldNum", numberPlaceholder, true});
     beginParagraphs(xml);
-    writeNumberField(xml, language_);
+    writeNumberField(xml, language_, std::to_string(slides_));
     endParagraphs(xml);
 }
 

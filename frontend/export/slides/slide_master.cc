@@ -88,7 +88,7 @@ void writeForm(XmlWriter& xml, const PlaceholderForm& form) {
     }
     xml.end();
     if (form.isNumber) {
-        writeNumberField(xml, "en-US");
+        writeNumberField(xml, "en-US", "\xE2\x80\xB9#\xE2\x80\xBA");
     } else if (form.isFooter) {
         xml.begin("a:p").begin("a:endParaRPr").attribute("lang", "en-US").end();
         xml.end();

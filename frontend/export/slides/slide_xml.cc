@@ -97,10 +97,10 @@ void endParagraphs(XmlWriter& xml) {
     xml.end();
 }
 
-void writeNumberField(XmlWriter& xml, std::string_view language) {
+void writeNumberField(XmlWriter& xml, std::string_view language, std::string_view shown) {
     xml.begin("a:p").begin("a:fld").attribute("id", "{B6F15528-21DE-4FAA-801E-634DDDAF4B2B}");
     xml.attribute("type", "slidenum").begin("a:rPr").attribute("lang", language).end();
-    xml.element("a:t", "\xE2\x80\xB9#\xE2\x80\xBA").end();
+    xml.element("a:t", shown).end();
     xml.end();
 }
 

@@ -47,7 +47,7 @@ void beginParagraphs(XmlWriter& xml, const BodyProperties& properties = {});
 /// Closes `p:txBody` and `p:sp`.
 void endParagraphs(XmlWriter& xml);
 
-/// The field that shows a slide's number, as a paragraph.
-void writeNumberField(XmlWriter& xml, std::string_view language);
+/// The field that shows a slide's number, as a paragraph; `shown` until a program counts.
+void writeNumberField(XmlWriter& xml, std::string_view language, std::string_view shown);
 
 }  // namespace vexa::frontend

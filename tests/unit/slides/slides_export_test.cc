@@ -67,6 +67,8 @@ TEST(Slides, HavePageTitlesAtTheFootFromTheirPlaceOn) {
     EXPECT_EQ("(none)", made.footer(1));
     EXPECT_EQ("One\nTwo", made.footer(2));
     EXPECT_EQ("Three", made.footer(3));
+    // The number beside it is there before a program counts.
+    EXPECT_NE(std::string::npos, made.part("ppt/slides/slide2.xml").find("<a:t>2</a:t></a:fld>"));
 }
 
 TEST(Slides, OfPageTitlesAloneAreOne) {
