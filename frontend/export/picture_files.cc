@@ -67,6 +67,16 @@ DrawnDepth drawnDepth(PngDepth depth) {
     return depths[static_cast<std::size_t>(depth)];
 }
 
+/// Whether the PNG, which has been read once, already is a file of that depth with 96 dots an inch.
+bool isInDepth(std::string_view png, DrawnDepth depth) {
+    constexpr std::size_t depthPlace = 24;
+    const std::string_view head = png.substr(0, png.find("IDAT"));
+    const std::string_view colors = depth == DrawnDepth::true32Bit ? "\x08\x06" : "\x08\x02";
+    const std::string_view dots("pHYs\0\0\x0E\xC4\0\0\x0E\xC4\1", 13);
+    return head.size() > depthPlace && head.substr(depthPlace, colors.size()) == colors &&
+           head.find("tRNS") == std::string_view::npos && head.find(dots) != std::string_view::npos;
+}
+
 /// Points. A chart always has a size; one of an unreadable file may not.
 ItemSize sizeOf(const ExportedItem& item) {
     const ItemSize size = shownSize(item.item()).value_or(ItemSize{});
@@ -171,6 +181,11 @@ std::string PictureFiles::shownFormat() const {
     return job == nullptr || count_ == 0 ? std::string() : std::string(pictureFormatName(job->format));
 }
 
+double PictureFiles::shownScale() const {
+    const Job* const job = shownJob();
+    return job == nullptr ? 1 : job->percent / 100;
+}
+
 bool PictureFiles::canCopy(const Job& job, const ExportedItem& item) const {
     const Picture& picture = *pictureOf(item)->picture;
     const bool isWhole =
@@ -179,7 +194,7 @@ bool PictureFiles::canCopy(const Job& job, const ExportedItem& item) const {
     const ItemSize size = sizeOf(item);
     const bool isNatural = size.width == picture.width && size.height == picture.height;
     // Where nothing can be drawn, the page that shows the file gives it the item's size.
-    return job.percent == 100 && (isNatural || !canDraw());
+    return job.percent == 100 && ((isNatural && isInDepth(picture.bytes, job.drawing.depth)) || !canDraw());
 }
 
 void PictureFiles::expect(const ExportPlan& plan) {

@@ -56,6 +56,8 @@ class PictureFiles {
     /// What the page shows, else what is written; empty without pictures.
     [[nodiscard]] std::string shownRoot() const;
     [[nodiscard]] std::string shownFormat() const;
+    /// How large the files that a page shows are; 1 is the pictures' own size.
+    [[nodiscard]] double shownScale() const;
 
   private:
     struct Job {

@@ -1,5 +1,6 @@
 #include "frontend/export/html/page_pictures.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -51,11 +52,11 @@ void PagePictures::append(std::string& html, const ExportedItem& item, const std
     task_.report.countPicture();
     const std::string& beside = task_.pictures.add(item);
     if (!beside.empty() && !isPacked_) {
-        appendImage(html, item, addressOf(beside));
+        appendImage(html, item, addressOf(beside), task_.pictures.shownScale());
         return;
     }
     if (picture.picture->form == PictureForm::png) {
-        appendImage(html, item, address_(picture.picture->bytes));
+        appendImage(html, item, address_(picture.picture->bytes), 1);
         return;
     }
     InlineSvg svg{&picture, shownSize(item.item()).value_or(ItemSize{225, 112.5}),
@@ -70,15 +71,18 @@ void PagePictures::append(std::string& html, const ExportedItem& item, const std
     }
 }
 
-void PagePictures::appendImage(std::string& html, const ExportedItem& item, const std::string& address) {
+void PagePictures::appendImage(std::string& html, const ExportedItem& item, const std::string& address,
+                               double scale) {
     html += "<img src=\"";
     appendHtml(html, address);
     html += "\" alt=\"";
     appendHtml(html, alternativeOf(item));
     html += '"';
     if (const std::optional<ItemSize> size = shownSize(item.item())) {
-        html += " width=\"" + std::to_string(std::lround(size->width * pixelsPerPoint)) + "\" height=\"" +
-                std::to_string(std::lround(size->height * pixelsPerPoint)) + "\"";
+        const auto pixels = [scale](double points) {
+            return std::to_string(std::max(1L, std::lround(points * scale * pixelsPerPoint)));
+        };
+        html += " width=\"" + pixels(size->width) + "\" height=\"" + pixels(size->height) + "\"";
     }
     html += '>';
 }

@@ -22,7 +22,8 @@ class PagePictures : public PicturePlacer {
     void append(std::string& html, const ExportedItem& item, const std::string& id) override;
 
   private:
-    void appendImage(std::string& html, const ExportedItem& item, const std::string& address);
+    /// `scale` of its own size.
+    void appendImage(std::string& html, const ExportedItem& item, const std::string& address, double scale);
 
     const ExportTask& task_;
     bool isPacked_;

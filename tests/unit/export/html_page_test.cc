@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "backend/platform/file_system.h"
+#include "frontend/drawing/picture_drawing.h"
 #include "frontend/export/html/css_scope.h"
 #include "frontend/export/html/html_text.h"
 #include "tests/unit/export/export_samples.h"
@@ -104,6 +105,21 @@ TEST(HtmlPage, KeepsTheWidthsOfColumns) {
     EXPECT_THAT(page, HasSubstr("<colgroup><col><col><col style=\"width:40pt\"></colgroup>"));
     EXPECT_THAT(page, HasSubstr("style=\"min-width:0;max-width:none\">2</td>"));
     EXPECT_THAT(page, testing::ContainsRegex("<td class=\"s.?.?\">1</td>"));
+}
+
+TEST(HtmlPage, ShowsFilesOfPicturesInTheirSize) {
+    if (!canDraw()) GTEST_SKIP();
+    const ViewerDocument document = documentOf(
+        R"({"type": "chart", "svg": "<svg xmlns='http://www.w3.org/2000/svg' width='80' height='41'/>"})");
+    const ExportFolder folder;
+    ExportRequest request;
+    request.html = HtmlExport{};
+    request.html->file = folder.file("a.html");
+    request.jpg = JpgExport{};
+    request.jpg->percentSize = 50;
+    EXPECT_TRUE(exportDocument(document, request, {}).response.success);
+    EXPECT_THAT(folder.read("a.html"),
+                HasSubstr("<img src=\"a1.jpg\" alt=\"chart\" width=\"40\" height=\"21\""));
 }
 
 TEST(ReportPage, PacksPicturesAlsoWhereFilesAreWritten) {

@@ -106,6 +106,10 @@ TEST(TextPage, PutsPicturesBesideItWhenAsked) {
     EXPECT_EQ(outcome.response.imageRoot, folder.file("a"));
     EXPECT_EQ(folder.names(), canDraw() ? "a.txt a1.png a2.png a3.png " : "a.txt a3.png ");
     EXPECT_NE(folder.read("a.txt").find("[A dot: a3.png]"), std::string::npos);
+    if (!canDraw()) return;
+    // The dot is a PNG that can be transparent and says nothing of its size.
+    EXPECT_NE(folder.read("a3.png").find("\x08\x02"), std::string::npos);
+    EXPECT_NE(folder.read("a3.png").find("pHYs"), std::string::npos);
 }
 
 TEST(ExportDocument, ReplacesNothingOnFailure) {
