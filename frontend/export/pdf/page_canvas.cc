@@ -127,8 +127,8 @@ void PageCanvas::line(double fromX, double fromY, double toX, double toY, const 
 }
 
 void PageCanvas::showRun(const ShapedRun& run, double size, double x, double y, bool isFirst) {
-    const PdfFont& font = fonts_.at(run.font.id);
-    const std::string& name = run.byName ? font.plainName() : font.embeddedName();
+    const std::string& name =
+        run.sheet == nullptr ? fonts_.at(run.font.id).embeddedName() : run.sheet->name();
     if (font_ != &name || size_ != size) {
         content_ += "/" + name + " ";
         appendNumber(content_, size);

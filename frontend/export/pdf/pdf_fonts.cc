@@ -17,16 +17,6 @@ struct SubsetRelease {
     void operator()(hb_subset_input_t* input) const { hb_subset_input_destroy(input); }
 };
 
-/// The characters from 0x80 to 0x9F of the set; 0 where it has none.
-constexpr std::array<char16_t, 32> westernMiddle{
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-char32_t westernCharacter(unsigned int code) {
-    return code >= 0x80 && code < 0xA0 ? westernMiddle[code - 0x80] : code;
-}
-
 std::string_view bytesOf(hb_blob_t* blob) {
     unsigned int length = 0;
     const char* const data = hb_blob_get_data(blob, &length);
@@ -180,15 +170,6 @@ bool hasTable(hb_face_t* face, hb_tag_t tag) {
 
 }  // namespace
 
-unsigned char westernCode(char32_t character) {
-    if (character >= 0x20 && character < 0x7F) return static_cast<unsigned char>(character);
-    if (character >= 0xA0 && character <= 0xFF) return static_cast<unsigned char>(character);
-    for (std::size_t i = 0; i < westernMiddle.size(); ++i) {
-        if (westernMiddle[i] == character && character != 0) return static_cast<unsigned char>(0x80 + i);
-    }
-    return 0;
-}
-
 void appendHexCode(std::string& text, hb_codepoint_t glyph) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     for (int shift = 12; shift >= 0; shift -= 4)
@@ -234,6 +215,18 @@ bool PdfFont::use(hb_codepoint_t glyph, std::string_view text) {
     return isNew || found->second == text;
 }
 
+const FontSheet* PdfFont::sheetFor(const std::u32string& characters) {
+    for (FontSheet& sheet : sheets_) {
+        if (sheet.take(characters)) return &sheet;
+    }
+    const std::string name = "N" + embeddedName_.substr(1);
+    for (const bool isWestern : {true, false}) {
+        FontSheet sheet(sheets_.empty() ? name : name + "." + std::to_string(sheets_.size()), isWestern);
+        if (sheet.take(characters)) return &sheets_.emplace_back(std::move(sheet));
+    }
+    return nullptr;
+}
+
 std::string PdfFont::postScriptName() const {
     std::array<char, 128> name{};
     unsigned int length = name.size();
@@ -247,7 +240,6 @@ FontId PdfFonts::find(hb_font_t* font, const std::string& key) {
     if (isNew) {
         fonts_.push_back(std::make_unique<PdfFont>(font));
         fonts_.back()->embeddedName_ = "F" + std::to_string(fonts_.size());
-        fonts_.back()->plainName_ = "N" + std::to_string(fonts_.size());
     }
     return found->second;
 }
@@ -256,7 +248,8 @@ std::string PdfFonts::write(PdfFile& file) {
     std::string names;
     for (const auto& font : fonts_) {
         if (font->isEmbedded_) names += "/" + font->embeddedName_ + " " + font->writeEmbedded(file);
-        if (font->isPlain_) names += "/" + font->plainName_ + " " + font->writePlain(file);
+        for (const FontSheet& sheet : font->sheets_)
+            names += "/" + sheet.name() + " " + font->writeSheet(file, sheet);
     }
     return names;
 }
@@ -294,19 +287,25 @@ std::string PdfFont::writeEmbedded(PdfFile& file) const {
     return reference;
 }
 
-std::string PdfFont::writePlain(PdfFile& file) const {
+std::string PdfFont::writeSheet(PdfFile& file, const FontSheet& sheet) const {
     const std::string name = postScriptName();
     const PdfObject description = file.add(descriptor(font_.get(), name, ascent_, descent_, false) + ">>");
     const bool isCff = hasTable(hb_font_get_face(font_.get()), HB_TAG('C', 'F', 'F', ' '));
     std::string font = isCff ? "<</Type/Font/Subtype/Type1" : "<</Type/Font/Subtype/TrueType";
-    font += "/Encoding/WinAnsiEncoding/FirstChar 32/LastChar 255/BaseFont";
+    const std::vector<char32_t> characters = sheet.characters();
+    font += "/Encoding" + sheet.encoding() + "/FirstChar 32/LastChar " +
+            std::to_string(31 + characters.size()) + "/BaseFont";
     appendName(font, name);
     font += "/FontDescriptor ";
     appendReference(font, description);
+    if (const std::string map = sheet.unicodeMap(); !map.empty()) {
+        font += "/ToUnicode ";
+        appendReference(font, file.addStream("", map));
+    }
     font += "/Widths[";
-    for (unsigned int code = 32; code < 256; ++code) {
+    for (const char32_t each : characters) {
         hb_codepoint_t glyph = 0;
-        hb_font_get_nominal_glyph(font_.get(), westernCharacter(code), &glyph);
+        hb_font_get_nominal_glyph(font_.get(), each, &glyph);
         appendNumber(font, hb_font_get_glyph_h_advance(font_.get(), glyph) / unitsPerThousandth_);
         font += ' ';
     }

@@ -6,12 +6,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "frontend/export/pdf/font_sheet.h"
 #include "frontend/export/pdf/pdf_file.h"
 
 namespace vexa::frontend::pdf {
@@ -47,12 +49,11 @@ class PdfFont {
     /// The letter is shown and stands for `text`; false when the same one stands for another text already, so
     /// that the place where it is shown has to say so.
     [[nodiscard]] bool use(hb_codepoint_t glyph, std::string_view text);
-    /// Characters of the Western European set are shown without the font being in the file.
-    void useByName() { isPlain_ = true; }
+    /// The sheet that shows all the characters without the font being in the file; null where none can.
+    [[nodiscard]] const FontSheet* sheetFor(const std::u32string& characters);
 
-    /// The names of the font within a page's resources: with its letters in the file, and without.
+    /// The name of the font within a page's resources, with its letters in the file.
     [[nodiscard]] const std::string& embeddedName() const { return embeddedName_; }
-    [[nodiscard]] const std::string& plainName() const { return plainName_; }
 
   private:
     friend class PdfFonts;
@@ -64,7 +65,7 @@ class PdfFont {
     [[nodiscard]] std::string postScriptName() const;
     /// A reference to the font.
     [[nodiscard]] std::string writeEmbedded(PdfFile& file) const;
-    [[nodiscard]] std::string writePlain(PdfFile& file) const;
+    [[nodiscard]] std::string writeSheet(PdfFile& file, const FontSheet& sheet) const;
 
     HbFont font_;
     double unitsPerThousandth_ = 1;
@@ -73,9 +74,8 @@ class PdfFont {
     std::vector<Glyph> glyphs_;
     std::map<hb_codepoint_t, std::string> texts_;
     bool isEmbedded_ = false;
-    bool isPlain_ = false;
     std::string embeddedName_;
-    std::string plainName_;
+    std::deque<FontSheet> sheets_;  // lines refer to them
 };
 
 class PdfFonts {
@@ -91,10 +91,6 @@ class PdfFonts {
     std::map<std::string, FontId> ids_;
     std::vector<std::unique_ptr<PdfFont>> fonts_;
 };
-
-/// The code of a character in the Western European set that fonts without their letters are shown by; 0 for
-/// one that is not in it.
-[[nodiscard]] unsigned char westernCode(char32_t character);
 
 /// Appends the four digits that a letter of a font in the file is shown by.
 void appendHexCode(std::string& text, hb_codepoint_t glyph);

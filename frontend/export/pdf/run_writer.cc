@@ -25,12 +25,14 @@ std::vector<std::string_view> charactersOf(std::string_view text) {
 /// The operators of one run.
 class Operators {
   public:
-    Operators(PdfFont& font, bool byName, std::string& out) : font_(font), byName_(byName), out_(out) {}
+    /// `sheet` is null for a font that is in the file.
+    Operators(PdfFont& font, const FontSheet* sheet, std::string& out)
+        : font_(font), sheet_(sheet), out_(out) {}
 
     void cluster(std::span<const PlacedGlyph> glyphs, std::string_view text) {
         const bool isPlain = glyphs.size() == 1 && glyphs[0].isShown && !glyphs[0].isMissing;
-        if (byName_) {
-            show(glyphs[0], westernCode(decodeUtf8(text).code));
+        if (sheet_ != nullptr) {
+            show(glyphs[0], sheet_->code(decodeUtf8(text).code));
         } else if (isPlain && font_.use(glyphs[0].id, text)) {
             show(glyphs[0], 0);
         } else if (std::none_of(glyphs.begin(), glyphs.end(),
@@ -133,7 +135,7 @@ class Operators {
         }
         adjust(-glyph.x);
         if (!isString_) openString();
-        if (byName_) {
+        if (sheet_ != nullptr) {
             constexpr std::string_view digits = "0123456789ABCDEF";
             array_ += digits[code >> 4U];
             array_ += digits[code & 0xFU];
@@ -187,7 +189,7 @@ class Operators {
 
   private:
     PdfFont& font_;
-    bool byName_;
+    const FontSheet* sheet_;
     std::string& out_;
     std::string array_;
     bool isString_ = false;
@@ -207,19 +209,21 @@ std::string_view textOf(const PlacedGlyph& glyph, std::string_view text) {
     return text.substr(glyph.textBegin, glyph.textEnd - glyph.textBegin);
 }
 
-/// Whether every letter is the usual one of one character that fonts can be asked for by name.
-bool canShowByName(const PdfFont& font, std::span<const PlacedGlyph> glyphs, std::string_view text) {
+/// The sheet that shows the letters, each the usual one of one character; null where they need more.
+const FontSheet* sheetFor(PdfFont& font, std::span<const PlacedGlyph> glyphs, std::string_view text) {
+    std::u32string characters;
     for (const PlacedGlyph& each : glyphs) {
         const std::string_view own = textOf(each, text);
-        if (own.empty() || !each.isShown || each.isMissing) return false;
+        if (own.empty() || !each.isShown || each.isMissing) return nullptr;
         const Utf8Character character = decodeUtf8(own);
         hb_codepoint_t usual = 0;
-        if (character.length != own.size() || westernCode(character.code) == 0 ||
+        if (character.length != own.size() || !isFoundByName(character.code) ||
             hb_font_get_nominal_glyph(font.handle(), character.code, &usual) == 0 || usual != each.id) {
-            return false;
+            return nullptr;
         }
+        characters += character.code;
     }
-    return true;
+    return font.sheetFor(characters);
 }
 
 }  // namespace
@@ -230,13 +234,9 @@ void RunWriter::append(const FontShape& shape, double size, std::span<const Plac
     ShapedRun& run = line.runs.emplace_back();
     run.font = shape;
     run.begin = line.width;
-    run.byName = preferNames_ && canShowByName(font, glyphs, text);
-    if (run.byName) {
-        font.useByName();
-    } else if (preferNames_) {
-        hasEmbedded_ = true;
-    }
-    Operators operators(font, run.byName, run.operators);
+    run.sheet = preferNames_ ? sheetFor(font, glyphs, text) : nullptr;
+    hasEmbedded_ = hasEmbedded_ || (preferNames_ && run.sheet == nullptr);
+    Operators operators(font, run.sheet, run.operators);
     operators.risePerThousandth = size / 1000;
     double advance = 0;
     for (std::size_t i = 0; i < glyphs.size();) {

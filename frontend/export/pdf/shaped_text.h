@@ -19,8 +19,8 @@ struct FontShape {
 /// Letters of one font. Measures are points.
 struct ShapedRun {
     FontShape font;
-    bool byName = false;  ///< shown without the font being in the file
-    float begin = 0;      ///< from the beginning of the line
+    const FontSheet* sheet = nullptr;  ///< what shows it without the font being in the file
+    float begin = 0;                   ///< from the beginning of the line
     std::string operators;
 };
 

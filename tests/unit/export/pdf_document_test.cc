@@ -248,6 +248,13 @@ TEST(PdfDocument, NamesFontsWithoutTheirOutlinesWhereThatSuffices) {
     EXPECT_EQ(fonts.find("yes yes"), std::string::npos) << fonts;
     EXPECT_EQ(fonts.find('+'), std::string::npos) << fonts;
     EXPECT_EQ(wordsOf(folder), "Één 1");
+    // Greek and Cyrillic letters and signs stand alone as Latin ones do.
+    const std::string others = "Ελλάδα Россия – ő ≤ Łódź";
+    written = pdfOf(namedDocument(R"({"type": "text", "text": ")" + others + R"("})"), folder, request);
+    EXPECT_TRUE(written.warnings.empty());
+    fonts = printed(folder, "pdffonts \"" + folder.file("a.pdf") + "\"");
+    EXPECT_EQ(fonts.find("yes yes"), std::string::npos) << fonts;
+    EXPECT_EQ(wordsOf(folder), others + " 1");
     written = pdfOf(namedDocument(chartWith("Ω")), folder, request);
     EXPECT_EQ(written.warnings.size(), 1U);
     written = pdfOf(namedDocument(R"({"type": "text", "text": "مرحبا"})"), folder, request);
