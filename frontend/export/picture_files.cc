@@ -72,7 +72,7 @@ bool isInDepth(std::string_view png, DrawnDepth depth) {
     constexpr std::size_t depthPlace = 24;
     const std::string_view head = png.substr(0, png.find("IDAT"));
     const std::string_view colors = depth == DrawnDepth::true32Bit ? "\x08\x06" : "\x08\x02";
-    const std::string_view dots("pHYs\0\0\x0E\xC4\0\0\x0E\xC4\1", 13);
+    const std::string_view dots("pHYs\0\0\x0E\xC4\0\0\x0E\xC4\x01", 13);
     return head.size() > depthPlace && head.substr(depthPlace, colors.size()) == colors &&
            head.find("tRNS") == std::string_view::npos && head.find(dots) != std::string_view::npos;
 }
