@@ -124,7 +124,7 @@ std::string renderTable(const tables::Table& table, const RenderOptions& options
 
 std::string renderNotes(const NotesAdded& notes, const RenderOptions& options) {
     const std::string label = printableText(notes.label);
-    std::string value = printableText(notes.shown.empty() ? notes.value : notes.shown);
+    std::string value = printableText(notes.value);
     std::string text;
     if (!label.empty()) {
         const std::string whole = composed(labelledForm, {label, value});

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <deque>
-#include <utility>
 
 #include "backend/paths/path_text.h"
 #include "backend/platform/file_system.h"
@@ -16,26 +14,6 @@ namespace {
 
 constexpr int kExpanded = 0;
 constexpr int kNotExpanded = 1;
-
-/// More than one command can name.
-constexpr std::size_t kMostKnownPaths = 256;
-
-/// Whole paths that commands have got from here, UTF-8; the latest ones last.
-std::deque<std::string>& knownPaths() {
-    static std::deque<std::string> paths;
-    return paths;
-}
-
-void rememberPath(std::string path) {
-    std::deque<std::string>& known = knownPaths();
-    if (std::find(known.begin(), known.end(), path) != known.end()) {
-        return;
-    }
-    known.push_back(std::move(path));
-    if (known.size() > kMostKnownPaths) {
-        known.pop_front();
-    }
-}
 
 /// Fills `buffer` with `path` if there is room for it and its final zero.
 int store(const std::string& path, char* buffer) {
@@ -121,7 +99,6 @@ std::string FileLocations::folder() const {
 void FileLocations::reset() {
     handles_.clear();
     folder_.clear();
-    knownPaths().clear();
 }
 
 int ExpandDirectoryHandle(const char* text, char* buffer, int length) {
@@ -175,22 +152,13 @@ std::string wholeFileName(std::string name) {
     }
     if (ExpandFileSpecification(name.c_str(), buffer.data()) == kExpanded) {
         name = buffer.data();
-        rememberPath(toUtf8(name));
     }
     return name;
-}
-
-std::string shownPath(std::string_view text) {
-    const std::deque<std::string>& known = knownPaths();
-    const bool isKnown = text.find('\\') != std::string_view::npos &&
-                         std::find(known.begin(), known.end(), text) != known.end();
-    return isKnown ? toNativePath(text) : std::string(text);
 }
 
 int VALIDATECLIENTFILESPEC(const char* path, int* length, int* valid, int* exists, int* writable) {
     const std::string_view text(path);
     const std::string file = toUtf8(text);
-    rememberPath(file);
     const bool named = namesFile(text);
     const bool open = named && FileSystem::current().isWritable(file);
     *length = static_cast<int>(text.size());

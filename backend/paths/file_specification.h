@@ -47,10 +47,6 @@ int ExpandFileSpecification(const char* text, char* buffer);
 /// Both one after the other: the whole path of `name`; `name` itself where it has none.
 [[nodiscard]] std::string wholeFileName(std::string name);
 
-/// `text` (UTF-8) as users see it: a whole path that was expanded or looked up here not long ago in the
-/// system's own form, which they can hand to other programs; any other text as it is.
-[[nodiscard]] std::string shownPath(std::string_view text);
-
 /// `path` without backslashes at its end, but for one that is all of it.
 [[nodiscard]] std::string withoutFinalSeparators(std::string path);
 

@@ -1,6 +1,5 @@
 #include "backend/pivot/bp_procedure.h"
 
-#include "backend/paths/file_specification.h"
 #include "backend/pivot/output_log.h"
 #include "backend/pivot/pivot_table_draft.h"
 #include "backend/pivot/string_table_notes.h"
@@ -19,8 +18,7 @@ BpPivotTable BpHeading::PivotTable(const BpCellText& title, const BpCellText& su
 
 void BpHeading::AddNotes(int level, const BpCellText& label, const BpCellText& value) {
     OutputLog& log = OutputLog::current();
-    if (log.hasListeners())
-        log.publish(NotesAdded{level, label.shown(), value.shown(), shownPath(value.shown())});
+    if (log.hasListeners()) log.publish(NotesAdded{level, label.shown(), value.shown()});
 }
 
 BpProcedure::BpProcedure(std::string_view title, int value)

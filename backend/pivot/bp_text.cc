@@ -1,12 +1,10 @@
 #include "backend/pivot/bp_text.h"
 
-#include <algorithm>
 #include <array>
 #include <cassert>
 #include <charconv>
 #include <cmath>
 
-#include "backend/paths/file_specification.h"
 #include "backend/pivot/output_log.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
@@ -58,9 +56,7 @@ void BpComposite::Finish() { finished_ = true; }
 
 std::string BpComposite::shown() const {
     const std::string text = translatable_ ? translated(text_) : text_;
-    std::vector<std::string> shown(arguments_.size());
-    std::transform(arguments_.begin(), arguments_.end(), shown.begin(), shownPath);
-    return hasMarker(text) ? replaceMarkers(text, shown) : withList(text, shown);
+    return hasMarker(text) ? replaceMarkers(text, arguments_) : withList(text, arguments_);
 }
 
 BpNumber::BpNumber(double value, BpNumberFormat format) : value_(value), format_(format) {}

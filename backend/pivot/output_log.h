@@ -75,7 +75,6 @@ struct NotesAdded {
     int level = 0;
     std::string label;
     std::string value;
-    std::string shown{};  ///< the value as users see it; empty where it is no other
 };
 
 struct TableFinished {

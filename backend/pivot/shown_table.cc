@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "backend/paths/file_specification.h"
 #include "backend/tables/formats/number_text.h"
 
 namespace vexa {
@@ -94,7 +93,7 @@ void setCell(const PivotTable& built, const PivotCell& cell, tables::TableDataBu
         data.setNumber(cell.place, *cell.number, countFormat);
         if (tables::numberText(*cell.number, countFormat) != cell.text) data.setShown(cell.place, cell.text);
     } else {
-        data.setText(cell.place, shownPath(cell.text));
+        data.setText(cell.place, cell.text);
     }
     if (cell.extras == 0) return;
     const PivotCellExtras& extras = built.extrasOf(cell);

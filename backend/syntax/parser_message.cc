@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "backend/paths/file_specification.h"
 #include "backend/pivot/bp_text.h"
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/nearest_keyword.h"
@@ -29,7 +28,7 @@ std::string formatNumber(double value) {
 
 std::string shown(const Argument& argument) {
     const auto* const text = std::get_if<std::string>(&argument);
-    return text != nullptr ? shownPath(*text) : formatNumber(std::get<double>(argument));
+    return text != nullptr ? *text : formatNumber(std::get<double>(argument));
 }
 
 /// The text in the language of the user, its markers ^1, ^2, ... replaced.

@@ -53,7 +53,7 @@ void DocumentRecorder::handle(const NotesAdded& event) {
     ViewerDocument* const document = isRecorded(false) ? target() : nullptr;
     if (document == nullptr) return;
     headerIn(*document);
-    NoteLine line{event.level, event.label, event.shown.empty() ? event.value : event.shown};
+    NoteLine line{event.level, event.label, event.value};
     const ItemId known = runs_.empty() ? 0 : runs_.back().notes;
     if (document->outline().find(known) != nullptr) {
         std::get<NotesContent>(document->change(known).content).lines.push_back(std::move(line));
