@@ -136,7 +136,7 @@ class PromptTest(unittest.TestCase):
         session.expect("charts [a]")
         session.prompted()
         session.type("exit\r")
-        self.assertEqual(session.status(), 0)
+        self.assertEqual(session.status(), 1, "that of the command")
         self.assertEqual(sorted(os.listdir(self.folder)), ["a.htm", "charts.json", "charts.vxv"])
         with open(os.path.join(self.folder, "a.htm"), encoding="utf-8") as file:
             self.assertEqual(file.read(), "old")

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Saves and exports over files that are special, in folders that are, on disks that are full, and what is said of paths.
+"""Saves and exports over files that are special, in folders that are and on disks that are full.
 
 Usage: special_files_test.py PROGRAM
 """
@@ -244,27 +244,6 @@ class SpecialFilesTest(unittest.TestCase):
             self.assertIn(f"The file {file} cannot be written: File too large", done.stderr, extension)
             self.assertFalse(file.exists(), extension)
         self.no_temporary_file()
-
-    def test_paths_in_messages_are_those_of_the_system(self):
-        (self.folder / "case.vxs").write_text(
-            "OUTPUT OPEN FILE='a.vxv' NAME=a.\nOUTPUT EXPORT /HTML DOCUMENTFILE='none/a.htm'.\n"
-            "OUTPUT EXPORT /TEXT DOCUMENTFILE='a.txt'.\nOUTPUT EXPORT /XLSX DOCUMENTFILE='a' OPERATION=MODIFYSHEET.\n"
-            "OUTPUT EXPORT /PNG IMAGEROOT='none/a'.\nOUTPUT EXPORT /HTML DOCUMENTFILE='a.htm' IMAGEFORMAT=PNG\n"
-            "  /PNG IMAGEROOT='none/a'.\nOUTPUT SAVE OUTFILE='none/a.vxv'.\nOUTPUT OPEN FILE='none\\a.vxv'.\n"
-            "OUTPUT EXPORT NAME=none /TEXT DOCUMENTFILE='a.txt'.\nINSERT FILE='none\\a.vxs'.\n"
-            "FILE HANDLE h /NAME='none'.\nOUTPUT EXPORT /TEXT DOCUMENTFILE='h/a.txt'.\n", encoding="utf-8")
-        runs = (("run", "case.vxs"), ("export", "a.vxv", "none/a.htm"), ("export", "a.vxv", "a.htm"),
-                ("export", "--dry-run", "a.vxv", "b.htm"), ("export", "a.vxv", "none/a.png"), ("export", "none/a.vxv", "a.htm"),
-                ("import", "none/a.vxv", "more.json"), ("import", "a.vxv", "none/more.json"), ("show", "none/a.vxv"),
-                ("run", "none/a.vxs"), ("check", "none/a.vxs"), ("check", "case.vxs"),
-                ("run", "--trace", "none/t", "case.vxs"), ("show", "--password-file", "none/p", "a.vxv"),
-                ("run", "--diagnostics", "json", "case.vxs"))
-        for words in runs:
-            done = self.run_program(*words)
-            self.assertNotIn("\\", done.stdout.replace("\\\\", "\\") + done.stderr.replace('\\"', '"'), words)
-        done = self.run_program("export", "a.vxv", "none/a.htm")
-        self.assertIn(f"There is no access to file {self.folder}/none/a.htm.", done.stderr)
-        self.assertIn(f"Document File: {self.folder}/a.htm", self.run_program("export", "a.vxv", "a.htm").stdout)
 
 
 if __name__ == "__main__":
