@@ -63,7 +63,9 @@ void maskTexts(Json& value, const std::vector<std::string>& passwords) {
 
 void maskPasswords(Json& line, std::string_view command) {
     const auto password = line.find("password");
-    if (password != line.end() && *password != "") *password = kMask;
+    if (password != line.end() && password->is_string() && !password->get_ref<const std::string&>().empty()) {
+        *password = kMask;
+    }
     const std::vector<std::string> passwords = passwordsIn(command);
     if (passwords.empty()) return;
     for (auto& [key, value] : line.items()) {

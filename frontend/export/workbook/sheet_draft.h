@@ -26,7 +26,8 @@ class SheetDraft {
     /// Whether so many rows and columns from `row` on are there; fails otherwise, naming the item.
     bool hasRoom(const ExportedItem& item, std::uint64_t row, std::uint64_t rows, std::uint64_t columns);
 
-    /// Says that so many cells come, where they are many: making room for each of them takes twice the memory.
+    /// Says that so many cells come, where they are many: making room for each of them takes twice the
+    /// memory.
     void expect(std::size_t cells);
     void addBlank(std::uint32_t row, std::uint32_t column, SheetStyleId style);
     /// Returns the number of the cell.
