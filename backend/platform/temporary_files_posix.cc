@@ -32,8 +32,10 @@ std::atomic<Place*> places{nullptr};
 std::atomic<int> beingMade{0};
 std::atomic<bool> isEnding{false};
 
-static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<Place*>::is_always_lock_free &&
-              std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
+static_assert(std::atomic<pid_t>::is_always_lock_free);
+static_assert(std::atomic<Place*>::is_always_lock_free);
+static_assert(std::atomic<int>::is_always_lock_free);
+static_assert(std::atomic<bool>::is_always_lock_free);
 
 sigset_t endingSignals() {
     sigset_t signals;
