@@ -146,6 +146,7 @@ char* putPair(char* before, std::uint64_t number) {
 /// Most numbers by far: a sign, digits and a mark, written from the last to the first.
 void appendPlain(std::string& out, bool negative, std::uint64_t number, int decimals, char mark) {
     constexpr std::size_t most = 40;  // 20 digits, or all decimals and what stands before them
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): not filled, since this is done for every number
     std::array<char, most> buffer;
     char* const end = buffer.data() + buffer.size();
     char* first = end;
