@@ -33,6 +33,7 @@ class OfficePictures {
                    Scale scale = {});
     OfficePictures(const OfficePictures&) = delete;
     OfficePictures& operator=(const OfficePictures&) = delete;
+    ~OfficePictures() = default;
 
     /// The picture of a chart or a tree. A PNG is copied; an SVG is drawn with two dots for each of its
     /// pixels as it is shown. What cannot be drawn has a frame with its alternative text; a build that cannot
