@@ -36,7 +36,4 @@ int explain(const std::string& words, Session& session);
 /// Warns of documents whose changes end with the program.
 void warnOfUnsaved(Surroundings& surroundings);
 
-/// Complains on standard error, in the program's name.
-void complain(const std::string& message);
-
 }  // namespace vexa::program

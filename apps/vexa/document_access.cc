@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/installation.h"
 #include "backend/paths/path_factory.h"
@@ -23,6 +24,7 @@ namespace {
 using frontend::StoreProblem;
 using frontend::StoreResult;
 
+constexpr int kWarningLevel = 2;
 constexpr std::uint64_t kMostPasswordBytes = 65'536;
 
 std::string folderOf(int instance) {
@@ -35,7 +37,7 @@ std::optional<std::string> readPasswordFile(const std::string& file) {
     std::string content;
     if (const FileResult result = FileSystem::current().readStream(file, content, kMostPasswordBytes);
         !result) {
-        complain(composed("The file ^1 cannot be read: ^2."_text, {file, shownReason(result)}));
+        complain("The file ^1 cannot be read: ^2."_text, {file, shownReason(result)}, file);
         return std::nullopt;
     }
     std::string line = content.substr(0, content.find_first_of("\r\n"));
@@ -53,10 +55,10 @@ std::optional<std::string> givenPassword(const DocumentChoices& choices) {
         typed = readSecretLine(translated("Password: "_text));
     }
     if (!typed || typed->empty()) {
-        complain(composed(
+        complain(
             "The document ^1 is protected by a password. Type it at a terminal, or name a file that holds "
             "it: --password-file FILE."_text,
-            {choices.document}));
+            {choices.document}, choices.document);
         return std::nullopt;
     }
     return typed;
@@ -90,15 +92,14 @@ TableSurroundings::TableSurroundings()
     : looks({folderOf(PathFactory::kInstallation) + "Looks", folderOf(PathFactory::kLanguage) + "Looks"}) {
     const FileResult result = words.open(folderOf(PathFactory::kInstallation) + "lang/statistic-roles.xml");
     if (!result) {
-        complain(
-            composed("The words for statistics cannot be read: ^1. Roles are not inferred from labels."_text,
-                     {shownReason(result)}));
+        warn("The words for statistics cannot be read: ^1. Roles are not inferred from labels."_text,
+             {shownReason(result)});
     }
 }
 
 void complainOf(const StoreResult& result, const std::string& file) {
     const frontend::StoreMessage message = frontend::describe(result, file);
-    complain(composed(message.text, {message.argument}));
+    complain(message.text, {message.argument}, file);
 }
 
 bool openForUser(const SessionChoices& choices) {
@@ -109,7 +110,7 @@ bool openForUser(const SessionChoices& choices) {
         return false;
     }
     for (const std::string& warning : warnings) {
-        complain(warning);
+        complain(Diagnostic{.code = diagnostic_code::kProgram, .level = kWarningLevel, .text = warning});
     }
     return true;
 }
@@ -130,7 +131,7 @@ OpenedDocument openForUser(const DocumentChoices& choices) {
         frontend::wipe(*password);
     }
     if (result && !choices.passwordFile.empty() && !opened.document->isFileProtected()) {
-        complain(composed(frontend::messages::notProtected, {choices.document}));
+        warn(frontend::messages::notProtected, {choices.document}, choices.document);
     }
     if (!result) {
         complainOf(result, choices.document);

@@ -1,11 +1,11 @@
 #include "apps/vexa/embedded_front_end.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "apps/vexa/export_progress.h"
+#include "apps/vexa/installation.h"
 #include "backend/paths/path_factory.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
@@ -26,16 +26,6 @@ std::vector<std::string> lookFolders() {
         if (finder != nullptr) folders.push_back(toUtf8(finder->getPath()) + "Looks");
     }
     return folders;
-}
-
-/// The code of the language that the installation's folder of texts is named after, as pages say it.
-std::string languageCode() {
-    const PathFinder* const finder = PathFactory::getPathInstance(PathFactory::kLanguage);
-    std::string folder = finder == nullptr ? std::string() : toUtf8(finder->getPath());
-    while (!folder.empty() && (folder.back() == '\\' || folder.back() == '/')) folder.pop_back();
-    std::string code = folder.substr(folder.find_last_of("\\/") + 1);
-    std::replace(code.begin(), code.end(), '_', '-');
-    return code.empty() ? "en" : code;
 }
 
 frontend::ExportSurroundings exportSurroundings() {

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <initializer_list>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "backend/strings/dictionary.h"
+#include "backend/syntax/nearest_keyword.h"
 
 namespace vexa::program {
 
@@ -106,6 +109,45 @@ bool knows(const SubComDescriptor* subcommand, const std::string& keyword) {
     return subcommand != nullptr && subcommand->findParameter(keyword) != nullptr;
 }
 
+std::string objectionToKeyword(const std::string& keyword, const std::string& subcommand,
+                               std::initializer_list<const SubComDescriptor*> subcommands) {
+    std::vector<std::string_view> known;
+    for (const SubComDescriptor* const each : subcommands) {
+        if (each == nullptr) continue;
+        for (const ParamDescriptor& parameter : each->parameters()) {
+            // The file has its own place on the command line.
+            const std::string_view name = parameter.name();
+            if (!name.empty() && name != "DOCUMENTFILE" && name != "IMAGEROOT") known.push_back(name);
+        }
+    }
+    std::string message = composed(
+        R"(OUTPUT EXPORT has no keyword ^1 for ^2. "vexa help OUTPUT EXPORT ^2" shows what it has.)"_text,
+        {keyword, subcommand});
+    const std::string_view nearest = nearestKeyword(keyword, known);
+    appendSentence(message, nearest.empty() ? composed("It takes ^1."_text, {listKeywords(known)})
+                                            : composed("Did you mean ^1?"_text, {std::string(nearest)}));
+    return message;
+}
+
+std::string objectionToFormat(const ExportWish& wish) {
+    if (wish.as.empty()) {
+        return composed(
+            "What ^1 shall be is not known. Give it an extension such as .html, .txt or .pdf, or say it: --as report."_text,
+            {wish.file});
+    }
+    std::vector<std::string_view> known{"REPORT"};
+    for (const Format& format : kFormats) {
+        if (std::find(known.begin(), known.end(), format.subcommand) == known.end()) {
+            known.push_back(format.subcommand);
+        }
+    }
+    const std::string_view nearest = nearestKeyword(wish.as, known);
+    std::string message = composed("There is no format ^1."_text, {wish.as});
+    appendSentence(message, nearest.empty() ? composed("Give one of these: ^1."_text, {listKeywords(known)})
+                                            : composed("Did you mean ^1?"_text, {std::string(nearest)}));
+    return message;
+}
+
 ExportCommand refused(std::string problem) { return {{}, std::move(problem)}; }
 
 }  // namespace
@@ -113,9 +155,7 @@ ExportCommand refused(std::string problem) { return {{}, std::move(problem)}; }
 ExportCommand exportCommand(const ExportWish& wish, const CommandDescriptor& grammar) {
     const Format* const format = formatOf(wish);
     if (format == nullptr) {
-        return refused(composed(
-            "What ^1 shall be is not known. Give it an extension such as .html, .txt or .pdf, or say it: --as report."_text,
-            {wish.file}));
+        return refused(objectionToFormat(wish));
     }
     const std::string subcommand(format->subcommand);
     const SubComDescriptor* const own = grammar.findSubcommand(subcommand);
@@ -142,9 +182,7 @@ ExportCommand exportCommand(const ExportWish& wish, const CommandDescriptor& gra
         } else if (knows(leading, keyword)) {
             ofCommand += text;
         } else {
-            return refused(composed(
-                R"(OUTPUT EXPORT has no keyword ^1 for ^2. "vexa help OUTPUT EXPORT ^2" shows what it has.)"_text,
-                {keyword, subcommand}));
+            return refused(objectionToKeyword(keyword, subcommand, {own, contents, leading}));
         }
     }
     if (!ofContents.empty()) ofContents = "\n  /CONTENTS" + ofContents;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/document_access.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/export_command.h"
@@ -24,7 +25,7 @@ std::string commandFor(const Options& options, Session& session) {
     const std::optional<CommandDescriptor> grammar =
         known == nullptr ? std::nullopt : session.describe(*known);
     if (!grammar) {
-        complain(composed("The command library cannot be loaded: ^1"_text, {session.moduleFailure()}));
+        complain("The command library cannot be loaded: ^1"_text, {session.moduleFailure()});
         return {};
     }
     const ExportCommand command = exportCommand(

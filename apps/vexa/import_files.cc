@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/document_access.h"
 #include "apps/vexa/exit_status.h"
 #include "backend/platform/file_system.h"
@@ -19,6 +20,8 @@ namespace vexa::program {
 namespace {
 
 constexpr const char* kStandardInput = "-";
+constexpr int kWarningLevel = 2;
+constexpr int kErrorLevel = 3;
 constexpr const char* kReaderExtension = ".vxw";
 
 /// The document, opened or made; its `document` is null after a complaint.
@@ -29,14 +32,24 @@ OpenedDocument openOrMake(const DocumentChoices& choices) {
     }
     OpenedDocument opened = openForUser(choices);
     if (opened.document != nullptr && opened.document->isLocked()) {
-        complain(composed(
+        complain(
             "The document ^1 is locked: it was saved with LOCK=YES and takes no change. OUTPUT SAVE with "
             "LOCK=NO unlocks it."_text,
-            {choices.document}));
+            {choices.document}, choices.document);
         opened.document.reset();
         opened.exitStatus = exit_status::kCommandError;
     }
     return opened;
+}
+
+void report(int level, const frontend::ImportProblem& problem) {
+    Diagnostic diagnostic{.code = diagnostic_code::kProgram,
+                          .level = level,
+                          .file = problem.file,
+                          .line = static_cast<int>(problem.place.line),
+                          .column = static_cast<int>(problem.place.column)};
+    diagnostic.text = problem.path.empty() ? problem.message : problem.path + ": " + problem.message;
+    complain(std::move(diagnostic), problem.shown());
 }
 
 /// Reads all files; false after a complaint about the first that does not fit.
@@ -56,12 +69,12 @@ bool readFiles(const Options& options, frontend::Imported& imported, int& exitSt
                                  isTyped ? &typed : nullptr)) {
             continue;
         }
-        complain(problem.shown());
+        report(kErrorLevel, problem);
         exitStatus = problem.isFile ? exit_status::kUsage : exit_status::kCommandError;
         return false;
     }
-    for (const std::string& warning : imported.warnings) {
-        complain(warning);
+    for (const frontend::ImportProblem& warning : imported.warnings) {
+        report(kWarningLevel, warning);
     }
     return true;
 }
@@ -79,16 +92,16 @@ int save(OpenedDocument& opened, const std::string& file) {
     }
     if (const std::optional<LocalTime> changed = frontend::changedByOthers(*opened.document, file)) {
         frontend::wipe(options.passwordForm);
-        complain(composed(
+        complain(
             "Another program has changed the document ^1 (^2) since this command opened it, and nothing was added. Repeat the command."_text,
-            {file, shownTime(*changed)}));
+            {file, shownTime(*changed)}, file);
         return exit_status::kCommandError;
     }
     frontend::ReplacedFile replaced;
     const frontend::StoreResult result = frontend::saveDocument(*opened.document, file, options, &replaced);
     frontend::wipe(options.passwordForm);
-    if (replaced.lostRights) complain(composed(frontend::messages::otherRights, {file}));
-    if (replaced.staysElsewhere) complain(composed(frontend::messages::otherNames, {file}));
+    if (replaced.lostRights) warn(frontend::messages::otherRights, {file}, file);
+    if (replaced.staysElsewhere) warn(frontend::messages::otherNames, {file}, file);
     if (!result) {
         complainOf(result, file);
         return exit_status::kUsage;

@@ -1,5 +1,6 @@
 #include "apps/vexa/installation.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -10,6 +11,7 @@
 #include "backend/platform/file_system.h"
 #include "backend/platform/user_languages.h"
 #include "backend/strings/dictionary.h"
+#include "backend/text/character_set.h"
 
 namespace vexa::program {
 
@@ -95,6 +97,15 @@ bool openInstallation(const SessionChoices& choices, std::vector<std::string>& w
     installPaths(folder, language);
     StringDictionary::current().open(folder + "/lang/" + language);
     return true;
+}
+
+std::string languageCode() {
+    const PathFinder* const finder = PathFactory::getPathInstance(PathFactory::kLanguage);
+    std::string folder = finder == nullptr ? std::string() : toUtf8(finder->getPath());
+    while (!folder.empty() && (folder.back() == '\\' || folder.back() == '/')) folder.pop_back();
+    std::string code = folder.substr(folder.find_last_of("\\/") + 1);
+    std::replace(code.begin(), code.end(), '_', '-');
+    return code.empty() ? "en" : code;
 }
 
 }  // namespace vexa::program

@@ -15,4 +15,7 @@ namespace vexa::program {
 [[nodiscard]] bool openInstallation(const SessionChoices& choices, std::vector<std::string>& warnings,
                                     std::string& problem);
 
+/// The code of the language that the installation's folder of texts is named after, as pages say it: "pt-BR".
+[[nodiscard]] std::string languageCode();
+
 }  // namespace vexa::program

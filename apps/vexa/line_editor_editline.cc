@@ -8,12 +8,16 @@
 #include <cstring>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "apps/vexa/line_editor.h"
+#include "backend/paths/file_specification.h"
+#include "backend/platform/file_system.h"
 #include "backend/platform/interrupt.h"
+#include "backend/session/command_catalog.h"
 #include "backend/session/syntax_completion.h"
 #include "backend/text/character_set.h"
 
@@ -68,28 +72,125 @@ std::size_t bytesOf(std::string_view text, int count) {
     return at;
 }
 
-bool endsInQuotes(std::string_view line) {
-    char quote = '\0';
-    for (const char c : line) {
-        if (quote == '\0' && (c == '\'' || c == '"')) {
-            quote = c;
-        } else if (c == quote) {
-            quote = '\0';
+/// The quotation mark that is open at the end of a line, and the offset behind it.
+struct OpenQuote {
+    char quote = '\0';  ///< none is open
+    std::size_t behind = 0;
+};
+
+OpenQuote openQuote(std::string_view line) {
+    OpenQuote open;
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (open.quote == '\0' && (line[at] == '\'' || line[at] == '"')) {
+            open = {line[at], at + 1};
+        } else if (line[at] == open.quote) {
+            // A doubled one closes the text and opens it again, which comes to the same.
+            const bool isDoubled = at + 1 < line.size() && line[at + 1] == open.quote;
+            at += isDoubled ? 1U : 0U;
+            open = isDoubled ? open : OpenQuote{};
         }
     }
-    return quote != '\0';
+    return open;
 }
 
-/// `line` without the word that asks for help, behind which a command's name is completed as it is elsewhere.
-std::string_view withoutHelp(std::string_view line) {
+/// `name` with every `quote` in it doubled, or with doubled ones as one.
+std::string withDoubled(std::string_view name, char quote) {
+    std::string text;
+    for (const char c : name) text.append(c == quote ? 2U : 1U, c);
+    return text;
+}
+
+std::string withSingle(std::string_view text, char quote) {
+    std::string name;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        name += text[at];
+        at += text[at] == quote ? 1U : 0U;
+    }
+    return name;
+}
+
+/// Names of files that begin with `typed`, as they stand in quotes; relative ones from the folder of CD.
+std::vector<std::string> filesInQuotes(std::string_view typed, char quote) {
+    const std::string name = withSingle(typed, quote);
+    std::string folder;
+    if (!name.starts_with('/') && !name.starts_with('~')) {
+        folder = toNativePath(toUtf8(FileLocations::current().folder()));
+        folder += folder.empty() || folder.ends_with('/') ? "" : "/";
+    }
+    std::vector<std::string> names;
+    for (int state = 0;; ++state) {
+        const std::unique_ptr<char, decltype(&std::free)> file(
+            rl_filename_completion_function((folder + name).c_str(), state), &std::free);
+        if (file == nullptr) break;
+        const std::string_view whole = file.get();
+        if (whole.starts_with(folder)) names.push_back(withDoubled(whole.substr(folder.size()), quote));
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+/// What `help` can show of a command: its subcommands and the parameters of each.
+std::vector<std::string> partsOf(const CommandDescriptor& descriptor) {
+    std::vector<std::string> parts;
+    const auto add = [&parts](std::string_view name) {
+        const bool isNew = std::find(parts.begin(), parts.end(), name) == parts.end();
+        if (!name.empty() && isNew) parts.emplace_back(name);
+    };
+    for (const SubComDescriptor& subcommand : descriptor.subcommands()) {
+        add(subcommand.name());
+        for (const ParamDescriptor& parameter : subcommand.parameters()) add(parameter.name());
+    }
+    return parts;
+}
+
+/// What stands behind the word that asks for help; nothing where none does.
+std::optional<std::string_view> behindHelp(std::string_view line) {
     const std::size_t word = line.find_first_not_of(" \t");
     if (word == std::string_view::npos || !editor.before.empty()) {
-        return line;
+        return std::nullopt;
     }
     const std::size_t end = std::min(line.find_first_of(" \t", word), line.size());
     const std::string_view first = line.substr(word, end - word);
     const bool asks = end < line.size() && (first == "?" || equalsIgnoringCase(first, "help"));
-    return asks ? line.substr(end + 1) : line;
+    return asks ? std::optional(line.substr(end + 1)) : std::nullopt;
+}
+
+/// What may follow `words`, which stand behind "help".
+Completion completeHelp(std::string_view words) {
+    const std::size_t first = std::min(words.find_first_not_of(" \t"), words.size());
+    const std::optional<FoundCommand> found = findCommandName(words, first);
+    if (!found || found->end == words.size()) {
+        return completeSyntax(*editor.session, words);
+    }
+    Completion completion;
+    completion.from = std::max(found->end, words.find_last_of(" \t/") + 1);
+    const std::string typed = toUpperCase(words.substr(completion.from));
+    const std::optional<CommandDescriptor> descriptor = editor.session->describe(*found->command);
+    for (const std::string& part : descriptor ? partsOf(*descriptor) : std::vector<std::string>()) {
+        if (part.starts_with(typed)) completion.candidates.push_back(part);
+    }
+    return completion;
+}
+
+/// Offers `words`, which take the place of the last `ours` bytes of the line. The editor replaces its own
+/// idea of the word, `text`, which may begin before or behind ours.
+char** offer(const char* text, std::size_t ours, const std::vector<std::string>& words) {
+    const std::size_t theirs = std::strlen(text);
+    editor.candidates.clear();
+    for (const std::string& word : words) {
+        editor.candidates.push_back(theirs < ours ? word.substr(std::min(ours - theirs, word.size()))
+                                                  : std::string(text, theirs - ours) + word);
+    }
+    return rl_completion_matches(text, nextCandidate);
+}
+
+/// A folder goes on with what is in it; behind anything else the text ends.
+int behindFile(const std::vector<std::string>& files, char quote) {
+    if (files.size() != 1) return 0;
+    const std::string name = withSingle(files.front(), quote);
+    const std::string folder =
+        name.starts_with('/') ? "" : toNativePath(toUtf8(FileLocations::current().folder()));
+    return FileSystem::current().isFolder(folder.empty() ? name : folder + "/" + name) ? '/' : quote;
 }
 
 /// Called by the editor when the user asks for completion of the characters `start` to `end` of the line,
@@ -99,21 +200,19 @@ char** complete(const char* text, int /*start*/, int end) {
     rl_attempted_completion_over = 1;  // the editor's own idea is no substitute
     const std::string_view whole = rl_line_buffer;
     const std::string line(whole.substr(0, bytesOf(whole, end)));
-    if (endsInQuotes(line)) {
-        return rl_completion_matches(text, rl_filename_completion_function);
+    rl_completion_append_character = ' ';
+    if (const OpenQuote open = openQuote(line); open.quote != '\0') {
+        const std::string_view typed = std::string_view(line).substr(open.behind);
+        const std::vector<std::string> files = filesInQuotes(typed, open.quote);
+        rl_completion_append_character = behindFile(files, open.quote);
+        return offer(text, typed.size(), files);
     }
-    const std::string syntax = fromUtf8(editor.before + std::string(withoutHelp(line)));
-    const Completion completion = completeSyntax(*editor.session, syntax);
-    // The editor replaces its own idea of the word, which may begin before or behind ours.
-    const std::size_t ours = toUtf8(std::string_view(syntax).substr(completion.from)).size();
-    const std::size_t theirs = std::strlen(text);
-    editor.candidates.clear();
-    for (const std::string& candidate : completion.candidates) {
-        const std::string word = toUtf8(candidate);
-        editor.candidates.push_back(theirs < ours ? word.substr(std::min(ours - theirs, word.size()))
-                                                  : std::string(text, theirs - ours) + word);
-    }
-    return rl_completion_matches(text, nextCandidate);
+    const std::optional<std::string_view> help = behindHelp(line);
+    const std::string syntax = fromUtf8(help ? std::string(*help) : editor.before + line);
+    const Completion completion = help ? completeHelp(syntax) : completeSyntax(*editor.session, syntax);
+    std::vector<std::string> words;
+    for (const std::string& candidate : completion.candidates) words.push_back(toUtf8(candidate));
+    return offer(text, toUtf8(std::string_view(syntax).substr(completion.from)).size(), words);
 }
 
 /// One line, to be freed; null at the end of the input and after an interrupt. Holds nothing that a jump

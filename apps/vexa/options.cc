@@ -9,9 +9,8 @@
 #include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/language_choice.h"
-#include "backend/platform/file_system.h"
+#include "apps/vexa/usage_errors.h"
 #include "backend/platform/version.h"
-#include "backend/text/text_width.h"
 #include "frontend/import/import_file.h"
 
 namespace vexa::program {
@@ -317,14 +316,6 @@ void describeExport(CLI::App& app, Options& options) {
     addReadingOptions(app, options.session);
 }
 
-/// A complaint about a word that is neither a command of the program nor a syntax file; empty for a file.
-std::string objectionToFile(const std::string& word) {
-    if (word == "-" || word.ends_with(".vxs") || FileSystem::current().isFile(word)) {
-        return {};
-    }
-    return "'" + word + "' is neither a command of this program nor a syntax file";
-}
-
 /// One command of the program, which `chosen` becomes when it is given.
 CLI::App* addAction(CLI::App& app, Options& options, Action action, const char* name, const char* help,
                     const char* examples) {
@@ -358,7 +349,7 @@ void describe(CLI::App& app, Options& options) {
     app.set_version_flag("--version", std::string("vexa ").append(productVersion()), "Print the version");
     addSessionOptions(app, options.session);
     app.add_option("FILE", options.files, "Syntax files, as for run")
-        ->check(CLI::Validator(objectionToFile, ""))
+        ->check(CLI::Validator([&app](const std::string& word) { return objectionToFile(app, word); }, ""))
         ->option_text(" ");
 
     describeRunning(app, options);
@@ -385,7 +376,12 @@ void describe(CLI::App& app, Options& options) {
               "Print a script that completes the words of this program in a shell", kCompletionExamples)
         ->add_option("SHELL", options.shell, "bash, zsh or fish")
         ->required()
-        ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+        ->check(CLI::Validator(
+            [](const std::string& word) {
+                const bool isKnown = word == "bash" || word == "zsh" || word == "fish";
+                return isKnown ? std::string() : "takes bash, zsh or fish, not '" + word + "'";
+            },
+            ""));
     addAction(app, options, Action::manual, "manual", "Print the manual page, for man", kManualExamples);
 }
 
@@ -418,24 +414,12 @@ bool asksForJson(int argc, const char* const* argv) {
     return false;
 }
 
-void complainOfUsage(const std::string& text) {
-    if (areDiagnosticsJson()) {
-        std::cerr << diagnosticLine({.code = diagnostic_code::kUsage, .text = text});
-    } else {
-        std::cerr << printableText(text) << '\n';
-    }
-}
-
-/// Shows what `error` asks for, or complains of, and gives the exit status. What was typed cannot steer the
-/// terminal.
+/// Shows what `error` asks for, or complains of it, and gives the exit status.
 int complainOf(const CLI::App& app, const CLI::ParseError& error) {
-    std::ostringstream shown;
-    const bool asked = app.exit(error, std::cout, shown) == 0;
-    std::istringstream lines(shown.str());
-    for (std::string line; std::getline(lines, line);) {
-        complainOfUsage(line);
-    }
-    return asked ? exit_status::kSuccess : exit_status::kUsage;
+    std::ostringstream passedOver;
+    if (app.exit(error, std::cout, passedOver) == 0) return exit_status::kSuccess;
+    complainOfUsage(usageComplaint(app, error));
+    return exit_status::kUsage;
 }
 
 }  // namespace
@@ -467,7 +451,6 @@ std::optional<Options> readOptions(int argc, const char* const* argv, int& exitS
     }
     if (options.session.dryRun && options.session.adapter != AdapterKind::embedded) {
         complainOfUsage("--dry-run: only the embedded front end tells what it would do");
-        complainOfUsage("Run with --help for more information.");
         exitStatus = exit_status::kUsage;
         return std::nullopt;
     }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/exit_status.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
@@ -17,14 +18,14 @@ std::optional<std::string> askForPassword() {
     std::optional<std::string> first = readSecretLine(translated("Password: "_text));
     std::optional<std::string> second = first ? readSecretLine(translated("Once more: "_text)) : std::nullopt;
     if (!second) {
-        complain(translated("No password was given."_text));
+        complain("No password was given."_text, {});
         return std::nullopt;
     }
     const bool same = *first == *second;
     frontend::wipe(*second);
     if (!same) {
         frontend::wipe(*first);
-        complain(translated("The two passwords are not the same. Nothing was encrypted."_text));
+        complain("The two passwords are not the same. Nothing was encrypted."_text, {});
         return std::nullopt;
     }
     return first;
@@ -36,7 +37,7 @@ std::optional<std::string> readPassword() {
     }
     std::string line;
     if (!std::getline(std::cin, line)) {
-        complain(translated("No password was given: standard input is empty."_text));
+        complain("No password was given: standard input is empty."_text, {});
         return std::nullopt;
     }
     if (!line.empty() && line.back() == '\r') {
@@ -53,14 +54,15 @@ int printEncryptedPassword() {
         return exit_status::kUsage;
     }
     if (password->empty()) {
-        complain(translated("An empty password protects nothing. Nothing was encrypted."_text));
+        complain("An empty password protects nothing. Nothing was encrypted."_text, {});
         return exit_status::kUsage;
     }
     std::string encrypted = frontend::encryptedPassword(*password);
     frontend::wipe(*password);
     if (encrypted.empty()) {
-        complain(translated(
-            "There is not enough memory to encrypt the password. Close other programs and try again."_text));
+        complain(
+            "There is not enough memory to encrypt the password. Close other programs and try again."_text,
+            {});
         return exit_status::kUsage;
     }
     std::cout << encrypted << '\n';

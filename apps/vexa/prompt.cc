@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/line_editor.h"
 #include "apps/vexa/surroundings.h"

@@ -3,14 +3,13 @@
 #include <optional>
 
 #include "apps/vexa/actions.h"
-#include "apps/vexa/diagnostics.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
 #include "backend/platform/standard_input.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
-#include "backend/text/text_width.h"
 
 namespace vexa::program {
 
@@ -37,25 +36,16 @@ FileResult runStandardInput(Session& session) {
     if (FileResult result = readStandardInput(text); !result) {
         return result;
     }
-    return session.runInput(std::move(text), kStandardInput);
+    return {session.runInput(std::move(text), kStandardInput)};
 }
 
 }  // namespace
-
-void complain(const std::string& message) {
-    std::cout.flush();
-    if (areDiagnosticsJson()) {
-        std::cerr << diagnosticLine({.code = diagnostic_code::kProgram, .text = message}) << std::flush;
-        return;
-    }
-    std::cerr << "vexa: " << printableText(message) << '\n';
-}
 
 int statusWithOutput(int status) {
     if (std::cout.flush()) {
         return std::cerr ? status : exit_status::kUsage;  // there is nobody to be told
     }
-    complain(translated("Standard output could not be written completely. Is the disk full?"_text));
+    complain("Standard output could not be written completely. Is the disk full?"_text, {});
     return exit_status::kUsage;
 }
 
@@ -76,9 +66,11 @@ int runFiles(const Options& options) {
         if (result) {
             surroundings->beginTrace();
         } else {
-            complain(composed(
-                "The syntax file ^1 cannot be read: ^2. Check its name and your current folder."_text,
-                {file, shownReason(result)}));
+            if (!result.reason.empty()) {
+                complain(
+                    "The syntax file ^1 cannot be read: ^2. Check its name and your current folder."_text,
+                    {file, shownReason(result)}, file);
+            }
             allRead = false;
         }
     }

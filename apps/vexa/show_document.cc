@@ -1,6 +1,7 @@
 #include <iostream>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/document_access.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/outline_text.h"
@@ -35,8 +36,9 @@ bool print(const DocumentChoices& choices, const frontend::ViewerDocument& docum
     }
     const frontend::OutlineNode* const node = findNumber(outline, *choices.item);
     if (node == nullptr) {
-        complain(composed("The document ^1 has no item ^2. Its items have the numbers from 1 to ^3."_text,
-                          {choices.document, std::to_string(*choices.item), std::to_string(outline.size())}));
+        complain("The document ^1 has no item ^2. Its items have the numbers from 1 to ^3."_text,
+                 {choices.document, std::to_string(*choices.item), std::to_string(outline.size())},
+                 choices.document);
         return false;
     }
     std::cout << itemText(outline, *node, renderOptions());

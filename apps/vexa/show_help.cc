@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "apps/vexa/actions.h"
+#include "apps/vexa/command_line.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
 #include "backend/session/command_catalog.h"
@@ -36,6 +38,12 @@ int listCommands(Session& session, std::string_view beginning = "") {
     return exit_status::kSuccess;
 }
 
+bool isCommandOfTheProgram(const std::string& name) {
+    const std::vector<DescribedCommand> commands = describedCommandLine();
+    return std::any_of(commands.begin(), commands.end(),
+                       [&](const DescribedCommand& each) { return !each.name.empty() && each.name == name; });
+}
+
 std::string joined(const std::vector<std::string>& words) {
     std::string text;
     for (const std::string& word : words) {
@@ -45,6 +53,10 @@ std::string joined(const std::vector<std::string>& words) {
 }
 
 int complainOfUnknown(const std::string& name) {
+    if (isCommandOfTheProgram(name)) {
+        complain(R"(^1 is a command of the program: "vexa ^1 --help" shows what it takes.)"_text, {name});
+        return exit_status::kUsage;
+    }
     const KnownCommand* const nearest = nearestCommand(name);
     std::string message = composed("There is no command '^1'."_text, {name});
     if (nearest != nullptr) {
@@ -61,8 +73,8 @@ int showPart(const CommandDescriptor& descriptor, std::string part) {
     }
     const std::optional<std::string> text = grammarText(descriptor, part);
     if (!text) {
-        complain(composed(R"(^1 has no subcommand or parameter '^2'. "vexa help ^1" shows what it has.)"_text,
-                          {std::string(descriptor.name()), part}));
+        complain(R"(^1 has no subcommand or parameter '^2'. "vexa help ^1" shows what it has.)"_text,
+                 {std::string(descriptor.name()), part});
         return exit_status::kUsage;
     }
     std::cout << *text;

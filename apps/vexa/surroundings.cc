@@ -32,6 +32,12 @@ constexpr const char* kModulePlace = "/vexaoutput.dll";
 constexpr const char* kModulePlace = "/../lib/vexaoutput.so";
 #endif
 
+bool isWide(const std::string& charset) {
+    const std::string name = toUpperCase(charset);
+    return name.starts_with("UTF-16") || name.starts_with("UTF16") || name.starts_with("UTF-32") ||
+           name.starts_with("UTF32") || name.starts_with("UCS");
+}
+
 /// Installs character set, folders and texts; false, with a `problem`, when one of them is not there.
 bool installForTexts(const SessionChoices& choices, std::vector<std::string>& warnings,
                      std::string& problem) {
@@ -45,11 +51,17 @@ bool installForTexts(const SessionChoices& choices, std::vector<std::string>& wa
     }
     // Only now, so that it is said in the language of the user.
     if (!known) {
-        problem = composed(
-            "The character set ^1 is not known. Use a name such as UTF-8, windows-1252, ISO-8859-1, "
-            "Shift_JIS or "
-            "GB18030."_text,
-            {choices.charset});
+        problem =
+            isWide(choices.charset)
+                ? composed(
+                      "The characters of ^1 have two bytes or more each, so commands are not read from it. Save the syntax files as UTF-8 and leave --charset out."_text,
+                      {choices.charset})
+                : composed(
+                      "The character set ^1 is not known. Use a name such as UTF-8, windows-1252, "
+                      "ISO-8859-1, "
+                      "Shift_JIS or "
+                      "GB18030."_text,
+                      {choices.charset});
     }
     return known;
 }
@@ -152,6 +164,7 @@ std::unique_ptr<Surroundings> Surroundings::make(const SessionChoices& choices, 
     SessionOptions options;
     options.stopOnError = choices.stopOnError;
     options.checkOnly = choices.checkOnly;
+    options.language = languageCode();
     made->session_ = std::make_unique<Session>(made->module_, options);
     return made;
 }

@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "apps/rendering/table_rendering.h"
+#include "backend/session/command_cutter.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/text_width.h"
 #include "backend/tokens/command_text.h"
@@ -108,7 +109,12 @@ void TerminalListener::receive(const LogEvent& event) {
 }
 
 void TerminalListener::showMessage(int level, std::string_view text) {
-    showDiagnostic({.code = diagnostic_code::kProgram, .level = level, .text = std::string(text)});
+    Diagnostic diagnostic{.code = diagnostic_code::kProgram, .level = level, .text = std::string(text)};
+    if (look_.jsonMessages) {
+        showHere(std::move(diagnostic));
+    } else {
+        showDiagnostic(diagnostic);
+    }
 }
 
 void TerminalListener::showDiagnostic(const Diagnostic& diagnostic) {
@@ -161,6 +167,9 @@ void TerminalListener::showHere(Diagnostic diagnostic) {
     if (command != nullptr && !command->file.empty()) {
         diagnostic.file = command->file;
         diagnostic.line = command->line;
+        // A sentence needs no more than the line; for a program every place is whole.
+        const std::size_t first = skipBlanksAndComments(command->text, 0);
+        if (look_.jsonMessages) diagnostic.column = placeOf(*command, first).column;
     }
     showDiagnostic(diagnostic);
 }
@@ -177,11 +186,16 @@ void TerminalListener::show(const ParserMessageReported& report) {
 }
 
 void TerminalListener::show(const ErrorReported& error) {
-    showHere({.code = diagnostic_code::kCommand,
-              .level = error.level,
-              .text = error.message,
-              .key = error.text,
-              .arguments = error.arguments});
+    Diagnostic diagnostic{.code = diagnostic_code::kCommand,
+                          .level = error.level,
+                          .text = error.message,
+                          .key = error.text,
+                          .arguments = error.arguments};
+    if (error.place.line > 0) {
+        showAt(error.place, std::move(diagnostic));
+    } else {
+        showHere(std::move(diagnostic));
+    }
 }
 
 void TerminalListener::show(const NotesAdded& notes) {

@@ -68,6 +68,7 @@ struct ErrorReported {
     std::string text;  ///< as given, markers and all
     std::vector<std::string> arguments;
     std::string message;  ///< as shown
+    SourcePlace place{};  ///< what it is about; without a line the current command
 };
 
 /// One line of `AddNotes`.

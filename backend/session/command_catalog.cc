@@ -87,6 +87,16 @@ bool spellName(const LeadingWords& words, std::string_view name) {
            spells(words.second, name.substr(length + 1)) && spells(words.first, name.substr(0, length));
 }
 
+/// The command whose second word `name` begins with, or null: "SAVE" for OUTPUT SAVE.
+const KnownCommand* commandOfSecondWord(std::string_view name) {
+    const std::string_view word = name.substr(0, name.find(' '));
+    for (const KnownCommand& command : kCommands) {
+        const std::size_t blank = command.name.find(' ');
+        if (blank != std::string_view::npos && spells(word, command.name.substr(blank + 1))) return &command;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 std::span<const KnownCommand> knownCommands() { return kCommands; }
@@ -122,8 +132,11 @@ std::string unknownCommandName(std::string_view text, std::size_t offset) {
         return std::string(text.substr(offset, length));
     }
     std::string name(first.substr(0, kLongestShownWord));
-    const std::string_view second = wordAt(text, skipBlanksAndComments(text, offset + first.size()));
-    if (!second.empty()) {
+    const std::size_t at = skipBlanksAndComments(text, offset + first.size());
+    const std::string_view second = wordAt(text, at);
+    const std::size_t behind = skipBlanksAndComments(text, at + second.size());
+    // What "=" follows is a keyword.
+    if (!second.empty() && (behind >= text.size() || text[behind] != '=')) {
         name += ' ';
         name += second.substr(0, kLongestShownWord);
     }
@@ -140,7 +153,7 @@ const KnownCommand* nearestCommand(std::string_view name) {
         // The second word may be what a command of one word takes.
         nearest = nearestKeyword(name.substr(0, name.find(' ')), names);
     }
-    return nearest.empty() ? nullptr : findKnownCommand(nearest);
+    return nearest.empty() ? commandOfSecondWord(name) : findKnownCommand(nearest);
 }
 
 }  // namespace vexa

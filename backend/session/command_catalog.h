@@ -38,7 +38,7 @@ struct FoundCommand {
 [[nodiscard]] std::optional<FoundCommand> findCommandName(std::string_view text, std::size_t offset);
 
 /// The words at `offset` as an unknown command's name, one blank between them: two words at most, for names
-/// have no more. Without a word, the first character.
+/// have no more, and none that "=" follows. Without a word, the first character.
 [[nodiscard]] std::string unknownCommandName(std::string_view text, std::size_t offset);
 
 /// The known name that is nearest to `name`, or null when none is near.

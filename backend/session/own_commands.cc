@@ -9,6 +9,7 @@
 #include "backend/strings/dictionary.h"
 #include "backend/syntax/command_spec.h"
 #include "backend/syntax/universal_parser.h"
+#include "backend/text/character_set.h"
 
 namespace vexa {
 
@@ -127,20 +128,24 @@ void runChangeFolder(const TokenSequenceBase& tokens) {
     const std::optional<std::string> folder =
         oneLiteral(tokens, freeTokens(spec, ""), "CD needs one quoted folder, as in: CD 'c:\\project'."_text);
     if (folder && !FileLocations::current().changeFolder(resolve(*folder))) {
-        reportError("There is no folder ^1. The working folder is unchanged."_text, *folder);
+        reportAt(placeOf(tokens.command(), offsetOf(tokens, freeTokens(spec, ""))), kErrorLevel,
+                 "There is no folder ^1. The working folder is unchanged."_text, {toUtf8(*folder)});
     }
 }
 
-std::optional<std::string> readInsert(const TokenSequenceBase& tokens) {
+std::optional<InsertedFile> readInsert(const TokenSequenceBase& tokens) {
     CommandSpec spec;
     const CommandDescriptor descriptor = describeOwnCommand(OwnCommand::insert);
     if (!parse(tokens, spec, descriptor)) {
         return std::nullopt;
     }
+    const std::span<const TokenInfoObj> value = spec.getSubComObj("")->getParamObj("FILE")->getTokenList();
     const std::optional<std::string> name =
-        oneLiteral(tokens, spec.getSubComObj("")->getParamObj("FILE")->getTokenList(),
-                   "FILE needs one quoted file, as in: INSERT FILE='more.vxs'."_text);
-    return name ? std::optional(resolve(*name)) : std::nullopt;
+        oneLiteral(tokens, value, "FILE needs one quoted file, as in: INSERT FILE='more.vxs'."_text);
+    if (!name) {
+        return std::nullopt;
+    }
+    return InsertedFile{resolve(*name), offsetOf(tokens, value)};
 }
 
 std::optional<std::string> readEcho(const TokenSequenceBase& tokens) {

@@ -4,6 +4,7 @@
 // INSERT commands, so their folders and handles must be known then as well.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -20,8 +21,13 @@ namespace vexa {
 void runFileHandle(const TokenSequenceBase& tokens);
 void runChangeFolder(const TokenSequenceBase& tokens);
 
-/// The whole path (in the back end's character set) of the file that INSERT names; nothing after an error.
-[[nodiscard]] std::optional<std::string> readInsert(const TokenSequenceBase& tokens);
+/// The file that INSERT names.
+struct InsertedFile {
+    std::string path;        ///< whole, in the back end's character set
+    std::size_t offset = 0;  ///< of its name in the command
+};
+/// Nothing after an error.
+[[nodiscard]] std::optional<InsertedFile> readInsert(const TokenSequenceBase& tokens);
 /// The text of ECHO (in the back end's character set); nothing after an error.
 [[nodiscard]] std::optional<std::string> readEcho(const TokenSequenceBase& tokens);
 

@@ -40,6 +40,17 @@ class DepthScope {
     int& depth_;
 };
 
+/// True when the command has a known name once a blank stands in the place of each mark of that kind.
+bool isNameWithout(const CommandText& command, const StrangeMark& mark) {
+    std::string text = command.text;
+    const std::string strange = text.substr(mark.offset, mark.length);
+    const std::string_view plain = mark.lookAlike->plain == " " ? " " : "";
+    for (std::size_t at = mark.offset; at != std::string::npos; at = text.find(strange, at)) {
+        text.replace(at, strange.size(), plain);
+    }
+    return findCommandName(text, skipBlanksAndComments(text, command.arguments)).has_value();
+}
+
 }  // namespace
 
 Session::Session(CommandModule& module, SessionOptions options) : module_(module), options_(options) {
@@ -54,22 +65,16 @@ FileResult Session::runFile(const std::string& path) {
     if (!result) {
         return result;
     }
-    return runInput(std::move(content), path);
+    return {runInput(std::move(content), path)};
 }
 
-FileResult Session::runInput(std::string text, std::string_view file) {
-    if (looksLikeUtf16(text)) {
-        return {false, std::string("it is UTF-16 text; save it as UTF-8"_text)};
+bool Session::runInput(std::string text, std::string_view file) {
+    if (!canBeSyntax(text, file)) {
+        return false;
     }
-    text = withPlainLineEnds(std::move(text));
-    if (const int line = firstBrokenLine(text); line > 0) {
-        const std::string& set = currentCharacterSet().name();
-        reportWarning(
-            "Line ^1 of ^2 is no text in ^3. Give the character set that the file has, as in --charset windows-1252, or save the file as UTF-8."_text,
-            {std::to_string(line), fromUtf8(file), set});
-    }
+    warnOfCharacterSet(text, file, options_.language);
     runText(std::move(text), file);
-    return {};
+    return true;
 }
 
 void Session::runText(std::string text, std::string_view file, int firstLine) {
@@ -77,15 +82,13 @@ void Session::runText(std::string text, std::string_view file, int firstLine) {
     CommandCutter cutter(plain, file, firstLine);
     CommandText command;
     while (!stopped_ && !abandoned_ && !wasInterrupted() && cutter.next(command)) {
-        const std::size_t errorsBefore = outcome_.errors();
+        isMarkReported_ = false;
         runCommand(command);
-        if (outcome_.errors() != errorsBefore) {
-            explainError(command);
-        }
         stopped_ = stopped_ || (options_.stopOnError && hadErrors());
     }
     if (insertDepth_ == 0) {
         inserted_ = 0;
+        insertedBytes_ = 0;
         abandoned_ = false;
     }
 }
@@ -99,12 +102,17 @@ void Session::runCommand(CommandText& command) {
     const std::optional<FoundCommand> found = findCommandName(command.text, command.arguments);
     if (!found) {
         reportUnknown(command);
+        explain(command, true);
+        warnOfSwallowedCommand(command);
         return;
     }
     const std::size_t nameOffset = std::exchange(command.arguments, found->end);
     const CurrentCommandScope scope(command);
     if (found->command->own != OwnCommand::none) {
+        const std::size_t errorsBefore = outcome_.errors();
         runOwnCommand(found->command->own, command);
+        // What went wrong in a file of INSERT is explained there.
+        explain(command, found->command->own != OwnCommand::insert && outcome_.errors() != errorsBefore);
         return;
     }
     if (!moduleUsable()) {
@@ -119,12 +127,18 @@ void Session::reportUnknown(const CommandText& command) {
                           translated("This comment is not closed: \"*/\" is missing."_text));
         return;
     }
+    const std::optional<StrangeMark> mark = findStrangeMark(command);
+    if (mark && isNameWithout(command, *mark)) {
+        reportStrangeMark(command, *mark, true);
+        isMarkReported_ = true;
+        return;
+    }
     const std::string name = unknownCommandName(command.text, command.arguments);
     std::string message = composed("There is no command \"^1\"."_text, {toUtf8(name)});
     const KnownCommand* const nearest = nearestCommand(name);
     appendSentence(
         message,
-        nearest != nullptr
+        nearest != nullptr && !equalsIgnoringCase(nearest->name, name)
             ? composed("Did you mean ^1?"_text, {std::string(nearest->name)})
             : translated("A command begins with its name, for example: OUTPUT NEW NAME=report."_text));
     reportSyntaxError(command, command.arguments, std::move(message));
@@ -159,38 +173,36 @@ void Session::runModuleCommand(const KnownCommand& known, const CommandText& com
     } else {
         callEntry(entry);
     }
-    if (outcome_.errors() == errorsBefore) {
-        warnOfSwallowedCommand(command);
-    }
+    explain(command, outcome_.errors() != errorsBefore);
     log.publish(CommandFinished{std::move(name)});
 }
 
-/// Values that are any tokens go on over lines, so that a missing period need not be an error in the syntax.
-void Session::warnOfSwallowedCommand(const CommandText& command) const {
-    if (const KnownCommand* const behind = commandBehindPeriod(command, false)) {
-        reportWarning("A command ends at the end of a line only: begin a new line before ^1."_text,
-                      {std::string(behind->name)});
+/// Says of a command what its own messages cannot know: what it has of another command, and of characters
+/// that look like others.
+void Session::explain(const CommandText& command, bool hasFailed) {
+    const std::optional<StrangeMark> mark = isMarkReported_ ? std::nullopt : findStrangeMark(command);
+    if (mark) {
+        reportStrangeMark(command, *mark, false);
     }
-    if (const std::optional<SwallowedCommand> found = findSwallowedCommand(command)) {
-        reportWarning(
-            "Line ^1 belongs to this command and was not run, although it begins with ^2. Is the period at the end of the line before it missing?"_text,
-            {std::to_string(placeOf(command, found->offset).line), std::string(found->command->name)});
+    if (const std::optional<CommandBehindPeriod> behind = findCommandBehindPeriod(command, hasFailed)) {
+        reportAt(placeOf(command, behind->offset), kWarningLevel,
+                 "A command ends at the end of a line only: begin a new line before ^1."_text,
+                 {std::string(behind->command->name)});
+    }
+    if (!hasFailed) {
+        warnOfSwallowedCommand(command);
     }
 }
 
-/// Says what an error may come from that its message cannot know.
-void Session::explainError(const CommandText& command) const {
-    if (const std::optional<StrangeMark> found = findStrangeMark(command)) {
-        const bool blank = found->kind == StrangeMark::Kind::blank;
-        reportWarning(
-            blank
-                ? "Line ^1 has a blank of another kind (^2). Type a plain blank in its place."_text
-                : "Line ^1 has a typographic quote (^2). Texts stand between plain ones, as in 'text'."_text,
-            {std::to_string(found->line), fromUtf8(found->mark)});
-    }
-    if (const KnownCommand* const behind = commandBehindPeriod(command, true)) {
-        reportWarning("A command ends at the end of a line only: begin a new line before ^1."_text,
-                      {std::string(behind->name)});
+/// Values that are any tokens go on over lines, so that a missing period need not be an error in the syntax;
+/// nor does anybody read the values of an unknown command.
+void Session::warnOfSwallowedCommand(const CommandText& command) const {
+    if (const std::optional<SwallowedCommand> found = findSwallowedCommand(command)) {
+        const SourcePlace place = placeOf(command, found->offset);
+        reportAt(
+            place, kWarningLevel,
+            "Line ^1 belongs to this command and was not run, although it begins with ^2. Is the period at the end of the line before it missing?"_text,
+            {std::to_string(place.line), std::string(found->command->name)});
     }
 }
 
@@ -219,8 +231,8 @@ void Session::runOwnCommand(OwnCommand own, const CommandText& command) {
             runChangeFolder(tokens);
             break;
         case OwnCommand::insert:
-            if (const std::optional<std::string> path = readInsert(tokens)) {
-                insertFile(*path);
+            if (const std::optional<InsertedFile> inserted = readInsert(tokens)) {
+                insertFile(*inserted, command);
             }
             break;
         case OwnCommand::echo:
@@ -233,29 +245,45 @@ void Session::runOwnCommand(OwnCommand own, const CommandText& command) {
     }
 }
 
-void Session::insertFile(const std::string& path) {
+bool Session::countInserted(const std::string& file, const SourcePlace& place) {
+    if (insertDepth_ >= kDeepestInsert) {
+        reportAt(place, kErrorLevel,
+                 "INSERT is nested more than 32 files deep at ^1. Does a file insert itself?"_text, {file});
+        return false;
+    }
+    // Files that insert each other multiply; each of their commands would complain.
+    abandoned_ = ++inserted_ > kMostInserts || insertedBytes_ > options_.mostInsertedBytes;
+    if (inserted_ > kMostInserts) {
+        reportAt(
+            place, kErrorLevel,
+            "More than 10000 files were inserted, so the run ends at ^1. Do files insert each other?"_text,
+            {file});
+    } else if (abandoned_) {
+        reportAt(place, kErrorLevel,
+                 "More than ^2 bytes were inserted, so the run ends at ^1. Do files insert each other?"_text,
+                 {file, std::to_string(options_.mostInsertedBytes)});
+    }
+    return !abandoned_;
+}
+
+void Session::insertFile(const InsertedFile& inserted, const CommandText& command) {
     // From here on the file is one that the user looks for with other programs, so it is named in the
     // system's form.
-    const std::string file = toNativePath(toUtf8(path));
-    if (insertDepth_ >= kDeepestInsert) {
-        reportError("INSERT is nested more than 32 files deep at ^1. Does a file insert itself?"_text,
-                    fromUtf8(file));
+    const std::string file = toNativePath(toUtf8(inserted.path));
+    const SourcePlace place = placeOf(command, inserted.offset);
+    if (!countInserted(file, place)) {
         return;
     }
-    if (++inserted_ > kMostInserts) {
-        // Files that insert each other multiply; each of their commands would complain.
-        reportError(
-            "More than 10000 files were inserted, so the run ends at ^1. Do files insert each other?"_text,
-            fromUtf8(file));
-        abandoned_ = true;
-        return;
-    }
-    const DepthScope depth(insertDepth_);
-    const FileResult result = runFile(file);
+    std::string content;
+    const FileResult result = FileSystem::current().readStream(file, content, kMostBytesOfAPipe);
     if (!result) {
-        reportError("The file cannot be read: ^1"_text,
-                    fromUtf8(composed("^1 (^2)"_text, {file, shownReason(result)})));
+        reportAt(place, kErrorLevel, "The file cannot be read: ^1"_text,
+                 {composed("^1 (^2)"_text, {file, shownReason(result)})});
+        return;
     }
+    insertedBytes_ += content.size();
+    const DepthScope depth(insertDepth_);
+    static_cast<void>(runInput(std::move(content), file));
 }
 
 std::optional<CommandDescriptor> Session::describe(const KnownCommand& command) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,9 +16,16 @@
 
 namespace vexa {
 
+struct InsertedFile;
+
 struct SessionOptions {
     bool stopOnError = false;  ///< nothing is run after a command that reported an error
     bool checkOnly = false;    ///< commands of the module are parsed but do and send nothing; ECHO is silent
+    /// That of the user, such as "ja" or "zh-TW"; for a guess at the character set of a file that is not in
+    /// the current one.
+    std::string language{};
+    /// Of all files of INSERT in one run.
+    std::uint64_t mostInsertedBytes = std::uint64_t{1} << 30U;
 };
 
 /// Runs syntax against a module. One session runs at a time; what happens is published into
@@ -34,14 +42,14 @@ class Session {
     Session& operator=(const Session&) = delete;
 
     /// Runs a syntax file in the back end's character set. `path` is UTF-8. Not ok when the file cannot be
-    /// read; what its commands do is told by the log only.
+    /// read, without a reason when the log has told why; what its commands do is told by the log only.
     FileResult runFile(const std::string& path);
-    /// Runs what was read from `file`, in the back end's character set. Not ok, and nothing is run, when it
-    /// is no text that can be one; doubts about its character set are told by the log.
-    FileResult runInput(std::string text, std::string_view file);
+    /// Runs what was read from `file`, in the back end's character set. False, and nothing is run, when it
+    /// is no text that can be one. That, and doubts about its character set, are told by the log.
+    bool runInput(std::string text, std::string_view file);
     /// Runs commands; `file` (UTF-8) names the text in places, `firstLine` is the number of its first line.
-    /// Ends early when the user interrupts it (backend/platform/interrupt.h), or when 10,000 files were
-    /// inserted on the way.
+    /// Ends early when the user interrupts it (backend/platform/interrupt.h), or when too much was inserted
+    /// on the way.
     void runText(std::string text, std::string_view file, int firstLine = 1);
 
     /// True when a command so far reported an error.
@@ -60,10 +68,12 @@ class Session {
     void runCommand(CommandText& command);
     void reportUnknown(const CommandText& command);
     void runModuleCommand(const KnownCommand& known, const CommandText& command, std::size_t nameOffset);
+    void explain(const CommandText& command, bool hasFailed);
     void warnOfSwallowedCommand(const CommandText& command) const;
-    void explainError(const CommandText& command) const;
     void runOwnCommand(OwnCommand own, const CommandText& command);
-    void insertFile(const std::string& path);
+    void insertFile(const InsertedFile& inserted, const CommandText& command);
+    /// False, after a complaint, when this would be too much.
+    bool countInserted(const std::string& file, const SourcePlace& place);
     void callEntry(CommandModule::Entry entry);
     [[nodiscard]] bool moduleUsable();
 
@@ -72,8 +82,10 @@ class Session {
     OutcomeCounter outcome_;
     std::string moduleFailure_;
     int insertDepth_ = 0;
-    int inserted_ = 0;        ///< files of INSERT since the outermost text began
-    bool abandoned_ = false;  ///< nothing more of the outermost text is run
+    int inserted_ = 0;  ///< files of INSERT since the outermost text began
+    std::uint64_t insertedBytes_ = 0;
+    bool isMarkReported_ = false;  ///< of the current command
+    bool abandoned_ = false;       ///< nothing more of the outermost text is run
     bool stopped_ = false;
 };
 

@@ -2,35 +2,34 @@
 
 #include <utility>
 
-#include "backend/pivot/bp_text.h"
 #include "backend/pivot/output_log.h"
+#include "backend/strings/dictionary.h"
 
 namespace vexa {
 
 namespace {
 constexpr BpErrorShow kShow = 2;
-constexpr BpErrorLevel kWarning = 2;
-constexpr BpErrorLevel kError = 3;
 }  // namespace
 
 void reportSyntaxError(const CommandText& command, std::size_t offset, std::string message) {
     OutputLog::current().publish(SyntaxErrorReported{std::move(message), placeOf(command, offset)});
 }
 
-void reportWarning(SystemText text, std::initializer_list<std::string> arguments) {
-    BpComposite message(text, 1);
-    for (const std::string& argument : arguments) {
-        message.Add(BpString(argument, 0));
-    }
-    message.Finish();
-    BpError(message, kShow, kWarning);
+void reportAt(const SourcePlace& place, BpErrorLevel level, SystemText text,
+              const std::vector<std::string>& arguments) {
+    OutputLog::current().publish(ErrorReported{.show = kShow,
+                                               .level = level,
+                                               .text = std::string(text),
+                                               .arguments = arguments,
+                                               .message = composed(text, arguments),
+                                               .place = place});
 }
 
 void reportError(SystemText text, std::string_view argument) {
     BpComposite message(text, 1);
     message.Add(BpString(argument, 0));
     message.Finish();
-    BpError(message, kShow, kError);
+    BpError(message, kShow, kErrorLevel);
 }
 
 }  // namespace vexa

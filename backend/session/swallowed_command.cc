@@ -1,21 +1,31 @@
 #include "backend/session/swallowed_command.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <string_view>
 
+#include "backend/text/character_set.h"
 #include "backend/tokens/token_sequence.h"
 
 namespace vexa {
 
 namespace {
 
-/// True when a token begins at `offset`: it is not in a comment, then. No literal goes over a line's end.
-bool isToken(const CommandText& command, std::size_t offset) {
+/// True when what is named at `offset` stands there as a command would. A name of two words does wherever a
+/// token begins: it is not in a comment, then, and no literal goes over a line's end. One of one word is more
+/// likely to be something else, so it must stand where no value is awaited, with what it takes behind it.
+bool standsAsCommand(const CommandText& command, const FoundCommand& found, std::size_t offset) {
     const CommandTokens tokens(command);
-    const auto at =
-        std::partition_point(tokens.tokens().begin(), tokens.tokens().end(),
-                             [offset](const TokenInfoObj& each) { return each.offset() < offset; });
-    return at != tokens.tokens().end() && at->offset() == offset;
+    const std::span<const TokenInfoObj> all = tokens.tokens();
+    const auto at = std::partition_point(
+        all.begin(), all.end(), [offset](const TokenInfoObj& each) { return each.offset() < offset; });
+    if (at == all.end() || at->offset() != offset) return false;
+    if (found.command->name.find(' ') != std::string_view::npos) return true;
+    if (at == all.begin() || std::prev(at)->isOperator() || std::next(at) == all.end()) return false;
+    const TokenInfoObj& behind = *std::next(at);
+    return behind.isLiteral() ||
+           (found.command->own == OwnCommand::insert && equalsIgnoringCase(behind.getString(), "FILE"));
 }
 
 }  // namespace
@@ -26,8 +36,7 @@ std::optional<SwallowedCommand> findSwallowedCommand(const CommandText& command)
          line = text.find('\n', line + 1)) {
         const std::size_t at = std::min(text.find_first_not_of(" \t", line + 1), text.size());
         const std::optional<FoundCommand> found = findCommandName(text, at);
-        // Names of one word are too likely to be something else.
-        if (found && found->command->name.find(' ') != std::string_view::npos && isToken(command, at)) {
+        if (found && standsAsCommand(command, *found, at)) {
             return SwallowedCommand{found->command, at};
         }
     }

@@ -15,8 +15,8 @@ struct SwallowedCommand {
     std::size_t offset;  ///< of its name in the text
 };
 
-/// The first line behind the first one of `command` that begins with a command's name of two words, outside
-/// of comments.
+/// The first line behind the first one of `command` that begins with a command's name, outside of comments.
+/// Names of one word count where nothing else can be meant.
 [[nodiscard]] std::optional<SwallowedCommand> findSwallowedCommand(const CommandText& command);
 
 }  // namespace vexa

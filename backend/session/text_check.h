@@ -1,35 +1,43 @@
-// What is wrong with a syntax file as a text, and with commands that were typed by a word processor.
+// What is wrong with a syntax file as a text, and with commands that were typed by a word processor. Internal
+// to this folder.
 #pragma once
 
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "backend/session/command_catalog.h"
+#include "backend/text/look_alikes.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa {
 
-/// True for a text that is UTF-16, which no syntax file is: it begins with its mark, or has the zero bytes of
-/// letters in it.
-[[nodiscard]] bool looksLikeUtf16(std::string_view text);
+/// False, after an error in the log, for the content of a file (its bytes as they came) that holds no
+/// commands: text in UTF-16 or UTF-32, an archive. `file` is UTF-8.
+[[nodiscard]] bool canBeSyntax(std::string_view bytes, std::string_view file);
 
-/// The number (from 1) of the first line that is no text of the current character set; 0 when all are.
-[[nodiscard]] int firstBrokenLine(std::string_view text);
+/// Warns of the first byte of a file that belongs to no character of the current set, and of text that is
+/// UTF-8 where another set is the current one. `language` is that of the user, for a guess at the right set.
+void warnOfCharacterSet(std::string_view bytes, std::string_view file, std::string_view language);
 
-/// Something outside of quotes and comments that the language does not know, though it looks like what it
-/// knows.
+/// Something outside of quotes and comments that looks like what the language knows.
 struct StrangeMark {
-    enum class Kind { blank, quote };
-    Kind kind = Kind::blank;
-    std::string mark;  ///< a blank's code, such as U+00A0; a quote itself, UTF-8
-    int line = 0;      ///< of the file
+    const LookAlike* lookAlike = nullptr;
+    std::size_t offset = 0;  ///< in the command's text
+    std::size_t length = 0;  ///< in bytes
 };
 [[nodiscard]] std::optional<StrangeMark> findStrangeMark(const CommandText& command);
 
-/// The command that begins behind a period within a line of `command`, outside of quotes and comments. Names
-/// of one word, which may be something else, count where `oneWord` is true.
-[[nodiscard]] const KnownCommand* commandBehindPeriod(const CommandText& command, bool oneWord);
+/// Says what it is and what to type instead: as an error in the syntax, or as a warning.
+void reportStrangeMark(const CommandText& command, const StrangeMark& mark, bool isError);
+
+/// A command that begins behind a period within a line of another, outside of quotes and comments.
+struct CommandBehindPeriod {
+    const KnownCommand* command = nullptr;
+    std::size_t offset = 0;  ///< of its name
+};
+/// Names of one word, which may be something else, count where `oneWord` is true.
+[[nodiscard]] std::optional<CommandBehindPeriod> findCommandBehindPeriod(const CommandText& command,
+                                                                         bool oneWord);
 
 }  // namespace vexa

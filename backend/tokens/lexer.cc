@@ -256,12 +256,28 @@ bool Lexer::readLiteralContent(std::string_view& content) {
     return false;
 }
 
+/// True when the last literal before `from` has a word right behind it: its quote was meant as an apostrophe.
+bool Lexer::closesWithinAWord(std::size_t from) const {
+    const std::span<const TokenInfoObj> tokens = sequence_.tokens();
+    const auto literal = std::find_if(tokens.rbegin(), tokens.rend(),
+                                      [](const TokenInfoObj& token) { return token.isLiteral(); });
+    if (literal == tokens.rend()) return false;
+    const std::size_t end = literal->offset() + literal->length();
+    return end < from && text_[end - 1] == text_[from] && is(text_[end], wordStart | digit);
+}
+
 bool Lexer::readLiteral() {
     const std::size_t from = at_;
     std::string_view content;
     if (!readLiteralContent(content)) {
         if (!atEnd() && text_[at_] == '\0') {
             return refuseControlCharacter();  // many who read the text later would take it for its end
+        }
+        if (closesWithinAWord(from)) {
+            return fail(from,
+                        composed("The text before this ^1 ended within a word, and the one that begins here "
+                                 "is not closed. A quote inside a text is written twice: 'it''s'."_text,
+                                 {std::string(1, text_[from])}));
         }
         return fail(from,
                     composed("This text is not closed before the end of its line: ^1 is missing. A longer "

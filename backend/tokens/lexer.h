@@ -23,6 +23,7 @@ class Lexer {
     [[nodiscard]] char peek(std::size_t ahead = 0) const;
     [[nodiscard]] bool atNumber() const;
     [[nodiscard]] bool precededByValue() const;
+    [[nodiscard]] bool closesWithinAWord(std::size_t from) const;
     [[nodiscard]] std::size_t characterLength(std::size_t offset) const;
 
     /// Skips blanks and comments; false after an error.

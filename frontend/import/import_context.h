@@ -42,8 +42,8 @@ struct ImportOptions {
 /// What imports add to.
 struct Imported {
     Outline outline;
-    std::string name;                   ///< the document's, of the first file that has one
-    std::vector<std::string> warnings;  ///< as shown, with file and place
+    std::string name;                     ///< the document's, of the first file that has one
+    std::vector<ImportProblem> warnings;  ///< what was taken in all the same
 };
 
 /// Files above this size are not read.

@@ -296,7 +296,7 @@ void ResultsEvents::warnOfType(const Frame& frame, const std::string& word) {
             ? composed("The type '^1' is not known; the item is kept as it is."_text, {word})
             : composed("The type '^1' is not known; the item is kept as it is. Did you mean '^2'?"_text,
                        {word, std::string(nearest)});
-    imported_.warnings.push_back(warning.shown());
+    imported_.warnings.push_back(std::move(warning));
 }
 
 bool ResultsEvents::endItem(Frame frame) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "backend/text/character_set.h"
+#include "backend/text/text_encoding.h"
 #include "backend/text/utf8.h"
 
 namespace vexa::frontend {
@@ -12,6 +13,8 @@ namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
 constexpr std::string_view kBigEndianMark = "\xFE\xFF";
+
+constexpr std::string_view kMarkOfUtf32("\xFF\xFE\0\0", 4);
 
 /// A name of an encoding in small letters, without hyphens and underscores.
 std::string plainName(std::string_view name) {
@@ -57,14 +60,48 @@ bool readUtf16Text(std::string_view bytes, bool bigEndian, std::string& text, Im
 }
 
 bool readUtf8Text(std::string bytes, std::string& text, ImportProblem& problem) {
-    if (bytes.starts_with(kUtf8Mark)) bytes.erase(0, kUtf8Mark.size());
+    const std::size_t skipped = bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0;
+    bytes.erase(0, skipped);
     text = std::move(bytes);
     const std::size_t bad = firstNoUtf8(text);
     if (bad == std::string_view::npos) return true;
     problem.place = placeOf(text, bad);
-    problem.message =
-        translated("The text is not UTF-8 here. Name its encoding, such as --encoding windows-1252."_text);
+    problem.message = composed(
+        "The byte ^1 (at offset ^2 of the file) is no character in ^3. Name the encoding that the file has, which is probably ^4: --encoding ^4"_text,
+        {hexadecimalByte(text[bad]), std::to_string(bad + skipped), "UTF-8", likelyCharacterSet(text, "")});
     return false;
+}
+
+/// False, with the reason, for bytes that cannot be meant to be in a set of single and double bytes.
+bool isIn(const CharacterSet& set, std::string_view bytes, ImportProblem& problem) {
+    if (isSurelyUtf8(bytes)) {
+        problem.place = placeOf(bytes, asciiPrefix(bytes));
+        problem.message =
+            composed("The file is UTF-8 and would be read as ^1. Leave --encoding out."_text, {set.name()});
+        return false;
+    }
+    const std::size_t bad = firstUnreadable(bytes, set);
+    if (bad == std::string_view::npos) return true;
+    problem.place = placeOf(set.toUtf8(bytes.substr(0, bad)), std::string_view::npos);
+    problem.message = composed(
+        "The byte ^1 (at offset ^2 of the file) is no character in ^3. Name the encoding that the file has, which is probably ^4: --encoding ^4"_text,
+        {hexadecimalByte(bytes[bad]), std::to_string(bad), set.name(), likelyCharacterSet(bytes, "")});
+    return false;
+}
+
+/// Whether it is UTF-32, or UTF-16 without the byte order mark that would have told.
+bool isUnreadWide(std::string_view bytes, ImportProblem& problem) {
+    const std::optional<WideEncoding> wide = findWideEncoding(bytes);
+    if (!wide) return false;
+    const std::string name(wide->name);
+    problem.place = {1, 1};
+    problem.message =
+        name.starts_with("UTF-16")
+            ? composed(
+                  "The file is ^1 text (a zero byte at offset ^2). Name its encoding: --encoding ^1"_text,
+                  {name, std::to_string(wide->offset)})
+            : composed("The file is ^1 text, which no --encoding reads. Save it as UTF-8."_text, {name});
+    return true;
 }
 
 }  // namespace
@@ -105,12 +142,14 @@ std::string_view withoutBlanks(std::string_view text) {
 bool readText(std::string bytes, const std::string& encoding, std::string& text, ImportProblem& problem) {
     const std::string name = plainName(encoding);
     const bool isOpen = name.empty() || name == "utf16";
+    if (name.empty() && bytes.starts_with(kMarkOfUtf32)) return !isUnreadWide(bytes, problem);
     if (name == "utf16le" || (isOpen && bytes.starts_with(kLittleEndianMark))) {
         return readUtf16Text(bytes, false, text, problem);
     }
     if (name == "utf16be" || name == "utf16" || (isOpen && bytes.starts_with(kBigEndianMark))) {
         return readUtf16Text(bytes, true, text, problem);
     }
+    if (name.empty() && isUnreadWide(bytes, problem)) return false;
     if (name.empty() || name == "utf8") return readUtf8Text(std::move(bytes), text, problem);
     const std::unique_ptr<CharacterSet> set = CharacterSet::find(encoding);
     if (set == nullptr) {
@@ -119,6 +158,7 @@ bool readText(std::string bytes, const std::string& encoding, std::string& text,
             {encoding});
         return false;
     }
+    if (!isIn(*set, bytes, problem)) return false;
     text = set->toUtf8(bytes);
     return true;
 }

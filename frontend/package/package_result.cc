@@ -21,10 +21,10 @@ PackageResult PackageResult::ofFile(PackageProblem what, const FileResult& resul
 }
 
 std::string PackageResult::shownDetail() const {
-    if (text.empty()) {
-        return arguments.empty() ? std::string() : arguments.front();
-    }
-    return replaceMarkers(translated(text), arguments);
+    std::string detail =
+        text.empty() && !arguments.empty() ? arguments.front() : replaceMarkers(translated(text), arguments);
+    if (found.empty()) return detail;
+    return composed("^1; found: ^2; expected: ^3"_text, {std::move(detail), found, translated(expected)});
 }
 
 ByteSink gatherInto(std::string& bytes) {

@@ -36,6 +36,8 @@ struct [[nodiscard]] PackageResult {
     PackageProblem problem = PackageProblem::none;
     std::string text;
     std::vector<std::string> arguments;
+    std::string found{};     ///< of what is damaged: what stands there; may be empty
+    std::string expected{};  ///< what would fit: a text of the string tables, or words for everybody
 
     PackageResult() = default;
     // NOLINTNEXTLINE(google-explicit-constructor): a problem is a whole result, so that it can be returned

@@ -126,9 +126,13 @@ class TokenReader {
     }
     [[nodiscard]] bool number(double& number) {
         if (shortDecimal(number)) return true;
+        const char* const from = at_;
         const auto result = std::from_chars(at_, end_, number);
         at_ = result.ptr;
-        return result.ec == std::errc();
+        if (result.ec != std::errc()) return false;
+        // What is no number has one spelling each.
+        const std::string_view text(from, static_cast<std::size_t>(at_ - from));
+        return std::isfinite(number) || text == "inf" || text == "-inf" || text == "nan";
     }
     /// A number from 1 to `most`, as an index from 0.
     [[nodiscard]] bool reference(std::size_t most, std::size_t& index) {
@@ -198,7 +202,7 @@ class CellReader {
         Place count = 0;
         if (!tokens_.number(count) || count > builder_.placeCount() - place_) return false;
         place_ += count;
-        return true;
+        return count > 0 && !tokens_.isAtEnd();
     }
 
     bool readCell() {

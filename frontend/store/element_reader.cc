@@ -1,23 +1,82 @@
 #include "frontend/store/element_reader.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "frontend/looks/look_words.h"
 #include "frontend/package/xml_escapes.h"
+#include "frontend/store/objection.h"
 
 namespace vexa::frontend {
+
+namespace {
+
+constexpr SystemText flagExpected = "true or false"_text;
+constexpr SystemText numberExpected = "a number"_text;
+constexpr SystemText wholeExpected = "a whole number"_text;
+constexpr SystemText escapesExpected = "two capital hexadecimal digits behind each backslash"_text;
+
+bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
+
+/// Undoes what the writer of XML escapes.
+std::string withoutXmlEscapes(std::string_view xml) {
+    constexpr std::pair<std::string_view, char> escapes[] = {
+        {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}};
+    std::string text;
+    while (!xml.empty()) {
+        const auto* const found =
+            std::find_if(std::begin(escapes), std::end(escapes),
+                         [xml](const auto& escape) { return xml.starts_with(escape.first); });
+        const bool isEscape = found != std::end(escapes);
+        text += isEscape ? found->second : xml.front();
+        xml.remove_prefix(isEscape ? found->first.size() : 1);
+    }
+    return text;
+}
+
+/// Undoes the escapes. What is not escaped though it must be, or is though it need not be, is no text of a
+/// document: two spellings of one text would be two files of one document.
+bool decodeAsWritten(std::string& text) {
+    if (std::any_of(text.begin(), text.end(), isControl)) return false;
+    if (text.find('\\') == std::string::npos) return true;
+    const std::string escaped = text;
+    if (!decodeBackslashes(text)) return false;
+    std::string again;
+    appendXmlText(again, text, XmlEscapes::backslashes);
+    return withoutXmlEscapes(again) == escaped;
+}
+
+}  // namespace
 
 const char* ElementReader::find(const char* name) {
     const pugi::xml_attribute attribute = node_.attribute(name);
     if (!attribute) return nullptr;
+    if (found_ < names_.size()) names_[found_] = name;
     ++found_;
     return attribute.value();
+}
+
+void ElementReader::check(bool fits, const char* name, std::string_view expected) {
+    if (fits) return;
+    if (ok_) object(node_.name(), name, node_.attribute(name).value(), expected);
+    ok_ = false;
+}
+
+void ElementReader::checkWhole(bool fits, const char* name) { check(fits, name, wholeExpected); }
+
+void ElementReader::checkWord(bool fits, const char* name, const std::string_view* words, std::size_t count) {
+    if (fits) return;
+    std::string list;
+    for (std::size_t i = 0; i < count; ++i) list.append(i == 0 ? "" : " | ").append(words[i]);
+    check(false, name, list);
 }
 
 ElementReader& ElementReader::text(const char* name, std::string& value) {
     if (const char* const found = find(name)) {
         value = found;
-        ok_ = decodeBackslashes(value) && ok_;
+        check(decodeAsWritten(value), name, escapesExpected);
     }
     return *this;
 }
@@ -29,7 +88,7 @@ ElementReader& ElementReader::text(const char* name, std::optional<std::string>&
 ElementReader& ElementReader::flag(const char* name, bool& value) {
     if (const char* const found = find(name)) {
         value = std::strcmp(found, "true") == 0;
-        ok_ = ok_ && (value || std::strcmp(found, "false") == 0);
+        check(value || std::strcmp(found, "false") == 0, name, flagExpected);
     }
     return *this;
 }
@@ -45,7 +104,7 @@ bool ElementReader::readFinite(const char* text, double& value) {
 }
 
 ElementReader& ElementReader::number(const char* name, double& value) {
-    if (const char* const found = find(name)) ok_ = readFinite(found, value) && ok_;
+    if (const char* const found = find(name)) check(readFinite(found, value), name, numberExpected);
     return *this;
 }
 
@@ -63,7 +122,7 @@ ElementReader& ElementReader::list(const char* name, std::vector<std::uint32_t>&
         at = result.ptr;
         const bool goesOn = at != end && *at == ' ' && at + 1 != end;
         if (result.ec != std::errc() || (at != end && !goesOn)) {
-            ok_ = false;
+            check(false, name, "whole numbers with a blank between them"_text);
             return *this;
         }
         at += goesOn ? 1 : 0;
@@ -74,7 +133,7 @@ ElementReader& ElementReader::list(const char* name, std::vector<std::uint32_t>&
 ElementReader& ElementReader::format(const char* name, tables::DisplayFormat& value) {
     if (const char* const found = find(name)) {
         const std::optional<tables::DisplayFormat> read = tables::parseFormat(found);
-        ok_ = ok_ && read.has_value();
+        check(read.has_value(), name, "a display format such as F8.2"_text);
         value = read.value_or(tables::DisplayFormat());
     }
     return *this;
@@ -83,7 +142,7 @@ ElementReader& ElementReader::format(const char* name, tables::DisplayFormat& va
 ElementReader& ElementReader::color(const char* name, std::optional<tables::Color>& value) {
     if (const char* const found = find(name)) {
         value = parseColor(found);
-        ok_ = ok_ && value.has_value();
+        check(value.has_value(), name, "a color such as #00ff00"_text);
     }
     return *this;
 }
@@ -91,7 +150,7 @@ ElementReader& ElementReader::color(const char* name, std::optional<tables::Colo
 ElementReader& ElementReader::content(std::string& value) {
     hasContent_ = true;
     value = node_.value();
-    ok_ = decodeBackslashes(value) && !node_.first_child() && ok_;
+    check(decodeAsWritten(value) && !node_.first_child(), "", escapesExpected);
     return *this;
 }
 
@@ -103,14 +162,37 @@ ElementReader& ElementReader::plainContent(std::string_view& value) {
 }
 
 ElementReader& ElementReader::require(bool condition) {
-    ok_ = ok_ && condition;
+    check(condition, "", "what this element may say here"_text);
     return *this;
+}
+
+ElementReader& ElementReader::require(bool condition, const char* name, std::string_view expected) {
+    check(condition, name, expected);
+    return *this;
+}
+
+bool ElementReader::isKnown(const char* name) const {
+    const auto end = names_.begin() + static_cast<std::ptrdiff_t>(std::min(found_, names_.size()));
+    return std::any_of(names_.begin(), end,
+                       [name](const char* known) { return std::strcmp(known, name) == 0; });
 }
 
 bool ElementReader::isRead() const {
     std::size_t attributes = 0;
     for (pugi::xml_attribute each = node_.first_attribute(); each; each = each.next_attribute()) ++attributes;
-    return ok_ && attributes == found_ && (hasContent_ || *node_.value() == '\0');
+    const bool isWhole = attributes == found_ && (hasContent_ || *node_.value() == '\0');
+    if (ok_ && !isWhole) objectToRest();
+    return ok_ && isWhole;
+}
+
+void ElementReader::objectToRest() const {
+    for (pugi::xml_attribute each = node_.first_attribute(); each; each = each.next_attribute()) {
+        if (!isKnown(each.name())) {
+            object(node_.name(), each.name(), each.value(), "no attribute of that name"_text);
+            return;
+        }
+    }
+    object(node_.name(), "", "", "no text in this element"_text);
 }
 
 }  // namespace vexa::frontend

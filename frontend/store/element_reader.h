@@ -19,7 +19,8 @@
 namespace vexa::frontend {
 
 /// Asked for one attribute after the other; one that is missing leaves its value alone. `isRead` tells
-/// whether all of them could be read and nothing else stands there.
+/// whether all of them could be read and nothing else stands there; what does not fit is an objection
+/// (objection.h).
 class ElementReader {
   public:
     explicit ElementReader(const pugi::xml_node& node) : node_(node) {}
@@ -51,6 +52,8 @@ class ElementReader {
     ElementReader& plainContent(std::string_view& value);
     /// What `condition` says of the values read so far.
     ElementReader& require(bool condition);
+    /// The same of one attribute; `expected` is a text of the string tables, or words for everybody.
+    ElementReader& require(bool condition, const char* name, std::string_view expected);
 
     [[nodiscard]] bool isRead() const;
 
@@ -58,8 +61,15 @@ class ElementReader {
     /// The value of an attribute, or null.
     [[nodiscard]] const char* find(const char* name);
     static bool readFinite(const char* text, double& value);
+    /// Refuses the element, with its attribute `name` (empty: as a whole) for an objection, unless it fits.
+    void check(bool fits, const char* name, std::string_view expected);
+    void checkWhole(bool fits, const char* name);
+    void checkWord(bool fits, const char* name, const std::string_view* words, std::size_t count);
+    [[nodiscard]] bool isKnown(const char* name) const;
+    void objectToRest() const;
 
     pugi::xml_node node_;
+    std::array<const char*, 16> names_;  // of the attributes found; only that many are set
     std::size_t found_ = 0;
     bool ok_ = true;
     bool hasContent_ = false;
@@ -74,7 +84,7 @@ ElementReader& ElementReader::whole(const char* name, Integer& value) {
     if (const char* const found = find(name)) {
         const char* const end = found + std::strlen(found);
         const auto result = std::from_chars(found, end, value);
-        ok_ = ok_ && result.ec == std::errc() && result.ptr == end;
+        checkWhole(result.ec == std::errc() && result.ptr == end, name);
     }
     return *this;
 }
@@ -85,7 +95,7 @@ ElementReader& ElementReader::word(const char* name, const std::array<std::strin
     if (const char* const found = find(name)) {
         std::size_t index = 0;
         while (index < count && words[index] != found) ++index;
-        ok_ = ok_ && index < count;
+        checkWord(index < count, name, words.data(), count);
         if (index < count) value = static_cast<Value>(index);
     }
     return *this;

@@ -11,6 +11,7 @@
 #include "frontend/package/xml_reader.h"
 #include "frontend/store/item_kinds.h"
 #include "frontend/store/limits.h"
+#include "frontend/store/objection.h"
 
 namespace vexa::frontend {
 namespace {
@@ -74,6 +75,9 @@ class EntriesReader {
             if (!budget_.keep(memoryOfItem(bytes))) return tooLarge();
             auto raw = std::make_shared<std::string>();
             PackageResult result = readEntry(archive_, described.entry, *raw);
+            if (result && !described.entry.ends_with(rawExtension(*raw))) {
+                return {PackageProblem::damaged, "the entry ^1"_text, {described.entry}};
+            }
             unknown->raw = std::move(raw);
             return result;
         }
@@ -92,9 +96,11 @@ class EntriesReader {
         ReadingContext context{looks_, budget_, nullptr};
         if (result && !described.picture.empty()) result = readPicture(archive_, described.picture, context);
         if (result) result = readContent(described.item.type(), std::move(xml), context, content);
-        return result.problem != PackageProblem::damaged
-                   ? result
-                   : PackageResult(result.problem, "the entry ^1"_text, {described.entry});
+        if (result.problem != PackageProblem::damaged) return result;
+        PackageResult named(result.problem, "the entry ^1"_text, {described.entry});
+        named.found = std::move(result.found);
+        named.expected = std::move(result.expected);
+        return named;
     }
 
     const ZipReader& archive_;
@@ -118,9 +124,10 @@ PackageResult readContent(ItemType type, std::string xml, ReadingContext& contex
     XmlReader reader;
     const std::string_view word = itemTypeWords[static_cast<std::size_t>(type)];
     if (PackageResult result = reader.parse(std::move(xml), word, limits::xml); !result) return result;
+    const ObjectionScope scope;
     ElementReader element(reader.root());
     if (kindOf(type).read(reader.root(), element, content, context) && element.isRead()) return {};
-    return context.isTooLarge ? tooLarge() : PackageResult(PackageProblem::damaged);
+    return context.isTooLarge ? tooLarge() : scope.explain(PackageProblem::damaged);
 }
 
 PackageResult readEntries(const ZipReader& archive, const std::vector<SharedLook>& looks,

@@ -141,10 +141,11 @@ void writeUnknown(const UnknownContent& unknown, XmlWriter& xml, WritingContext&
     if (needs) xml.attribute("needs", std::max(unknown.neededVersion, 1));
 }
 
-bool readUnknown(const Node& /*node*/, ElementReader& element, UnknownContent& unknown,
+bool readUnknown(const Node& node, ElementReader& element, UnknownContent& unknown,
                  ReadingContext& /*context*/) {
     element.text("type", unknown.type).whole("needs", unknown.neededVersion);
-    element.require(unknown.neededVersion >= 0);
+    element.require(unknown.neededVersion > 0 || !node.attribute("needs"), "needs",
+                    "a whole number from 1"_text);
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "frontend/store/item_kinds.h"
 #include "frontend/store/limits.h"
 #include "frontend/store/manifest.h"
+#include "frontend/store/objection.h"
 
 namespace vexa::frontend {
 namespace {
@@ -20,7 +21,10 @@ class ItemsReader {
                 if (!readLook(node)) return false;
                 continue;
             }
-            if (depth >= limits::outlineDepth || !isNamed(node, "item")) return false;
+            if (depth >= limits::outlineDepth || !isNamed(node, "item")) {
+                object(node.name(), "", "", "<item>");
+                return false;
+            }
             manifest_.items.emplace_back();
             manifest_.items.back().depth = depth;
             if (!readItem(node, manifest_.items.back())) return false;
@@ -36,7 +40,8 @@ class ItemsReader {
         ElementReader element(node);
         element.text("entry", look.entry).flag("source", look.isSource);
         // Entries are numbered in their order, so none is named twice.
-        element.require(look.entry == lookEntry(manifest_.looks.size() - 1));
+        const std::string entry = lookEntry(manifest_.looks.size() - 1);
+        element.require(look.entry == entry, "entry", entry);
         return element.isRead() && !node.first_child();
     }
 
@@ -57,7 +62,7 @@ class ItemsReader {
         // What needs a later version is kept as it is, also where its type has a meaning here.
         const ItemType type = node.attribute("needs") ? ItemType::unknown : itemTypeOf(word);
         const ItemKind& kind = kindOf(type);
-        element.require(*word != '\0');
+        element.require(*word != '\0', "type", "the type of an item"_text);
         if (type != ItemType::unknown) {
             std::string same;
             element.text("type", same);
@@ -68,6 +73,13 @@ class ItemsReader {
     }
 
     bool checkEntries(const ManifestItem& described) {
+        const std::size_t index = entries_;
+        const bool fits = hasItsEntries(described);
+        if (!fits) object("item", "entry", described.entry, itemEntry(index, ".xml"));
+        return fits;
+    }
+
+    bool hasItsEntries(const ManifestItem& described) {
         const ItemKind& kind = kindOf(described.item.type());
         if (kind.storage == ItemStorage::manifest)
             return described.entry.empty() && described.picture.empty();
@@ -96,23 +108,35 @@ bool readPlain(const pugi::xml_node& root, ElementReader& element, Manifest& man
     return element.isRead() && ItemsReader(manifest, context).readUnder(root, 0);
 }
 
-StoreResult readProtection(const pugi::xml_node& root, ElementReader& ofRoot, Protection& protection) {
+constexpr std::uint64_t leastKeyMemory = 8192;  // what Argon2id takes
+
+std::string rangeOf(std::uint64_t least, std::uint64_t most) {
+    return std::to_string(least) + " - " + std::to_string(most);
+}
+
+StoreResult readProtection(const pugi::xml_node& root, ElementReader& ofRoot, const ObjectionScope& scope,
+                           Protection& protection) {
     const pugi::xml_node node = root.child("protection");
     ElementReader element(node);
     std::string scheme;
     std::string salt;
     element.text("scheme", scheme).text("salt", salt);
     element.whole("operations", protection.cost.operations).whole("memory", protection.cost.memory);
-    element.require(scheme == protectionScheme && protection.cost.operations > 0 &&
-                    fromBase64(salt, protection.salt));
+    element.require(scheme == protectionScheme, "scheme", protectionScheme);
+    element.require(protection.cost.operations > 0, "operations", rangeOf(1, limits::keyOperations));
+    element.require(protection.cost.memory >= leastKeyMemory, "memory",
+                    rangeOf(leastKeyMemory, limits::keyMemory));
+    element.require(fromBase64(salt, protection.salt), "salt", "16 bytes as base64url without padding"_text);
     if (!ofRoot.isRead() || !element.isRead() || root.first_child() != node || node.next_sibling() ||
         node.first_child()) {
-        return {StoreProblem::damaged, "the manifest's protection"_text};
+        return fromPackage(scope.explain({PackageProblem::damaged, "the manifest's protection"_text}));
     }
-    if (protection.cost.operations > limits::keyOperations || protection.cost.memory > limits::keyMemory) {
-        return {StoreProblem::tooLarge, "the cost of the password's key"_text};
-    }
-    return {};
+    element.require(protection.cost.operations <= limits::keyOperations, "operations",
+                    rangeOf(1, limits::keyOperations));
+    element.require(protection.cost.memory <= limits::keyMemory, "memory",
+                    rangeOf(leastKeyMemory, limits::keyMemory));
+    if (element.isRead()) return {};
+    return fromPackage(scope.explain({PackageProblem::tooLarge, "the cost of the password's key"_text}));
 }
 
 /// The name of the first element, empty when there is none; the text need not be XML that can be read.
@@ -139,16 +163,21 @@ StoreResult readManifest(std::string xml, ReadManifest& manifest) {
     if (PackageResult result = reader.parse(std::move(xml), root, limits::xml); !result) {
         return {fromPackage(result).problem, "the manifest"_text};
     }
+    const ObjectionScope scope;
     ElementReader element(reader.root());
     // The format is looked at before anything else, because a newer one may differ in everything else.
     int format = 0;
     element.whole("format", format).flag("protected", manifest.isProtected);
-    if (format < 1) return {StoreProblem::damaged, "the manifest's format version"_text};
+    element.require(manifest.isProtected || !reader.root().attribute("protected"), "protected", "true");
+    element.require(format >= 1, "format", std::to_string(currentFormat));
+    if (format < 1) {
+        return fromPackage(scope.explain({PackageProblem::damaged, "the manifest's format version"_text}));
+    }
     if (format > currentFormat) return {StoreProblem::newerFormat, std::to_string(format)};
     manifest.format = format;
-    if (manifest.isProtected) return readProtection(reader.root(), element, manifest.protection);
+    if (manifest.isProtected) return readProtection(reader.root(), element, scope, manifest.protection);
     if (format == currentFormat && !readPlain(reader.root(), element, manifest.manifest)) {
-        return {StoreProblem::damaged, "the manifest"_text};
+        return fromPackage(scope.explain({PackageProblem::damaged, "the manifest"_text}));
     }
     return {};
 }

@@ -53,7 +53,7 @@ class TableReader {
     bool read(const pugi::xml_node& root, ElementReader& element, Table& table) {
         std::size_t look = 0;
         DisplayFormat format;
-        if (!readRoot(element, look, format) || !readParts(root) || !checkView()) return false;
+        if (!readRoot(root, element, look, format) || !readParts(root) || !checkView()) return false;
         TableStyle style;
         if (look > context_.looks.size()) return false;
         if (look != 0) style.setLook(context_.looks[look - 1]);
@@ -67,13 +67,15 @@ class TableReader {
     }
 
   private:
-    bool readRoot(ElementReader& element, std::size_t& look, DisplayFormat& format) {
+    bool readRoot(const pugi::xml_node& root, ElementReader& element, std::size_t& look,
+                  DisplayFormat& format) {
         element.text("title", view_.title).text("caption", view_.caption).text("corner", view_.corner);
         element.flag("titleHidden", view_.titleHidden).flag("emptyLinesLeftOut", view_.emptyLinesLeftOut);
         element.list("rows", view_.rows).list("columns", view_.columns).list("layers", view_.layers);
         element.word("printLayers", layerPrintingWords, view_.layerPrinting);
         element.number("minColumnWidth", view_.minColumnWidth).number("maxColumnWidth", view_.maxColumnWidth);
         element.whole("look", look).format("format", format);
+        element.require(look != 0 || !root.attribute("look"), "look", "a whole number from 1"_text);
         return element.isRead();
     }
 
@@ -132,6 +134,7 @@ class TableReader {
             TableGroup& group = dimension.groups.emplace_back();
             element.text("label", group.label).whole("parent", group.parent);
             element.require(group.parent == noGroup || group.parent < groups);
+            element.require(dimension.categories.empty());
         } else {
             TableCategory& category = dimension.categories.emplace_back();
             element.text("label", category.label).whole("group", category.group);

@@ -144,7 +144,9 @@ class StyleReader {
         : data_(data), style_(style), context_(context) {}
 
     bool read(const pugi::xml_node& node) {
-        if (node.first_child()) return false;
+        constexpr std::array<const char*, 5> order{"style", "area", "label", "cellStyles", "cellFormats"};
+        while (place_ < order.size() && !isNamed(node, order[place_])) ++place_;
+        if (node.first_child() || place_ == order.size()) return false;
         if (isNamed(node, "style")) return readOne(node);
         if (isNamed(node, "area")) return readArea(node);
         if (isNamed(node, "label")) return readLabel(node);
@@ -163,8 +165,11 @@ class StyleReader {
         return true;
     }
 
-    ElementReader& readReference(ElementReader& element, std::size_t& number) const {
-        return element.whole("style", number).require(number <= ids_.size());
+    ElementReader& readReference(const pugi::xml_node& node, ElementReader& element,
+                                 std::size_t& number) const {
+        element.whole("style", number);
+        element.require(number != 0 || !node.attribute("style"), "style", "a whole number from 1"_text);
+        return element.require(number <= ids_.size());
     }
     [[nodiscard]] StyleId idOf(std::size_t number) const { return number == 0 ? 0 : ids_[number - 1]; }
 
@@ -173,7 +178,12 @@ class StyleReader {
         Area area{};
         std::size_t number = 0;
         element.word("area", kAreaWords, area);
-        if (!readReference(element, number).isRead()) return false;
+        if (!readReference(node, element, number).isRead() || number == 0 || !node.attribute("area")) {
+            return false;
+        }
+        const std::uint32_t bit = 1U << static_cast<unsigned>(area);
+        if ((areas_ & bit) != 0) return false;
+        areas_ |= bit;
         style_.setArea(area, idOf(number));
         return true;
     }
@@ -188,7 +198,8 @@ class StyleReader {
         std::optional<double> width;
         element.whole("dimension", dimension).whole("category", category).whole("group", group);
         element.number("width", width);
-        if (!readReference(element, number).isRead() || dimension >= data_.dimensions().size()) return false;
+        if (!readReference(node, element, number).isRead() || dimension >= data_.dimensions().size())
+            return false;
         const TableDimension& labels = data_.dimensions()[dimension];
         if (category != none) {
             if (group != none || category >= labels.categories.size()) return false;
@@ -246,6 +257,8 @@ class StyleReader {
     const TableData& data_;
     TableStyle& style_;
     ReadingContext& context_;
+    std::size_t place_ = 0;    // in the order of the elements
+    std::uint32_t areas_ = 0;  // those that have had their style
     std::vector<StyleId> ids_;
 };
 

@@ -53,7 +53,9 @@ TEST_F(ImportFile, SaysWhatIsWrongWithTheFile) {
     EXPECT_THAT(problem.shown(), testing::HasSubstr("a.xyz: The form of this file is not known."));
     files.files["a.csv"] = "R,\xFF\n";
     EXPECT_FALSE(import("a.csv"));
-    EXPECT_THAT(problem.shown(), testing::StartsWith("a.csv:1:3: The text is not UTF-8 here."));
+    EXPECT_THAT(
+        problem.shown(),
+        testing::StartsWith("a.csv:1:3: The byte FF (at offset 2 of the file) is no character in UTF-8."));
     files.files["a.csv"] = "R,a\nr\n";
     EXPECT_FALSE(import("a.csv"));
     EXPECT_THAT(problem.shown(), testing::StartsWith("a.csv:2:1: Found: 1 fields."));

@@ -220,8 +220,10 @@ TEST(Results, KeepItemsOfUnknownTypes) {
               R"({"cells":{"x":[true]},"items":[1,{"x-a":2}]})");
     EXPECT_EQ(*std::get<UnknownContent>(itemAt(imported.outline, 1).content).raw,
               R"({"cells":[1],"items":[{"type":"text"}],"x-a":3})");
+    std::vector<std::string> warnings;
+    for (const ImportProblem& warning : imported.warnings) warnings.push_back(warning.shown());
     EXPECT_THAT(
-        imported.warnings,
+        warnings,
         ElementsAre(
             "a.json:1:11: items[0]: The type 'tabel' is not known; the item is kept as it is. Did you "
             "mean 'table'?",

@@ -25,6 +25,22 @@ OUTPUT COMMENT TEXT='x' COLOR=nocolour.
 OUTPUT DISPLAY.
 ECHO 'seen'.
 """
+# What is wrong with a file as a text, and what of one command belongs to another: each message has its whole place. The places
+# are those of the messages, in their order.
+PLACES = [
+    (b"OUTPUT\xc2\xa0DISPLAY.\n", [(1, 7)]),
+    (b"* \xe6\xbc\xa2.\n\tOUTPUT COMMENT TEXT=\xe2\x80\x9cx\xe2\x80\x9d.\n", [(2, 22)]),
+    (b"OUTPUT NEW NAME=a. OUTPUT DISPLAY.\n", [(1, 20), (1, 20)]),
+    (b"OUTPUT COMMENT TEXT='x'\nOUTPUT DISPLAY.\n", [(2, 1), (2, 1)]),
+    (b"\n* caf\xe9.\n", [(2, 6)]),
+    ("OUTPUT DISPLAY.".encode("utf-16"), [(1, 1)]),
+    ("OUTPUT DISPLAY.".encode("utf-32-be"), [(1, 1)]),
+    (b"ECHO 'a'.\n  INSERT FILE='not there.vxs'.\n", [(2, 15)]),
+    (b"  CD 'not there'.\n", [(1, 6)]),
+    (b"  OUTPUT ACTIVATE NAME=b.\n", [(1, 3)]),
+    (b"OUTPUT NEW\x00 NAME=\x01\xed\xa0\x80\xff.\n", None),
+    (bytes(range(1, 256)) + b".\n", None),
+]
 # Command lines, the exit status, and the codes that must be among those of the messages.
 CASES = [
     (["run", "case.vxs"], 1, {"syntax", "command", "refused-value"}),
@@ -81,6 +97,27 @@ def check_places(program, folder):
         demand(message["column"] == syntax.index("LOKC" if "LOKC" in syntax else "NMAE") + 1, f"{message}")
 
 
+def check_whole_places(program, schema, folder):
+    for syntax, places in PLACES:
+        (folder / "place.vxs").write_bytes(syntax)
+        _, messages = lines_of(program, ["run", "place.vxs"], folder)
+        for message in messages:
+            if jsonschema:
+                jsonschema.validate(message, schema)
+            demand(message["file"] == "place.vxs" and message["line"] and message["column"], f"{syntax}: {message}")
+        found = [(message["line"], message["column"]) for message in messages]
+        demand(messages and places in (None, found), f"{syntax}: {found}: {messages}")
+
+
+def check_imports(program, folder):
+    (folder / "latin.csv").write_bytes(b"a,b\nx,\xe9\n")
+    for name, line in (("latin.csv", 2), ("broken.json", 1)):
+        _, messages = lines_of(program, ["import", "a.vxv", name], folder)
+        message = messages[-1]
+        demand((message["file"], message["line"]) == (name, line) and message["column"], f"{message}")
+        demand(not message["text"].startswith(name), f"{message}")
+
+
 def main(program, schema):
     with tempfile.TemporaryDirectory(prefix="vexa-diagnostics-") as name:
         folder = pathlib.Path(name)
@@ -89,6 +126,8 @@ def main(program, schema):
         for case in CASES:
             check_case(program, json.loads(pathlib.Path(schema).read_text(encoding="utf-8")), folder, case)
         check_places(program, folder)
+        check_whole_places(program, json.loads(pathlib.Path(schema).read_text(encoding="utf-8")), folder)
+        check_imports(program, folder)
     if jsonschema is None:
         print("the schema was not compared, because python3-jsonschema is not installed")
 

@@ -26,9 +26,11 @@
 namespace vexa {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 using UP = UPSpecTypes;
 
@@ -236,6 +238,67 @@ TEST_F(SessionTest, EndsInsertsThatInsertThemselves) {
     session.runText("CD '" + folder_.string() + "'.\nINSERT FILE='loop.vxs'.\n", "case.vxs");
     EXPECT_EQ(calls.size(), 32U);
     EXPECT_THAT(log_.lines.back(), HasSubstr("INSERT is nested more than 32 files deep"));
+}
+
+TEST_F(SessionTest, EndsTheRunWhenTooManyBytesAreInserted) {
+    write("a.vxs", "ECHO '0123456789'.\n");
+    SessionOptions options;
+    options.mostInsertedBytes = 40;
+    Session session(module_, options);
+    std::string text;
+    for (int i = 0; i < 10; ++i) text += "INSERT FILE='" + path("a.vxs") + "'.\n";
+    session.runText(text, "case.vxs");
+    EXPECT_THAT(log_.lines.back(), HasSubstr("More than 40 bytes were inserted, so the run ends at "));
+    EXPECT_EQ(
+        std::count_if(log_.lines.begin(), log_.lines.end(),
+                      [](const std::string& line) { return line.find("error 3") != std::string::npos; }),
+        1);
+    // Each run counts for itself.
+    log_.lines.clear();
+    session.runText("INSERT FILE='" + path("a.vxs") + "'.\n", "case.vxs");
+    EXPECT_THAT(log_.lines, Not(Contains(HasSubstr("error"))));
+}
+
+/// Keeps the places of messages.
+class PlaceNotes : public LogListener {
+  public:
+    PlaceNotes() { OutputLog::current().addListener(*this); }
+    ~PlaceNotes() override { OutputLog::current().removeListener(*this); }
+    void receive(const LogEvent& event) override {
+        if (const auto* const error = std::get_if<ErrorReported>(&event)) add(error->place, error->message);
+        if (const auto* const error = std::get_if<SyntaxErrorReported>(&event))
+            add(error->place, error->message);
+    }
+    void add(const SourcePlace& place, const std::string& message) {
+        lines.push_back(place.file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
+                        " " + message);
+    }
+    std::vector<std::string> lines;
+};
+
+TEST_F(SessionTest, NamesThePlaceOfCharactersThatLookLikeOthers) {
+    write("b.vxs", "ECHO 'one'.\n  ECHO\u00A0'two'.\n");
+    const PlaceNotes places;
+    Session session(module_);
+    const std::string inner = path("b.vxs");
+    EXPECT_TRUE(session.runInput(
+        "\nINSERT FILE='" + inner + "'.\n/* \u6F22 */ OUTPUT NEW NAME=\u201Ca\u201D.\n", "outer.vxs"));
+    EXPECT_THAT(places.lines,
+                ElementsAre(inner + ":2:7 U+00A0 NO-BREAK SPACE is a blank of another kind. Type a plain "
+                                    "blank in its place.",
+                            "outer.vxs:3:25 U+201C LEFT DOUBLE QUOTATION MARK is a quotation mark of another "
+                            "kind. Type \" in its place: texts stand between plain ones."));
+}
+
+TEST_F(SessionTest, NamesThePlaceOfBytesThatAreNoText) {
+    const PlaceNotes places;
+    Session session(module_);
+    EXPECT_TRUE(session.runInput("* a.\r\n\r\n* b\xE9.\r\n", "a.vxs"));
+    EXPECT_FALSE(session.runInput(std::string("\xFE\xFF\0E", 4), "b.vxs"));
+    ASSERT_EQ(places.lines.size(), 2U);
+    EXPECT_THAT(places.lines[0], HasSubstr("a.vxs:3:4 The byte E9 (at offset 11 of the file)"));
+    EXPECT_THAT(places.lines[1],
+                HasSubstr("b.vxs:1:1 The file b.vxs is UTF-16BE text (its first bytes are FE FF)"));
 }
 
 TEST_F(SessionTest, ReadsPipesAndDevicesToTheirEnd) {
