@@ -3,6 +3,7 @@
 #include <iostream>
 #include <string>
 
+#include "apps/vexa/diagnostics.h"
 #include "backend/platform/interrupt.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
@@ -17,7 +18,7 @@ constexpr std::size_t kLineWidth = 60;
 
 }  // namespace
 
-ExportProgress::ExportProgress() : isShown_(isTerminal(StandardStream::error)) {}
+ExportProgress::ExportProgress() : isShown_(isTerminal(StandardStream::error) && !areDiagnosticsJson()) {}
 
 bool ExportProgress::operator()(std::size_t done, std::size_t all) {
     // At the prompt an interrupt ends the export and keeps the session.

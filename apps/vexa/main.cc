@@ -9,11 +9,11 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/command_line.h"
+#include "apps/vexa/complaints.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/installation.h"
 #include "apps/vexa/options.h"
 #include "backend/platform/process.h"
-#include "backend/strings/dictionary.h"
 #include "backend/strings/memory_text.h"
 
 namespace {
@@ -60,7 +60,7 @@ int actInMemory(const vexa::program::Options& options) {
     try {
         return act(options);
     } catch (const std::bad_alloc&) {
-        vexa::program::complain(vexa::translated(vexa::notEnoughMemory));
+        vexa::program::complain(vexa::notEnoughMemory, {});
         return vexa::program::exit_status::kUsage;
     }
 }

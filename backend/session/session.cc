@@ -82,7 +82,6 @@ void Session::runText(std::string text, std::string_view file, int firstLine) {
     CommandCutter cutter(plain, file, firstLine);
     CommandText command;
     while (!stopped_ && !abandoned_ && !wasInterrupted() && cutter.next(command)) {
-        isMarkReported_ = false;
         runCommand(command);
         stopped_ = stopped_ || (options_.stopOnError && hadErrors());
     }
@@ -101,8 +100,10 @@ void Session::runCommand(CommandText& command) {
     }
     const std::optional<FoundCommand> found = findCommandName(command.text, command.arguments);
     if (!found) {
-        reportUnknown(command);
-        explain(command, true);
+        if (!reportedAsMark(command)) {
+            reportUnknown(command);
+            explain(command, true);
+        }
         warnOfSwallowedCommand(command);
         return;
     }
@@ -121,16 +122,20 @@ void Session::runCommand(CommandText& command) {
     runModuleCommand(*found->command, command, nameOffset);
 }
 
+/// True, after an error, when a character that looks like another is all that keeps a name from being one.
+bool Session::reportedAsMark(const CommandText& command) {
+    const std::optional<StrangeMark> mark = findStrangeMark(command);
+    const bool isIt = mark && isNameWithout(command, *mark);
+    if (isIt) {
+        reportStrangeMark(command, *mark, true);
+    }
+    return isIt;
+}
+
 void Session::reportUnknown(const CommandText& command) {
     if (std::string_view(command.text).substr(command.arguments).starts_with("/*")) {
         reportSyntaxError(command, command.arguments,
                           translated("This comment is not closed: \"*/\" is missing."_text));
-        return;
-    }
-    const std::optional<StrangeMark> mark = findStrangeMark(command);
-    if (mark && isNameWithout(command, *mark)) {
-        reportStrangeMark(command, *mark, true);
-        isMarkReported_ = true;
         return;
     }
     const std::string name = unknownCommandName(command.text, command.arguments);
@@ -179,9 +184,8 @@ void Session::runModuleCommand(const KnownCommand& known, const CommandText& com
 
 /// Says of a command what its own messages cannot know: what it has of another command, and of characters
 /// that look like others.
-void Session::explain(const CommandText& command, bool hasFailed) {
-    const std::optional<StrangeMark> mark = isMarkReported_ ? std::nullopt : findStrangeMark(command);
-    if (mark) {
+void Session::explain(const CommandText& command, bool hasFailed) const {
+    if (const std::optional<StrangeMark> mark = findStrangeMark(command)) {
         reportStrangeMark(command, *mark, false);
     }
     if (const std::optional<CommandBehindPeriod> behind = findCommandBehindPeriod(command, hasFailed)) {

@@ -66,9 +66,10 @@ class Session {
 
   private:
     void runCommand(CommandText& command);
+    static bool reportedAsMark(const CommandText& command);
     void reportUnknown(const CommandText& command);
     void runModuleCommand(const KnownCommand& known, const CommandText& command, std::size_t nameOffset);
-    void explain(const CommandText& command, bool hasFailed);
+    void explain(const CommandText& command, bool hasFailed) const;
     void warnOfSwallowedCommand(const CommandText& command) const;
     void runOwnCommand(OwnCommand own, const CommandText& command);
     void insertFile(const InsertedFile& inserted, const CommandText& command);
@@ -84,7 +85,6 @@ class Session {
     int insertDepth_ = 0;
     int inserted_ = 0;  ///< files of INSERT since the outermost text began
     std::uint64_t insertedBytes_ = 0;
-    bool isMarkReported_ = false;  ///< of the current command
     bool abandoned_ = false;       ///< nothing more of the outermost text is run
     bool stopped_ = false;
 };

@@ -69,7 +69,7 @@ class ElementReader {
     void objectToRest() const;
 
     pugi::xml_node node_;
-    std::array<const char*, 16> names_;  // of the attributes found; only that many are set
+    std::array<const char*, 16> names_{};  // of the attributes found
     std::size_t found_ = 0;
     bool ok_ = true;
     bool hasContent_ = false;

@@ -198,6 +198,29 @@ TEST(BadFiles, WithItemsThatContradictThemselves) {
         {"table", table("<cells>1</cells><cells>1</cells>")},
         {"table", table("<cells>1</cells>" + two)},
         {"table", table("<other/>")},
+        {"table", table("<cells>1 *1</cells>")},
+        {"table", table("<cells>*0 1</cells>")},
+        {"table", table("<cells>INF</cells>")},
+        {"table", table("<cells>infinity</cells>")},
+        {"table", table("<cells>nan(1)</cells>")},
+        {"table", table(R"(<style/><area area="title" style="1"/><style bold="true"/>)")},
+        {"table",
+         table(R"(<style/><label dimension="0" category="1" style="1"/><area area="title" style="1"/>)")},
+        {"table",
+         table(R"(<style/><cellFormats formats="F8">0:1</cellFormats><cellStyles>0:1</cellStyles>)")},
+        {"table", table(R"(<style/><area area="title" style="1"/><area area="title" style="1"/>)")},
+        {"table", table(R"(<style/><area area="title"/>)")},
+        {"table", table(R"(<style/><area style="1"/>)")},
+        {"table", table(R"(<area area="title" style="0"/>)")},
+        {"table", R"(<table rows="0" look="0"><dimension><category/></dimension></table>)"},
+        {"table", R"(<table rows="0"><dimension><category/><group label="g"/></dimension></table>)"},
+        {"text", "<text>a\nb</text>"},
+        {"text", "<text>a\tb</text>"},
+        {"text", "<text>a\x7F</text>"},
+        {"text", "<text>\\41</text>"},
+        {"text", "<text>\\C3\\A9</text>"},
+        {"text", "<text>\\5c</text>"},
+        {"new", "no XML"},
         {"table", table(R"(<extras footnotes="1"/>)")},
         {"table", table(R"(<style size="x"/>)")},
         {"table", table(R"(<area area="data" style="1"/>)")},
@@ -225,6 +248,12 @@ TEST(BadFiles, WithItemsThatContradictThemselves) {
         {"grid", R"(<grid columns="0" headerRows="0" headerColumns="0"><c/></grid>)"},
         {"grid", R"(<grid columns="1" headerRows="0" headerColumns="0"><c s="1"/></grid>)"},
     };
+    EXPECT_NE(opened(fileWithItem("text", "<text>\\5C\\0A\\7F\\FF &amp;&lt;&#233;</text>")), nullptr);
+    for (const char* manifest :
+         {R"(<vexaDocument format="2" type="VXV" protected="false"/>)",
+          R"(<vexaDocument format="2" type="VXV"><item type="header" needs="0"/></vexaDocument>)"}) {
+        EXPECT_EQ(problemOf(fileWithManifest(manifest)).problem, StoreProblem::damaged) << manifest;
+    }
     for (const auto& [type, xml] : items) {
         const StoreResult result = problemOf(fileWithItem(type, xml));
         EXPECT_EQ(result.problem, StoreProblem::damaged) << xml;

@@ -82,11 +82,13 @@ TEST(CommandCatalog, SuggestsTheNearestName) {
     EXPECT_EQ(nearest("outptu save"), "OUTPUT SAVE");
     EXPECT_EQ(nearest("INSRT FILE"), "INSERT");
     EXPECT_EQ(nearest("TABULATE ITEMS"), "");
+    EXPECT_EQ(nearest("save OUTFILE"), "OUTPUT SAVE");
 }
 
 TEST(CommandCatalog, ShowsUnknownCommandsShortly) {
     EXPECT_EQ(unknownCommandName("OUTPUT  /*c*/ NEWS NAME=a", 0), "OUTPUT NEWS");
     EXPECT_EQ(unknownCommandName("x=1", 0), "x");
+    EXPECT_EQ(unknownCommandName("TABULATE ITEMS = x", 0), "TABULATE");
     EXPECT_EQ(unknownCommandName("=1", 0), "=");
     EXPECT_EQ(unknownCommandName(std::string(500, 'a'), 0), std::string(40, 'a'));
 }
