@@ -114,17 +114,30 @@ std::string complaintOfNumber(const std::string& complaint) {
            complaint.substr(value + 3) + "'";
 }
 
+/// The library says "NAME: Value VALUE not in range LEAST to MOST".
+std::string complaintOfRange(const std::string& complaint) {
+    constexpr std::string_view kValue = ": Value ";
+    constexpr std::string_view kRange = " not in range ";
+    const std::size_t value = complaint.find(kValue);
+    const std::size_t range = complaint.rfind(kRange);
+    if (value == std::string::npos || range == std::string::npos || range < value) return complaint;
+    const std::size_t from = value + kValue.size();
+    return complaint.substr(0, value) + ": takes a whole number from " +
+           complaint.substr(range + kRange.size()) + ", not '" + complaint.substr(from, range - from) + "'";
+}
+
 }  // namespace
 
 std::string usageComplaint(const CLI::App& app, const CLI::ParseError& error) {
     const std::string said = error.what();
     const std::string extra = firstExtra(app);
     if (isOption(extra)) return complaintOfOption(app, extra);
-    const std::string kind = error.get_name();
-    if (kind == "ExtrasError" && !extra.empty()) return complaintOfWord(app, extra);
-    if (kind == "ArgumentMismatch") return complaintOfValue(app, said);
-    if (kind == "ConversionError") return complaintOfNumber(said);
-    if (kind == "RequiredError") {
+    const auto kind = static_cast<CLI::ExitCodes>(error.get_exit_code());
+    if (kind == CLI::ExitCodes::ExtrasError && !extra.empty()) return complaintOfWord(app, extra);
+    if (kind == CLI::ExitCodes::ArgumentMismatch) return complaintOfValue(app, said);
+    if (kind == CLI::ExitCodes::ConversionError) return complaintOfNumber(said);
+    if (kind == CLI::ExitCodes::ValidationError) return complaintOfRange(said);
+    if (kind == CLI::ExitCodes::RequiredError) {
         const CLI::App& command = chosenCommand(app);
         return said.substr(0, said.find(' ')) + " is missing: " + nameOf(app, command) + wordsOf(command);
     }

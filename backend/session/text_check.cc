@@ -117,7 +117,7 @@ bool canBeSyntax(std::string_view bytes, std::string_view file) {
 void warnOfCharacterSet(std::string_view bytes, std::string_view file, std::string_view language) {
     if (isAscii(bytes)) return;
     const CharacterSet& set = currentCharacterSet();
-    const bool isUtf8 = !set.isUtf8() && isSurelyUtf8(bytes);
+    const bool isUtf8 = !set.isUtf8() && isSurelyUtf8(bytes, set);
     const std::size_t bad = firstUnreadable(bytes, set);
     const bool isRead = bad == std::string_view::npos;
     if (isUtf8) {

@@ -161,8 +161,9 @@ bool isMostlyReadable(std::string_view bytes, const CharacterSet& set) {
     return good >= bad * kMostOfOne;
 }
 
-bool isSurelyUtf8(std::string_view bytes) {
-    constexpr std::size_t kEnoughBytes = 6;
+bool isSurelyUtf8(std::string_view bytes, const CharacterSet& set) {
+    // In sets of one byte such characters are two odd signs in a row; in others they may be one good one.
+    const std::size_t enough = set.isSingleByte() ? 2 : 6;
     if (bytes.starts_with(kUtf8Mark)) return true;
     std::size_t count = 0;
     for (std::size_t at = 0; at < bytes.size();) {
@@ -174,7 +175,7 @@ bool isSurelyUtf8(std::string_view bytes) {
         count += character.length > 2 ? character.length : 1;
         at += character.length;
     }
-    return count >= kEnoughBytes;
+    return count >= enough;
 }
 
 std::string likelyCharacterSet(std::string_view bytes, std::string_view language) {

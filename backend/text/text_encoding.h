@@ -27,9 +27,9 @@ struct WideEncoding {
 /// damaged.
 [[nodiscard]] bool isMostlyReadable(std::string_view bytes, const CharacterSet& set);
 
-/// True for valid UTF-8 that could hardly come about in another character set: with a byte order mark, or
-/// with enough characters of several bytes.
-[[nodiscard]] bool isSurelyUtf8(std::string_view bytes);
+/// True for valid UTF-8 that could hardly be a text in `set`: with a byte order mark, or with enough
+/// characters of several bytes.
+[[nodiscard]] bool isSurelyUtf8(std::string_view bytes, const CharacterSet& set);
 
 /// The name of the character set that `bytes`, which are not UTF-8, probably have. `language` ("ja", "zh-TW";
 /// may be empty) is that of whoever wrote them; its sets are tried first.

@@ -74,7 +74,7 @@ bool readUtf8Text(std::string bytes, std::string& text, ImportProblem& problem) 
 
 /// False, with the reason, for bytes that cannot be meant to be in a set of single and double bytes.
 bool isIn(const CharacterSet& set, std::string_view bytes, ImportProblem& problem) {
-    if (isSurelyUtf8(bytes)) {
+    if (isSurelyUtf8(bytes, set)) {
         problem.place = placeOf(bytes, asciiPrefix(bytes));
         problem.message =
             composed("The file is UTF-8 and would be read as ^1. Leave --encoding out."_text, {set.name()});

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
-#include <utility>
 
 #include "frontend/looks/look_words.h"
 #include "frontend/package/xml_escapes.h"
@@ -17,36 +15,6 @@ constexpr SystemText flagExpected = "true or false"_text;
 constexpr SystemText numberExpected = "a number"_text;
 constexpr SystemText wholeExpected = "a whole number"_text;
 constexpr SystemText escapesExpected = "two capital hexadecimal digits behind each backslash"_text;
-
-bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
-
-/// Undoes what the writer of XML escapes.
-std::string withoutXmlEscapes(std::string_view xml) {
-    constexpr std::pair<std::string_view, char> escapes[] = {
-        {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}};
-    std::string text;
-    while (!xml.empty()) {
-        const auto* const found =
-            std::find_if(std::begin(escapes), std::end(escapes),
-                         [xml](const auto& escape) { return xml.starts_with(escape.first); });
-        const bool isEscape = found != std::end(escapes);
-        text += isEscape ? found->second : xml.front();
-        xml.remove_prefix(isEscape ? found->first.size() : 1);
-    }
-    return text;
-}
-
-/// Undoes the escapes. What is not escaped though it must be, or is though it need not be, is no text of a
-/// document: two spellings of one text would be two files of one document.
-bool decodeAsWritten(std::string& text) {
-    if (std::any_of(text.begin(), text.end(), isControl)) return false;
-    if (text.find('\\') == std::string::npos) return true;
-    const std::string escaped = text;
-    if (!decodeBackslashes(text)) return false;
-    std::string again;
-    appendXmlText(again, text, XmlEscapes::backslashes);
-    return withoutXmlEscapes(again) == escaped;
-}
 
 }  // namespace
 
@@ -76,7 +44,7 @@ void ElementReader::checkWord(bool fits, const char* name, const std::string_vie
 ElementReader& ElementReader::text(const char* name, std::string& value) {
     if (const char* const found = find(name)) {
         value = found;
-        check(decodeAsWritten(value), name, escapesExpected);
+        check(decodeBackslashes(value), name, escapesExpected);
     }
     return *this;
 }
@@ -150,7 +118,7 @@ ElementReader& ElementReader::color(const char* name, std::optional<tables::Colo
 ElementReader& ElementReader::content(std::string& value) {
     hasContent_ = true;
     value = node_.value();
-    check(decodeAsWritten(value) && !node_.first_child(), "", escapesExpected);
+    check(decodeBackslashes(value) && !node_.first_child(), "", escapesExpected);
     return *this;
 }
 

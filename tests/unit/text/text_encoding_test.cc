@@ -67,7 +67,7 @@ TEST(LikelyCharacterSet, IsTheOneThatReadsTheText) {
     const GuessCase cases[] = {
         {"caf\xE9", "en", "windows-1252"},
         {"na\x93ve\x94 caf\xE9", "", "windows-1252"},
-        {"\x8A\xBF\x8E\x9A \x83\x65", "en", "Shift_JIS"},
+        {"\x8A\xBF\x8E\x9A\x82\xA9\x82\xC8", "en", "Shift_JIS"},
         {"\x8A\xBF\x8E\x9A", "ja", "Shift_JIS"},
         {"\xCF\xF0\xE8\xE2\xE5\xF2", "ru", "windows-1251"},
         {"\xBA\xBA\xD7\xD6", "zh-CN", "GB18030"},
@@ -81,11 +81,20 @@ TEST(LikelyCharacterSet, IsTheOneThatReadsTheText) {
 }
 
 TEST(SurelyUtf8, NeedsMoreThanChance) {
-    EXPECT_TRUE(isSurelyUtf8("\xEF\xBB\xBFa"));
-    EXPECT_TRUE(isSurelyUtf8("\xE6\xBC\xA2\xE5\xAD\x97"));
-    EXPECT_FALSE(isSurelyUtf8("\xC3\xA9"));
-    EXPECT_FALSE(isSurelyUtf8("\xE6\xBC\xA2\xE5\xAD\x97\xE9"));
-    EXPECT_FALSE(isSurelyUtf8("abc"));
+    const auto japanese = CharacterSet::find("Shift_JIS");
+    const auto western = CharacterSet::find("windows-1252");
+    ASSERT_NE(japanese, nullptr);
+    ASSERT_NE(western, nullptr);
+    EXPECT_TRUE(
+        isSurelyUtf8("\xEF\xBB\xBF"
+                     "a",
+                     *japanese));
+    EXPECT_TRUE(isSurelyUtf8("\xE6\xBC\xA2\xE5\xAD\x97", *japanese));
+    EXPECT_FALSE(isSurelyUtf8("\xC3\xA9 \xC3\xA9", *japanese));
+    EXPECT_TRUE(isSurelyUtf8("\xC3\xA9 \xC3\xA9", *western));
+    EXPECT_FALSE(isSurelyUtf8("\xC3\xA9", *western));
+    EXPECT_FALSE(isSurelyUtf8("\xE6\xBC\xA2\xE5\xAD\x97\xE9", *western));
+    EXPECT_FALSE(isSurelyUtf8("abc", *western));
 }
 
 TEST(MostlyReadable, TellsADamagedPlaceFromAnotherCharacterSet) {
