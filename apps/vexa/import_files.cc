@@ -60,7 +60,7 @@ bool readFiles(const Options& options, frontend::Imported& imported, int& exitSt
         const bool isTyped = file == kStandardInput;
         std::string typed;
         if (const FileResult result = isTyped ? readStandardInput(typed) : FileResult(); !result) {
-            complain(composed("The file ^1 cannot be read: ^2."_text, {file, shownReason(result)}));
+            complain("The file ^1 cannot be read: ^2."_text, {file, shownReason(result)}, file);
             exitStatus = exit_status::kUsage;
             return false;
         }

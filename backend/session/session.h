@@ -85,7 +85,7 @@ class Session {
     int insertDepth_ = 0;
     int inserted_ = 0;  ///< files of INSERT since the outermost text began
     std::uint64_t insertedBytes_ = 0;
-    bool abandoned_ = false;       ///< nothing more of the outermost text is run
+    bool abandoned_ = false;  ///< nothing more of the outermost text is run
     bool stopped_ = false;
 };
 

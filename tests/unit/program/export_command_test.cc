@@ -68,8 +68,9 @@ TEST_F(ExportCommandTest, IsToldTheFormat) {
     EXPECT_EQ(made({"a.mht", "REPORT", {}}), "OUTPUT EXPORT  /REPORT DOCUMENTFILE='a.mht' FORMAT=MHT.");
     EXPECT_EQ(made({"march", "text", {}}), "OUTPUT EXPORT  /TEXT DOCUMENTFILE='march'.");
     EXPECT_EQ(made({"a.b", "png", {}}), "OUTPUT EXPORT  /PNG IMAGEROOT='a'.");
-    EXPECT_NE(made({"a.htm", "sheet", {}}).find("There is no format sheet. Give one of these: REPORT, HTML, "),
-              std::string::npos);
+    EXPECT_NE(
+        made({"a.htm", "sheet", {}}).find("There is no format sheet. Give one of these: REPORT, HTML, "),
+        std::string::npos);
     EXPECT_NE(made({"a.htm", "reprot", {}}).find("There is no format reprot. Did you mean REPORT?"),
               std::string::npos);
 }
