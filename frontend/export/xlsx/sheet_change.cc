@@ -147,11 +147,23 @@ class Change : public RowChange {
         } else if (name == "sheetData") {
             hadRows_ = true;
             sheetData();
-        } else if (name == "mergeCells") {
-            container(
-                "mergeCell", "ref", [this] { mergedRange(); }, [this] { ownMerged(); });
         } else if (name == "conditionalFormatting") {
             withoutTaken("sqref", "");
+        } else if (name == "rowBreaks") {
+            pageBreaks();
+        } else if (name == "extLst") {
+            emit(withoutTakenPlaces(takeElement(), footprint_));
+        } else if (!writtenAsContainer(name)) {
+            copyElement();
+        }
+    }
+
+    /// Writes an element that only holds others, each for places of the sheet; false when it is none of
+    /// these.
+    bool writtenAsContainer(std::string_view name) {
+        if (name == "mergeCells") {
+            container(
+                "mergeCell", "ref", [this] { mergedRange(); }, [this] { ownMerged(); });
         } else if (name == "dataValidations") {
             container(
                 "dataValidation", "sqref", [this] { withoutTaken("sqref", container_); }, [] {});
@@ -164,16 +176,13 @@ class Change : public RowChange {
                         ownIgnoredErrors();
                     }
                 });
-        } else if (name == "rowBreaks") {
-            pageBreaks();
         } else if (name == "hyperlinks") {
             container(
                 "hyperlink", "ref", [this] { withoutTaken("ref", container_); }, [] {});
-        } else if (name == "extLst") {
-            emit(withoutTakenPlaces(takeElement(), footprint_));
         } else {
-            copyElement();
+            return false;
         }
+        return true;
     }
 
     void columns() {
