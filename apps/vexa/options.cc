@@ -341,6 +341,12 @@ void describeRunning(CLI::App& app, Options& options) {
     addReadingOptions(*check, options.session);
 }
 
+void describeHelp(CLI::App& help, Options& options) {
+    help.add_option("COMMAND", options.commandWords, "The name of a command, and what of it is to be shown");
+    help.add_option("--module", options.session.moduleFile, "The library of the commands")
+        ->option_text("FILE");
+}
+
 void describe(CLI::App& app, Options& options) {
     app.name("vexa");
     app.require_subcommand(0, 1);
@@ -363,11 +369,9 @@ void describe(CLI::App& app, Options& options) {
                               "Write a document as a page, a report, a text, ...", kExportExamples),
                    options);
 
-    CLI::App* const help = addAction(app, options, Action::help, "help",
-                                     "Show what the commands of the language take", kHelpExamples);
-    help->add_option("COMMAND", options.commandWords, "The name of a command, and what of it is to be shown");
-    help->add_option("--module", options.session.moduleFile, "The library of the commands")
-        ->option_text("FILE");
+    describeHelp(*addAction(app, options, Action::help, "help", "Show what the commands of the language take",
+                            kHelpExamples),
+                 options);
 
     addAction(app, options, Action::password, "password", "Print the encrypted form of a password",
               kPasswordExamples);

@@ -129,7 +129,7 @@ std::string complaintOfRange(const std::string& complaint) {
 }  // namespace
 
 std::string usageComplaint(const CLI::App& app, const CLI::ParseError& error) {
-    const std::string said = error.what();
+    std::string said = error.what();
     const std::string extra = firstExtra(app);
     if (isOption(extra)) return complaintOfOption(app, extra);
     const auto kind = static_cast<CLI::ExitCodes>(error.get_exit_code());

@@ -53,7 +53,8 @@ bool isNameWithout(const CommandText& command, const StrangeMark& mark) {
 
 }  // namespace
 
-Session::Session(CommandModule& module, SessionOptions options) : module_(module), options_(options) {
+Session::Session(CommandModule& module, SessionOptions options)
+    : module_(module), options_(std::move(options)) {
     OutputLog::current().addListener(outcome_);
 }
 
