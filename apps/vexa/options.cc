@@ -347,6 +347,19 @@ void describeHelp(CLI::App& help, Options& options) {
         ->option_text("FILE");
 }
 
+void describeCompletion(CLI::App& app, Options& options) {
+    addAction(app, options, Action::completion, "completion",
+              "Print a script that completes the words of this program in a shell", kCompletionExamples)
+        ->add_option("SHELL", options.shell, "bash, zsh or fish")
+        ->required()
+        ->check(CLI::Validator(
+            [](const std::string& word) {
+                const bool isKnown = word == "bash" || word == "zsh" || word == "fish";
+                return isKnown ? std::string() : "takes bash, zsh or fish, not '" + word + "'";
+            },
+            ""));
+}
+
 void describe(CLI::App& app, Options& options) {
     app.name("vexa");
     app.require_subcommand(0, 1);
@@ -376,16 +389,7 @@ void describe(CLI::App& app, Options& options) {
     addAction(app, options, Action::password, "password", "Print the encrypted form of a password",
               kPasswordExamples);
 
-    addAction(app, options, Action::completion, "completion",
-              "Print a script that completes the words of this program in a shell", kCompletionExamples)
-        ->add_option("SHELL", options.shell, "bash, zsh or fish")
-        ->required()
-        ->check(CLI::Validator(
-            [](const std::string& word) {
-                const bool isKnown = word == "bash" || word == "zsh" || word == "fish";
-                return isKnown ? std::string() : "takes bash, zsh or fish, not '" + word + "'";
-            },
-            ""));
+    describeCompletion(app, options);
     addAction(app, options, Action::manual, "manual", "Print the manual page, for man", kManualExamples);
 }
 
