@@ -11,7 +11,7 @@ constexpr std::string_view kBlank = " ";
 constexpr std::string_view kQuote = "'";
 constexpr std::string_view kDoubleQuote = "\"";
 constexpr std::string_view kDash = "-";
-constexpr std::string_view kNothing = "";
+constexpr std::string_view kNothing;
 
 /// In ascending order.
 constexpr LookAlike kLookAlikes[] = {
