@@ -27,16 +27,31 @@ std::string typedText() {
 }
 
 /// Runs what standard input holds.
-FileResult runStandardInput(Session& session) {
+InputResult runStandardInput(Session& session) {
     if (isTerminal(StandardStream::input)) {
         session.runText(typedText(), kStandardInput);
         return {};
     }
     std::string text;
     if (FileResult result = readStandardInput(text); !result) {
-        return result;
+        return {std::move(result), false};
     }
-    return {session.runInput(std::move(text), kStandardInput)};
+    return session.runInput(std::move(text), kStandardInput);
+}
+
+/// Nothing was run, so neither a trace nor a document hears of it.
+void complainOf(const InputResult& result, const std::string& file, TerminalListener& terminal) {
+    constexpr int kErrorLevel = 3;
+    if (!result.isRead) {
+        complain("The syntax file ^1 cannot be read: ^2. Check its name and your current folder."_text,
+                 {file, shownReason(result)}, file);
+        return;
+    }
+    terminal.receive(ErrorReported{.level = kErrorLevel,
+                                   .text = result.reason,
+                                   .arguments = result.arguments,
+                                   .message = shownReason(result),
+                                   .place = {result.arguments.front(), 1, 1, ""}});
 }
 
 }  // namespace
@@ -62,15 +77,11 @@ int runFiles(const Options& options) {
         if (session.stopped() || !allRead) {
             break;
         }
-        const FileResult result = file == "-" ? runStandardInput(session) : session.runFile(file);
+        const InputResult result = file == "-" ? runStandardInput(session) : session.runFile(file);
         if (result) {
             surroundings->beginTrace();
         } else {
-            if (!result.reason.empty()) {
-                complain(
-                    "The syntax file ^1 cannot be read: ^2. Check its name and your current folder."_text,
-                    {file, shownReason(result)}, file);
-            }
+            complainOf(result, file, surroundings->terminal());
             allRead = false;
         }
     }

@@ -60,22 +60,23 @@ Session::Session(CommandModule& module, SessionOptions options)
 
 Session::~Session() { OutputLog::current().removeListener(outcome_); }
 
-FileResult Session::runFile(const std::string& path) {
+InputResult Session::runFile(const std::string& path) {
     std::string content;
     FileResult result = FileSystem::current().readStream(path, content, kMostBytesOfAPipe);
     if (!result) {
-        return result;
+        return {std::move(result), false};
     }
-    return {runInput(std::move(content), path)};
+    return runInput(std::move(content), path);
 }
 
-bool Session::runInput(std::string text, std::string_view file) {
-    if (!canBeSyntax(text, file)) {
-        return false;
+InputResult Session::runInput(std::string text, std::string_view file) {
+    FileResult result = checkSyntaxText(text, file);
+    if (!result) {
+        return {std::move(result), true};
     }
     warnOfCharacterSet(text, file, options_.language);
     runText(std::move(text), file);
-    return true;
+    return {};
 }
 
 void Session::runText(std::string text, std::string_view file, int firstLine) {
@@ -288,7 +289,9 @@ void Session::insertFile(const InsertedFile& inserted, const CommandText& comman
     }
     insertedBytes_ += content.size();
     const DepthScope depth(insertDepth_);
-    static_cast<void>(runInput(std::move(content), file));
+    if (const InputResult run = runInput(std::move(content), file); !run) {
+        reportAt({file, 1, 1, ""}, kErrorLevel, run.reason, run.arguments);
+    }
 }
 
 std::optional<CommandDescriptor> Session::describe(const KnownCommand& command) {

@@ -18,6 +18,11 @@ namespace vexa {
 
 struct InsertedFile;
 
+/// Whether a file was run, and why it was not.
+struct [[nodiscard]] InputResult : FileResult {
+    bool isRead = true;  ///< it could be read: the reason is a whole sentence then
+};
+
 struct SessionOptions {
     bool stopOnError = false;  ///< nothing is run after a command that reported an error
     bool checkOnly = false;    ///< commands of the module are parsed but do and send nothing; ECHO is silent
@@ -42,11 +47,11 @@ class Session {
     Session& operator=(const Session&) = delete;
 
     /// Runs a syntax file in the back end's character set. `path` is UTF-8. Not ok when the file cannot be
-    /// read, without a reason when the log has told why; what its commands do is told by the log only.
-    FileResult runFile(const std::string& path);
-    /// Runs what was read from `file`, in the back end's character set. False, and nothing is run, when it
-    /// is no text that can be one. That, and doubts about its character set, are told by the log.
-    bool runInput(std::string text, std::string_view file);
+    /// read or run; what its commands do is told by the log only.
+    InputResult runFile(const std::string& path);
+    /// Runs what was read from `file`, in the back end's character set. Not ok, and nothing is run, when it
+    /// is no text that can be one; doubts about its character set are told by the log.
+    InputResult runInput(std::string text, std::string_view file);
     /// Runs commands; `file` (UTF-8) names the text in places, `firstLine` is the number of its first line.
     /// Ends early when the user interrupts it (backend/platform/interrupt.h), or when too much was inserted
     /// on the way.

@@ -15,13 +15,13 @@ void reportSyntaxError(const CommandText& command, std::size_t offset, std::stri
     OutputLog::current().publish(SyntaxErrorReported{std::move(message), placeOf(command, offset)});
 }
 
-void reportAt(const SourcePlace& place, BpErrorLevel level, SystemText text,
+void reportAt(const SourcePlace& place, BpErrorLevel level, std::string_view text,
               const std::vector<std::string>& arguments) {
     OutputLog::current().publish(ErrorReported{.show = kShow,
                                                .level = level,
                                                .text = std::string(text),
                                                .arguments = arguments,
-                                               .message = composed(text, arguments),
+                                               .message = replaceMarkers(translated(text), arguments),
                                                .place = place});
 }
 

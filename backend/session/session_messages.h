@@ -22,8 +22,9 @@ void reportSyntaxError(const CommandText& command, std::size_t offset, std::stri
 /// A message of level 3 whose marker ^1 is replaced by `argument`, which is in the back end's character set.
 void reportError(SystemText text, std::string_view argument);
 
-/// A message with its markers replaced by the arguments, which are UTF-8, about one place in a syntax file.
-void reportAt(const SourcePlace& place, BpErrorLevel level, SystemText text,
+/// A message, a text of the string tables with its markers replaced by the arguments, which are UTF-8, about
+/// one place in a syntax file.
+void reportAt(const SourcePlace& place, BpErrorLevel level, std::string_view text,
               const std::vector<std::string>& arguments);
 
 }  // namespace vexa

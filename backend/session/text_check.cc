@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "backend/pivot/output_log.h"
 #include "backend/session/session_messages.h"
@@ -86,32 +87,29 @@ SystemText objectionTo(const LookAlike& lookAlike) {
 
 }  // namespace
 
-bool canBeSyntax(std::string_view bytes, std::string_view file) {
+FileResult checkSyntaxText(std::string_view bytes, std::string_view file) {
     constexpr std::string_view kArchive("PK\x03\x04");
-    const SourcePlace beginning{std::string(file), 1, 1, ""};
+    const auto refusal = [&file](SystemText text, std::vector<std::string> more) {
+        more.insert(more.begin(), std::string(file));
+        return FileResult{false, std::string(text), std::move(more)};
+    };
     if (const std::optional<WideEncoding> wide = findWideEncoding(bytes)) {
         const std::string name(wide->name);
         if (wide->mark.empty()) {
-            reportAt(
-                beginning, kErrorLevel,
+            return refusal(
                 "The file ^1 is ^2 text (a zero byte at offset ^3), which no --charset reads. Save it as UTF-8, or convert it: iconv -f ^2 -t UTF-8"_text,
-                {std::string(file), name, std::to_string(wide->offset)});
-        } else {
-            reportAt(
-                beginning, kErrorLevel,
-                "The file ^1 is ^2 text (its first bytes are ^3), which no --charset reads. Save it as UTF-8, or convert it: iconv -f ^2 -t UTF-8"_text,
-                {std::string(file), name, std::string(wide->mark)});
+                {name, std::to_string(wide->offset)});
         }
-        return false;
+        return refusal(
+            "The file ^1 is ^2 text (its first bytes are ^3), which no --charset reads. Save it as UTF-8, or convert it: iconv -f ^2 -t UTF-8"_text,
+            {name, std::string(wide->mark)});
     }
     if (bytes.starts_with(kArchive)) {
-        reportAt(
-            beginning, kErrorLevel,
+        return refusal(
             "The file ^1 is no syntax file but an archive, as documents are. What a document holds is shown by: vexa show DOCUMENT"_text,
-            {std::string(file)});
-        return false;
+            {});
     }
-    return true;
+    return {};
 }
 
 void warnOfCharacterSet(std::string_view bytes, std::string_view file, std::string_view language) {

@@ -6,15 +6,16 @@
 #include <optional>
 #include <string_view>
 
+#include "backend/platform/file_system.h"
 #include "backend/session/command_catalog.h"
 #include "backend/text/look_alikes.h"
 #include "backend/tokens/command_text.h"
 
 namespace vexa {
 
-/// False, after an error in the log, for the content of a file (its bytes as they came) that holds no
-/// commands: text in UTF-16 or UTF-32, an archive. `file` is UTF-8.
-[[nodiscard]] bool canBeSyntax(std::string_view bytes, std::string_view file);
+/// Not ok, with a whole sentence as the reason, for the content of a file (its bytes as they came) that holds
+/// no commands: text in UTF-16 or UTF-32, an archive. `file` is UTF-8.
+[[nodiscard]] FileResult checkSyntaxText(std::string_view bytes, std::string_view file);
 
 /// Warns of the first byte of a file that belongs to no character of the current set, and of text that is
 /// UTF-8 where another set is the current one. `language` is that of the user, for a guess at the right set.

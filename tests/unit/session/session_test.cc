@@ -294,11 +294,16 @@ TEST_F(SessionTest, NamesThePlaceOfBytesThatAreNoText) {
     const PlaceNotes places;
     Session session(module_);
     EXPECT_TRUE(session.runInput("* a.\r\n\r\n* b\xE9.\r\n", "a.vxs"));
-    EXPECT_FALSE(session.runInput(std::string("\xFE\xFF\0E", 4), "b.vxs"));
+    const InputResult refused = session.runInput(std::string("\xFE\xFF\0E", 4), "b.vxs");
+    EXPECT_FALSE(refused);
+    EXPECT_TRUE(refused.isRead);
+    EXPECT_THAT(refused.arguments, ElementsAre("b.vxs", "UTF-16BE", "FE FF"));
+    write("wide.vxs", std::string("E\0C\0H\0O\0", 8));
+    session.runText("INSERT FILE='" + path("wide.vxs") + "'.", "c.vxs");
     ASSERT_EQ(places.lines.size(), 2U);
     EXPECT_THAT(places.lines[0], HasSubstr("a.vxs:3:4 The byte E9 (at offset 11 of the file)"));
-    EXPECT_THAT(places.lines[1],
-                HasSubstr("b.vxs:1:1 The file b.vxs is UTF-16BE text (its first bytes are FE FF)"));
+    EXPECT_THAT(places.lines[1], HasSubstr("wide.vxs:1:1 The file " + path("wide.vxs") +
+                                           " is UTF-16LE text (a zero byte at offset 1)"));
 }
 
 TEST_F(SessionTest, ReadsPipesAndDevicesToTheirEnd) {
