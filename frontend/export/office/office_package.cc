@@ -173,8 +173,8 @@ std::string OfficePackage::addPicture(std::string_view bytes, std::string_view e
 }
 
 PackageResult OfficePackage::finish() {
-    assert(relations_.empty());
     if (!result_) return result_;
+    assert(relations_.empty());
     XmlWriter xml(officeXml);
     xml.begin("Types").attribute("xmlns", std::string(packageSpace) + "content-types");
     for (const auto& [extension, type] : extensions_) {
