@@ -1,4 +1,4 @@
-// Reads any bytes as the specification of an export. What was read is written and read once more, and made
+// Reads any bytes as the XML of an export. What was read is written and read once more, and made
 // into a request.
 
 #include <cstddef>
