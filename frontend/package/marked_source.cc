@@ -11,6 +11,7 @@
 #include <thread>
 #include <utility>
 
+#include "backend/platform/thread_work.h"
 #include "frontend/package/deflate_blocks.h"
 
 namespace vexa::frontend {
@@ -31,7 +32,11 @@ class AheadSource {
             thread_ = std::thread([this] { work(); });
         } catch (const std::system_error&) {
             isThreaded_ = false;
+            return;
         }
+        // A thread that begins takes memory, which is work as well.
+        std::unique_lock lock(mutex_);
+        pieceCame_.wait(lock, [this] { return hasBegun_; });
     }
     ~AheadSource() {
         {
@@ -75,16 +80,31 @@ class AheadSource {
     };
 
     void work() {
-        for (bool isMore = true; isMore;) {
+        {
+            const std::lock_guard lock(mutex_);
+            hasBegun_ = true;
+        }
+        pieceCame_.notify_one();
+        for (bool isMore = true; isMore && waitForRoom();) {
+            const ThreadWork work;
             Piece piece = unpack();
             isMore = piece.result && !piece.text.empty();
-            std::unique_lock lock(mutex_);
-            roomCame_.wait(lock, [this] { return isStopped_ || pieces_.size() < piecesAhead; });
-            isMore = isMore && !isStopped_;
-            pieces_.push_back(std::move(piece));
-            lock.unlock();
+            {
+                const std::lock_guard lock(mutex_);
+                pieces_.push_back(std::move(piece));
+            }
             pieceCame_.notify_one();
         }
+        // A thread that ends works, too: it ends while it is waited for.
+        std::unique_lock lock(mutex_);
+        roomCame_.wait(lock, [this] { return isStopped_; });
+    }
+
+    /// False when nobody reads any more.
+    bool waitForRoom() {
+        std::unique_lock lock(mutex_);
+        roomCame_.wait(lock, [this] { return isStopped_ || pieces_.size() < piecesAhead; });
+        return !isStopped_;
     }
 
     Piece unpack() {
@@ -115,6 +135,7 @@ class AheadSource {
     std::condition_variable pieceCame_;
     std::condition_variable roomCame_;
     std::deque<Piece> pieces_;  ///< guarded
+    bool hasBegun_ = false;     ///< guarded
     bool isStopped_ = false;    ///< guarded
     std::thread thread_;        ///< the last one: it works on all the others
 };

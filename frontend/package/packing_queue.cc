@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 #include <utility>
+
+#include "backend/platform/thread_work.h"
 
 namespace vexa::frontend {
 namespace {
@@ -69,6 +72,9 @@ void PackingQueue::startHelpers() {
     } catch (const std::exception&) {
         helpersWanted_ = helpers_.size();
     }
+    // A thread that begins takes memory, which is work as well.
+    std::unique_lock lock(mutex_);
+    workDone_.wait(lock, [this] { return helpersBegun_ == helpers_.size(); });
 }
 
 void PackingQueue::push(std::unique_ptr<PackingJob> job) {
@@ -125,15 +131,28 @@ void PackingQueue::workOn(PackingJob& job, Deflater& deflater, std::unique_lock<
     job.done = true;
 }
 
-void PackingQueue::help() {
-    Deflater deflater(level_);
+bool PackingQueue::waitForWork() {
     std::unique_lock lock(mutex_);
-    while (!stopping_) {
+    workCame_.wait(lock, [this] { return stopping_ || !waiting_.empty(); });
+    return !stopping_;
+}
+
+void PackingQueue::help() {
+    {
+        const std::lock_guard lock(mutex_);
+        ++helpersBegun_;
+    }
+    workDone_.notify_one();
+    std::optional<Deflater> deflater;
+    while (waitForWork()) {
+        const ThreadWork work;
+        if (!deflater) {
+            deflater.emplace(level_);
+        }
+        std::unique_lock lock(mutex_);
         if (PackingJob* const job = takeWork(); job != nullptr) {
-            workOn(*job, deflater, lock);
+            workOn(*job, *deflater, lock);
             workDone_.notify_one();
-        } else {
-            workCame_.wait(lock);
         }
     }
 }

@@ -55,6 +55,8 @@ class PackingQueue {
 
   private:
     void help();
+    /// False when the queue ends.
+    bool waitForWork();
     PackingJob* takeWork();
     void workOn(PackingJob& job, Deflater& deflater, std::unique_lock<std::mutex>& lock);
     void startHelpers();
@@ -68,6 +70,7 @@ class PackingQueue {
     std::condition_variable workDone_;
     std::deque<std::unique_ptr<PackingJob>> jobs_;  ///< only the caller changes it
     std::deque<PackingJob*> waiting_;               ///< guarded; the jobs that nobody works on
+    std::size_t helpersBegun_ = 0;                  ///< guarded
     bool stopping_ = false;                         ///< guarded
 };
 
