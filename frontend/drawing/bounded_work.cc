@@ -23,6 +23,9 @@ using Clock = std::chrono::steady_clock;
 
 /// Bytes of a pipe: the most that systems give to everybody.
 constexpr int waitingBytes = 1 << 20;
+/// As many times as long as it may work is waited for what works, so that no picture is lost because much
+/// else is going on.
+constexpr int waitingTime = 4;
 
 void limit(int resource, rlim_t value) {
     rlimit limits{};
@@ -86,7 +89,7 @@ int waitFor(pid_t process) {
     const int nowhere = open("/dev/null", O_WRONLY);
     if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);
     limit(RLIMIT_CORE, 0);
-    limit(RLIMIT_CPU, limits.seconds + 1);
+    limit(RLIMIT_CPU, limits.seconds);
     limit(RLIMIT_DATA, ownData() + limits.memory);
     bool whole = false;
     try {
@@ -100,7 +103,7 @@ int waitFor(pid_t process) {
 
 /// Reads up to the end of the pipe; false when that takes too long, or there is too much.
 bool readAll(int file, const WorkLimits& limits, std::string& result) {
-    const Clock::time_point end = Clock::now() + std::chrono::seconds(limits.seconds);
+    const Clock::time_point end = Clock::now() + waitingTime * std::chrono::seconds(limits.seconds);
     std::string buffer(1U << 16U, '\0');
     for (;;) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();

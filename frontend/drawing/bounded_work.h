@@ -9,7 +9,7 @@
 namespace vexa::frontend {
 
 struct WorkLimits {
-    unsigned int seconds = 20;
+    unsigned int seconds = 20;                           ///< on a processor; four times as many in all
     std::uint64_t memory = std::uint64_t{2} << 30;       ///< bytes, beside what the program has
     std::uint64_t resultBytes = std::uint64_t{1} << 30;  ///< longest result
 };
@@ -33,9 +33,9 @@ class WorkApart {
     WorkApart(const WorkApart&) = delete;
     WorkApart& operator=(const WorkApart&) = delete;
 
-    /// Waits for the work and gives what it returned. Called once. The time that it may take counts from here
-    /// on, but that on a processor from the beginning. Where the system gave no process at first, it is asked
-    /// again.
+    /// Waits for the work and gives what it returned. Called once. The time that it may take in all counts
+    /// from here on, but that on a processor from the beginning. Where the system gave no process at first,
+    /// it is asked again.
     [[nodiscard]] WorkEnd finish(std::string& result);
 
   private:

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <stdexcept>
@@ -49,6 +50,26 @@ TEST(BoundedWork, EndsWhatTakesTooLong) {
                                         for (;;) pause();
                                     },
                                     limits, result));
+    EXPECT_EQ(WorkEnd::tooLong, workApart(
+                                    []() -> std::string {
+                                        for (std::atomic<unsigned> count = 0;; ++count) {
+                                        }
+                                    },
+                                    limits, result));
+}
+
+// What takes long only because much else is going on is not lost.
+TEST(BoundedWork, LeavesTimeToWait) {
+    std::string result;
+    WorkLimits limits;
+    limits.seconds = 1;
+    EXPECT_EQ(WorkEnd::done, workApart(
+                                 [] {
+                                     constexpr useconds_t longer = 1'500'000;
+                                     usleep(longer);
+                                     return std::string("done");
+                                 },
+                                 limits, result));
 }
 
 TEST(BoundedWork, EndsResultsThatAreTooLong) {

@@ -88,7 +88,7 @@ TEST(HostilePictures, TimeIsBounded) {
     order.seconds = 1;
     const auto start = std::chrono::steady_clock::now();
     const DrawnPicture file = drawn(picture, order);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
     expectPlaceholder(file);
     EXPECT_EQ("Drawing it took longer than 1 seconds.", file.reason);
 }
