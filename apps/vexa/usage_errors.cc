@@ -102,6 +102,7 @@ std::string complaintOfValue(const CLI::App& app, const std::string& complaint) 
     const std::string name = optionNamed(complaint);
     const CLI::Option* const option = chosenCommand(app).get_option_no_throw(name);
     if (option == nullptr) return complaint;
+    if (option->results().size() > 1) return name + " is given more than once.";
     return name + " needs a value: " + name + " " + option->get_option_text();
 }
 

@@ -17,8 +17,10 @@ using tables::AxisLines;
 using tables::axisLines;
 using tables::CategoryId;
 using tables::DimensionId;
+using tables::GroupId;
 using tables::LayerChoice;
 using tables::layersOf;
+using tables::noGroup;
 using tables::Place;
 using tables::StatisticRole;
 using tables::Table;
@@ -184,15 +186,38 @@ class CellChooser {
         });
     }
 
-    /// Which lines of an axis have a chosen cell, or a chosen label at their end.
+    /// Which categories of a dimension have a chosen label, or stand under a group that has one.
+    [[nodiscard]] std::vector<char> categoriesUnderLabels(DimensionId id) const {
+        const TableDimension& dimension = table_.data->dimensions()[id];
+        const auto isChosen = [&](std::uint32_t label, bool isGroup) {
+            return std::binary_search(labels_.begin(), labels_.end(), SelectedLabel{id, label, isGroup});
+        };
+        std::vector<char> groups(dimension.groups.size());
+        for (GroupId i = 0; i < groups.size(); ++i) {
+            const GroupId parent = dimension.groups[i].parent;
+            groups[i] = isChosen(i, true) || (parent != noGroup && groups[parent]) ? 1 : 0;
+        }
+        std::vector<char> categories(dimension.categories.size());
+        for (CategoryId i = 0; i < categories.size(); ++i) {
+            const GroupId group = dimension.categories[i].group;
+            categories[i] = isChosen(i, false) || (group != noGroup && groups[group]) ? 1 : 0;
+        }
+        return categories;
+    }
+
+    /// Which lines of an axis have a chosen cell, or a chosen label, that of a group or an outer category
+    /// too.
     [[nodiscard]] std::vector<char> chosenLines(Axis axis) {
         const AxisLines& lines = axis == Axis::row ? rows_ : columns_;
         std::vector<char> has(lines.size());
         forEachCell([&](std::size_t row, std::size_t column, std::size_t, char& chosen) {
             if (chosen) has[axis == Axis::row ? row : column] = 1;
         });
-        for (std::size_t i = 0; i < lines.size() && !lines.dimensions().empty() && !labels_.empty(); ++i) {
-            if (std::binary_search(labels_.begin(), labels_.end(), labelOf(lines, i))) has[i] = 1;
+        for (std::size_t d = 0; d < lines.dimensions().size() && !labels_.empty(); ++d) {
+            const std::vector<char> under = categoriesUnderLabels(lines.dimensions()[d]);
+            for (std::size_t i = 0; i < lines.size(); ++i) {
+                if (under[lines.line(i)[d]]) has[i] = 1;
+            }
         }
         return has;
     }
