@@ -1,6 +1,7 @@
 #include <editline/readline.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <clocale>
 #include <csetjmp>
 #include <csignal>
@@ -222,6 +223,7 @@ char* readLine(const char* prompt) {
         return nullptr;
     }
     reading = 1;
+    errno = 0;
     char* const line = readline(prompt);
     reading = 0;
     return line;
@@ -244,10 +246,13 @@ EditedLine readEditedLine(const char* prompt, const std::string& before) {
     editor.before = before;
     forgetInterrupt();
     const std::unique_ptr<char, decltype(&std::free)> line(readLine(prompt), &std::free);
+    const bool wasSignalled = errno == EINTR;
     if (line != nullptr) {
         return {EditedLine::Kind::line, line.get()};
     }
-    if (wasInterrupted()) {
+    // Ctrl-Z where no shell could bring the program back (in a terminal of its own) stops nothing; the editor
+    // gives up the line all the same. That is no end of the input, at which documents are left.
+    if (wasInterrupted() || wasSignalled) {
         std::cout << '\n' << std::flush;
         return {EditedLine::Kind::interrupted};
     }

@@ -117,6 +117,26 @@ class PromptTest(unittest.TestCase):
         session.type("y\r")
         self.assertEqual(session.status(), 0)
 
+    def test_a_stop_that_nothing_could_end_drops_the_line_alone(self):
+        """Ctrl-Z in a terminal without a shell, where the system stops nothing."""
+        session = self.changed()
+        session.type("OUTPUT CLOSE")
+        session.type("\x1a")
+        session.prompted()
+        session.type("OUTPUT\r")
+        session.expect("....> ")
+        session.take_keys()
+        session.type("\x1a")
+        session.prompted()
+        session.type("exit\r")
+        session.asked("mine")
+        session.type("\x1a")
+        session.prompted()
+        session.type("\x04")
+        session.asked("mine")
+        session.type("y\r")
+        self.assertEqual(session.status(), 0)
+
     def test_an_interrupt_stops_an_export_and_leaves_the_old_file(self):
         chart = "<svg xmlns='http://www.w3.org/2000/svg' width='600' height='400'><circle cx='300' cy='200' r='%d'/></svg>"
         items = {"items": [{"type": "chart", "svg": chart % (i % 200)} for i in range(600)]}
