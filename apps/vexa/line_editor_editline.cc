@@ -1,4 +1,5 @@
 #include <editline/readline.h>
+#include <langinfo.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -21,6 +22,7 @@
 #include "backend/session/command_catalog.h"
 #include "backend/session/syntax_completion.h"
 #include "backend/text/character_set.h"
+#include "backend/text/text_width.h"
 
 namespace vexa::program {
 
@@ -110,7 +112,8 @@ std::string withSingle(std::string_view text, char quote) {
     return name;
 }
 
-/// Names of files that begin with `typed`, as they stand in quotes; relative ones from the folder of CD.
+/// Names of files that begin with `typed`, as they stand in quotes; relative ones from the folder of CD. One
+/// with a control character or broken letters is none: it cannot be typed, and would steer the terminal.
 std::vector<std::string> filesInQuotes(std::string_view typed, char quote) {
     const std::string name = withSingle(typed, quote);
     std::string folder;
@@ -124,7 +127,8 @@ std::vector<std::string> filesInQuotes(std::string_view typed, char quote) {
             rl_filename_completion_function((folder + name).c_str(), state), &std::free);
         if (file == nullptr) break;
         const std::string_view whole = file.get();
-        if (whole.starts_with(folder)) names.push_back(withDoubled(whole.substr(folder.size()), quote));
+        if (!whole.starts_with(folder) || printableText(whole) != whole) continue;
+        names.push_back(withDoubled(whole.substr(folder.size()), quote));
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -229,10 +233,17 @@ char* readLine(const char* prompt) {
     return line;
 }
 
+/// The editor takes characters by the locale. What is typed is UTF-8, as what is shown, also where the locale
+/// is C or one that the system lacks.
+void readCharacters() {
+    std::setlocale(LC_CTYPE, "");
+    if (std::string_view(nl_langinfo(CODESET)) != "UTF-8") std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
 }  // namespace
 
 void prepareLineEditor(Session& session) {
-    std::setlocale(LC_CTYPE, "");  // the editor measures characters by it
+    readCharacters();
     editor.session = &session;
     catchInterrupts(leaveTheLine);
     rl_attempted_completion_function = complete;

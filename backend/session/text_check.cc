@@ -85,6 +85,16 @@ SystemText objectionTo(const LookAlike& lookAlike) {
     return "^1 looks like a sign of the command language and is another one. Type ^2 in its place."_text;
 }
 
+/// Where something else than blanks and comments stands, from `at` on; the end where nothing does.
+std::size_t behindBlanksAndComments(std::string_view text, std::size_t at) {
+    for (;;) {
+        at = std::min(text.find_first_not_of(" \t", at), text.size());
+        if (!text.substr(at).starts_with("/*")) return at;
+        const std::size_t end = text.find("*/", at + 2);
+        at = end == std::string_view::npos ? text.size() : end + 2;
+    }
+}
+
 }  // namespace
 
 FileResult checkSyntaxText(std::string_view bytes, std::string_view file) {
@@ -167,10 +177,9 @@ std::optional<CommandBehindPeriod> findCommandBehindPeriod(const CommandText& co
     const std::string_view text = command.text;
     std::optional<CommandBehindPeriod> found;
     visitPlain(text, [&](std::size_t at) {
-        if (text[at] != '.' || at + 1 >= text.size() || (text[at + 1] != ' ' && text[at + 1] != '\t')) {
-            return false;
-        }
-        const std::size_t next = std::min(text.find_first_not_of(" \t", at + 1), text.size());
+        if (text[at] != '.') return false;
+        const std::size_t next = behindBlanksAndComments(text, at + 1);
+        if (next == at + 1) return false;
         const std::optional<FoundCommand> name = findCommandName(text, next);
         if (name && (oneWord || name->command->name.find(' ') != std::string_view::npos)) {
             found = CommandBehindPeriod{name->command, next};

@@ -23,11 +23,11 @@ SECONDS = 20
 class Typed:
     """A session at a terminal."""
 
-    def __init__(self, folder, *arguments):
+    def __init__(self, folder, *arguments, locale="C.UTF-8"):
         self.process, self.terminal = pty.fork()
         if self.process == 0:
             os.chdir(folder)
-            os.environ.update(LC_ALL="C.UTF-8", TERM="xterm", INPUTRC="/dev/null", HOME=folder)
+            os.environ.update(LC_ALL=locale, TERM="xterm", INPUTRC="/dev/null", HOME=folder)
             os.execv(PROGRAM, [PROGRAM, *(arguments or ("--language", "en"))])
         self.shown = ""
         self.prompted()
@@ -320,6 +320,44 @@ class PromptTest(unittest.TestCase):
         session.expect("''s mine.vxs'")
         session.type(".\r")
         session.expect("\nthe first")
+        session.prompted()
+        session.type("exit\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_letters_beyond_ascii_whatever_the_locale(self):
+        """Also in the locale C, and in one that the system does not have."""
+        self.write("größe.vxs", "ECHO 'from the file'.\n")
+        for locale in ("C", "POSIX", "xx_XX.UTF-8"):
+            session = Typed(self.folder, locale=locale)
+            session.type("OUTPUT NEW NAME=Äöü MINIM\t")
+            session.expect("IZED")
+            session.type("=YES.\r")
+            session.prompted()
+            session.type("INSERT FILE='gr\t")
+            session.expect("öße.vxs'")
+            session.type(".\r")
+            session.expect("\nfrom the file")
+            session.prompted()
+            session.type("OUTPUT DISPLAY.\r")
+            session.expect("Äöü [a]")
+            session.prompted()
+            session.type("exit\r")
+            session.asked("Äöü")
+            session.type("y\r")
+            self.assertEqual(session.status(), 0)
+
+    def test_names_of_files_do_not_steer_the_terminal(self):
+        for name in (b"x\x1b[31m1.vxs", b"x\n2.vxs", b"x\xff3.vxs"):
+            try:
+                open(os.path.join(os.fsencode(self.folder), name), "wb").close()
+            except OSError:
+                self.skipTest("the file system takes no such names")
+        self.write("x4.vxs", "ECHO 'the only one'.\n")
+        session = Typed(self.folder)
+        session.type("INSERT FILE='x\t")
+        session.expect("4.vxs'")
+        session.type(".\r")
+        session.expect("\nthe only one")
         session.prompted()
         session.type("exit\r")
         self.assertEqual(session.status(), 0)
