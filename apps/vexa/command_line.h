@@ -10,6 +10,7 @@ struct DescribedOption {
     std::string name;   ///< "--trace"; of a positional "FILE"
     std::string value;  ///< "FILE", "yes|no"; empty for a flag
     std::string help;
+    bool isRequired = false;
 };
 
 struct DescribedCommand {

@@ -34,13 +34,14 @@ std::string optionLine(const DescribedOption& option) {
     return line + '\n' + escaped(option.help) + ".\n";
 }
 
-/// "vexa run [OPTIONS] FILE"
+/// "vexa run [OPTIONS] FILE..."
 std::string synopsis(const DescribedCommand& command) {
     std::string line = ".B vexa";
     line += command.name.empty() ? "" : " " + escaped(command.name);
     line += "\n[\\fIOPTIONS\\fR]";
     for (const DescribedOption& positional : command.positionals) {
-        line += " \\fI" + escaped(positional.name) + "\\fR";
+        const std::string name = "\\fI" + escaped(positional.name) + "\\fR";
+        line += positional.isRequired ? " " + name : " [" + name + "]";
     }
     return line + "\n.br\n";
 }

@@ -379,7 +379,7 @@ void describe(CLI::App& app, Options& options) {
                  options);
 
     describeExport(*addAction(app, options, Action::exportFile, "export",
-                              "Write a document as a page, a report, a text, ...", kExportExamples),
+                              "Write a document as a page, a report, a text and more", kExportExamples),
                    options);
 
     describeHelp(*addAction(app, options, Action::help, "help", "Show what the commands of the language take",
@@ -401,13 +401,14 @@ DescribedCommand describedCommand(const CLI::App& app, bool isProgram) {
     for (const CLI::Option* const option : app.get_options()) {
         if (option->get_positional()) {
             const bool repeats = option->get_items_expected_max() > 1;
-            command.positionals.push_back(
-                {option->get_name(true) + (repeats ? "..." : ""), "", option->get_description()});
+            command.positionals.push_back({option->get_name(true) + (repeats ? "..." : ""), "",
+                                           option->get_description(), option->get_required()});
             continue;
         }
         const bool hasValue = option->get_items_expected_max() > 0;
         const std::string value = hasValue ? option->get_option_text() : "";
-        command.options.push_back({"--" + option->get_lnames().front(), value, option->get_description()});
+        command.options.push_back(
+            {"--" + option->get_lnames().front(), value, option->get_description(), false});
     }
     return command;
 }

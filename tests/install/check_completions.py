@@ -93,7 +93,9 @@ def check_manual(program, folder):
     result = subprocess.run(["man", "--warnings", "-l", str(page)], capture_output=True, text=True, check=False,
                             env={**os.environ, "LC_ALL": "C.UTF-8", "MANWIDTH": "100"})
     demand(result.returncode == 0 and not result.stderr, f"man: {result.stderr}")
-    for text in ("VEXA(1)", "--stop-on-error", "vexa export report.vxv report.html", "EXIT STATUS"):
+    for text in ("VEXA(1)", "--stop-on-error", "vexa export report.vxv report.html", "EXIT STATUS",
+                 "vexa run [OPTIONS] FILE...", "vexa [OPTIONS] [FILE...]", "DOCUMENT FILE [KEYWORD=VALUE...]",
+                 "vexa help [OPTIONS] [COMMAND...]"):
         demand(text in result.stdout, f"{text!r} is not in the manual page")
 
 

@@ -19,6 +19,7 @@ PLACES = ["usr/bin/vexa", "usr/lib/vexa-output/bin/vexa", "usr/lib/vexa-output/l
           "usr/lib/vexa-output/Looks/report.tlk", "usr/share/man/man1/vexa.1.gz",
           "usr/share/bash-completion/completions/vexa", "usr/share/zsh/vendor-completions/_vexa",
           "usr/share/fish/vendor_completions.d/vexa.fish", "usr/share/doc/vexa-output/README.md",
+          "usr/share/doc/vexa-output/bindings/python/vexa_results.py", "usr/share/doc/vexa-output/bindings/r/vexa.R",
           "usr/share/doc/vexa-output/copyright", "usr/share/doc/vexa-output/changelog.gz"]
 
 
