@@ -3,6 +3,7 @@
 #include <fontconfig/fontconfig.h>
 #include <pango/pangocairo.h>
 #include <pango/pangofc-font.h>
+#include <pango/pangofc-fontmap.h>
 
 #include <algorithm>
 #include <cstring>
@@ -145,6 +146,9 @@ TextShaper::TextShaper(PdfFonts& fonts, const std::string& language, bool embedF
     : fonts_(fonts), writer_(fonts, !embedFonts), pango_(std::make_unique<Pango>()) {
     requireMemory(memoryOfFont);
     pango_->map.reset(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
+    // The first map lets a thread read what fonts there are. A picture that is drawn meanwhile, in a copy of
+    // the process that has no such thread, would wait for it in vain.
+    pango_fc_font_map_get_config(PANGO_FC_FONT_MAP(pango_->map.get()));
     pango_->context = makeContext(pango_->map.get(), language);
     pango_->layout.reset(pango_layout_new(pango_->context.get()));
     pango_->language = hb_language_from_string(language.c_str(), -1);

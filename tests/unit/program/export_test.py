@@ -82,6 +82,14 @@ class ExportTest(unittest.TestCase):
     def names(self):
         return sorted(path.name for path in self.folder.iterdir() if path.name not in ("results.json", "charts.vxv", "a.vxv"))
 
+    def test_letters_of_a_picture_before_any_other_text(self):
+        """What draws it has no thread that reads what fonts there are, and does not wait for one."""
+        letters = "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='20'><text x='3' y='9'>T</text></svg>"
+        self.document("a.vxv", [{"type": "chart", "svg": letters}])
+        for _ in range(12):
+            finished = self.run_program("export", "--quiet", "a.vxv", "a.pdf")
+            self.assertEqual((finished.returncode, finished.stderr), (0, ""))
+
     def test_a_long_export_shows_its_progress_and_takes_it_away(self):
         self.charts(200)
         terminal = Terminal(self.folder, "export", "--language", "en", "charts.vxv", "a.htm", "IMAGEFORMAT=PNG", "PRINT=NEVER")
