@@ -1,7 +1,7 @@
 #include "apps/rendering/drawing.h"
 
 #include <algorithm>
-#include <utility>
+#include <unordered_map>
 
 #include "apps/rendering/safe_text.h"
 
@@ -13,22 +13,51 @@ using Widths = std::vector<std::size_t>;
 
 template <typename Action>
 void forEachSpan(const Drawing& drawing, const Action& action) {
-    for (const std::vector<DrawnRow>* rows : {&drawing.header, &drawing.body}) {
-        for (const DrawnRow& row : *rows) {
-            for (const DrawnSpan& span : row.spans) action(span);
-        }
+    for (const DrawnRow& row : drawing.header) {
+        for (const DrawnSpan& span : row.spans) action(span);
+    }
+    DrawnRow row;
+    for (std::size_t i = 0; i < drawing.body->count(); ++i) {
+        drawing.body->make(i, drawing.cut, row);
+        for (const DrawnSpan& span : row.spans) action(span);
     }
 }
 
-/// Widens the columns of a span evenly until its text fits, the last ones first by what does not divide.
-void widenFor(Drawing& drawing, const DrawnSpan& span) {
-    const std::size_t need = naturalWidth(span.text);
-    const std::size_t have = drawing.widthOf(span);
+std::size_t widthOfColumns(const Widths& widths, std::size_t first, std::size_t count) {
+    std::size_t width = columnFrame * (count - 1);
+    for (std::size_t i = 0; i < count; ++i) width += widths[first + i];
+    return width;
+}
+
+/// Widths of texts. Of long ones that stay where they are each is looked at once.
+class NaturalWidths {
+  public:
+    std::size_t of(const DrawnSpan& span) {
+        constexpr std::size_t longText = 1024;
+        if (!span.textStays || span.text.size() <= longText) return naturalWidth(span.text);
+        const auto [found, isNew] = known_.try_emplace(span.text.data());
+        if (isNew) found->second = naturalWidth(span.text);
+        return found->second;
+    }
+
+  private:
+    std::unordered_map<const char*, std::size_t> known_;
+};
+
+/// What a text over several columns needs.
+struct BroadNeed {
+    std::uint32_t first = 0;
+    std::uint32_t count = 0;
+    std::size_t width = 0;
+};
+
+/// Widens `count` columns evenly until a text of `need` columns fits, the last ones first by what does not
+/// divide.
+void widenFor(Drawing& drawing, std::size_t first, std::size_t count, std::size_t need) {
+    const std::size_t have = widthOfColumns(drawing.widths, first, count);
     if (need <= have) return;
     const std::size_t missing = need - have;
-    for (std::size_t i = 0; i < span.count; ++i) {
-        drawing.widths[span.first + i] += (missing + i) / span.count;
-    }
+    for (std::size_t i = 0; i < count; ++i) drawing.widths[first + i] += (missing + i) / count;
 }
 
 /// The largest width, from `narrowestColumn` up, to which columns can be cut so that they take `budget`
@@ -78,20 +107,6 @@ void limitData(Drawing& drawing, const WidthLimits& limits) {
     }
 }
 
-/// The data columns `begin` to `end`, which go into one block.
-struct Cut {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-
-    /// The columns of a span that it takes, counted as in the block.
-    [[nodiscard]] DrawnSpan partOf(const DrawnSpan& span, std::size_t labels) const {
-        DrawnSpan part = span;
-        part.first = labels + std::max(span.first, begin) - begin;
-        part.count = std::min(span.first + span.count, end) - std::max(span.first, begin);
-        return part;
-    }
-};
-
 /// The spans of a row that a cut takes, wholly or in part; on request only the latter.
 std::vector<DrawnSpan> clippedSpans(const DrawnRow& row, std::size_t labels, const Cut& cut, bool onlyCut) {
     std::vector<DrawnSpan> clipped;
@@ -99,8 +114,8 @@ std::vector<DrawnSpan> clippedSpans(const DrawnRow& row, std::size_t labels, con
         return span.first < labels || span.first + span.count <= cut.begin;
     });
     for (; each != row.spans.end() && each->first < cut.end; ++each) {
-        DrawnSpan part = cut.partOf(*each, labels);
-        if (!onlyCut || part.count < each->count) clipped.push_back(std::move(part));
+        const DrawnSpan part = cut.partOf(*each, labels);
+        if (!onlyCut || part.count < each->count) clipped.push_back(part);
     }
     return clipped;
 }
@@ -112,7 +127,8 @@ DrawnRow clippedRow(const DrawnRow& row, std::size_t labels, const Cut& cut) {
     const auto data = std::partition_point(row.spans.begin(), row.spans.end(),
                                            [&](const DrawnSpan& span) { return span.first < labels; });
     clipped.spans.assign(row.spans.begin(), data);
-    for (DrawnSpan& span : clippedSpans(row, labels, cut, false)) clipped.spans.push_back(std::move(span));
+    const std::vector<DrawnSpan> rest = clippedSpans(row, labels, cut, false);
+    clipped.spans.insert(clipped.spans.end(), rest.begin(), rest.end());
     return clipped;
 }
 
@@ -120,6 +136,8 @@ DrawnRow clippedRow(const DrawnRow& row, std::size_t labels, const Cut& cut) {
 Drawing blockHead(const Drawing& drawing, const Cut& cut) {
     Drawing block;
     block.labelColumns = drawing.labelColumns;
+    block.body = drawing.body;
+    block.cut = cut;
     const auto at = [&](std::size_t column) {
         return drawing.widths.begin() + static_cast<std::ptrdiff_t>(column);
     };
@@ -135,7 +153,7 @@ Drawing blockHead(const Drawing& drawing, const Cut& cut) {
 bool widenForCutTexts(const Drawing& drawing, const Cut& cut, std::size_t width, Drawing& block) {
     for (const DrawnRow& row : drawing.header) {
         for (const DrawnSpan& span : clippedSpans(row, drawing.labelColumns, cut, true))
-            widenFor(block, span);
+            widenFor(block, span.first, span.count, naturalWidth(span.text));
     }
     std::size_t total = 1;
     for (const std::size_t each : block.widths) total += each + columnFrame;
@@ -167,22 +185,31 @@ Drawing nextBlock(const Drawing& drawing, std::size_t width, Cut& cut) {
 
 }  // namespace
 
+DrawnSpan Cut::partOf(const DrawnSpan& span, std::size_t labels) const {
+    DrawnSpan part = span;
+    const std::size_t first = std::max<std::size_t>(span.first, begin);
+    part.first = static_cast<std::uint32_t>(labels + first - begin);
+    part.count = static_cast<std::uint32_t>(std::min<std::size_t>(span.first + span.count, end) - first);
+    return part;
+}
+
 std::size_t Drawing::widthOf(const DrawnSpan& span) const {
-    std::size_t width = columnFrame * (span.count - 1);
-    for (std::size_t i = 0; i < span.count; ++i) width += widths[span.first + i];
-    return width;
+    return widthOfColumns(widths, span.first, span.count);
 }
 
 void fitColumns(Drawing& drawing, const WidthLimits& limits) {
     std::fill(drawing.widths.begin(), drawing.widths.end(), std::size_t{1});
     const auto data = drawing.widths.begin() + static_cast<std::ptrdiff_t>(drawing.labelColumns);
     std::fill(data, drawing.widths.end(), std::max(limits.leastData.value_or(1), std::size_t{1}));
+    NaturalWidths widths;
+    std::vector<BroadNeed> broad;
     forEachSpan(drawing, [&](const DrawnSpan& span) {
-        if (span.count == 1) widenFor(drawing, span);
+        if (span.text.empty()) return;
+        const std::size_t need = widths.of(span);
+        if (span.count == 1) return widenFor(drawing, span.first, 1, need);
+        broad.push_back({span.first, span.count, need});
     });
-    forEachSpan(drawing, [&](const DrawnSpan& span) {
-        if (span.count > 1) widenFor(drawing, span);
-    });
+    for (const BroadNeed& each : broad) widenFor(drawing, each.first, each.count, each.width);
     for (std::size_t i = 0; i < std::min(limits.wanted.size(), drawing.widths.size()); ++i) {
         if (limits.wanted[i]) drawing.widths[i] = std::max(*limits.wanted[i], narrowestColumn);
     }
@@ -193,21 +220,17 @@ void fitColumns(Drawing& drawing, const WidthLimits& limits) {
     limitData(drawing, limits);
 }
 
-std::vector<Drawing> splitDrawing(Drawing drawing, std::size_t width) {
+void forEachBlock(const Drawing& drawing, std::size_t width,
+                  const std::function<void(const Drawing&)>& action) {
     const std::size_t columns = drawing.widths.size();
-    std::vector<Drawing> blocks;
     if (width == 0 || drawing.labelColumns == columns ||
         widestCut(drawing, drawing.labelColumns, width).end == columns) {
-        blocks.push_back(std::move(drawing));
-        return blocks;
+        action(drawing);
+        return;
     }
     for (Cut cut{drawing.labelColumns, drawing.labelColumns}; cut.begin < columns; cut.begin = cut.end) {
-        blocks.push_back(nextBlock(drawing, width, cut));
-        for (const DrawnRow& row : drawing.body) {
-            blocks.back().body.push_back(clippedRow(row, drawing.labelColumns, cut));
-        }
+        action(nextBlock(drawing, width, cut));
     }
-    return blocks;
 }
 
 }  // namespace vexa::rendering

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <string>
 #include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "backend/text/text_width.h"
@@ -24,45 +28,94 @@ constexpr Corners unicodeCorners = {" ", "│", " ", "│", "─", "┘", "┐",
 constexpr Corners asciiCorners = {" ", "|", " ", "|", "-", "+", "+", "+",
                                   "-", "+", "+", "+", "-", "+", "+", "+"};
 
+/// What is handed out at one time.
+constexpr std::size_t pieceBytes = 65'536;
+
+bool isOneLine(const DrawnSpan& span, std::size_t width) {
+    return span.text.find('\n') == std::string_view::npos && displayWidth(span.text) <= width;
+}
+
+/// The lines of the texts of one row. A text that several spans have is wrapped once for each width.
+class RowLines {
+  public:
+    void set(const Drawing& drawing, const DrawnRow& row);
+    [[nodiscard]] std::size_t height() const { return height_; }
+    /// Line `line` of the text of span `index`; empty behind the last one.
+    [[nodiscard]] std::string_view line(const DrawnRow& row, std::size_t index, std::size_t line) const {
+        const std::vector<std::string>* const lines = ofSpans_[index];
+        if (lines == nullptr) return line == 0 ? row.spans[index].text : std::string_view();
+        return line < lines->size() ? std::string_view((*lines)[line]) : std::string_view();
+    }
+
+  private:
+    using Key = std::tuple<const char*, std::size_t, std::size_t>;  // text and width
+
+    std::size_t height_ = 1;
+    std::map<Key, std::vector<std::string>> wrapped_;
+    std::vector<const std::vector<std::string>*> ofSpans_;  // null for a text of one line
+};
+
+void RowLines::set(const Drawing& drawing, const DrawnRow& row) {
+    height_ = 1;
+    wrapped_.clear();
+    ofSpans_.assign(row.spans.size(), nullptr);
+    for (std::size_t i = 0; i < row.spans.size(); ++i) {
+        const DrawnSpan& span = row.spans[i];
+        const std::size_t width = drawing.widthOf(span);
+        if (isOneLine(span, width)) continue;
+        const auto [found, isNew] = wrapped_.try_emplace({span.text.data(), span.text.size(), width});
+        if (isNew) found->second = wrapText(span.text, width);
+        ofSpans_[i] = &found->second;
+        height_ = std::max(height_, found->second.size());
+    }
+}
+
 class Writer {
   public:
-    Writer(const Drawing& drawing, const RenderOptions& options, std::string& text)
+    Writer(const Drawing& drawing, const RenderOptions& options, const TextSink& sink)
         : drawing_(drawing),
           options_(options),
-          text_(text),
+          sink_(sink),
           corners_(options.unicode ? unicodeCorners : asciiCorners) {}
 
     void write();
 
   private:
+    void writeHeader();
+    void writeBody();
     void writeRow(const DrawnRow& row);
-    void writeLine(const DrawnSpan& span, const std::vector<std::string>& lines, std::size_t line);
+    void writeLine(const DrawnSpan& span, std::string_view text);
+    void appendBlanks(std::size_t count);
     void writeRule(const DrawnRow* above, const DrawnRow* below);
+    void handOutIfLong() {
+        if (text_.size() < pieceBytes) return;
+        sink_(text_);
+        text_.clear();
+    }
 
     const Drawing& drawing_;
     const RenderOptions& options_;
-    std::string& text_;
+    const TextSink& sink_;
     const Corners& corners_;
+    std::string text_;  // what is not handed out yet
+    RowLines lines_;
+    DrawnRow lastRow_;
+    const DrawnRow* above_ = nullptr;  // the row written before
 };
-
-bool isOneLine(const DrawnSpan& span, std::size_t width) {
-    return span.text.find('\n') == std::string::npos && displayWidth(span.text) <= width;
-}
-
-std::vector<std::string> linesOf(const DrawnSpan& span, std::size_t width) {
-    if (isOneLine(span, width)) return {span.text};
-    return wrapText(span.text, width);
-}
 
 /// Whether one cannot see from the labels where a row of the body ends, because one of them takes several
 /// lines.
 bool needsRules(const Drawing& drawing) {
-    const auto isBroken = [&](const DrawnSpan& span) {
-        return span.first < drawing.labelColumns && !isOneLine(span, drawing.widthOf(span));
-    };
-    return std::any_of(drawing.body.begin(), drawing.body.end(), [&](const DrawnRow& row) {
-        return std::any_of(row.spans.begin(), row.spans.end(), isBroken);
-    });
+    const Cut onlyLabels{drawing.cut.begin, drawing.cut.begin};
+    DrawnRow row;
+    for (std::size_t i = 0; i < drawing.body->count() && drawing.labelColumns > 0; ++i) {
+        drawing.body->make(i, onlyLabels, row);
+        const bool isBroken = std::any_of(row.spans.begin(), row.spans.end(), [&](const DrawnSpan& span) {
+            return !isOneLine(span, drawing.widthOf(span));
+        });
+        if (isBroken) return true;
+    }
+    return false;
 }
 
 /// For every boundary between columns, and both ends, whether the row has a line there.
@@ -96,40 +149,46 @@ bool isBlank(const DrawnRow& row) {
 }
 
 void Writer::write() {
-    const DrawnRow* above = nullptr;
+    writeHeader();
+    writeBody();
+    writeRule(above_, nullptr);
+    sink_(text_);
+}
+
+void Writer::writeHeader() {
     for (const DrawnRow& row : drawing_.header) {
         if (isBlank(row)) continue;
-        writeRule(above, &row);
+        writeRule(above_, &row);
         writeRow(row);
-        above = &row;
+        above_ = &row;
     }
+}
+
+void Writer::writeBody() {
     const bool allRules = needsRules(drawing_);
-    for (const DrawnRow& row : drawing_.body) {
-        if (&row == &drawing_.body.front() || row.ruleAbove || allRules) writeRule(above, &row);
+    DrawnRow row;
+    for (std::size_t i = 0; i < drawing_.body->count(); ++i) {
+        drawing_.body->make(i, drawing_.cut, row);
+        if (i == 0 || row.ruleAbove || allRules) writeRule(above_, &row);
         writeRow(row);
-        above = &row;
+        std::swap(lastRow_, row);
+        above_ = &lastRow_;
     }
-    writeRule(above, nullptr);
 }
 
 void Writer::writeRow(const DrawnRow& row) {
-    std::vector<std::vector<std::string>> lines;
-    lines.reserve(row.spans.size());
-    std::size_t height = 1;
-    for (const DrawnSpan& span : row.spans) {
-        lines.push_back(linesOf(span, drawing_.widthOf(span)));
-        height = std::max(height, lines.back().size());
-    }
-    for (std::size_t line = 0; line < height; ++line) {
-        for (std::size_t i = 0; i < row.spans.size(); ++i) writeLine(row.spans[i], lines[i], line);
+    lines_.set(drawing_, row);
+    for (std::size_t line = 0; line < lines_.height(); ++line) {
+        for (std::size_t i = 0; i < row.spans.size(); ++i) {
+            writeLine(row.spans[i], lines_.line(row, i, line));
+            handOutIfLong();
+        }
         text_ += corners_[up | down];
         text_ += '\n';
     }
 }
 
-void Writer::writeLine(const DrawnSpan& span, const std::vector<std::string>& lines, std::size_t line) {
-    static const std::string blank;
-    const std::string& text = line < lines.size() ? lines[line] : blank;
+void Writer::writeLine(const DrawnSpan& span, std::string_view text) {
     const std::size_t width = drawing_.widthOf(span);
     const std::size_t used = displayWidth(text);
     const std::size_t free = width > used ? width - used : 0;
@@ -139,15 +198,24 @@ void Writer::writeLine(const DrawnSpan& span, const std::vector<std::string>& li
     text_ += corners_[span.openLeft ? 0 : up | down];
     // A background fills the cell.
     const bool fills = span.style.background && options_.colors != ColorDepth::none;
-    const std::string blanksBefore(1 + before, ' ');
-    const std::string blanksBehind(1 + free - before, ' ');
-    if (fills) {
-        text_ += styled(blanksBefore + text + blanksBehind, span.style, options_);
-    } else {
-        text_ += blanksBefore;
-        text_ += styled(text, span.style, options_);
-        text_ += blanksBehind;
+    const bool isPlain = span.style == TextStyle() || (text.empty() && !fills);
+    const std::string begin = isPlain ? std::string() : styleBegin(span.style, options_);
+    if (fills) text_ += begin;
+    appendBlanks(1 + before);
+    if (!fills) text_ += begin;
+    text_ += text;
+    if (!fills && !begin.empty()) text_ += styleEnd;
+    appendBlanks(1 + free - before);
+    if (fills) text_ += styleEnd;
+}
+
+/// A span of very many columns can be far wider than what is held.
+void Writer::appendBlanks(std::size_t count) {
+    for (; count > pieceBytes; count -= pieceBytes) {
+        text_.append(pieceBytes, ' ');
+        handOutIfLong();
     }
+    text_.append(count, ' ');
 }
 
 void Writer::writeRule(const DrawnRow* above, const DrawnRow* below) {
@@ -165,6 +233,7 @@ void Writer::writeRule(const DrawnRow* above, const DrawnRow* below) {
         if (i == columns) break;
         for (std::size_t n = 0; n < drawing_.widths[i] + columnFrame - 1; ++n) {
             text_ += ruled[i] ? corners_[left | right] : corners_[0];
+            handOutIfLong();
         }
     }
     text_ += '\n';
@@ -172,8 +241,8 @@ void Writer::writeRule(const DrawnRow* above, const DrawnRow* below) {
 
 }  // namespace
 
-void writeDrawing(const Drawing& drawing, const RenderOptions& options, std::string& text) {
-    Writer(drawing, options, text).write();
+void writeDrawing(const Drawing& drawing, const RenderOptions& options, const TextSink& sink) {
+    Writer(drawing, options, sink).write();
 }
 
 }  // namespace vexa::rendering

@@ -37,42 +37,46 @@ void appendLines(std::string_view given, std::size_t indent, const TextStyle& st
     }
 }
 
-void appendText(const TableGrid& grid, const GridText& given, bool bold, const RenderOptions& options,
-                std::string& text) {
+void writeText(const TableGrid& grid, const GridText& given, bool bold, const RenderOptions& options,
+               const TextSink& sink) {
     if (given.text.empty()) return;
+    std::string text;
     appendLines(given.text, 0, textStyle(grid.styles[given.style].own, bold), options, text);
+    sink(text);
 }
 
 bool isEmpty(const TableGrid& grid) { return grid.rows == 0 || grid.columns == 0; }
 
 /// The layer and the grid itself.
-void appendGrid(const TableGrid& grid, const RenderOptions& options, std::string& text) {
+void writeGrid(const TableGrid& grid, const RenderOptions& options, const TextSink& sink) {
     if (isEmpty(grid)) {
-        text += translated("(empty)"_text) + '\n';
+        sink(translated("(empty)"_text) + '\n');
         return;
     }
-    appendText(grid, grid.layer, false, options, text);
+    writeText(grid, grid.layer, false, options, sink);
+    const TableDrawing table(grid, options.width);
     bool first = true;
-    for (const Drawing& block : splitDrawing(drawingOf(grid, options.width), options.width)) {
-        if (!first) text += '\n';
-        writeDrawing(block, options, text);
+    forEachBlock(table.drawing(), options.width, [&](const Drawing& block) {
+        if (!first) sink("\n");
+        writeDrawing(block, options, sink);
         first = false;
-    }
+    });
 }
 
-void appendNote(const GridFootnote& note, const TextStyle& style, const RenderOptions& options,
-                std::string& text) {
+void writeNote(const GridFootnote& note, const TextStyle& style, const RenderOptions& options,
+               const TextSink& sink) {
     const std::string mark = note.mark.empty() ? "" : '[' + note.mark + "] ";
-    text += styled(mark, style, options);
+    std::string text = styled(mark, style, options);
     appendLines(note.text, mark.size(), style, options, text);
+    sink(text);
 }
 
 /// Those without a mark stand at the end.
-void appendNotes(const std::vector<GridFootnote>& notes, const TextStyle& style, const RenderOptions& options,
-                 std::string& text) {
+void writeNotes(const std::vector<GridFootnote>& notes, const TextStyle& style, const RenderOptions& options,
+                const TextSink& sink) {
     for (const bool marked : {true, false}) {
         for (const GridFootnote& note : notes) {
-            if (note.mark.empty() != marked) appendNote(note, style, options, text);
+            if (note.mark.empty() != marked) writeNote(note, style, options, sink);
         }
     }
 }
@@ -81,12 +85,16 @@ TextStyle noteStyle(const TableGrid& grid) { return textStyle(grid.styles[grid.f
 
 }  // namespace
 
+void renderTable(const TableGrid& grid, const RenderOptions& options, const TextSink& sink) {
+    writeText(grid, grid.title, true, options, sink);
+    writeGrid(grid, options, sink);
+    writeText(grid, grid.caption, false, options, sink);
+    writeNotes(grid.footnotes, noteStyle(grid), options, sink);
+}
+
 std::string renderTable(const TableGrid& grid, const RenderOptions& options) {
     std::string text;
-    appendText(grid, grid.title, true, options, text);
-    appendGrid(grid, options, text);
-    appendText(grid, grid.caption, false, options, text);
-    appendNotes(grid.footnotes, noteStyle(grid), options, text);
+    renderTable(grid, options, [&](std::string_view piece) { text += piece; });
     return text;
 }
 
@@ -101,19 +109,15 @@ void renderTable(const tables::Table& table, const RenderOptions& options, const
     bool first = true;
     for (const tables::Place layer : layersOf(table, tables::LayerChoice::all)) {
         grid = layout.grid(layer);
-        std::string text;
-        if (first) appendText(grid, grid.title, true, options, text);
-        if (!first) text += '\n';
-        appendGrid(grid, options, text);
-        sink(text);
+        if (first) writeText(grid, grid.title, true, options, sink);
+        if (!first) sink("\n");
+        writeGrid(grid, options, sink);
         notes.insert(notes.end(), grid.footnotes.begin(), grid.footnotes.end());
         if (isEmpty(grid)) break;  // they are all alike
         first = false;
     }
-    std::string text;
-    appendText(grid, grid.caption, false, options, text);
-    appendNotes(notes, noteStyle(grid), options, text);
-    sink(text);
+    writeText(grid, grid.caption, false, options, sink);
+    writeNotes(notes, noteStyle(grid), options, sink);
 }
 
 std::string renderTable(const tables::Table& table, const RenderOptions& options) {

@@ -3,10 +3,9 @@
 // All texts are UTF-8. Text that came from outside is made safe: it cannot steer the terminal.
 #pragma once
 
-#include <functional>
 #include <string>
-#include <string_view>
 
+#include "apps/rendering/drawing_writer.h"
 #include "apps/rendering/text_style.h"
 #include "backend/pivot/output_log.h"
 #include "backend/tables/layout/table_grid.h"
@@ -23,9 +22,10 @@ namespace vexa::rendering {
 /// columns says so.
 [[nodiscard]] std::string renderTable(const tables::TableGrid& grid, const RenderOptions& options);
 
+void renderTable(const tables::TableGrid& grid, const RenderOptions& options, const TextSink& sink);
+
 /// The same with all layers one below the other, each after what it is called; `sink` takes it piece by
 /// piece. Their footnotes are lettered through and stand below the last one.
-using TextSink = std::function<void(std::string_view)>;
 void renderTable(const tables::Table& table, const RenderOptions& options, const TextSink& sink);
 [[nodiscard]] std::string renderTable(const tables::Table& table, const RenderOptions& options);
 

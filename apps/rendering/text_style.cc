@@ -54,7 +54,7 @@ TextStyle textStyle(const tables::CellStyle& own, bool bold) {
             own.background};
 }
 
-std::string styled(std::string_view text, const TextStyle& style, const RenderOptions& options) {
+std::string styleBegin(const TextStyle& style, const RenderOptions& options) {
     std::string codes;
     if (options.styled) {
         codes += style.bold ? ";1" : "";
@@ -63,8 +63,15 @@ std::string styled(std::string_view text, const TextStyle& style, const RenderOp
     }
     if (style.color) appendColor(codes, *style.color, false, options.colors);
     if (style.background) appendColor(codes, *style.background, true, options.colors);
-    if (codes.empty() || text.empty()) return std::string(text);
-    return "\x1b[" + codes.substr(1) + 'm' + std::string(text) + "\x1b[0m";
+    return codes.empty() ? codes : "\x1b[" + codes.substr(1) + 'm';
+}
+
+std::string styled(std::string_view text, const TextStyle& style, const RenderOptions& options) {
+    std::string all = text.empty() ? std::string() : styleBegin(style, options);
+    const bool isStyled = !all.empty();
+    all += text;
+    if (isStyled) all += styleEnd;
+    return all;
 }
 
 int paletteColor(tables::Color color) {

@@ -34,6 +34,11 @@ struct TextStyle {
 /// What of a table's own style a terminal can show; `bold` where the style does not say.
 [[nodiscard]] TextStyle textStyle(const tables::CellStyle& own, bool bold);
 
+/// What makes a terminal show what follows in a style, up to `styleEnd`; empty where the style changes
+/// nothing.
+[[nodiscard]] std::string styleBegin(const TextStyle& style, const RenderOptions& options);
+inline constexpr std::string_view styleEnd = "\x1b[0m";
+
 /// `text`, which has one line, as the terminal shows it in a style.
 [[nodiscard]] std::string styled(std::string_view text, const TextStyle& style, const RenderOptions& options);
 

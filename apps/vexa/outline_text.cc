@@ -129,14 +129,14 @@ class OutlinePrinter : public frontend::OutlineVisitor {
     std::string text_;
 };
 
-/// Text in lines, made safe.
-std::string safeLines(std::string_view text) {
-    std::string safe;
+/// Calls `action` for each line of a text, made safe.
+template <typename Action>
+void forEachSafeLine(std::string_view text, const Action& action) {
     while (true) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        safe += printableText(text.substr(0, end)) + '\n';
+        action(printableText(text.substr(0, end)));
         if (end == text.size()) {
-            return safe;
+            return;
         }
         text.remove_prefix(end + 1);
     }
@@ -145,57 +145,64 @@ std::string safeLines(std::string_view text) {
 class ItemPrinter {
   public:
     ItemPrinter(const frontend::Outline& outline, const OutlineNode& node,
-                const rendering::RenderOptions& options)
-        : outline_(outline), node_(node), options_(options) {}
+                const rendering::RenderOptions& options, const rendering::TextSink& sink)
+        : outline_(outline), node_(node), options_(options), sink_(sink) {}
 
-    std::string operator()(const frontend::HeaderContent& /*content*/) const {
-        return outlineText(outline_, node_.id);
+    void operator()(const frontend::HeaderContent& /*content*/) const {
+        sink_(outlineText(outline_, node_.id));
     }
-    std::string operator()(const frontend::StyledText& content) const {
+    void operator()(const frontend::StyledText& content) const {
         const rendering::TextStyle style = rendering::textStyle(content.style, false);
-        std::string text;
-        for (std::string rest = safeLines(content.text); !rest.empty(); rest.erase(0, rest.find('\n') + 1)) {
-            text +=
-                rendering::styled(std::string_view(rest).substr(0, rest.find('\n')), style, options_) + '\n';
-        }
-        return text;
+        forEachSafeLine(content.text, [&](const std::string& line) {
+            sink_(rendering::styled(line, style, options_));
+            sink_("\n");
+        });
     }
-    std::string operator()(const frontend::TableContent& content) const {
-        return rendering::renderTable(content.table, options_);
+    void operator()(const frontend::TableContent& content) const {
+        rendering::renderTable(content.table, options_, sink_);
     }
-    std::string operator()(const frontend::GridContent& content) const {
-        return rendering::renderTable(tables::layOut(*content.grid), options_);
+    void operator()(const frontend::GridContent& content) const {
+        rendering::renderTable(tables::layOut(*content.grid), options_, sink_);
     }
-    std::string operator()(const frontend::LogContent& content) const { return safeLines(content.text); }
-    std::string operator()(const frontend::WarningContent& content) const { return safeLines(content.text); }
-    std::string operator()(const frontend::NotesContent& content) const {
-        std::string text;
+    void operator()(const frontend::LogContent& content) const { writeLines(content.text); }
+    void operator()(const frontend::WarningContent& content) const { writeLines(content.text); }
+    void operator()(const frontend::NotesContent& content) const {
         for (const frontend::NoteLine& line : content.lines) {
-            text += safeLines(line.label.empty() ? line.value : line.label + ": " + line.value);
+            writeLines(line.label.empty() ? line.value : line.label + ": " + line.value);
         }
-        return text;
     }
-    std::string operator()(const frontend::ShownPicture& content) const {
+    void operator()(const frontend::ShownPicture& content) const {
         const bool isSvg = content.picture->form == frontend::PictureForm::svg;
-        std::string text = std::string(isSvg ? "SVG" : "PNG") + bracketed(sizeText(node_.item)) + '\n';
-        return content.alternativeText.empty() ? text : text + safeLines(content.alternativeText);
-    }
-    std::string operator()(const frontend::ModelContent& content) const {
-        std::string text = outlineText(outline_, node_.id);
-        if (content.shown >= node_.children.size()) {
-            return text;
+        sink_(std::string(isSvg ? "SVG" : "PNG") + bracketed(sizeText(node_.item)) + '\n');
+        if (!content.alternativeText.empty()) {
+            writeLines(content.alternativeText);
         }
-        return text + '\n' + itemText(outline_, *outline_.find(node_.children[content.shown]), options_);
+    }
+    void operator()(const frontend::ModelContent& content) const {
+        sink_(outlineText(outline_, node_.id));
+        if (content.shown >= node_.children.size()) {
+            return;
+        }
+        sink_("\n");
+        writeItem(outline_, *outline_.find(node_.children[content.shown]), options_, sink_);
     }
     /// What a later version put into it cannot be shown: its label stands for it.
-    std::string operator()(const frontend::UnknownContent& /*content*/) const {
-        return safeLines(frontend::shownLabel(node_.item));
+    void operator()(const frontend::UnknownContent& /*content*/) const {
+        writeLines(frontend::shownLabel(node_.item));
     }
 
   private:
+    void writeLines(std::string_view text) const {
+        forEachSafeLine(text, [this](const std::string& line) {
+            sink_(line);
+            sink_("\n");
+        });
+    }
+
     const frontend::Outline& outline_;
     const OutlineNode& node_;
     const rendering::RenderOptions& options_;
+    const rendering::TextSink& sink_;
 };
 
 class NumberFinder : public frontend::OutlineVisitor {
@@ -228,9 +235,9 @@ const OutlineNode* findNumber(const frontend::Outline& outline, std::size_t numb
     return finder.found();
 }
 
-std::string itemText(const frontend::Outline& outline, const OutlineNode& node,
-                     const rendering::RenderOptions& options) {
-    return std::visit(ItemPrinter(outline, node, options), node.item.content);
+void writeItem(const frontend::Outline& outline, const OutlineNode& node,
+               const rendering::RenderOptions& options, const rendering::TextSink& sink) {
+    std::visit(ItemPrinter(outline, node, options, sink), node.item.content);
 }
 
 }  // namespace vexa::program

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+#include "apps/rendering/drawing_writer.h"
 #include "apps/rendering/text_style.h"
 #include "frontend/document/outline.h"
 
@@ -18,8 +19,8 @@ namespace vexa::program {
 
 /// One item as the terminal can show it: all layers of a table with its title, footnotes and styles; the
 /// outline below a header; the outline of a model and the view that it shows; of a picture its form, size and
-/// alternative text.
-[[nodiscard]] std::string itemText(const frontend::Outline& outline, const frontend::OutlineNode& node,
-                                   const rendering::RenderOptions& options);
+/// alternative text. `sink` takes it piece by piece, since a small document can be very long as text.
+void writeItem(const frontend::Outline& outline, const frontend::OutlineNode& node,
+               const rendering::RenderOptions& options, const rendering::TextSink& sink);
 
 }  // namespace vexa::program

@@ -1,4 +1,5 @@
 #include <iostream>
+#include <string_view>
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/complaints.h"
@@ -27,7 +28,8 @@ rendering::RenderOptions renderOptions() {
 bool print(const DocumentChoices& choices, const frontend::ViewerDocument& document) {
     const frontend::Outline& outline = document.outline();
     if (choices.asJson) {
-        std::cout << frontend::writeResults(outline, document.name(), TableSurroundings().words);
+        frontend::writeResults(outline, document.name(), TableSurroundings().words,
+                               [](std::string_view piece) { std::cout << piece; });
         return true;
     }
     if (!choices.item) {
@@ -41,7 +43,7 @@ bool print(const DocumentChoices& choices, const frontend::ViewerDocument& docum
                  choices.document);
         return false;
     }
-    std::cout << itemText(outline, *node, renderOptions());
+    writeItem(outline, *node, renderOptions(), [](std::string_view piece) { std::cout << piece; });
     return true;
 }
 

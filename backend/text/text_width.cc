@@ -66,4 +66,14 @@ std::string printableText(std::string_view text) {
     }
 }
 
+bool isPrintableText(std::string_view text) {
+    for (;;) {
+        text.remove_prefix(plainPrefix(text));
+        if (text.empty()) return true;
+        const Utf8Character character = decodeUtf8(text);
+        if (!character.valid || visibleForm(character.code) != character.code) return false;
+        text.remove_prefix(character.length);
+    }
+}
+
 }  // namespace vexa

@@ -26,5 +26,7 @@ namespace vexa {
 /// UTF-8 text that may be shown: control characters (line ends and tabs among them), marks that turn the
 /// direction of writing and broken bytes replaced by visible ones, so that a text cannot steer the terminal.
 [[nodiscard]] std::string printableText(std::string_view text);
+/// Whether that is the text itself.
+[[nodiscard]] bool isPrintableText(std::string_view text);
 
 }  // namespace vexa

@@ -97,8 +97,8 @@ inline constexpr SystemText beyondLimits =
     "parts."_text;
 inline constexpr SystemText tableTooLarge =
     "The output document was not saved to ^1, because a table is too large to be stored without its data "
-    "model. Save "
-    "with STOREMODEL=YES."_text;
+    "model: as shown, it has more than 1,000,000 places or more than 64,000,000 bytes of text. Save with "
+    "STOREMODEL=YES."_text;
 
 /// Stands for a document without a name, in arguments.
 inline constexpr SystemText unnamed = "(unnamed)"_text;

@@ -1,16 +1,20 @@
 #include "frontend/import/json_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
 #include "backend/tables/formats/number_text.h"
 #include "backend/text/utf8.h"
+#include "frontend/package/base64.h"
 
 namespace vexa::frontend {
 
 namespace {
 
 constexpr std::size_t kLongLine = 100;
+/// What is handed out at one time.
+constexpr std::size_t kPiece = 65'536;
 
 void appendEscape(std::string& out, char c) {
     constexpr std::string_view kDigits = "0123456789abcdef";
@@ -43,7 +47,23 @@ bool needsEscape(char c) {
 
 }  // namespace
 
+void JsonText::handOut() {
+    sink_(out_);
+    handedOut_ += out_.size();
+    out_.clear();
+}
+
+void JsonText::handOutIfLong() {
+    if (out_.size() >= kPiece) handOut();
+}
+
+void JsonText::finish() {
+    out_ += '\n';
+    handOut();
+}
+
 void JsonText::separate() {
+    handOutIfLong();
     if (isKeyWritten_) {
         isKeyWritten_ = false;
         return;
@@ -53,7 +73,7 @@ void JsonText::separate() {
     if (!level.isFirst) out_ += ',';
     if (isLinePending_) {
         out_ += '\n';
-        lineBegin_ = out_.size();
+        lineBegin_ = written();
         out_.append(level.indentation, ' ');
         isLinePending_ = false;
     } else if (!level.isFirst) {
@@ -91,10 +111,11 @@ void JsonText::text(std::string_view value) {
     const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80 && !needsEscape(c); };
     while (!value.empty()) {
         std::size_t plain = 0;
-        while (plain < value.size() && isPlain(value[plain])) ++plain;
+        while (plain < std::min(value.size(), kPiece) && isPlain(value[plain])) ++plain;
         out_ += value.substr(0, plain);
         value.remove_prefix(plain);
-        if (value.empty()) break;
+        handOutIfLong();
+        if (value.empty() || plain == kPiece) continue;
         const Utf8Character character = decodeUtf8(value);
         if (character.length == 1 && character.valid) {
             appendEscape(out_, value.front());
@@ -102,6 +123,18 @@ void JsonText::text(std::string_view value) {
             appendUtf8(out_, character.code);
         }
         value.remove_prefix(character.length);
+    }
+    out_ += '"';
+}
+
+void JsonText::base64(std::string_view bytes) {
+    static_assert(kPiece % 4 == 0);
+    constexpr std::size_t kBytes = kPiece / 4 * 3;  // no padding but at the end
+    separate();
+    out_ += '"';
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(bytes.size(), kBytes))) {
+        out_ += encodeBase64(bytes.substr(0, kBytes));
+        handOutIfLong();
     }
     out_ += '"';
 }
@@ -120,7 +153,7 @@ void JsonText::whole(std::uint64_t value) {
 }
 
 void JsonText::newLineIfLong() {
-    if (!levels_.back().isFirst && out_.size() - lineBegin_ > kLongLine) newLine();
+    if (!levels_.back().isFirst && written() - lineBegin_ > kLongLine) newLine();
 }
 
 }  // namespace vexa::frontend

@@ -5,7 +5,6 @@
 #include "frontend/import/json_item.h"
 #include "frontend/import/json_text.h"
 #include "frontend/import/table_writer.h"
-#include "frontend/package/base64.h"
 
 namespace vexa::frontend {
 
@@ -13,9 +12,10 @@ namespace {
 
 class ResultsWriter {
   public:
-    ResultsWriter(const Outline& outline, const StatisticWords& words) : outline_(outline), words_(words) {}
+    ResultsWriter(const Outline& outline, const StatisticWords& words, const ResultsSink& sink)
+        : outline_(outline), words_(words), json_(sink) {}
 
-    std::string write(const std::string& name) {
+    void write(const std::string& name) {
         json_.beginObject();
         json_.key("vexaResults");
         json_.whole(1);
@@ -23,7 +23,7 @@ class ResultsWriter {
         json_.key("items");
         writeItems(outline_.roots());
         json_.endObject();
-        return json_.take() + '\n';
+        json_.finish();
     }
 
   private:
@@ -157,7 +157,8 @@ class ResultsWriter {
         const bool isSvg = content.picture->form == PictureForm::svg;
         json_.newLine();
         json_.key(isSvg ? "svg" : "png");
-        json_.text(isSvg ? content.picture->bytes : encodeBase64(content.picture->bytes));
+        if (isSvg) return json_.text(content.picture->bytes);
+        json_.base64(content.picture->bytes);
     }
 
     void write(const ModelContent& content) {
@@ -205,8 +206,15 @@ class ResultsWriter {
 
 }  // namespace
 
+void writeResults(const Outline& outline, const std::string& name, const StatisticWords& words,
+                  const ResultsSink& sink) {
+    ResultsWriter(outline, words, sink).write(name);
+}
+
 std::string writeResults(const Outline& outline, const std::string& name, const StatisticWords& words) {
-    return ResultsWriter(outline, words).write(name);
+    std::string json;
+    writeResults(outline, name, words, [&json](std::string_view piece) { json += piece; });
+    return json;
 }
 
 }  // namespace vexa::frontend

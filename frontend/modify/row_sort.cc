@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <numeric>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -41,8 +44,11 @@ struct SortKey {
     bool isTotal = false;
     tables::CellKind kind = tables::CellKind::empty;
     double number = 0;
-    std::string text;
+    std::string_view text;  ///< as it is compared
 };
+
+/// Texts as they are compared, by their number in the table: very many cells may have the same long one.
+using ComparedTexts = std::unordered_map<std::uint32_t, std::string>;
 
 /// Numbers, then texts, then what is empty.
 int rankOf(tables::CellKind kind) {
@@ -63,9 +69,14 @@ bool isLessNumber(double left, double right) {
     return left < right;
 }
 
+/// Equal texts are the same one mostly, and then need no comparison.
+bool isLessText(std::string_view left, std::string_view right) {
+    return left.data() != right.data() && left < right;
+}
+
 bool isLessValue(const SortKey& left, const SortKey& right) {
     return left.kind == tables::CellKind::number ? isLessNumber(left.number, right.number)
-                                                 : left.text < right.text;
+                                                 : isLessText(left.text, right.text);
 }
 
 class KeyOrder {
@@ -113,7 +124,8 @@ std::optional<Place> firstOfOthers(const Table& table) {
     return offset;
 }
 
-SortKey keyOf(const TableData& data, DimensionId dimension, CategoryId category, Place base) {
+SortKey keyOf(const TableData& data, DimensionId dimension, CategoryId category, Place base,
+              ComparedTexts& texts) {
     SortKey key;
     key.category = category;
     key.isTotal = data.dimensions()[dimension].categories[category].role == StatisticRole::total;
@@ -121,7 +133,11 @@ SortKey keyOf(const TableData& data, DimensionId dimension, CategoryId category,
     if (data.isEmpty(cell)) return key;
     key.kind = cell->kind;
     key.number = cell->number;
-    if (cell->kind == tables::CellKind::text) key.text = comparedText(data.text(*cell));
+    if (cell->kind == tables::CellKind::text) {
+        const auto [found, isNew] = texts.try_emplace(cell->text);
+        if (isNew) found->second = comparedText(data.text(*cell));
+        key.text = found->second;
+    }
     return key;
 }
 
@@ -139,10 +155,13 @@ std::vector<CategoryId> sortedOrder(const TableData& data, DimensionId dimension
     std::map<GroupId, std::vector<std::size_t>> placesOfGroups;
     for (std::size_t i = 0; i < order.size(); ++i) placesOfGroups[categories[order[i]].group].push_back(i);
     std::vector<CategoryId> sorted(order.size());
+    ComparedTexts texts;
     for (const auto& [group, places] : placesOfGroups) {
         std::vector<SortKey> keys;
         keys.reserve(places.size());
-        for (const std::size_t place : places) keys.push_back(keyOf(data, dimension, order[place], base));
+        for (const std::size_t place : places) {
+            keys.push_back(keyOf(data, dimension, order[place], base, texts));
+        }
         std::stable_sort(keys.begin(), keys.end(), KeyOrder(ascending));
         for (std::size_t i = 0; i < places.size(); ++i) sorted[places[i]] = keys[i].category;
     }

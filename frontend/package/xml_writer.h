@@ -34,6 +34,8 @@ class XmlWriter {
     /// Hands finished pieces to `sink`; `finish` hands over the last one.
     XmlWriter(const XmlStyle& style, ByteSink sink);
 
+    /// Room for so many bytes more, so that a long text need not move.
+    void reserve(std::size_t bytes) { out_.reserve(out_.size() + bytes); }
     /// Opens an element; the name must live until it is closed.
     XmlWriter& begin(std::string_view name);
     /// Attributes of the element opened last, before its content.

@@ -116,11 +116,15 @@ PackageResult ZipWriter::addJob(std::unique_ptr<PackingJob> job) {
     return result_;
 }
 
-PackageResult ZipWriter::finish() {
+PackageResult ZipWriter::writeWaiting() {
     while (result_ && !queue_.empty()) {
         result_ = writeOldest();
     }
-    if (result_) {
+    return result_;
+}
+
+PackageResult ZipWriter::finish() {
+    if (writeWaiting()) {
         result_ = writeEnd();
     }
     return result_;

@@ -39,6 +39,8 @@ class ZipWriter {
     /// An entry of another archive as it stands there: its bytes, method, time and attributes. `packed` must
     /// live until `finish`.
     PackageResult addPacked(const ZipEntry& entry, std::string_view packed);
+    /// Writes what has been added so far, so that nothing is held beside what comes next.
+    PackageResult writeWaiting();
     /// Writes what is left and the directory.
     PackageResult finish();
 

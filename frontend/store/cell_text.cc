@@ -50,7 +50,7 @@ class CellWriter {
         next_ = place + 1;
         if (cell.kind == CellKind::text) {
             out_ += '#';
-            appendNumber(out_, textNumber(data_.text(cell)));
+            appendNumber(out_, textNumber(cell));
         } else {
             // What is no number has no sign that would tell.
             appendNumber(out_, std::isnan(cell.number) ? std::abs(cell.number) : cell.number);
@@ -72,10 +72,14 @@ class CellWriter {
         if (behind != '\0') out_ += behind;
     }
 
-    std::size_t textNumber(std::string_view text) {
+    std::size_t textNumber(const TableCell& cell) {
+        // One long text can be that of very many cells, and is looked for once.
+        std::size_t& number = textNumbers_[cell.text];
+        if (number != 0) return number;
+        const std::string_view text = data_.text(cell);
         const auto [found, added] = texts_.try_emplace(text, references_.texts.size() + 1);
         if (added) references_.texts.emplace_back(text);
-        return found->second;
+        return number = found->second;
     }
 
     // There are few of these in any table.
@@ -102,7 +106,8 @@ class CellWriter {
     WritingContext& context_;
     std::string out_;
     Place next_ = 0;
-    std::size_t format_ = 0;  // of the number before
+    std::size_t format_ = 0;                                      // of the number before
+    std::unordered_map<std::uint32_t, std::size_t> textNumbers_;  // by the number in the table
     std::unordered_map<std::string_view, std::size_t> texts_;
     std::map<ExtrasKey, std::size_t> extras_;
 };
@@ -188,7 +193,11 @@ class CellReader {
   public:
     CellReader(std::string_view tokens, const CellReferences& references, tables::TableDataBuilder& builder,
                ReadingContext& context)
-        : tokens_(tokens), references_(references), builder_(builder), context_(context) {}
+        : tokens_(tokens),
+          references_(references),
+          builder_(builder),
+          context_(context),
+          texts_(references.texts.size(), unused) {}
 
     bool read() {
         while (!tokens_.isAtEnd()) {
@@ -216,7 +225,9 @@ class CellReader {
     bool readText() {
         std::size_t index = 0;
         if (!tokens_.reference(references_.texts.size(), index)) return false;
-        builder_.setText(place_, references_.texts[index]);
+        // One long text can be that of very many cells, and is looked for once.
+        if (texts_[index] == unused) texts_[index] = builder_.intern(references_.texts[index]);
+        builder_.setInterned(place_, texts_[index]);
         return true;
     }
 
@@ -250,6 +261,8 @@ class CellReader {
     const CellReferences& references_;
     tables::TableDataBuilder& builder_;
     ReadingContext& context_;
+    static constexpr std::uint32_t unused = UINT32_MAX;
+    std::vector<std::uint32_t> texts_;  // their numbers in the table, as far as they have been used
     Place place_ = 0;
     DisplayFormat format_;
 };

@@ -107,6 +107,43 @@ class SaveSelection : public OutlineVisitor {
     std::vector<Begun> begun_;
 };
 
+namespace {
+
+/// A grid that takes more memory than this is made and packed beside nothing else.
+constexpr std::uint64_t largeGridBytes = 8ULL << 20;
+
+/// Bytes of the labels of one dimension's categories, their groups' included, as far as they are few.
+std::uint64_t labelBytes(const tables::TableDimension& dimension) {
+    std::uint64_t bytes = dimension.label.size();
+    for (const tables::TableCategory& category : dimension.categories) {
+        bytes += category.label.size();
+        for (tables::GroupId group = category.group; group != tables::noGroup && bytes < largeGridBytes;
+             group = dimension.groups[group].parent) {
+            bytes += dimension.groups[group].label.size() + 1;
+        }
+    }
+    return std::min(bytes, largeGridBytes);
+}
+
+/// Whether a table may take tens of megabytes as a grid: where the same long text stands in very many cells
+/// and beside very many lines, each gets it for itself.
+bool isLargeAsGrid(const tables::Table& table) {
+    constexpr std::uint64_t bytesOfPlace = 16;
+    const tables::TableData& data = *table.data;
+    const tables::Place places = std::min(data.placeCount(), largeGridBytes);
+    std::uint64_t bytes = places * bytesOfPlace;
+    for (const tables::TableDimension& dimension : data.dimensions()) {
+        bytes += labelBytes(dimension) * (places / std::max<std::size_t>(dimension.categories.size(), 1));
+    }
+    data.forEachCell([&](tables::Place /*place*/, const tables::TableCell& cell) {
+        if (cell.kind == tables::CellKind::text) bytes += data.text(cell).size();
+        if (cell.extras != 0 && data.extras(cell).shown) bytes += data.extras(cell).shown->size();
+    });
+    return bytes > largeGridBytes;
+}
+
+}  // namespace
+
 SavePlan::SavePlan(const ViewerDocument& document, const SaveOptions& options) {
     manifest_.type = options.type;
     manifest_.locked = options.locked;
@@ -159,6 +196,16 @@ void SavePlan::keep(std::uint64_t bytes) {
     kept_ += bytes;
 }
 
+PackageResult SavePlan::addMade(ZipWriter& archive, const std::string& name, const Entry& entry) {
+    const bool isLarge = entry.asGrid && isLargeAsGrid(std::get<TableContent>(*entry.content).table);
+    if (isLarge) {
+        if (PackageResult written = archive.writeWaiting(); !written) return written;
+    }
+    PackageResult added =
+        archive.addMade(name, [this, &entry](std::string& xml) { return make(entry, xml); });
+    return added && isLarge ? archive.writeWaiting() : added;
+}
+
 PackageResult SavePlan::addEntries(ZipWriter& archive) {
     std::string manifest = writeManifest(manifest_);
     mostBorrowed_ = memoryOfXml(manifest);
@@ -181,7 +228,7 @@ PackageResult SavePlan::addEntries(ZipWriter& archive) {
             added = archive.add(item.entry, *unknown->raw);
             continue;
         }
-        added = archive.addMade(item.entry, [this, &entry](std::string& xml) { return make(entry, xml); });
+        added = addMade(archive, item.entry, entry);
         if (added && !item.picture.empty()) {
             added = archive.add(item.picture, pictureOf(*entry.content)->picture->bytes);
         }

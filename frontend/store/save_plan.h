@@ -32,6 +32,8 @@ class SavePlan {
     [[nodiscard]] StoreResult check() const;
     /// The content of an entry; called by any thread.
     PackageResult make(const Entry& entry, std::string& xml);
+    /// Adds an entry that is made; of those that may become large one at a time.
+    PackageResult addMade(ZipWriter& archive, const std::string& name, const Entry& entry);
     PackageResult addEntries(ZipWriter& archive);
     void keep(std::uint64_t bytes);
 

@@ -143,6 +143,10 @@ void writeGrid(const FlatTable& grid, XmlWriter& xml, WritingContext& context) {
         writeStyle(grid.styles[i], xml);
         xml.end();
     }
+    constexpr std::size_t bytesOfTags = 10;
+    std::size_t bytes = grid.cells.size() * bytesOfTags;
+    for (const FlatCell& cell : grid.cells) bytes += cell.text.size();
+    xml.reserve(bytes);
     for (const FlatCell& cell : grid.cells) {
         xml.begin("c");
         if (cell.style != 0) xml.attribute("s", std::size_t{cell.style});

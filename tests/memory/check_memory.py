@@ -56,6 +56,20 @@ def long_footnote():
     return "table", text
 
 
+def long_text():
+    """One text of 30 KB that stands in 30,000 cells."""
+    return "table", table([("a", 3_000), ("b", 10)], " ".join(["#1"] * 30_000), 'rows="0" columns="1"',
+                          "<text>" + "T x " * 7_500 + "</text>")
+
+
+def long_column_labels():
+    """Three labels of 30 KB under each of 300 others, in a table of one row."""
+    labels = "".join(f'<category label="{"C" * 30_000}{number}"/>' for number in range(3))
+    text = table([("a", 1), ("b", 300)], numbers(900), 'rows="0" columns="1 2"',
+                 f'<dimension label="c">{labels}</dimension>')
+    return "table", text
+
+
 def many_lines():
     return "log", "<log>" + "w\\0A" * 1_500_000 + "</log>"
 
@@ -82,11 +96,12 @@ class Case(unittest.TestCase):
         self.assertLess(path.stat().st_size, 1_000_000)
         return path
 
-    def run_program(self, *arguments, limit=None):
-        """Exit status, bytes that it took at most, and what was said."""
+    def run_program(self, *arguments, limit=None, dropped=False):
+        """Exit status, bytes that it took at most, and what was said; `dropped`: that goes nowhere, but for messages."""
         output = self.folder / "said"
         with open(output, "wb") as said:
-            process = subprocess.Popen([PROGRAM, *map(str, arguments)], stdout=said, stderr=said, cwd=self.folder,
+            process = subprocess.Popen([PROGRAM, *map(str, arguments)], cwd=self.folder, stderr=said,
+                                       stdout=subprocess.DEVNULL if dropped else said,
                                        stdin=subprocess.DEVNULL, env=dict(os.environ, LC_ALL="C.UTF-8"),
                                        preexec_fn=limit and (lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit))))
             _, status, usage = os.wait4(process.pid, 0)
@@ -141,6 +156,33 @@ class OtherWork(Case):
                     status, most, said = self.run_program(*arguments)
                     self.assertEqual(status, 0, said[-500:])
                     self.assertLess(most, MOST_BYTES)
+
+    def test_a_long_text_that_is_shown(self):
+        for make in long_text, long_column_labels:
+            document = self.document(make)
+            for arguments in ["show", document, "--item", "1"], ["show", document, "--json"]:
+                with self.subTest(document=make.__name__, arguments=arguments[2:]):
+                    status, most, said = self.run_program(*arguments, dropped=True)
+                    self.assertEqual((status, said), (0, ""))
+                    self.assertLess(most, MOST_BYTES)
+
+    def test_a_long_text_that_is_sorted_by_and_saved(self):
+        document = self.document(long_text)
+        syntax = self.folder / "work.vxs"
+        opened = f"OUTPUT OPEN FILE='{document}' LOCK=NO NAME=d.\n"
+        syntax.write_text(opened + "OUTPUT MODIFY NAME=d\n  /SELECT TABLES\n"
+                          "  /TABLE SORT(COLPOSITION=1) SORTDIRECTION=DESCENDING.\n"
+                          f"OUTPUT SAVE NAME=d OUTFILE='{self.folder}/saved.vxv'.\n", encoding="utf-8")
+        status, most, said = self.run_program("run", syntax)
+        self.assertEqual(status, 0, said)
+        self.assertLess(most, MOST_BYTES)
+        syntax.write_text(opened + f"OUTPUT SAVE NAME=d OUTFILE='{self.folder}/flat.vxv' STOREMODEL=NO.\n",
+                          encoding="utf-8")
+        status, most, said = self.run_program("run", syntax)
+        self.assertEqual(status, 1)
+        self.assertIn("more than 64,000,000 bytes of text", said)
+        self.assertLess(most, MOST_BYTES)
+        self.assertFalse((self.folder / "flat.vxv").exists())
 
     def test_a_table_that_nobody_can_print(self):
         document = self.document(lambda: ("table", table([("a", 3_000), ("b", 1_400)], "1", 'rows="0" columns="1"')))

@@ -60,6 +60,8 @@ void Flattening::addRows(const TableGrid& grid, std::size_t begin, std::size_t e
     flat_.cells.resize(flat_.cells.size() + (end - begin) * columns_);
     for (std::size_t row = begin; row < end; ++row) {
         for (const GridCell& cell : grid.row(row)) {
+            // Very many cells may show the same long text, which each of them gets for itself here.
+            if (isTooLong()) return;
             FlatCell& flat = at(first + row - begin, cell.column);
             flat.style = styleOf(grid, cell);
             setText(flat, std::string(grid.text(cell)) + grid.markText(cell));

@@ -212,13 +212,12 @@ void TableDataBuilder::setNumber(Place place, double number, DisplayFormat forma
     cell.format = format;
 }
 
-void TableDataBuilder::setText(Place place, std::string_view text) {
-    const std::uint32_t id = intern(text);
+void TableDataBuilder::setInterned(Place place, std::uint32_t text) {
     TableCell& cell = cellAt(place);
     cell.kind = CellKind::text;
     cell.number = 0;
     cell.format = {};
-    cell.text = id;
+    cell.text = text;
 }
 
 void TableDataBuilder::clear(Place place) {

@@ -165,11 +165,14 @@ class TableDataBuilder {
     [[nodiscard]] TableDimension& dimension(DimensionId id) { return data_.dimensions_[id]; }
     /// Adds a footnote, or finds the one with that text.
     FootnoteId footnote(std::string_view text);
+    /// Adds a text, or finds it: its number, for cells that all have the same one.
+    [[nodiscard]] std::uint32_t intern(std::string_view text);
 
     /// Each needs a place below `placeCount`. A new value keeps the shown text and the footnotes that the
     /// cell has.
     void setNumber(Place place, double number, DisplayFormat format = {});
-    void setText(Place place, std::string_view text);
+    void setText(Place place, std::string_view text) { setInterned(place, intern(text)); }
+    void setInterned(Place place, std::uint32_t text);
     /// Empties a cell; its footnotes go with it.
     void clear(Place place);
     /// Of a cell that has been set and is not empty.
@@ -183,7 +186,6 @@ class TableDataBuilder {
   private:
     TableCell& cellAt(Place place);
     [[nodiscard]] TableCell* existing(Place place);
-    std::uint32_t intern(std::string_view text);
     CellExtras& extrasOf(Place place);
     void orderSparseCells();
     void makeDense();
