@@ -30,6 +30,7 @@ vexa_table <- function(x, title = NULL, caption = NULL, label = NULL, subtype = 
   grid <- if (inherits(x, "ftable")) vexa_grid_of_ftable(x)
           else if (is.data.frame(x)) vexa_grid_of_frame(x)
           else if (is.array(x)) vexa_grid_of_array(x, columns)
+          # A summary of numbers says that it is a table and has no dimensions.
           else if (is.atomic(x)) vexa_grid_of_frame(vexa_frame_of_vector(x))
           else stop("a ", class(x)[1], " is no table: give a data frame, a matrix, a table or a vector")
   grid$columns <- vexa_with_formats(grid$columns, formats, roles, grid$formats)
@@ -121,10 +122,24 @@ vexa_axis <- function(label, categories) list(label = label, categories = as.lis
 
 vexa_frame_of_vector <- function(x) {
   names <- if (is.null(names(x))) seq_along(x) else names(x)
+  class(x) <- setdiff(oldClass(x), c("summaryDefault", "table"))
   data.frame(value = unname(x), row.names = make.unique(as.character(names)))
 }
 
+# A column that is a matrix or a frame itself, as aggregate() makes them, as the columns that it has.
+vexa_plain_frame <- function(frame) {
+  has_columns <- vapply(frame, function(column) length(dim(column)) > 1, TRUE)
+  if (!any(has_columns)) return(frame)
+  parts <- lapply(seq_along(frame), function(i) {
+    if (!has_columns[i]) return(frame[i])
+    part <- vexa_plain_frame(as.data.frame(frame[[i]]))
+    stats::setNames(part, paste(names(frame)[i], names(part), sep = "."))
+  })
+  structure(do.call(c, lapply(parts, as.list)), class = "data.frame", row.names = rownames(frame))
+}
+
 vexa_grid_of_frame <- function(frame) {
+  frame <- vexa_plain_frame(frame)
   columns <- lapply(frame, vexa_cells_of)
   formats <- lapply(frame, vexa_format_of)
   cells <- list()

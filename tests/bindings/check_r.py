@@ -29,7 +29,7 @@ def run(*arguments):
 
 
 def check_tables(frames):
-    frame, one, three, flat, matrix, vector, empty = frames
+    frame, one, three, flat, matrix, vector, empty, inner, summary = frames
     cells = [frame["cells"][i:i + 9] for i in range(0, 45, 9)]
     same(cells[0], ["N", "f", 20, 1.5, 1772668800, "b", "TRUE", 1772705229, 108000])
     same([row[3] for row in cells[2:]], [None, 0.1 + 0.2, 1e-20])
@@ -45,6 +45,9 @@ def check_tables(frames):
     same(matrix["cells"], [1, "Inf", 2, None])
     same((vector["rows"][0]["categories"], vector["cells"]), (["x", "y"], [1, 2]))
     same(empty.get("cells", []), [])
+    same((inner["columns"][0]["categories"], inner["cells"]), (["sex", "age.mean", "age.n"], ["f", 35, 2, "m", 109 / 3, 3]))
+    same((summary["rows"][0]["categories"], summary["cells"]),
+         (["Min.", "1st Qu.", "Median", "Mean", "3rd Qu.", "Max."], [1, 1.5, 2, 3, 4, 6]))
 
 
 def main(sources, program):
