@@ -1,5 +1,6 @@
 #include "frontend/drawing/bounded_work.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
@@ -12,6 +13,8 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -54,6 +57,43 @@ std::uint64_t ownData() {
         }
     }
     return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+}
+
+/// Whether a thread of this process waits for something; true where that is not known.
+bool isAtRest(const char* thread) {
+    std::array<char, 256> text{};
+    const std::string path = std::string("/proc/self/task/") + thread + "/stat";
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return true;
+    const ssize_t length = read(file, text.data(), text.size());
+    close(file);
+    // The state stands behind the name, which stands in parentheses and may hold some itself.
+    const std::string_view line(text.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+    const std::size_t name = line.rfind(')');
+    return name == std::string_view::npos || name + 2 >= line.size() || line[name + 2] == 'S';
+}
+
+struct FolderEnd {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+bool areOthersAtRest() {
+    const std::string own = std::to_string(gettid());
+    const std::unique_ptr<DIR, FolderEnd> threads(opendir("/proc/self/task"));
+    if (threads == nullptr) return true;
+    for (const dirent* each = readdir(threads.get()); each != nullptr; each = readdir(threads.get())) {
+        if (each->d_name[0] != '.' && each->d_name != own && !isAtRest(each->d_name)) return false;
+    }
+    return true;
+}
+
+/// Libraries let threads look for fonts. A copy of the process has no such threads, but the locks that they
+/// held, for which it would wait in vain: it is made while they have nothing to do. What works for longer
+/// than a few seconds is not waited for.
+void waitForOtherThreads() {
+    constexpr int most = 5'000;
+    constexpr timespec moment{0, 1'000'000};
+    for (int i = 0; i < most && !areOthersAtRest(); ++i) nanosleep(&moment, nullptr);
 }
 
 bool writeAll(int file, std::string_view bytes) {
@@ -144,6 +184,7 @@ void WorkApart::begin() {
     // So that most results wait there, and what made them ends; less is no harm.
     fcntl(ends[1], F_SETPIPE_SZ, waitingBytes);
     const pid_t parent = getpid();
+    waitForOtherThreads();
     // None is handled by the copy as if it were the program.
     sigset_t all;
     sigset_t before;

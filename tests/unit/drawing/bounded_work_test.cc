@@ -9,8 +9,12 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
+#include <future>
+#include <mutex>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 using namespace vexa::frontend;
@@ -39,6 +43,34 @@ TEST(BoundedWork, OutlivesACrash) {
     EXPECT_EQ(WorkEnd::crashed, workApart([]() -> std::string { _exit(0); }, {}, result));
     EXPECT_EQ(WorkEnd::crashed,
               workApart([]() -> std::string { throw std::runtime_error("x"); }, {}, result));
+}
+
+/// A copy made while another thread holds a lock would wait for it for ever.
+TEST(BoundedWork, BeginsWhileNoOtherThreadWorks) {
+    std::mutex lock;
+    std::promise<void> held;
+    std::promise<void> over;
+    std::thread other([&] {
+        std::unique_lock holding(lock);
+        held.set_value();
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+        while (std::chrono::steady_clock::now() < end) {
+        }
+        holding.unlock();
+        over.get_future().wait();
+    });
+    held.get_future().wait();
+    std::string result;
+    WorkLimits limits;
+    limits.seconds = 5;
+    const auto work = [&] {
+        const std::lock_guard holding(lock);
+        return std::string("had it");
+    };
+    EXPECT_EQ(WorkEnd::done, workApart(work, limits, result));
+    EXPECT_EQ("had it", result);
+    over.set_value();
+    other.join();
 }
 
 TEST(BoundedWork, EndsWhatTakesTooLong) {
