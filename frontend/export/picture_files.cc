@@ -238,16 +238,18 @@ std::string PictureFiles::content(const Job& job, const ExportedItem& item, cons
     return std::move(drawn.bytes);
 }
 
-bool PictureFiles::write(const Job& job, const ExportedItem& item, std::size_t number) {
-    const std::string file =
-        job.root + std::to_string(number) + std::string(extensions[static_cast<std::size_t>(job.format)]);
+std::string PictureFiles::write(const Job& job, const ExportedItem& item, std::size_t number) {
+    const std::string name =
+        std::to_string(number) + std::string(extensions[static_cast<std::size_t>(job.format)]);
+    const std::string file = job.root + name;
     const std::string bytes = content(job, item, file);
-    if (bytes.empty()) return false;
+    if (bytes.empty()) return {};
     if (const PackageResult result = files_.add(file, bytes); !result) {
         report_.failToWrite(file, result);
-        return false;
+        return {};
     }
-    return true;
+    return packer_ && &job == shownJob() ? packer_(bytes, job.format)
+                                         : relativePath(documentFile_, job.root) + name;
 }
 
 const std::string& PictureFiles::add(const ExportedItem& item) {
@@ -256,12 +258,10 @@ const std::string& PictureFiles::add(const ExportedItem& item) {
     const std::size_t number = shown_.size();
     bool written = false;
     for (const Job& job : jobs_) {
-        if (!write(job, item, number)) continue;
+        std::string address = write(job, item, number);
+        if (address.empty()) continue;
         written = true;
-        if (&job == shownJob()) {
-            found->second = relativePath(documentFile_, job.root) + std::to_string(number) +
-                            std::string(extensions[static_cast<std::size_t>(job.format)]);
-        }
+        if (&job == shownJob()) found->second = std::move(address);
     }
     if (written) ++count_;
     return found->second;

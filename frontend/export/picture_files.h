@@ -3,11 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "frontend/drawing/picture_drawing.h"
@@ -46,9 +48,13 @@ class PictureFiles {
     /// The pictures that are going to be added, in this order; some may be left out. `plan` must live until
     /// the last one is. Without it each is drawn when it is added.
     void expect(const ExportPlan& plan);
+    /// Takes what a page shows into the page's own file as well, and gives the address there. What comes in
+    /// is the content of a file and its format.
+    using Packer = std::function<std::string(const std::string& content, PictureFormat format)>;
+    void packInto(Packer packer) { packer_ = std::move(packer); }
     /// Writes a picture in each format that is asked for; again the same answer for the same item: the path
-    /// of the file that a page shows, as seen from the document's folder, and empty where it has to show its
-    /// own.
+    /// of the file that a page shows, as seen from the document's folder, or its packed address, and empty
+    /// where the page has to show its own.
     const std::string& add(const ExportedItem& item);
 
     /// Pictures of which there is a file.
@@ -74,13 +80,15 @@ class PictureFiles {
     [[nodiscard]] std::unique_ptr<PendingDrawing> begin(const Job& job, const ExportedItem& item);
     /// The bytes of the file; empty, with a note, where none can be made.
     [[nodiscard]] std::string content(const Job& job, const ExportedItem& item, const std::string& file);
-    [[nodiscard]] bool write(const Job& job, const ExportedItem& item, std::size_t number);
+    /// The path as seen from the document's folder, or the packed address; nothing where no file was made.
+    [[nodiscard]] std::string write(const Job& job, const ExportedItem& item, std::size_t number);
 
     std::string documentFile_;
     OutputFiles& files_;
     ExportReport& report_;
     PictureStyles styles_;
     std::vector<Job> jobs_;
+    Packer packer_;
     std::map<std::size_t, std::string> shown_;  // by item
     std::size_t count_ = 0;
 };

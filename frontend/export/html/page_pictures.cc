@@ -51,8 +51,8 @@ void PagePictures::append(std::string& html, const ExportedItem& item, const std
     const ShownPicture& picture = *pictureOf(item);
     task_.report.countPicture();
     const std::string& beside = task_.pictures.add(item);
-    if (!beside.empty() && !isPacked_) {
-        appendImage(html, item, addressOf(beside), task_.pictures.shownScale());
+    if (!beside.empty()) {
+        appendImage(html, item, isPacked_ ? beside : addressOf(beside), task_.pictures.shownScale());
         return;
     }
     if (picture.picture->form == PictureForm::png) {

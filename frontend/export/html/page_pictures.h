@@ -16,7 +16,7 @@ class PagePictures : public PicturePlacer {
     using Address = std::function<std::string(const std::string& png)>;
 
     /// Without `address` pictures stand in the page as data, or beside it as files where these are asked for.
-    /// With it the page is packed with its pictures, and files beside it are written for nobody's page.
+    /// With it the page is packed with its pictures, with the files that are asked for as well.
     explicit PagePictures(const ExportTask& task, Address address = {});
 
     void append(std::string& html, const ExportedItem& item, const std::string& id) override;

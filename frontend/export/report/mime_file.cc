@@ -51,10 +51,12 @@ void beginPart(std::string& file, std::string_view type, std::string_view encodi
 
 }  // namespace
 
-std::string MimeFile::addPicture(const std::string& png) {
-    const auto found = std::find(pictures_.begin(), pictures_.end(), png);
+std::string MimeFile::addPicture(const std::string& content, std::string_view type) {
+    const auto found = std::find_if(pictures_.begin(), pictures_.end(), [&](const Part& each) {
+        return each.content == content && each.type == type;
+    });
     const auto number = static_cast<std::size_t>(found - pictures_.begin()) + 1;
-    if (found == pictures_.end()) pictures_.push_back(png);
+    if (found == pictures_.end()) pictures_.push_back({content, std::string(type)});
     return "cid:" + addressName(number);
 }
 
@@ -73,9 +75,9 @@ PackageResult MimeFile::write(const ByteSink& out, std::string_view title,
     if (result) result = out(quoted.finish().append(lineEnd));
     for (std::size_t i = 0; result && i < pictures_.size(); ++i) {
         std::string part;
-        beginPart(part, "image/png", "base64");
+        beginPart(part, pictures_[i].type, "base64");
         part.append("Content-ID: <").append(addressName(i + 1)).append(">\r\n\r\n");
-        result = out(part.append(base64Lines(pictures_[i])));
+        result = out(part.append(base64Lines(pictures_[i].content)));
     }
     return result ? out(std::string("--").append(boundary).append("--\r\n")) : result;
 }

@@ -14,14 +14,19 @@ namespace vexa::frontend {
 
 class MimeFile {
   public:
-    /// Takes a PNG; the same one is taken once. Gives the address that the page refers to it by.
-    std::string addPicture(const std::string& png);
+    /// Takes a picture of a type such as `image/png`; the same one is taken once. Gives the address that the
+    /// page refers to it by.
+    std::string addPicture(const std::string& content, std::string_view type);
     /// Writes the whole file around a page of HTML, which `page` writes. `title` is its subject.
     PackageResult write(const ByteSink& out, std::string_view title,
                         const std::function<PackageResult(const ByteSink&)>& page) const;
 
   private:
-    std::vector<std::string> pictures_;
+    struct Part {
+        std::string content;
+        std::string type;
+    };
+    std::vector<Part> pictures_;
 };
 
 /// Text as quoted-printable, piece by piece: lines of at most 76 characters; line feeds become CR LF.

@@ -8,6 +8,7 @@
 #include "frontend/export/html/html_text.h"
 #include "frontend/export/html/page_body.h"
 #include "frontend/export/html/page_pictures.h"
+#include "frontend/export/picture_files.h"
 #include "frontend/export/report/mime_file.h"
 #include "frontend/export/report/report_design.h"
 
@@ -65,6 +66,12 @@ bool isAddress(std::string_view address) {
     return scheme == "http" || scheme == "https" || scheme == "mailto" || scheme == "ftp" || scheme == "file";
 }
 
+/// Of what pages show.
+std::string_view typeOf(PictureFormat format) {
+    if (format == PictureFormat::jpg) return "image/jpeg";
+    return format == PictureFormat::bmp ? "image/bmp" : "image/png";
+}
+
 class ReportWriter {
   public:
     explicit ReportWriter(const ExportTask& task) : task_(task), request_(*task.request.report) {}
@@ -73,9 +80,14 @@ class ReportWriter {
         const bool isPacked = request_.format == ReportFormat::mht;
         MimeFile packed;
         PagePictures pictures(task_, isPacked ? PagePictures::Address([&packed](const std::string& png) {
-                                  return packed.addPicture(png);
+                                  return packed.addPicture(png, "image/png");
                               })
                                               : PagePictures::Address());
+        if (isPacked) {
+            task_.pictures.packInto([&packed](const std::string& content, PictureFormat format) {
+                return packed.addPicture(content, typeOf(format));
+            });
+        }
         PageBodyOptions options;
         options.restyle = request_.restyle;
         options.firstHeading = 2;

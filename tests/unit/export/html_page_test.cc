@@ -136,6 +136,26 @@ TEST(ReportPage, PacksPicturesAlsoWhereFilesAreWritten) {
     EXPECT_THAT(folder.read("a.mht"), Not(HasSubstr("a3.png")));
 }
 
+TEST(ReportPage, PacksWhatImageSubcommandsDraw) {
+    if (!canDraw()) GTEST_SKIP();
+    const ViewerDocument document = documentOf(
+        R"({"type": "chart", "svg": "<svg xmlns='http://www.w3.org/2000/svg' width='80' height='41'/>"})");
+    const ExportFolder folder;
+    ExportRequest request;
+    request.report = ReportExport{};
+    request.report->file = folder.file("a.mht");
+    request.report->format = ReportFormat::mht;
+    request.jpg = JpgExport{};
+    request.jpg->percentSize = 50;
+    EXPECT_TRUE(exportDocument(document, request, {}).response.success);
+    const std::string packed = folder.read("a.mht");
+    EXPECT_THAT(packed, HasSubstr("<img src=3D\"cid:picture1@report\" alt=3D\"chart\""));
+    EXPECT_THAT(packed, HasSubstr(" height=3D\"21\"></figure>"));
+    EXPECT_THAT(packed, HasSubstr("Content-Type: image/jpeg\r\nContent-Transfer-Encoding: base64\r\n"));
+    EXPECT_THAT(packed, Not(HasSubstr("<svg")));
+    EXPECT_THAT(folder.names(), HasSubstr("a1.jpg"));
+}
+
 TEST(ReportPage, NamesTheFileAsTheSystemDoes) {
     ReportExport request;
     const ExportFolder folder;

@@ -169,9 +169,9 @@ TEST(MimeFile, QuotesPiecesAsTheirWhole) {
 
 TEST(MimeFile, HoldsEachPictureOnce) {
     MimeFile file;
-    EXPECT_EQ(file.addPicture("one"), "cid:picture1@report");
-    EXPECT_EQ(file.addPicture("two"), "cid:picture2@report");
-    EXPECT_EQ(file.addPicture("one"), "cid:picture1@report");
+    EXPECT_EQ(file.addPicture("one", "image/png"), "cid:picture1@report");
+    EXPECT_EQ(file.addPicture("two", "image/png"), "cid:picture2@report");
+    EXPECT_EQ(file.addPicture("one", "image/png"), "cid:picture1@report");
     std::string text;
     EXPECT_TRUE(file.write(gatherInto(text), "T", [](const ByteSink& page) { return page("<p>"); }));
     EXPECT_EQ(text.find('\n'), text.find("\r\n") + 1);
