@@ -89,11 +89,20 @@ bool areOthersAtRest() {
 
 /// Libraries let threads look for fonts. A copy of the process has no such threads, but the locks that they
 /// held, for which it would wait in vain: it is made while they have nothing to do. What works for longer
-/// than a few seconds is not waited for.
+/// than two seconds is somebody else's, a calculation of the program that loaded us perhaps, and no later
+/// copy waits for it as long.
 void waitForOtherThreads() {
-    constexpr int most = 5'000;
+    static std::chrono::milliseconds most(2'000);
+    constexpr std::chrono::milliseconds mostBesideLongWork(20);
     constexpr timespec moment{0, 1'000'000};
-    for (int i = 0; i < most && !areOthersAtRest(); ++i) nanosleep(&moment, nullptr);
+    const Clock::time_point begin = Clock::now();
+    while (!areOthersAtRest()) {
+        if (Clock::now() - begin > most) {
+            most = mostBesideLongWork;
+            return;
+        }
+        nanosleep(&moment, nullptr);
+    }
 }
 
 bool writeAll(int file, std::string_view bytes) {

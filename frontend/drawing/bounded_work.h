@@ -23,7 +23,7 @@ enum class WorkEnd {
 
 /// Work that goes on in a copy of the process. Nothing that it does reaches this process but what it returns;
 /// it must not wait for another thread, of which the copy has none: it begins while no other one has anything
-/// to do, which is waited for a few seconds at most. Several may go on at the same time, all of one thread.
+/// to do, which is waited for two seconds at most. Several may go on at the same time, all of one thread.
 class WorkApart {
   public:
     /// Begins `work`, which must be there until it is finished. A copy ends with this process, too.

@@ -73,6 +73,23 @@ TEST(BoundedWork, BeginsWhileNoOtherThreadWorks) {
     other.join();
 }
 
+/// The program that loaded us may calculate all the time.
+TEST(BoundedWork, DoesNotWaitAgainForWhatNeverRests) {
+    std::atomic<bool> isOver = false;
+    std::thread other([&] {
+        while (!isOver) {
+        }
+    });
+    std::string result;
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 0; i < 50; ++i) {
+        EXPECT_EQ(WorkEnd::done, workApart([] { return std::string("done"); }, {}, result));
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+    isOver = true;
+    other.join();
+}
+
 TEST(BoundedWork, EndsWhatTakesTooLong) {
     std::string result;
     WorkLimits limits;
