@@ -104,7 +104,10 @@ bool drawPng(cairo_t* target, const Picture& picture, double width, double heigh
     }
     std::string_view bytes = picture.bytes;
     const CairoSurface image(cairo_image_surface_create_from_png_stream(readBytes, &bytes));
-    if (!isWell(cairo_surface_status(image.get()), reason)) return false;
+    if (cairo_surface_status(image.get()) != CAIRO_STATUS_SUCCESS) {
+        reason = translated("Its data are damaged."_text);  // the library's own words are of memory
+        return false;
+    }
     cairo_save(target);
     cairo_scale(target, width / cairo_image_surface_get_width(image.get()),
                 height / cairo_image_surface_get_height(image.get()));
