@@ -28,11 +28,22 @@ std::vector<std::string> entriesOf(const Manifest& manifest) {
     return names;
 }
 
+/// An entry that stands in the place of another one, or of none.
+StoreResult misplaced(SystemText where, std::vector<std::string> arguments, std::string found,
+                      std::string expected) {
+    PackageResult result(PackageProblem::damaged, where, std::move(arguments));
+    result.found = std::move(found);
+    result.expected = std::move(expected);
+    return fromPackage(result);
+}
+
 StoreResult checkEntries(const ZipReader& archive, const Manifest& manifest) {
     const std::vector<std::string> names = entriesOf(manifest);
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (i >= archive.count() || archive.entry(i).name != names[i]) {
-            return {StoreProblem::damaged, composed("the entry ^1"_text, {names[i]})};
+        if (i >= archive.count()) return {StoreProblem::damaged, composed("the entry ^1"_text, {names[i]})};
+        const std::string_view found = archive.entry(i).name;
+        if (found != names[i]) {
+            return misplaced("the entry ^1"_text, {names[i]}, std::string(found), names[i]);
         }
     }
     if (archive.count() > names.size()) {
@@ -114,7 +125,9 @@ StoreResult openArchive(std::string_view bytes, ZipReader& archive, MemoryBudget
                         ReadManifest& manifest) {
     if (PackageResult result = archive.open(bytes); !result) return fromPackage(result);
     if (!archive.find(manifestEntry)) return StoreProblem::notADocument;
-    if (archive.entry(0).name != manifestEntry) return {StoreProblem::damaged, "the manifest"_text};
+    if (archive.entry(0).name != manifestEntry) {
+        return misplaced("the manifest"_text, {}, std::string(archive.entry(0).name), manifestEntry);
+    }
     std::string xml;
     if (PackageResult result = readEntry(archive, manifestEntry, xml); !result) return fromPackage(result);
     BorrowedMemory memory(budget);

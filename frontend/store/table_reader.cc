@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "frontend/store/cell_text.h"
+#include "frontend/store/objection.h"
 #include "frontend/store/style_xml.h"
 #include "frontend/store/table_xml.h"
 
@@ -53,7 +55,7 @@ class TableReader {
     bool read(const pugi::xml_node& root, ElementReader& element, Table& table) {
         std::size_t look = 0;
         DisplayFormat format;
-        if (!readRoot(root, element, look, format) || !readParts(root) || !checkView()) return false;
+        if (!readRoot(root, element, look, format) || !readParts(root) || !checkView(root)) return false;
         TableStyle style;
         if (look > context_.looks.size()) return false;
         if (look != 0) style.setLook(context_.looks[look - 1]);
@@ -116,11 +118,13 @@ class TableReader {
             if (!readLabel(child, dimension)) return false;
         }
         const std::size_t count = dimension.categories.size();
-        if (shown == 0 || (shown > 1 && shown > count) || hidden.size() > count ||
-            hidden.find_first_not_of("01") != std::string::npos ||
-            (!view.order.empty() && !isPermutation(view.order, count))) {
-            return false;
-        }
+        element.require(shown == 1 || (shown != 0 && shown <= count), "shown",
+                        "1 - " + std::to_string(count));
+        element.require(hidden.size() <= count && hidden.find_first_not_of("01") == std::string::npos,
+                        "hidden", "0 | 1");
+        element.require(view.order.empty() || isPermutation(view.order, count), "order",
+                        "every category once, from 0"_text);
+        if (!element.isRead()) return false;
         view.shown = shown - 1;
         for (const char each : hidden) view.hidden.push_back(each == '1');
         return true;
@@ -159,11 +163,16 @@ class TableReader {
         return element.isRead() && !node.first_child() && fromNumbers(extras.footnotes, footnotes_.size());
     }
 
-    [[nodiscard]] bool checkView() const {
+    [[nodiscard]] bool checkView(const pugi::xml_node& root) const {
         std::vector<DimensionId> all = view_.rows;
         all.insert(all.end(), view_.columns.begin(), view_.columns.end());
         all.insert(all.end(), view_.layers.begin(), view_.layers.end());
-        return isPermutation(all, dimensions_.size());
+        const bool fits = isPermutation(all, dimensions_.size());
+        if (!fits) {
+            object(root.name(), "rows", root.attribute("rows").value(),
+                   "every dimension once in rows, columns and layers, from 0"_text);
+        }
+        return fits;
     }
 
     bool readData(std::shared_ptr<const TableData>& data) {

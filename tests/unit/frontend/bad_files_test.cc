@@ -303,6 +303,21 @@ TEST(BadFiles, AreRefusedWithWhatWasFoundAndWhatWouldFit) {
          R"(the entry items/000001.xml; found: <text color="red">; expected: a color such as #00ff00)"},
         {fileWithItem("table", R"(<table rows="0"><dimension><category role="sum"/></dimension></table>)"),
          R"(the entry items/000001.xml; found: <category role="sum">; expected: )"},
+        {fileWithItem("table", R"(<table rows="1"><dimension><category/></dimension></table>)"),
+         R"(the entry items/000001.xml; found: <table rows="1">; expected: every dimension once in rows, columns and layers, from 0)"},
+        {fileWithItem("table", R"(<table rows="0"><dimension shown="3"><category/></dimension></table>)"),
+         R"(the entry items/000001.xml; found: <dimension shown="3">; expected: 1 - 1)"},
+        {fileWithItem("table", R"(<table rows="0"><dimension hidden="2"><category/></dimension></table>)"),
+         R"(the entry items/000001.xml; found: <dimension hidden="2">; expected: 0 | 1)"},
+        {fileWithItem("table", R"(<table rows="0"><dimension order="1"><category/></dimension></table>)"),
+         R"(the entry items/000001.xml; found: <dimension order="1">; expected: every category once, from 0)"},
+        {zipOf({{"items/000001.xml", "<text/>"}, {"manifest.xml", "<vexaDocument/>"}}),
+         "the manifest; found: items/000001.xml; expected: manifest.xml"},
+        {zipOf(
+             {{"manifest.xml",
+               R"(<vexaDocument format="2" type="VXV"><item type="text" entry="items/000001.xml"/></vexaDocument>)"},
+              {"items/000002.xml", "<text/>"}}),
+         "the entry items/000001.xml; found: items/000002.xml; expected: items/000001.xml"},
     };
     for (const ObjectionCase& each : cases) {
         const std::string detail = problemOf(each.bytes, "password").detail;
