@@ -17,6 +17,8 @@ namespace vexa::frontend::pdf {
 
 namespace {
 
+/// Points. No page is higher, and the libraries draw no letters of a size far above.
+constexpr double largestFont = 14'400;
 /// So many texts are kept; those of a table with more are shaped again when they are drawn.
 constexpr std::size_t mostKnown = 3'000;
 constexpr std::size_t mostKnownLines = 30'000;
@@ -65,7 +67,8 @@ Description describe(const TextStyle& style) {
     // A comma would begin a second family.
     std::replace(family.begin(), family.end(), ',', ' ');
     pango_font_description_set_family(description.get(), family.c_str());
-    pango_font_description_set_absolute_size(description.get(), style.size * PANGO_SCALE);
+    pango_font_description_set_absolute_size(description.get(),
+                                             std::min(style.size, largestFont) * PANGO_SCALE);
     pango_font_description_set_weight(description.get(),
                                       style.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
     pango_font_description_set_style(description.get(),
