@@ -117,8 +117,8 @@ class _Grid:
 
     def __init__(self, cells, rows, columns, row_names=(), column_names=()):
         self.cells = [list(line) for line in cells]
-        self.rows = [_path(label) for label in rows]
-        self.columns = [_path(label) for label in columns]
+        self.rows = [_path(label) for label in _with_days(rows)]
+        self.columns = [_path(label) for label in _with_days(columns)]
         self.row_names = list(row_names)
         self.column_names = list(column_names)
         if len(self.cells) != len(self.rows):
@@ -166,6 +166,17 @@ def _as_list(values):
     if isinstance(values, (str, bytes)) or not hasattr(values, "__iter__"):
         return [values]
     return list(values)
+
+
+def _with_days(labels):
+    """Labels that are moments, all of them midnights, as days; of tuples each level for itself."""
+    labels = list(labels)
+    if labels and all(isinstance(label, tuple) and len(label) == len(labels[0]) for label in labels):
+        return list(zip(*(_with_days(level) for level in zip(*labels)))) if labels[0] else labels
+    if _time_format([label for label in labels if not isinstance(label, tuple)]) != _FORMATS_OF_TIMES["date"]:
+        return labels
+    return [_plain(label).date() if _kind_of_time(_plain(label)) == "datetime" and not _is_missing(label) else label
+            for label in labels]
 
 
 def _path(label):

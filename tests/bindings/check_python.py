@@ -106,6 +106,10 @@ def check_pandas(folder):
     case.results.table(frame.income, "Series")
     case.results.table(pandas.DataFrame(numpy.float32([[0.5, 2]]), index=["r"], columns=["c", "c"]), "Doubled labels")
     case.results.table(pandas.DataFrame(columns=["a"]), "Without rows")
+    days = pandas.date_range("2026-03-05", periods=2)
+    case.results.table(pandas.DataFrame({"v": [1, 2]}, index=days), "Days")
+    hours = pandas.MultiIndex.from_product([days, pandas.date_range("2026-03-05", periods=2, freq="6h")], names=["d", "h"])
+    case.results.table(pandas.DataFrame({"v": range(4)}, index=hours), "Days and hours")
     tables = case.imported()["items"]
     same(tables[0]["cells"][:6], ["N", "f", 1.5, 1772668800, 1, "a"])
     same(tables[0]["cells"][9:11], [None, None])
@@ -119,6 +123,9 @@ def check_pandas(folder):
     same(tables[3]["cells"], [1.5, 2.5, 1, 1, 3, None, 1, 0])
     demand("2.50" in case.shown(4), "a format of all columns is not shown")
     same(tables[5]["cells"], [0.5, 2])
+    same(tables[7]["rows"][0]["categories"], ["2026-03-05", "2026-03-06"])
+    same([row["categories"] for row in tables[8]["rows"]],
+         [["2026-03-05", "2026-03-06"], ["2026-03-05 00:00:00", "2026-03-05 06:00:00"]])
 
 
 def check_matplotlib(folder):
