@@ -54,21 +54,24 @@ vexa_model <- function(model, label = NULL, command = "Regression") {
                roles = stats::setNames("significance", last)))
 }
 
-# The drawing of an expression as SVG. width, height: inches.
+# The drawing of an expression, a page, as SVG. width, height: inches.
 vexa_plot <- function(expression, alternative_text = NULL, label = NULL, command = NULL, width = 6, height = 4) {
   if (!capabilities("cairo")) stop("this R draws no SVG: it was built without cairo")
   drawn <- substitute(expression)
   surroundings <- parent.frame()
-  file <- tempfile(fileext = ".svg")
-  on.exit(unlink(file))
-  grDevices::svg(file, width = width, height = height)
+  folder <- tempfile()
+  dir.create(folder)
+  on.exit(unlink(folder, recursive = TRUE))
+  grDevices::svg(file.path(folder, "%03d.svg"), width = width, height = height)
   number <- grDevices::dev.cur()
   tryCatch({
     value <- withVisible(eval(drawn, surroundings))
     # Plots that are objects draw themselves when they are printed.
     if (value$visible && inherits(value$value, c("trellis", "ggplot", "recordedplot"))) print(value$value)
   }, finally = grDevices::dev.off(number))
-  vexa_chart(file, alternative_text = alternative_text, label = label, command = command)
+  pages <- list.files(folder, full.names = TRUE)
+  if (length(pages) > 1) stop("the expression draws ", length(pages), " pages: call vexa_plot for each")
+  vexa_chart(pages, alternative_text = alternative_text, label = label, command = command)
 }
 
 # A picture that is there: a file with SVG or PNG.

@@ -35,5 +35,6 @@ results <- vexa_results("r",
 vexa_write(results, file.path(folder, "r.json"))
 
 refused <- function(expression) inherits(try(expression, silent = TRUE), "try-error")
+stopifnot(refused(vexa_plot({ plot(1); plot(2) })), is.null(dev.list()))
 stopifnot(refused(vexa_table(mean)), refused(vexa_results("x", "text")), refused(vexa_model(people)),
           vexa_base64(charToRaw("ab")) == "YWI=", vexa_base64(charToRaw("abc")) == "YWJj", vexa_base64(charToRaw("a")) == "YQ==")
