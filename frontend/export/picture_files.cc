@@ -7,6 +7,7 @@
 #include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/drawing/picture_style.h"
+#include "frontend/package/png_data.h"
 
 namespace vexa::frontend {
 
@@ -194,7 +195,8 @@ bool PictureFiles::canCopy(const Job& job, const ExportedItem& item) const {
     const ItemSize size = sizeOf(item);
     const bool isNatural = size.width == picture.width && size.height == picture.height;
     // Where nothing can be drawn, the page that shows the file gives it the item's size.
-    return job.percent == 100 && ((isNatural && isInDepth(picture.bytes, job.drawing.depth)) || !canDraw());
+    const bool isReady = (isNatural && isInDepth(picture.bytes, job.drawing.depth)) || !canDraw();
+    return job.percent == 100 && isReady && hasAllPixels(picture.bytes);
 }
 
 void PictureFiles::expect(const ExportPlan& plan) {

@@ -10,6 +10,7 @@
 #include "frontend/export/html/svg_inline.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/package/base64.h"
+#include "frontend/package/png_data.h"
 
 namespace vexa::frontend {
 
@@ -56,19 +57,27 @@ void PagePictures::append(std::string& html, const ExportedItem& item, const std
         return;
     }
     if (picture.picture->form == PictureForm::png) {
-        appendImage(html, item, address_(picture.picture->bytes), 1);
+        if (hasAllPixels(picture.picture->bytes)) {
+            appendImage(html, item, address_(picture.picture->bytes), 1);
+        } else {
+            appendAlternative(html, item, translated("Its data are damaged."_text));
+        }
         return;
     }
     InlineSvg svg{&picture, shownSize(item.item()).value_or(ItemSize{225, 112.5}),
                   styles_.find(picture.styleSheet, item), alternativeOf(item)};
     if (const PackageResult result = appendSvg(html, svg, {id}); !result) {
-        task_.report.note(composed(
-            "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
-            {std::to_string(item.number), item.label, result.shownDetail()}));
-        html += "<p>";
-        appendHtml(html, alternativeOf(item));
-        html += "</p>";
+        appendAlternative(html, item, result.shownDetail());
     }
+}
+
+void PagePictures::appendAlternative(std::string& html, const ExportedItem& item, const std::string& why) {
+    task_.report.note(composed(
+        "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
+        {std::to_string(item.number), item.label, why}));
+    html += "<p>";
+    appendHtml(html, alternativeOf(item));
+    html += "</p>";
 }
 
 void PagePictures::appendImage(std::string& html, const ExportedItem& item, const std::string& address,

@@ -24,6 +24,7 @@ class PagePictures : public PicturePlacer {
   private:
     /// `scale` of its own size.
     void appendImage(std::string& html, const ExportedItem& item, const std::string& address, double scale);
+    void appendAlternative(std::string& html, const ExportedItem& item, const std::string& why);
 
     const ExportTask& task_;
     bool isPacked_;

@@ -8,6 +8,7 @@
 #include "frontend/drawing/picture_style.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/package/deflate.h"
+#include "frontend/package/png_data.h"
 #include "frontend/package/xml_check.h"
 
 namespace vexa::frontend {
@@ -65,7 +66,8 @@ OfficePictures::OfficePictures(const ExportPlan& plan, std::vector<std::string> 
 
 std::unique_ptr<PendingDrawing> OfficePictures::begin(const ExportedItem& item) {
     const ShownPicture& shown = *pictureOf(item);
-    if (shown.picture->form == PictureForm::png || !canDraw()) return nullptr;
+    const bool isPng = shown.picture->form == PictureForm::png;
+    if (!canDraw() || (isPng && hasAllPixels(shown.picture->bytes))) return nullptr;
     const ItemSize size = sizeOf(item);
     const double larger = std::max(size.width, size.height);
     const double scale = scale_ ? scale_(item) : 1;
@@ -83,33 +85,49 @@ OfficePicture OfficePictures::make(const ExportedItem& item) {
     made.size = sizeOf(item);
     made.alternative = alternativeOf(item);
     report_.countPicture();
+    const std::unique_ptr<PendingDrawing> drawing = drawings_.take(item);
     if (shown.picture->form == PictureForm::png) {
-        made.png = shown.picture->bytes;
+        finishPng(drawing.get(), made, item);
         return made;
     }
-    const std::unique_ptr<PendingDrawing> drawing = drawings_.take(item);
     const std::string rules = appliedRules(shown, styles_.find(shown.styleSheet, item));
     made.svg = plainSvg(applyRules(shown.picture->bytes, rules));
     finish(drawing.get(), made, item);
     return made;
 }
 
+/// One that can be shown goes in as it is.
+void OfficePictures::finishPng(PendingDrawing* drawing, OfficePicture& made, const ExportedItem& item) {
+    const std::string& png = pictureOf(item)->picture->bytes;
+    if (drawing != nullptr) {
+        finish(drawing, made, item);
+    } else if (canDraw() || hasAllPixels(png)) {
+        made.png = png;
+    } else {
+        made.png = emptyFrame();
+        noteUnreadable(item, translated("Its data are damaged."_text));
+    }
+}
+
+void OfficePictures::noteUnreadable(const ExportedItem& item, const std::string& why) {
+    report_.note(composed(
+        "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
+        {std::to_string(item.number), item.label, why}));
+}
+
 void OfficePictures::finish(PendingDrawing* drawing, OfficePicture& made, const ExportedItem& item) {
-    const std::string number = std::to_string(item.number);
     if (drawing == nullptr) {
         made.png = emptyFrame();
         report_.note(composed(
             "Item ^1 (^2): programs that show no SVG show an empty frame instead of the picture, because this build of the program cannot draw."_text,
-            {number, item.label}));
+            {std::to_string(item.number), item.label}));
         return;
     }
     DrawnPicture drawn = drawing->finish();
     made.png = drawn.bytes.empty() ? emptyFrame() : std::move(drawn.bytes);
     if (drawn.reason.empty()) return;
     made.svg.clear();
-    report_.note(composed(
-        "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
-        {number, item.label, drawn.reason}));
+    noteUnreadable(item, drawn.reason);
 }
 
 }  // namespace vexa::frontend

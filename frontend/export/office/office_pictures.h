@@ -44,6 +44,8 @@ class OfficePictures {
   private:
     [[nodiscard]] std::unique_ptr<PendingDrawing> begin(const ExportedItem& item);
     void finish(PendingDrawing* drawing, OfficePicture& made, const ExportedItem& item);
+    void finishPng(PendingDrawing* drawing, OfficePicture& made, const ExportedItem& item);
+    void noteUnreadable(const ExportedItem& item, const std::string& why);
 
     ExportReport& report_;
     PictureStyles styles_;
