@@ -73,11 +73,43 @@ function(vexa_read_once_for target)
   endif()
 endfunction()
 
+option(VEXA_PARTS_TOGETHER "Compile the files of a folder in batches, for half of the time" OFF)
+
+# vexa_together(TARGET): a library whose files are compiled in batches of a folder where that is asked for, so that names at
+# file level differ within a folder. Called when all its files are named. Builds without the option prove that each file
+# includes what it uses.
+function(vexa_together target)
+  if(NOT VEXA_PARTS_TOGETHER)
+    return()
+  endif()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  get_target_property(files ${target} SOURCES)
+  get_target_property(own_folder ${target} SOURCE_DIR)
+  foreach(file IN LISTS files)
+    cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY ${own_folder})
+    cmake_path(GET file PARENT_PATH folder)
+    cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
+    string(MAKE_C_IDENTIFIER ${folder} group)
+    list(APPEND files_of_${group} ${file})
+    list(LENGTH files_of_${group} count)
+    math(EXPR batch "(${count} - 1) / 10")
+    set_source_files_properties(${file} TARGET_DIRECTORY ${target} PROPERTIES UNITY_GROUP ${group}_${batch})
+  endforeach()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # g++ takes a file of a batch for a header, whose types must not have members of types of one file.
+    target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+  endif()
+endfunction()
+
 # vexa_part(NAME source...): one folder of the back end, the module or the front end, as objects that the shared
 # libraries, the program and the tests are linked from. VEXA_READS_OWN_HEADERS: names itself what is read once for it.
+# VEXA_FILES_APART: its files are not compiled in batches.
 function(vexa_part name)
   add_library(${name} OBJECT ${ARGN})
   target_link_libraries(${name} PUBLIC vexa_options PRIVATE vexa_hardening)
+  if(NOT VEXA_FILES_APART)
+    vexa_together(${name})
+  endif()
   if(NOT VEXA_READS_OWN_HEADERS)
     vexa_read_once_for(${name})
   endif()

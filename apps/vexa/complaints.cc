@@ -3,15 +3,13 @@
 #include <iostream>
 #include <utility>
 
+#include "apps/vexa/diagnostics.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/text_width.h"
 
 namespace vexa::program {
 
 namespace {
-
-constexpr int kWarningLevel = 2;
-constexpr int kErrorLevel = 3;
 
 Diagnostic aboutFile(int level, SystemText text, const std::vector<std::string>& arguments,
                      const std::string& file) {

@@ -9,8 +9,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int kWarningLevel = 2;
-constexpr int kErrorLevel = 3;
 constexpr char kCovered = 'x';
 
 bool& asJson() {
@@ -18,7 +16,7 @@ bool& asJson() {
     return chosen;
 }
 
-const char* severityOf(int level) {
+const char* severityWord(int level) {
     if (level >= kErrorLevel) return "error";
     return level == kWarningLevel ? "warning" : "note";
 }
@@ -66,7 +64,7 @@ std::string hintOf(std::string_view text, const std::vector<std::string>& argume
 std::string diagnosticLine(const Diagnostic& diagnostic) {
     Json line;
     line["code"] = diagnostic.code;
-    line["severity"] = severityOf(diagnostic.level);
+    line["severity"] = severityWord(diagnostic.level);
     line["file"] = orNull(diagnostic.file);
     line["line"] = orNull(diagnostic.line);
     line["column"] = orNull(diagnostic.column);

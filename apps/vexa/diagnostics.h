@@ -19,9 +19,13 @@ inline constexpr std::string_view kProgram = "program";
 inline constexpr std::string_view kUsage = "usage";
 }  // namespace diagnostic_code
 
+/// Levels of messages; above an error, too.
+inline constexpr int kWarningLevel = 2;
+inline constexpr int kErrorLevel = 3;
+
 struct Diagnostic {
     std::string_view code;
-    int level = 3;                         ///< 1 a note, 2 a warning, 3 and above an error
+    int level = kErrorLevel;               ///< 1 a note, 2 a warning, 3 and above an error
     std::string file{};                    ///< empty for none
     int line = 0;                          ///< from 1; 0 for none
     int column = 0;                        ///< in characters from 1; 0 for none

@@ -5,6 +5,7 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/complaints.h"
+#include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/installation.h"
 #include "backend/paths/path_factory.h"
@@ -24,7 +25,6 @@ namespace {
 using frontend::StoreProblem;
 using frontend::StoreResult;
 
-constexpr int kWarningLevel = 2;
 constexpr std::uint64_t kMostPasswordBytes = 65'536;
 
 std::string folderOf(int instance) {

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "apps/vexa/diagnostics.h"
 #include "apps/vexa/export_progress.h"
 #include "apps/vexa/installation.h"
 #include "backend/paths/path_factory.h"
@@ -15,8 +16,6 @@
 namespace vexa::program {
 
 namespace {
-
-constexpr int kWarningLevel = 2;
 
 /// Those of the installation before those of the language, as a document names looks by what all have.
 std::vector<std::string> lookFolders() {

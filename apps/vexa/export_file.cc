@@ -8,6 +8,7 @@
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/export_command.h"
 #include "apps/vexa/surroundings.h"
+#include "backend/platform/file_system.h"
 #include "backend/session/command_catalog.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/character_set.h"
@@ -34,6 +35,23 @@ std::string commandFor(const Options& options, Session& session) {
     return command.text;
 }
 
+/// The folder of a file as the user names both; empty for the current one.
+std::string folderOfFile(const std::string& file) {
+    const std::size_t end = file.find_last_of("/\\");
+    if (end == std::string::npos) return {};
+    const bool isRoot = end == 0 || file[end - 1] == ':';
+    return file.substr(0, isRoot ? end + 1 : end);
+}
+
+/// Looked at before the command, which knows files by the names that they have for commands.
+bool hasFolder(const std::string& file) {
+    const std::string folder = folderOfFile(file);
+    if (folder.empty() || FileSystem::current().isFolder(folder)) return true;
+    complain("There is no folder ^1 for the file ^2. Make it, or check how it is spelt."_text, {folder, file},
+             file);
+    return false;
+}
+
 }  // namespace
 
 int exportFile(const Options& options) {
@@ -46,6 +64,9 @@ int exportFile(const Options& options) {
     const std::string command = commandFor(options, surroundings->session());
     if (command.empty()) {
         return exit_status::kUsage;
+    }
+    if (!hasFolder(options.document.exportFile)) {
+        return exit_status::kCommandError;
     }
     OpenedDocument opened = openForUser(options.document);
     frontend::wipe(opened.passwordForm);

@@ -5,6 +5,7 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/complaints.h"
+#include "apps/vexa/diagnostics.h"
 #include "apps/vexa/document_access.h"
 #include "apps/vexa/exit_status.h"
 #include "backend/platform/file_system.h"
@@ -19,9 +20,7 @@ namespace vexa::program {
 
 namespace {
 
-constexpr const char* kStandardInput = "-";
-constexpr int kWarningLevel = 2;
-constexpr int kErrorLevel = 3;
+constexpr const char* kTypedInput = "-";
 constexpr const char* kReaderExtension = ".vxw";
 
 /// The document, opened or made; its `document` is null after a complaint.
@@ -57,7 +56,7 @@ bool readFiles(const Options& options, frontend::Imported& imported, int& exitSt
     TableSurroundings surroundings;
     const frontend::ImportContext context{surroundings.looks, surroundings.words};
     for (const std::string& file : options.files) {
-        const bool isTyped = file == kStandardInput;
+        const bool isTyped = file == kTypedInput;
         std::string typed;
         if (const FileResult result = isTyped ? readStandardInput(typed) : FileResult(); !result) {
             complain("The file ^1 cannot be read: ^2."_text, {file, shownReason(result)}, file);

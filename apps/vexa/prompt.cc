@@ -8,6 +8,7 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/complaints.h"
+#include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/line_editor.h"
 #include "apps/vexa/surroundings.h"
@@ -25,17 +26,16 @@ namespace {
 constexpr const char* kPrompt = "vexa> ";
 constexpr const char* kContinuation = "....> ";
 constexpr const char* kAnswer = "vexa? ";
-constexpr int kWarningLevel = 2;
 
 /// The words of a line, one blank between them, without the period at its end.
-std::vector<std::string> wordsOf(const std::string& line) {
+std::vector<std::string> wordsOfLine(const std::string& line) {
     std::istringstream rest(line.substr(0, line.find_last_not_of(" \t\n.") + 1));
     return {std::istream_iterator<std::string>(rest), std::istream_iterator<std::string>()};
 }
 
 /// The words behind "help" or "?", one blank between them, when that is the command's first word.
 std::optional<std::string> helpWords(const std::string& command) {
-    const std::vector<std::string> words = wordsOf(command);
+    const std::vector<std::string> words = wordsOfLine(command);
     if (words.empty() || (words[0] != "?" && !equalsIgnoringCase(words[0], "help"))) {
         return std::nullopt;
     }
@@ -47,7 +47,7 @@ std::optional<std::string> helpWords(const std::string& command) {
 }
 
 bool asksToLeave(const std::string& line) {
-    const std::vector<std::string> words = wordsOf(line);
+    const std::vector<std::string> words = wordsOfLine(line);
     return words.size() == 1 &&
            (equalsIgnoringCase(words[0], "exit") || equalsIgnoringCase(words[0], "quit"));
 }
@@ -93,7 +93,7 @@ void carryOut(const std::string& command, Surroundings& surroundings) {
     }
 }
 
-std::string listOf(const std::vector<std::string>& names) {
+std::string listOfDocuments(const std::vector<std::string>& names) {
     std::string list;
     for (const std::string& name : names) {
         list.append(list.empty() ? "" : ", ").append(name);
@@ -126,7 +126,7 @@ bool mayLeave(Surroundings& surroundings) {
         kWarningLevel,
         composed(
             "These output documents have changes that were not saved: ^1. Leave without saving? [y/N]"_text,
-            {listOf(unsaved)}));
+            {listOfDocuments(unsaved)}));
     std::cin.clear();
     const EditedLine answer = readEditedLine(kAnswer, "");
     if (answer.kind == Kind::endOfInput) {
@@ -174,7 +174,7 @@ void warnOfUnsaved(Surroundings& surroundings) {
         surroundings.terminal().showMessage(
             kWarningLevel,
             composed("Changes of these output documents were not saved, and are lost: ^1."_text,
-                     {listOf(unsaved)}));
+                     {listOfDocuments(unsaved)}));
     }
 }
 

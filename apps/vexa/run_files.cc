@@ -4,6 +4,7 @@
 
 #include "apps/vexa/actions.h"
 #include "apps/vexa/complaints.h"
+#include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
 #include "backend/platform/standard_input.h"
@@ -41,7 +42,6 @@ InputResult runStandardInput(Session& session) {
 
 /// Nothing was run, so neither a trace nor a document hears of it.
 void complainOf(const InputResult& result, const std::string& file, TerminalListener& terminal) {
-    constexpr int kErrorLevel = 3;
     if (!result.isRead) {
         complain("The syntax file ^1 cannot be read: ^2. Check its name and your current folder."_text,
                  {file, shownReason(result)}, file);

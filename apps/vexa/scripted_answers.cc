@@ -13,20 +13,20 @@ namespace vexa::program {
 
 namespace {
 
-using Json = nlohmann::json;
+using Answer = nlohmann::json;
 
 /// What is wrong with a line. Thrown inside this file only.
 struct LineError {
     std::string message;
 };
 
-std::string inQuotes(std::string_view text) { return '"' + printableText(text) + '"'; }
+std::string quotedName(std::string_view text) { return '"' + printableText(text) + '"'; }
 
 /// The members of one object, each asked for once under its name; what nobody asked for is an error at the
 /// end.
 class Members {
   public:
-    Members(const Json& object, std::string where) : object_(object), where_(std::move(where)) {
+    Members(const Answer& object, std::string where) : object_(object), where_(std::move(where)) {
         if (!object.is_object()) {
             throw LineError{composed("^1 must be an object in braces, but is of type ^2"_text,
                                      {where_, object.type_name()})};
@@ -34,33 +34,33 @@ class Members {
     }
 
     void text(const char* key, std::string& value) {
-        if (const Json* const found = find(key)) {
-            value = checked(key, found->get_ptr<const Json::string_t*>(),
+        if (const Answer* const found = find(key)) {
+            value = checked(key, found->get_ptr<const Answer::string_t*>(),
                             "^1 of ^2 must be a text in quotes, but is of type ^3"_text, *found);
         }
     }
 
     void flag(const char* key, bool& value) {
-        if (const Json* const found = find(key)) {
-            value = checked(key, found->get_ptr<const Json::boolean_t*>(),
+        if (const Answer* const found = find(key)) {
+            value = checked(key, found->get_ptr<const Answer::boolean_t*>(),
                             "^1 of ^2 must be true or false, but is of type ^3"_text, *found);
         }
     }
 
     void integer(const char* key, std::optional<int>& value) {
-        if (const Json* const found = find(key)) {
+        if (const Answer* const found = find(key)) {
             const std::int64_t number =
-                checked(key, found->get_ptr<const Json::number_integer_t*>(),
+                checked(key, found->get_ptr<const Answer::number_integer_t*>(),
                         "^1 of ^2 must be a whole number, but is of type ^3"_text, *found);
             if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
                 throw LineError{
-                    composed("^1 of ^2 is a number that is too large"_text, {inQuotes(key), where_})};
+                    composed("^1 of ^2 is a number that is too large"_text, {quotedName(key), where_})};
             }
             value = static_cast<int>(number);
         }
     }
 
-    [[nodiscard]] const Json* find(const char* key) {
+    [[nodiscard]] const Answer* find(const char* key) {
         known_.emplace_back(key);
         const auto found = object_.find(key);
         return found == object_.end() ? nullptr : &*found;
@@ -71,38 +71,39 @@ class Members {
         for (const auto& [key, value] : object_.items()) {
             if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
                 throw LineError{composed("^1 has no key ^2; it takes ^3"_text,
-                                         {where_, inQuotes(key), listKeywords(known_)})};
+                                         {where_, quotedName(key), listKeywords(known_)})};
             }
         }
     }
 
   private:
     template <typename Value>
-    const Value& checked(const char* key, const Value* value, SystemText complaint, const Json& found) const {
+    const Value& checked(const char* key, const Value* value, SystemText complaint,
+                         const Answer& found) const {
         if (value == nullptr) {
-            throw LineError{composed(complaint, {inQuotes(key), where_, found.type_name()})};
+            throw LineError{composed(complaint, {quotedName(key), where_, found.type_name()})};
         }
         return *value;
     }
 
-    const Json& object_;
+    const Answer& object_;
     std::string where_;
     std::vector<std::string_view> known_;
 };
 
-ScriptedSend readSend(const Json& object) {
+ScriptedSend readSend(const Answer& object) {
     ScriptedSend answer;
-    Members members(object, inQuotes("send"));
+    Members members(object, quotedName("send"));
     members.flag("ok", answer.ok);
     members.integer("severity", answer.severity);
     members.text("message", answer.message);
     members.text("argument", answer.argument);
-    if (const Json* const documents = members.find("documents")) {
+    if (const Answer* const documents = members.find("documents")) {
         if (!documents->is_array()) {
             throw LineError{composed("^1 must be a list in brackets, but is of type ^2"_text,
-                                     {inQuotes("documents"), documents->type_name()})};
+                                     {quotedName("documents"), documents->type_name()})};
         }
-        for (const Json& entry : *documents) {
+        for (const Answer& entry : *documents) {
             Members document(entry, translated("a document"_text));
             document.text("name", answer.documents.emplace_back().name);
             document.flag("active", answer.documents.back().active);
@@ -125,12 +126,12 @@ ScriptedExchange::Throw readThrow(const std::string& text) {
         }
     }
     throw LineError{composed(R"("throw" must be "standard", "text", "other" or "goToCaller", but is ^1)"_text,
-                             {inQuotes(text)})};
+                             {quotedName(text)})};
 }
 
-ScriptedExchange readExchange(const Json& object, const char* kind) {
+ScriptedExchange readExchange(const Answer& object, const char* kind) {
     ScriptedExchange answer;
-    Members members(object, inQuotes(kind));
+    Members members(object, quotedName(kind));
     std::string thrown;
     members.text("reply", answer.reply);
     members.text("throw", thrown);
@@ -143,15 +144,15 @@ ScriptedExchange readExchange(const Json& object, const char* kind) {
 }
 
 void readLine(std::string_view line, ScriptedAnswers& answers) {
-    const Json object = Json::parse(line);
+    const Answer object = Answer::parse(line);
     Members members(object, translated("a line"_text));
-    if (const Json* const send = members.find("send")) {
+    if (const Answer* const send = members.find("send")) {
         answers.send.push_back(readSend(*send));
     }
-    if (const Json* const modify = members.find("modify")) {
+    if (const Answer* const modify = members.find("modify")) {
         answers.modify.push_back(readExchange(*modify, "modify"));
     }
-    if (const Json* const exported = members.find("export")) {
+    if (const Answer* const exported = members.find("export")) {
         answers.exportAnswers.push_back(readExchange(*exported, "export"));
     }
     members.refuseOthers();
@@ -179,10 +180,10 @@ std::optional<ScriptedAnswers> readScriptedAnswers(std::string_view content, std
             readLine(line, answers);
         } catch (const LineError& error) {
             return fail(number, error.message);
-        } catch (const Json::parse_error& error) {
+        } catch (const Answer::parse_error& error) {
             return fail(number, composed("this is not JSON at byte ^1 of the line"_text,
                                          {std::to_string(error.byte)}));
-        } catch (const Json::out_of_range&) {
+        } catch (const Answer::out_of_range&) {
             return fail(number, translated("this line has a number that is too large"_text));
         }
     }

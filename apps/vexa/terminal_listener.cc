@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "apps/rendering/table_rendering.h"
+#include "apps/vexa/diagnostics.h"
 #include "backend/session/command_cutter.h"
 #include "backend/strings/dictionary.h"
 #include "backend/text/text_width.h"
@@ -15,8 +16,6 @@ namespace vexa::program {
 
 namespace {
 
-constexpr int kErrorLevel = 3;
-constexpr int kWarningLevel = 2;
 constexpr std::string_view kMarker = "^1";
 constexpr std::size_t kTabWidth = 8;
 constexpr std::size_t kLongestBefore = 60;  // columns shown before and behind the place

@@ -52,7 +52,7 @@ std::string listOf(const std::vector<std::string>& names) {
 }
 
 /// The words that a command takes: "DOCUMENT FILE...".
-std::string wordsOf(const CLI::App& command) {
+std::string positionalWordsOf(const CLI::App& command) {
     std::string words;
     for (const CLI::Option* const option : command.get_options()) {
         if (!option->get_positional()) continue;
@@ -92,7 +92,7 @@ std::string complaintOfOption(const CLI::App& app, const std::string& word) {
 std::string complaintOfWord(const CLI::App& app, const std::string& word) {
     const CLI::App& command = chosenCommand(app);
     return "'" + word + "' is a word too many: " + nameOf(app, command) + " takes" +
-           (wordsOf(command).empty() ? " none" : wordsOf(command)) + ".";
+           (positionalWordsOf(command).empty() ? " none" : positionalWordsOf(command)) + ".";
 }
 
 /// What the library's complaint says behind "^name: ", or the whole.
@@ -140,7 +140,8 @@ std::string usageComplaint(const CLI::App& app, const CLI::ParseError& error) {
     if (kind == CLI::ExitCodes::ValidationError) return complaintOfRange(said);
     if (kind == CLI::ExitCodes::RequiredError) {
         const CLI::App& command = chosenCommand(app);
-        return said.substr(0, said.find(' ')) + " is missing: " + nameOf(app, command) + wordsOf(command);
+        return said.substr(0, said.find(' ')) + " is missing: " + nameOf(app, command) +
+               positionalWordsOf(command);
     }
     return said;
 }

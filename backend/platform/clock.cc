@@ -10,7 +10,7 @@ namespace vexa {
 
 namespace {
 
-std::optional<LocalTime>& installed() {
+std::optional<LocalTime>& installedTime() {
     static std::optional<LocalTime> time;
     return time;
 }
@@ -46,9 +46,9 @@ bool hasForm(std::string_view text, std::string_view pattern) {
 
 }  // namespace
 
-LocalTime currentLocalTime() { return installed() ? *installed() : systemLocalTime(); }
+LocalTime currentLocalTime() { return installedTime() ? *installedTime() : systemLocalTime(); }
 
-void installLocalTime(std::optional<LocalTime> time) { installed() = time; }
+void installLocalTime(std::optional<LocalTime> time) { installedTime() = time; }
 
 std::string shownTime(const LocalTime& time) {
     std::array<char, 64> text{};

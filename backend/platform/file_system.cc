@@ -9,16 +9,18 @@ namespace vexa {
 
 namespace {
 
-FileSystem*& installed() {
+FileSystem*& installedSystem() {
     static FileSystem* fileSystem = nullptr;
     return fileSystem;
 }
 
 }  // namespace
 
-FileSystem& FileSystem::current() { return installed() != nullptr ? *installed() : nativeFileSystem(); }
+FileSystem& FileSystem::current() {
+    return installedSystem() != nullptr ? *installedSystem() : nativeFileSystem();
+}
 
-void FileSystem::install(FileSystem* fileSystem) { installed() = fileSystem; }
+void FileSystem::install(FileSystem* fileSystem) { installedSystem() = fileSystem; }
 
 std::optional<FileState> FileSystem::state(const std::string& /*path*/) { return std::nullopt; }
 

@@ -15,16 +15,16 @@ namespace vexa {
 
 namespace {
 
-constexpr std::array<int, 4> kEndingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+constexpr std::array<int, 4> kWatchedSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 /// What the handler gives back: the terminal as it was, then what the signal did before.
 termios terminalBefore{};
-std::array<struct sigaction, kEndingSignals.size()> actionsBefore{};
+std::array<struct sigaction, kWatchedSignals.size()> actionsBefore{};
 
 extern "C" void giveTerminalBack(int signal) {
     tcsetattr(STDIN_FILENO, TCSANOW, &terminalBefore);
-    for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
-        if (kEndingSignals[i] == signal) sigaction(signal, &actionsBefore[i], nullptr);
+    for (std::size_t i = 0; i < kWatchedSignals.size(); ++i) {
+        if (kWatchedSignals[i] == signal) sigaction(signal, &actionsBefore[i], nullptr);
     }
     raise(signal);
 }
@@ -38,9 +38,9 @@ class EchoOff {
         sigset_t held;
         sigemptyset(&held);
         sigaddset(&held, SIGTSTP);
-        for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
-            sigaction(kEndingSignals[i], nullptr, &actionsBefore[i]);
-            if (waits(i)) sigaddset(&held, kEndingSignals[i]);
+        for (std::size_t i = 0; i < kWatchedSignals.size(); ++i) {
+            sigaction(kWatchedSignals[i], nullptr, &actionsBefore[i]);
+            if (waits(i)) sigaddset(&held, kWatchedSignals[i]);
         }
         sigprocmask(SIG_BLOCK, &held, &signalsBefore_);
         works_ = tcgetattr(STDIN_FILENO, &terminalBefore) == 0;
@@ -54,8 +54,8 @@ class EchoOff {
         if (works_) {
             tcsetattr(STDIN_FILENO, TCSAFLUSH, &terminalBefore);
         }
-        for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
-            sigaction(kEndingSignals[i], &actionsBefore[i], nullptr);
+        for (std::size_t i = 0; i < kWatchedSignals.size(); ++i) {
+            sigaction(kWatchedSignals[i], &actionsBefore[i], nullptr);
         }
         sigprocmask(SIG_SETMASK, &signalsBefore_, nullptr);
     }
@@ -67,15 +67,15 @@ class EchoOff {
   private:
     /// Whether this signal is an interrupt that does not end the program.
     static bool waits(std::size_t i) {
-        return kEndingSignals[i] == SIGINT && actionsBefore[i].sa_handler != SIG_DFL;
+        return kWatchedSignals[i] == SIGINT && actionsBefore[i].sa_handler != SIG_DFL;
     }
     static void handleEnds() {
         struct sigaction action {};
         action.sa_handler = &giveTerminalBack;
         sigfillset(&action.sa_mask);
-        for (std::size_t i = 0; i < kEndingSignals.size(); ++i) {
+        for (std::size_t i = 0; i < kWatchedSignals.size(); ++i) {
             const bool isIgnored = actionsBefore[i].sa_handler == SIG_IGN;
-            if (!waits(i) && !isIgnored) sigaction(kEndingSignals[i], &action, nullptr);
+            if (!waits(i) && !isIgnored) sigaction(kWatchedSignals[i], &action, nullptr);
         }
     }
 

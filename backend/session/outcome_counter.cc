@@ -2,11 +2,9 @@
 
 #include <variant>
 
-namespace vexa {
+#include "backend/session/session_messages.h"
 
-namespace {
-constexpr int kErrorLevel = 3;
-}
+namespace vexa {
 
 bool isErrorEvent(const LogEvent& event) {
     if (const auto* const error = std::get_if<ErrorReported>(&event)) {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "backend/text/ascii.h"
+
 namespace vexa {
 
 namespace {
-
-constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 template <typename Descriptor>
 const Descriptor* findByName(const std::vector<Descriptor>& descriptors, std::string_view name) {
@@ -34,7 +34,7 @@ void addOrReplace(std::vector<Descriptor>& descriptors, Descriptor added) {
 bool spellsKeyword(std::string_view word, std::string_view keyword) {
     return word.size() == keyword.size() &&
            std::equal(word.begin(), word.end(), keyword.begin(),
-                      [](char left, char right) { return lower(left) == lower(right); });
+                      [](char left, char right) { return asciiLower(left) == asciiLower(right); });
 }
 
 ParamDescriptor::ParamDescriptor(std::string_view name, UPSpecTypes::ParamSpec spec, bool required,

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "backend/strings/dictionary.h"
+#include "backend/text/ascii.h"
 
 namespace vexa {
 
@@ -14,8 +15,6 @@ namespace {
 
 /// Longer words than this are no misspelt keywords.
 constexpr std::size_t kLongestWord = 40;
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 /// Edits between two words of at most `kLongestWord` bytes.
 std::size_t distance(std::string_view left, std::string_view right) {
@@ -27,10 +26,10 @@ std::size_t distance(std::string_view left, std::string_view right) {
     for (std::size_t i = 1; i <= left.size(); ++i) {
         row[0] = i;
         for (std::size_t j = 1; j <= right.size(); ++j) {
-            const char a = lower(left[i - 1]);
-            const char b = lower(right[j - 1]);
+            const char a = asciiLower(left[i - 1]);
+            const char b = asciiLower(right[j - 1]);
             row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a == b ? 0 : 1)});
-            if (i > 1 && j > 1 && a == lower(right[j - 2]) && lower(left[i - 2]) == b) {
+            if (i > 1 && j > 1 && a == asciiLower(right[j - 2]) && asciiLower(left[i - 2]) == b) {
                 row[j] = std::min(row[j], beforeLast[j - 2] + 1);
             }
         }

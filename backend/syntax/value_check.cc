@@ -33,15 +33,13 @@ std::string formatBound(double value) {
     return text;
 }
 
-bool hasCode(const TokenInfoObj& token, int code) { return token.getOperatorCode() == code; }
-
 /// True when the token at `place` is an opening parenthesis without a closing one.
 bool opensUnclosed(Tokens value, std::size_t place) {
     std::size_t depth = 0;
     for (std::size_t i = place; i < value.size(); ++i) {
-        if (hasCode(value[i], TokenSequenceBase::openParenthesis)) {
+        if (value[i].getOperatorCode() == TokenSequenceBase::openParenthesis) {
             ++depth;
-        } else if (depth > 0 && hasCode(value[i], TokenSequenceBase::closeParenthesis)) {
+        } else if (depth > 0 && value[i].getOperatorCode() == TokenSequenceBase::closeParenthesis) {
             --depth;
         }
         if (depth == 0) {
@@ -240,7 +238,7 @@ class ValueCheck {
 };
 
 /// What a number must be, by which bounds it has; empty for none.
-SystemText boundsText(const ParamDescriptor& parameter) {
+SystemText expectedBounds(const ParamDescriptor& parameter) {
     const auto kind = [](const std::optional<Boundary>& bound) {
         if (!bound) {
             return 0;
@@ -261,7 +259,7 @@ std::string describeNumber(const ParamDescriptor& parameter, SystemText number) 
         return given ? formatBound(given->value) : std::string();
     };
     std::string words = translated(number);
-    if (const SystemText bounds = boundsText(parameter); !bounds.empty()) {
+    if (const SystemText bounds = expectedBounds(parameter); !bounds.empty()) {
         words = composed(bounds, {words, bound(parameter.lowerBoundary()), bound(parameter.upperBoundary())});
     }
     const std::string keywords = listKeywords(parameter.stringValues());

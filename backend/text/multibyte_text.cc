@@ -13,9 +13,9 @@ namespace vexa {
 
 namespace {
 
-constexpr std::size_t kLongestCharacter = 4;
+constexpr std::size_t kMostBytes = 4;
 
-constexpr unsigned char byteOf(char c) { return static_cast<unsigned char>(c); }
+constexpr unsigned char unsignedOf(char c) { return static_cast<unsigned char>(c); }
 
 constexpr std::array<unsigned char, 128> makeLowerCase() {
     std::array<unsigned char, 128> table{};
@@ -29,13 +29,13 @@ constexpr std::array<unsigned char, 128> makeLowerCase() {
 constexpr std::array<unsigned char, 128> kLowerCase = makeLowerCase();
 
 std::size_t lengthAt(const CharacterSet& set, std::string_view text) {
-    if (byteOf(text[0]) < 0x80) return 1;
+    if (unsignedOf(text[0]) < 0x80) return 1;
     return set.isUtf8() ? decodeUtf8(text).length : set.characterLength(text.data(), text.size());
 }
 
 /// What stands for `character` in comparisons.
 char32_t foldedAt(const CharacterSet& set, std::string_view character) {
-    const unsigned char first = byteOf(character[0]);
+    const unsigned char first = unsignedOf(character[0]);
     return first < 0x80 ? kLowerCase[first] : set.foldedCharacter(character);
 }
 
@@ -58,8 +58,8 @@ int compareByCharacter(std::string_view left, std::string_view right) {
 
 int VEXAMBstricmp_A(const char* left, const char* right) {
     for (;; ++left, ++right) {
-        const unsigned char l = byteOf(*left);
-        const unsigned char r = byteOf(*right);
+        const unsigned char l = unsignedOf(*left);
+        const unsigned char r = unsignedOf(*right);
         if ((l | r) >= 0x80) return compareByCharacter(left, right);
         if (kLowerCase[l] != kLowerCase[r]) return kLowerCase[l] < kLowerCase[r] ? -1 : 1;
         if (l == 0) return 0;
@@ -69,8 +69,8 @@ int VEXAMBstricmp_A(const char* left, const char* right) {
 bool equalsIgnoringCase(std::string_view left, std::string_view right) {
     const std::size_t common = std::min(left.size(), right.size());
     for (std::size_t i = 0; i < common; ++i) {
-        const unsigned char l = byteOf(left[i]);
-        const unsigned char r = byteOf(right[i]);
+        const unsigned char l = unsignedOf(left[i]);
+        const unsigned char r = unsignedOf(right[i]);
         if ((l | r) >= 0x80) return compareByCharacter(left.substr(i), right.substr(i)) == 0;
         if (kLowerCase[l] != kLowerCase[r]) return false;
     }
@@ -82,16 +82,16 @@ int VEXAMBstrcmp_A(const char* left, const char* right) { return std::strcmp(lef
 const char* VEXAMBstrchr_A(const char* text, int character) {
     for (;;) {
         const int length = VEXAMBmbclen_A(text);
-        if (length <= 1 && byteOf(*text) == (character & 0xFF)) return text;
+        if (length <= 1 && unsignedOf(*text) == (character & 0xFF)) return text;
         if (length == 0) return nullptr;
         text += length;
     }
 }
 
 int VEXAMBmbclen_A(const char* text) {
-    const unsigned char first = byteOf(text[0]);
+    const unsigned char first = unsignedOf(text[0]);
     if (first < 0x80) return first == 0 ? 0 : 1;
-    return static_cast<int>(lengthAt(currentCharacterSet(), {text, strnlen(text, kLongestCharacter)}));
+    return static_cast<int>(lengthAt(currentCharacterSet(), {text, strnlen(text, kMostBytes)}));
 }
 
 const char16_t* VEXAMBTranscodeGeneric(const char* text) {
@@ -111,7 +111,7 @@ std::string toUpperCase(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = lengthAt(set, text);
         const char first = text[0];
-        if (byteOf(first) >= 0x80) {
+        if (unsignedOf(first) >= 0x80) {
             set.appendCapital(result, text.substr(0, length));
         } else {
             const bool small = first >= 'a' && first <= 'z';

@@ -8,7 +8,7 @@ namespace vexa {
 
 namespace {
 
-constexpr char32_t kQuote = '"';
+constexpr char32_t kQuotationMark = '"';
 constexpr char32_t kApostrophe = '\'';
 
 bool isDigit(char32_t code) { return code >= '0' && code <= '9'; }
@@ -85,7 +85,7 @@ void LineCutter::takeCharacter() {
     const Utf8Character character = decodeUtf8(text_.substr(at_));
     const std::size_t columns = characterWidth(character.code);
     BreakTraits traits = breakTraitsOf(character.code, columns);
-    if (character.code == kQuote) {
+    if (character.code == kQuotationMark) {
         traits = {false, isQuoted_, !isQuoted_};
         isQuoted_ = !isQuoted_;
     }

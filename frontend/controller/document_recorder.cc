@@ -6,15 +6,10 @@
 
 #include "backend/strings/dictionary.h"
 #include "frontend/controller/embedded_controller.h"
+#include "frontend/controller/log_messages.h"
 #include "frontend/controller/messages.h"
 
 namespace vexa::frontend {
-namespace {
-
-constexpr int warningLevel = 2;
-constexpr int errorLevel = 3;
-
-}  // namespace
 
 DocumentRecorder::DocumentRecorder(OpenDocuments& documents, LockedReport reportLocked, Recording recording)
     : documents_(documents), reportLocked_(std::move(reportLocked)), recording_(recording) {}

@@ -6,12 +6,11 @@
 
 #include "backend/strings/dictionary.h"
 #include "frontend/drawing/cairo_drawing.h"
+#include "frontend/drawing/picture_drawing.h"
 
 namespace vexa::frontend {
 
 namespace {
-
-constexpr double pixelsPerPoint = 96.0 / 72.0;
 
 double pixelsOf(double points) { return std::max(1.0, std::round(points * pixelsPerPoint)); }
 

@@ -4,13 +4,13 @@
 #include <cmath>
 
 #include "backend/strings/dictionary.h"
+#include "frontend/drawing/picture_drawing.h"
 
 namespace vexa::frontend {
 
 namespace {
 
 constexpr double sharpness = 2;
-constexpr double pixelsPerPoint = 96.0 / 72.0;
 /// A picture that is larger is not drawn sharper.
 constexpr double largestSharp = 12e6;
 /// How many times the picture its pieces may be, together.

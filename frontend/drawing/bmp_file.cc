@@ -12,13 +12,13 @@ constexpr std::uint32_t dotsPerMetre = 3780;  // 96 an inch
 constexpr std::uint32_t compressedByRuns = 1;
 constexpr std::ptrdiff_t longestRun = 255;
 
-void append(std::string& bytes, std::uint32_t value, int length) {
+void appendLittleEndian(std::string& bytes, std::uint32_t value, int length) {
     for (int i = 0; i < length; ++i)
         bytes += static_cast<char>(value >> (8U * static_cast<unsigned>(i)) & 0xFFU);
 }
 
 void appendColor(std::string& bytes, std::uint32_t pixel) {
-    append(bytes, pixel >> 8U, 3);  // blue, green, red
+    appendLittleEndian(bytes, pixel >> 8U, 3);  // blue, green, red
 }
 
 std::string plainRows(const Bitmap& bitmap) {
@@ -42,8 +42,8 @@ std::string rowsByRuns(const Bitmap& bitmap, const std::vector<std::uint32_t>& p
             const std::uint32_t* const behind =
                 std::find_if(each, most, [each](std::uint32_t pixel) { return pixel != *each; });
             const auto color = std::lower_bound(palette.begin(), palette.end(), *each) - palette.begin();
-            append(rows, static_cast<std::uint32_t>(behind - each), 1);
-            append(rows, static_cast<std::uint32_t>(color), 1);
+            appendLittleEndian(rows, static_cast<std::uint32_t>(behind - each), 1);
+            appendLittleEndian(rows, static_cast<std::uint32_t>(color), 1);
             each = behind;
         }
         rows += endOfRow;
@@ -61,20 +61,20 @@ std::string bmpFile(const Bitmap& bitmap, bool compress) {
     const auto colors = static_cast<std::uint32_t>(palette.size());
     const auto length = static_cast<std::uint32_t>(rows.size());
     std::string file = "BM";
-    append(file, headersLength + 4 * colors + length, 4);
-    append(file, 0, 4);
-    append(file, headersLength + 4 * colors, 4);
-    append(file, 40, 4);
-    append(file, static_cast<std::uint32_t>(bitmap.width), 4);
-    append(file, static_cast<std::uint32_t>(bitmap.height), 4);
-    append(file, 1, 2);  // planes
-    append(file, byRuns ? 8 : 24, 2);
-    append(file, byRuns ? compressedByRuns : 0, 4);
-    append(file, length, 4);
-    append(file, dotsPerMetre, 4);
-    append(file, dotsPerMetre, 4);
-    append(file, colors, 4);
-    append(file, colors, 4);
+    appendLittleEndian(file, headersLength + 4 * colors + length, 4);
+    appendLittleEndian(file, 0, 4);
+    appendLittleEndian(file, headersLength + 4 * colors, 4);
+    appendLittleEndian(file, 40, 4);
+    appendLittleEndian(file, static_cast<std::uint32_t>(bitmap.width), 4);
+    appendLittleEndian(file, static_cast<std::uint32_t>(bitmap.height), 4);
+    appendLittleEndian(file, 1, 2);  // planes
+    appendLittleEndian(file, byRuns ? 8 : 24, 2);
+    appendLittleEndian(file, byRuns ? compressedByRuns : 0, 4);
+    appendLittleEndian(file, length, 4);
+    appendLittleEndian(file, dotsPerMetre, 4);
+    appendLittleEndian(file, dotsPerMetre, 4);
+    appendLittleEndian(file, colors, 4);
+    appendLittleEndian(file, colors, 4);
     for (const std::uint32_t each : palette) {
         appendColor(file, each);
         file += '\0';

@@ -7,12 +7,12 @@
 #include <string_view>
 
 #include "backend/strings/dictionary.h"
+#include "frontend/drawing/picture_drawing.h"
 
 namespace vexa::frontend {
 
 namespace {
 
-constexpr double pixelsPerPoint = 96.0 / 72.0;
 constexpr int deepestElement = 256;
 
 struct GLibRelease {

@@ -7,9 +7,9 @@ namespace vexa::frontend {
 namespace {
 
 /// From the program's folder.
-constexpr const char* place = "/../lib/vexadrawing.so";
+constexpr const char* placeOfLibrary = "/../lib/vexadrawing.so";
 
-std::string path() { return programFolder() + place; }
+std::string path() { return programFolder() + placeOfLibrary; }
 
 }  // namespace
 

@@ -8,13 +8,12 @@
 #include "frontend/drawing/bitmap_source.h"
 #include "frontend/drawing/dashed_path.h"
 #include "frontend/drawing/emf_records.h"
+#include "frontend/drawing/picture_drawing.h"
 #include "frontend/drawing/vector_reader.h"
 
 namespace vexa::frontend {
 
 namespace {
-
-constexpr double largestSide = 14'400;  // points; what programs take as a page
 
 class EmfTarget : public VectorTarget {
   public:
@@ -44,7 +43,7 @@ class EmfTarget : public VectorTarget {
 }  // namespace
 
 std::string emfFile(const Picture& picture, const DrawingOrder& order, std::string& reason) {
-    if (!(order.width <= largestSide && order.height <= largestSide)) {
+    if (!(order.width <= largestPage && order.height <= largestPage)) {
         reason = translated("It is larger than a page can be."_text);
         return {};
     }

@@ -6,13 +6,13 @@
 #include <numbers>
 
 #include "backend/text/utf16.h"
+#include "frontend/drawing/picture_drawing.h"
 
 namespace vexa::frontend {
 
 namespace {
 
 constexpr double unitsPerPoint = 100;
-constexpr double pixelsPerPoint = 96.0 / 72.0;
 /// The device that the picture is made for: 96 dots an inch, with sides that are whole millimetres.
 constexpr std::int64_t devicePixelsWide = 4800;
 constexpr std::int64_t devicePixelsHigh = 2400;
@@ -23,11 +23,11 @@ constexpr double hundredthsPerPoint = 2540.0 / 72.0;  // of a millimetre
 constexpr std::uint32_t headerBytes = 108;
 constexpr std::int64_t anisotropic = 8;
 constexpr std::int64_t baseLine = 24;
-constexpr std::int64_t transparent = 1;
+constexpr std::int64_t transparentGround = 1;
 constexpr std::int64_t alternate = 1;
 constexpr std::int64_t winding = 2;
 constexpr std::int64_t clipAnd = 1;
-constexpr std::int64_t copyPixels = 0x00CC0020;
+constexpr std::int64_t copyRaster = 0x00CC0020;
 
 enum : std::uint32_t { brushKind, penKind, fontKind };
 
@@ -38,14 +38,14 @@ std::int64_t colorRef(VectorColor color) {
     return (color & 0xFFU) << 16U | (color & 0xFF00U) | (color >> 16U & 0xFFU);
 }
 
-void append(std::string& bytes, std::int64_t value, int length = 4) {
+void appendNumber(std::string& bytes, std::int64_t value, int length = 4) {
     const auto number = static_cast<std::uint64_t>(value);
     for (int i = 0; i < length; ++i)
         bytes += static_cast<char>(number >> (8U * static_cast<unsigned>(i)) & 0xFFU);
 }
 
 void appendUnits(std::string& bytes, std::u16string_view text) {
-    for (const char16_t each : text) append(bytes, each, 2);
+    for (const char16_t each : text) appendNumber(bytes, each, 2);
 }
 
 /// A text of so many units, with zeros behind.
@@ -65,15 +65,15 @@ EmfRecords::EmfRecords(double width, double height) : width_(width), height_(hei
     add(EmfRecord::setViewportOrigin, {0, 0});
     add(EmfRecord::setViewportExtent, {std::max(std::llround(width * pixelsPerPoint), 1LL),
                                        std::max(std::llround(height * pixelsPerPoint), 1LL)});
-    add(EmfRecord::setBackgroundMode, {transparent});
+    add(EmfRecord::setBackgroundMode, {transparentGround});
     add(EmfRecord::setTextAlign, {baseLine});
     add(EmfRecord::setStretchMode, {3});  // colours are taken as they are
 }
 
 void EmfRecords::add(EmfRecord type, std::initializer_list<std::int64_t> values) {
-    append(records_, static_cast<std::int64_t>(type));
-    append(records_, static_cast<std::int64_t>(8 + 4 * values.size()));
-    for (const std::int64_t each : values) append(records_, each);
+    appendNumber(records_, static_cast<std::int64_t>(type));
+    appendNumber(records_, static_cast<std::int64_t>(8 + 4 * values.size()));
+    for (const std::int64_t each : values) appendNumber(records_, each);
     ++count_;
 }
 
@@ -90,13 +90,13 @@ void EmfRecords::path(const VectorPath& path) {
     std::vector<VectorPoint> curves;
     const auto flush = [&] {
         if (curves.empty()) return;
-        append(records_, static_cast<std::int64_t>(EmfRecord::polyBezierTo));
-        append(records_, static_cast<std::int64_t>(28 + 8 * curves.size()));
-        for (const std::int64_t each : {0, 0, -1, -1}) append(records_, each);
-        append(records_, static_cast<std::int64_t>(curves.size()));
+        appendNumber(records_, static_cast<std::int64_t>(EmfRecord::polyBezierTo));
+        appendNumber(records_, static_cast<std::int64_t>(28 + 8 * curves.size()));
+        for (const std::int64_t each : {0, 0, -1, -1}) appendNumber(records_, each);
+        appendNumber(records_, static_cast<std::int64_t>(curves.size()));
         for (const VectorPoint& each : curves) {
-            append(records_, units(each.x));
-            append(records_, units(each.y));
+            appendNumber(records_, units(each.x));
+            appendNumber(records_, units(each.y));
         }
         ++count_;
         curves.clear();
@@ -135,9 +135,9 @@ std::uint32_t EmfRecords::object(EmfRecord type, const std::string& content) {
     const auto [found, isNew] =
         objects_.try_emplace(std::to_string(static_cast<unsigned>(type)) + content, number);
     if (isNew) {
-        append(records_, static_cast<std::int64_t>(type));
-        append(records_, static_cast<std::int64_t>(12 + content.size()));
-        append(records_, number);
+        appendNumber(records_, static_cast<std::int64_t>(type));
+        appendNumber(records_, static_cast<std::int64_t>(12 + content.size()));
+        appendNumber(records_, number);
         records_ += content;
         ++count_;
     }
@@ -146,9 +146,9 @@ std::uint32_t EmfRecords::object(EmfRecord type, const std::string& content) {
 
 void EmfRecords::fill(const VectorPath& path, bool evenOdd, VectorColor color) {
     std::string brush;
-    append(brush, 0);  // in one colour
-    append(brush, colorRef(color));
-    append(brush, 0);
+    appendNumber(brush, 0);  // in one colour
+    appendNumber(brush, colorRef(color));
+    appendNumber(brush, 0);
     const std::uint32_t number = object(EmfRecord::createBrush, brush);
     if (std::exchange(selected_[brushKind], number) != number) select(number);
     setFillMode(evenOdd);
@@ -161,14 +161,14 @@ void EmfRecords::stroke(const VectorPath& path, const VectorLine& line, VectorCo
     constexpr std::array<std::int64_t, 3> caps{0x200, 0, 0x100};
     constexpr std::array<std::int64_t, 3> joins{0x2000, 0, 0x1000};
     std::string pen;
-    for (int i = 0; i < 4; ++i) append(pen, 0);  // no bitmap
-    append(pen,
-           geometric | caps[static_cast<std::size_t>(line.cap)] | joins[static_cast<std::size_t>(line.join)]);
-    append(pen, std::max<std::int64_t>(units(line.width), 1));
-    append(pen, 0);
-    append(pen, colorRef(color));
-    append(pen, 0);
-    append(pen, 0);
+    for (int i = 0; i < 4; ++i) appendNumber(pen, 0);  // no bitmap
+    appendNumber(pen, geometric | caps[static_cast<std::size_t>(line.cap)] |
+                          joins[static_cast<std::size_t>(line.join)]);
+    appendNumber(pen, std::max<std::int64_t>(units(line.width), 1));
+    appendNumber(pen, 0);
+    appendNumber(pen, colorRef(color));
+    appendNumber(pen, 0);
+    appendNumber(pen, 0);
     const std::uint32_t number = object(EmfRecord::createPen, pen);
     if (std::exchange(selected_[penKind], number) != number) select(number);
     if (line.join == LineJoin::miter) {
@@ -186,11 +186,11 @@ std::uint32_t EmfRecords::fontOf(const VectorText& text) {
     if (angle < 0) angle += 3600;
     const std::u16string family = utf8ToUtf16(text.font.family);
     std::string font;
-    append(font, -std::max<std::int64_t>(units(text.size), 1));
-    append(font, 0);
-    append(font, angle);
-    append(font, angle);
-    append(font, text.font.bold ? 700 : 400);
+    appendNumber(font, -std::max<std::int64_t>(units(text.size), 1));
+    appendNumber(font, 0);
+    appendNumber(font, angle);
+    appendNumber(font, angle);
+    appendNumber(font, text.font.bold ? 700 : 400);
     font += static_cast<char>(text.font.italic ? 1 : 0);
     font.append(2, '\0');
     font += '\x01';  // the usual character set
@@ -220,11 +220,11 @@ std::int64_t EmfRecords::appendCharacters(const VectorText& text, std::string& c
         char32_t code = text.text[i];
         const bool isPair = code >= 0x10000;
         if (isPair) code -= 0x10000;
-        append(characters, isPair ? 0xD800 + (code >> 10U) : code, 2);
-        append(advances, advance);
+        appendNumber(characters, isPair ? 0xD800 + (code >> 10U) : code, 2);
+        appendNumber(advances, advance);
         if (isPair) {
-            append(characters, 0xDC00 + (code & 0x3FFU), 2);
-            append(advances, 0);
+            appendNumber(characters, 0xDC00 + (code & 0x3FFU), 2);
+            appendNumber(advances, 0);
         }
         count += isPair ? 2 : 1;
     }
@@ -240,19 +240,19 @@ void EmfRecords::text(const VectorText& text) {
     std::string characters;
     std::string advances;
     const std::int64_t count = appendCharacters(text, characters, advances);
-    append(records_, static_cast<std::int64_t>(EmfRecord::text));
-    append(records_, fixedBytes + static_cast<std::int64_t>(characters.size() + advances.size()));
-    for (const std::int64_t each : {0, 0, -1, -1, 1}) append(records_, each);
+    appendNumber(records_, static_cast<std::int64_t>(EmfRecord::text));
+    appendNumber(records_, fixedBytes + static_cast<std::int64_t>(characters.size() + advances.size()));
+    for (const std::int64_t each : {0, 0, -1, -1, 1}) appendNumber(records_, each);
     const auto scale = std::bit_cast<std::uint32_t>(static_cast<float>(hundredthsPerPoint / pixelsPerPoint));
-    append(records_, scale);
-    append(records_, scale);
-    append(records_, units(text.begin.x));
-    append(records_, units(text.begin.y));
-    append(records_, count);
-    append(records_, fixedBytes);
-    append(records_, 0);
-    for (const std::int64_t each : {0, 0, -1, -1}) append(records_, each);
-    append(records_, fixedBytes + static_cast<std::int64_t>(characters.size()));
+    appendNumber(records_, scale);
+    appendNumber(records_, scale);
+    appendNumber(records_, units(text.begin.x));
+    appendNumber(records_, units(text.begin.y));
+    appendNumber(records_, count);
+    appendNumber(records_, fixedBytes);
+    appendNumber(records_, 0);
+    for (const std::int64_t each : {0, 0, -1, -1}) appendNumber(records_, each);
+    appendNumber(records_, fixedBytes + static_cast<std::int64_t>(characters.size()));
     records_ += characters + advances;
     ++count_;
 }
@@ -263,7 +263,7 @@ void EmfRecords::bitmap(const VectorBox& place, const Bitmap& bitmap) {
     std::string rows;
     for (int y = bitmap.height - 1; y >= 0; --y) {
         std::for_each(bitmap.row(y), bitmap.row(y) + bitmap.width,
-                      [&rows](std::uint32_t pixel) { append(rows, pixel >> 8U, 3); });
+                      [&rows](std::uint32_t pixel) { appendNumber(rows, pixel >> 8U, 3); });
         rows.append((4 - rows.size() % 4) % 4, '\0');
     }
     const auto length = static_cast<std::int64_t>(rows.size());
@@ -271,38 +271,38 @@ void EmfRecords::bitmap(const VectorBox& place, const Bitmap& bitmap) {
     const std::int64_t y = units(place.top);
     add(EmfRecord::stretchBitmap,
         {0, 0, -1, -1, x, y, 0, 0, bitmap.width, bitmap.height, fixedBytes, infoBytes, fixedBytes + infoBytes,
-         length, 0, copyPixels, units(place.right) - x, units(place.bottom) - y,
+         length, 0, copyRaster, units(place.right) - x, units(place.bottom) - y,
          // The header of the bitmap.
          infoBytes, bitmap.width, bitmap.height, 24 << 16 | 1, 0, length, 3780, 3780, 0, 0});
     // The pixels belong to the record.
     const std::size_t recordBytes = 8 + 28 * 4;
     std::string size;
-    append(size, static_cast<std::int64_t>(recordBytes) + length);
+    appendNumber(size, static_cast<std::int64_t>(recordBytes) + length);
     records_.replace(records_.size() - recordBytes + 4, 4, size);
     records_ += rows;
 }
 
 std::string EmfRecords::header(std::size_t bytes) const {
     std::string header;
-    append(header, static_cast<std::int64_t>(EmfRecord::header));
-    append(header, headerBytes);
+    appendNumber(header, static_cast<std::int64_t>(EmfRecord::header));
+    appendNumber(header, headerBytes);
     for (const std::int64_t each :
          {0LL, 0LL, std::llround(width_ * pixelsPerPoint) - 1, std::llround(height_ * pixelsPerPoint) - 1}) {
-        append(header, std::max<std::int64_t>(each, 0));
+        appendNumber(header, std::max<std::int64_t>(each, 0));
     }
     for (const double each : {0.0, 0.0, width_, height_})
-        append(header, std::llround(each * hundredthsPerPoint));
+        appendNumber(header, std::llround(each * hundredthsPerPoint));
     header += " EMF";
-    append(header, 0x10000);
-    append(header, static_cast<std::int64_t>(bytes));
-    append(header, count_ + 1);
-    append(header, static_cast<std::int64_t>(std::min<std::size_t>(objects_.size() + 1, 0xFFFF)), 2);
-    append(header, 0, 2);
+    appendNumber(header, 0x10000);
+    appendNumber(header, static_cast<std::int64_t>(bytes));
+    appendNumber(header, count_ + 1);
+    appendNumber(header, static_cast<std::int64_t>(std::min<std::size_t>(objects_.size() + 1, 0xFFFF)), 2);
+    appendNumber(header, 0, 2);
     for (const std::int64_t each :
          {std::int64_t{0}, std::int64_t{0}, std::int64_t{0}, devicePixelsWide, devicePixelsHigh,
           deviceMillimetresWide, deviceMillimetresHigh, std::int64_t{0}, std::int64_t{0}, std::int64_t{0},
           deviceMillimetresWide * 1000, deviceMillimetresHigh * 1000}) {
-        append(header, each);
+        appendNumber(header, each);
     }
     return header;
 }

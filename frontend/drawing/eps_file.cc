@@ -8,14 +8,13 @@
 #include "backend/strings/dictionary.h"
 #include "frontend/drawing/bitmap.h"
 #include "frontend/drawing/cairo_drawing.h"
+#include "frontend/drawing/picture_drawing.h"
 #include "frontend/drawing/post_script.h"
 #include "frontend/drawing/vector_reader.h"
 
 namespace vexa::frontend {
 
 namespace {
-
-constexpr double largestSide = 14'400;  // points; what programs take as a page
 
 cairo_status_t appendBytes(void* to, const unsigned char* bytes, unsigned int length) {
     static_cast<std::string*>(to)->append(reinterpret_cast<const char*>(bytes), length);
@@ -98,7 +97,7 @@ std::string withPreview(const std::string& postScript, const std::string& tiff) 
 }  // namespace
 
 std::string epsFile(const Picture& picture, const DrawingOrder& order, std::string& reason) {
-    if (!(order.width <= largestSide && order.height <= largestSide)) {
+    if (!(order.width <= largestPage && order.height <= largestPage)) {
         reason = translated("It is larger than a page can be."_text);
         return {};
     }

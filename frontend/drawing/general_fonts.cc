@@ -9,7 +9,7 @@ namespace vexa::frontend {
 namespace {
 
 /// They stand before the rules of the system, so that these know the fonts that are as wide.
-constexpr const char* rules = R"(<?xml version="1.0"?>
+constexpr const char* fontRules = R"(<?xml version="1.0"?>
 <fontconfig>
   <match target="pattern">
     <test qual="first" name="family"><string>sans-serif</string></test>
@@ -30,7 +30,7 @@ using Config = std::unique_ptr<FcConfig, ConfigRelease>;
 bool settle() {
     const Config config(FcConfigCreate());
     if (config == nullptr) return false;
-    const auto* const text = reinterpret_cast<const FcChar8*>(rules);
+    const auto* const text = reinterpret_cast<const FcChar8*>(fontRules);
     // Whatever of it fails, the system's own configuration is used as it would have been.
     return FcConfigParseAndLoadFromMemory(config.get(), text, FcTrue) != FcFalse &&
            FcConfigParseAndLoad(config.get(), nullptr, FcTrue) != FcFalse &&

@@ -13,6 +13,12 @@ namespace vexa::frontend {
 enum class DrawnForm : std::uint8_t { png, jpg, bmp, tif, eps, emf };
 enum class DrawnDepth : std::uint8_t { blackWhite, grays256, colors16, colors256, true24Bit, true32Bit };
 
+/// Of 96 an inch.
+inline constexpr double pixelsPerPoint = 96.0 / 72.0;
+
+/// Points; no program takes more as a page.
+inline constexpr double largestPage = 14'400;
+
 /// What is asked for. Bitmaps have 96 dots an inch and a white ground; `true32Bit` keeps what is transparent.
 struct DrawingOrder {
     DrawnForm form = DrawnForm::png;

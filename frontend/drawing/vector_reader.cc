@@ -22,13 +22,13 @@ namespace {
 /// Forms within forms; what goes deeper is one bitmap.
 constexpr int deepestForm = 12;
 
-cairo_status_t appendBytes(void* to, const unsigned char* bytes, unsigned int length) {
+cairo_status_t appendToPage(void* to, const unsigned char* bytes, unsigned int length) {
     static_cast<std::string*>(to)->append(reinterpret_cast<const char*>(bytes), length);
     return CAIRO_STATUS_SUCCESS;
 }
 
 bool drawPage(const Picture& picture, double width, double height, std::string& page, std::string& reason) {
-    const CairoSurface surface(cairo_pdf_surface_create_for_stream(appendBytes, &page, width, height));
+    const CairoSurface surface(cairo_pdf_surface_create_for_stream(appendToPage, &page, width, height));
     {
         const CairoContext context(cairo_create(surface.get()));
         if (!drawOnCairo(context.get(), picture, width, height, reason)) return false;

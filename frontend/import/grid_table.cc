@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "backend/text/ascii.h"
 #include "frontend/import/statistic_words.h"
 #include "frontend/import/text_input.h"
 
@@ -12,11 +13,9 @@ namespace vexa::frontend {
 
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 std::size_t countDigits(std::string_view text) {
     std::size_t count = 0;
-    while (count < text.size() && isDigit(text[count])) ++count;
+    while (count < text.size() && isAsciiDigit(text[count])) ++count;
     return count;
 }
 

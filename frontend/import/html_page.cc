@@ -15,7 +15,7 @@ namespace vexa::frontend {
 
 namespace {
 
-constexpr std::size_t kDeepest = 512;
+constexpr std::size_t kDeepestElement = 512;
 constexpr std::size_t kMostSpan = 65534;
 
 struct FreeDocument {
@@ -64,7 +64,7 @@ bool isBlock(std::string_view name) {
 
 /// The text under a node, without that of tables in it.
 void collectText(const xmlNode* node, ShownText& text, std::size_t depth) {
-    if (depth > kDeepest) return;
+    if (depth > kDeepestElement) return;
     for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
         if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE) {
             if (child->content != nullptr) text.add(reinterpret_cast<const char*>(child->content));
@@ -145,7 +145,7 @@ void readPart(const xmlNode* node, bool isHead, std::size_t& parts, HtmlTable& t
 }
 
 void findTables(const xmlNode* node, std::vector<HtmlTable>& tables, std::size_t depth) {
-    if (depth > kDeepest) return;
+    if (depth > kDeepestElement) return;
     for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
         if (nameOf(child) == "table") {
             std::size_t parts = 0;

@@ -15,8 +15,8 @@ using tables::CategoryId;
 using tables::GroupId;
 using tables::TableCategory;
 
-const std::vector<std::string_view> kRoles{"mean",        "count",  "percent", "significance", "residual",
-                                           "correlation", "median", "total",   "none"};
+const std::vector<std::string_view> kRoleWords{"mean",        "count",  "percent", "significance", "residual",
+                                               "correlation", "median", "total",   "none"};
 
 /// Reads the categories of one dimension, group by group.
 class CategoryReader {
@@ -75,7 +75,7 @@ class CategoryReader {
         readFormat(object, "format", category.format);
         readFootnoteNumbers(object, category.footnotes);
         std::optional<std::size_t> role;
-        readWord(object, "role", kRoles, role);
+        readWord(object, "role", kRoleWords, role);
         bool hidden = false;
         object.read("hidden", hidden);
         JsonDimension::Label label;
@@ -84,7 +84,7 @@ class CategoryReader {
         readStyle(object, label.style);
         if (!object.finish() || !checkFootnotes(object, category)) return false;
         if (role) {
-            static_cast<void>(readRole(kRoles[*role], category.role));
+            static_cast<void>(readRole(kRoleWords[*role], category.role));
         } else {
             inferRole();
         }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "backend/text/ascii.h"
 #include "backend/text/utf8.h"
 #include "frontend/import/import_problem.h"
 
@@ -15,8 +16,6 @@ namespace vexa::frontend {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Bytes that stand for themselves inside a text: ASCII without quotation mark, backslash and control
 /// characters.
@@ -46,7 +45,7 @@ bool readShort(std::string_view text, double& number) {
             isBehindPoint = true;
             continue;
         }
-        if (!isDigit(c)) return false;
+        if (!isAsciiDigit(c)) return false;
         digits = digits * 10 + static_cast<unsigned>(c - '0');
         decimals += isBehindPoint ? 1 : 0;
     }
@@ -181,7 +180,7 @@ bool JsonReader::readNumber(JsonEvents& events) {
     const char* const begin = at_;
     const auto skipDigits = [this] {
         const char* const first = at_;
-        while (at_ < end_ && isDigit(*at_)) ++at_;
+        while (at_ < end_ && isAsciiDigit(*at_)) ++at_;
         return at_ != first;
     };
     bool isWhole = true;

@@ -10,7 +10,7 @@ namespace vexa::frontend {
 namespace {
 
 constexpr std::size_t kDeepest = 8 * maximalImportDepth;  // of anything in the text
-constexpr std::string_view kIgnored = "x-";
+constexpr std::string_view kIgnoredKey = "x-";
 constexpr std::string_view kExpectedCell = "a number, a text, null or an object"_text;
 
 std::string folderOf(const std::string& file) {
@@ -170,7 +170,7 @@ bool ResultsEvents::key(string_t& value) {
     Frame& current = frame();
     const bool isItem = frames_.size() > 1;
     const bool isKnown = !current.isUnknown;
-    if (value.starts_with(kIgnored) && isKnown) {
+    if (value.starts_with(kIgnoredKey) && isKnown) {
         current.isPartial = true;
         skippedDepth_ = 0;
         mode_ = Mode::skipped;

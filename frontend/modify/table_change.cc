@@ -25,7 +25,7 @@ using tables::TableDimension;
 using tables::TableStyle;
 using tables::TableView;
 
-void changeTexts(TableView& view, const TableChange& change, ItemPlan& plan) {
+void changeTextsOf(TableView& view, const TableChange& change, ItemPlan& plan) {
     if (!change.title.empty() && view.title != change.title) {
         view.title = change.title;
         plan.add(ChangeKind::title);
@@ -138,7 +138,7 @@ void sort(const Table& table, TableView& view, const SortChange& change, ItemPla
 Table changeTable(const Table& table, const PreparedTableChange& prepared, ItemPlan& plan) {
     const TableChange& change = *prepared.change;
     TableView view = *table.view;
-    changeTexts(view, change, plan);
+    changeTextsOf(view, change, plan);
     if (change.transpose) transpose(view, plan);
     if (change.sort) sort(table, view, *change.sort, plan);
     Table changed = table;

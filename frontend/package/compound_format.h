@@ -25,6 +25,11 @@ inline constexpr std::uint16_t usualShift = 9;
 inline constexpr std::uint16_t wideShift = 12;
 inline constexpr std::size_t sectorBytes = 1U << usualShift;
 
+/// How many pieces of that size hold so many bytes.
+[[nodiscard]] constexpr std::size_t piecesOf(std::uint64_t bytes, std::size_t piece) {
+    return static_cast<std::size_t>((bytes + piece - 1) / piece);
+}
+
 inline constexpr std::uint32_t difatSector = 0xFFFFFFFC;
 inline constexpr std::uint32_t fatSector = 0xFFFFFFFD;
 inline constexpr std::uint32_t endOfChain = 0xFFFFFFFE;

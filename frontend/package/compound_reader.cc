@@ -22,16 +22,13 @@ using compoundformat::miniCutoff;
 using compoundformat::miniSectorBytes;
 using compoundformat::nameBytes;
 using compoundformat::noEntry;
+using compoundformat::piecesOf;
 using compoundformat::typeRoot;
 using compoundformat::typeStorage;
 using compoundformat::typeStream;
 using zipformat::RecordReader;
 
 PackageResult damagedFile() { return {PackageProblem::damaged, "the compound file"_text}; }
-
-std::size_t piecesOf(std::uint64_t bytes, std::size_t piece) {
-    return static_cast<std::size_t>((bytes + piece - 1) / piece);
-}
 
 /// One record of the directory as it stands there.
 struct DirectoryRecord {

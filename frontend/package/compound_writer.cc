@@ -20,14 +20,13 @@ using compoundformat::miniCutoff;
 using compoundformat::miniSectorBytes;
 using compoundformat::nameBytes;
 using compoundformat::noEntry;
+using compoundformat::piecesOf;
 using compoundformat::sectorBytes;
 using zipformat::RecordWriter;
 
 constexpr std::size_t numbersOfSector = sectorBytes / 4;
 constexpr unsigned char red = 0;
 constexpr unsigned char black = 1;
-
-std::size_t piecesOf(std::size_t bytes, std::size_t piece) { return (bytes + piece - 1) / piece; }
 
 /// Where an entry stands in the tree of its storage, and where its bytes are.
 struct Placed {

@@ -9,7 +9,7 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr std::size_t pieceBytes = 256U << 10U;
+constexpr std::size_t pieceOfInflated = 256U << 10U;
 // What the library says of where it stands.
 constexpr int atBlock = 128;
 constexpr int inLastBlock = 64;
@@ -59,7 +59,7 @@ bool EntryInflater::next(std::string_view& piece, std::vector<PackedMark>* marks
     if (!isOpen_ || isAtEnd_) {
         return isOpen_;
     }
-    buffer_.resize(packedWindow + pieceBytes);
+    buffer_.resize(packedWindow + pieceOfInflated);
     const std::size_t kept = std::min(end_, packedWindow);
     std::copy_n(buffer_.begin() + static_cast<std::ptrdiff_t>(end_ - kept), kept, buffer_.begin());
     begin_ = end_ = counted_ = kept;

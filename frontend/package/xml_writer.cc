@@ -9,7 +9,7 @@ namespace vexa::frontend {
 namespace {
 
 /// Of text that is handed on together.
-constexpr std::size_t pieceBytes = 256U << 10U;
+constexpr std::size_t pieceOfText = 256U << 10U;
 
 using Digits = std::array<char, 32>;
 
@@ -34,7 +34,7 @@ XmlWriter::XmlWriter(const XmlStyle& style) : style_(style) {
 XmlWriter::XmlWriter(const XmlStyle& style, ByteSink sink) : XmlWriter(style) { sink_ = std::move(sink); }
 
 void XmlWriter::passOn() {
-    if (sink_ && out_.size() >= pieceBytes) {
+    if (sink_ && out_.size() >= pieceOfText) {
         result_ = result_ ? sink_(out_) : result_;
         out_.clear();
     }

@@ -6,9 +6,9 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr std::size_t pieceBytes = 256U << 10U;
+constexpr std::size_t pieceOfStored = 256U << 10U;
 
-PackageResult damagedEntry(const ZipEntry& entry) {
+PackageResult damagedStored(const ZipEntry& entry) {
     return {PackageProblem::damaged, "the entry ^1"_text, {entry.name}};
 }
 
@@ -36,10 +36,10 @@ class StoredSource {
         : entry_(entry), rest_(packed), check_(entry) {}
 
     PackageResult next(std::string_view& piece) {
-        piece = rest_.substr(0, pieceBytes);
+        piece = rest_.substr(0, pieceOfStored);
         rest_.remove_prefix(piece.size());
         const bool fits = check_.take(piece);
-        return fits && (!rest_.empty() || check_.isWhole()) ? PackageResult() : damagedEntry(entry_);
+        return fits && (!rest_.empty() || check_.isWhole()) ? PackageResult() : damagedStored(entry_);
     }
 
   private:
@@ -59,7 +59,7 @@ class DeflatedSource {
             return {};
         }
         piece = {};
-        return damagedEntry(entry_);
+        return damagedStored(entry_);
     }
 
   private:

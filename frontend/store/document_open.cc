@@ -15,7 +15,7 @@
 namespace vexa::frontend {
 namespace {
 
-StoreResult tooLarge() { return {StoreProblem::tooLarge, "what it unpacks to"_text}; }
+StoreResult tooLargeDocument() { return {StoreProblem::tooLarge, "what it unpacks to"_text}; }
 
 /// The entries that a manifest names, in their order.
 std::vector<std::string> entriesOf(const Manifest& manifest) {
@@ -58,7 +58,7 @@ StoreResult readLooks(const ZipReader& archive, const Manifest& manifest, Memory
         std::string xml;
         if (PackageResult result = readEntry(archive, described.entry, xml); !result)
             return fromPackage(result);
-        if (!budget.keep(memoryOfLook(xml.size()))) return tooLarge();
+        if (!budget.keep(memoryOfLook(xml.size()))) return tooLargeDocument();
         ReadLook read = readLook(xml);
         if (read.look == nullptr) {
             return {StoreProblem::damaged, composed("the entry ^1"_text, {described.entry})};
@@ -131,7 +131,7 @@ StoreResult openArchive(std::string_view bytes, ZipReader& archive, MemoryBudget
     std::string xml;
     if (PackageResult result = readEntry(archive, manifestEntry, xml); !result) return fromPackage(result);
     BorrowedMemory memory(budget);
-    return memory.borrow(memoryOfXml(xml)) ? readManifest(std::move(xml), manifest) : tooLarge();
+    return memory.borrow(memoryOfXml(xml)) ? readManifest(std::move(xml), manifest) : tooLargeDocument();
 }
 
 StoreResult readPlain(const ZipReader& archive, ReadManifest manifest, MemoryBudget& budget,

@@ -5,7 +5,6 @@ import json
 import pathlib
 import sys
 import time
-import zipfile
 
 
 def do(line, trace):
@@ -23,6 +22,7 @@ def do(line, trace):
     elif word == "write":
         pathlib.Path(rest).write_text("content\n", encoding="utf-8")
     elif word == "pack":
+        import zipfile  # here, as it takes longer to load than all the rest
         with zipfile.ZipFile(rest, "w") as archive:
             archive.writestr("in/one.xml", "<one/>")
             archive.writestr("two", b"\xff")

@@ -1,7 +1,10 @@
 """Loads the scripts of tools/ as modules, and makes small trees for them to look at."""
 
+import contextlib
+import functools
 import importlib.machinery
 import importlib.util
+import io
 import pathlib
 import subprocess
 import sys
@@ -18,10 +21,19 @@ def load(name):
     return module
 
 
-def run(name, *arguments, **options):
-    """Runs tools/NAME; the finished process with its output as text."""
-    return subprocess.run([sys.executable, str(TOOLS / name), *map(str, arguments)], capture_output=True, text=True,
-                          check=False, **options)
+_loaded_once = functools.cache(load)
+
+
+def run(name, *arguments):
+    """Runs the main function of tools/NAME in this process, which spares the start of another one; status and output as of
+    a finished process. What programs print that the script starts and does not read is not part of it."""
+    script = _loaded_once(name)
+    with contextlib.redirect_stdout(io.StringIO()) as output, contextlib.redirect_stderr(io.StringIO()) as errors:
+        try:
+            status = script.main([str(argument) for argument in arguments])
+        except SystemExit as end:  # of the reader of arguments
+            status = end.code
+    return subprocess.CompletedProcess([name, *arguments], status, output.getvalue(), errors.getvalue())
 
 
 def write_tree(root, files):

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "backend/text/ascii.h"
+
 namespace vexa::tables {
 
 namespace {
@@ -11,16 +13,6 @@ namespace {
 constexpr std::array<std::string_view, 14> kNames = {"",      "F",     "COMMA", "DOT",     "DOLLAR",
                                                      "PCT",   "E",     "N",     "DATE",    "ADATE",
                                                      "EDATE", "SDATE", "TIME",  "DATETIME"};
-
-constexpr std::string_view kBlanks = " \t";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 char capital(char character) {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
@@ -43,7 +35,7 @@ FormatKind kindOf(std::string_view word) {
 std::optional<int> takeNumber(std::string_view& text) {
     std::size_t length = 0;
     int number = 0;
-    while (length < text.size() && isDigit(text[length])) {
+    while (length < text.size() && isAsciiDigit(text[length])) {
         if (length == 2) return std::nullopt;
         number = number * 10 + (text[length++] - '0');
     }
@@ -55,9 +47,9 @@ std::optional<int> takeNumber(std::string_view& text) {
 }  // namespace
 
 std::optional<DisplayFormat> parseFormat(std::string_view name) {
-    std::string_view rest = trimmed(name);
+    std::string_view rest = withoutBlanksAround(name);
     std::size_t letters = 0;
-    while (letters < rest.size() && !isDigit(rest[letters])) ++letters;
+    while (letters < rest.size() && !isAsciiDigit(rest[letters])) ++letters;
     const FormatKind kind = kindOf(rest.substr(0, letters));
     if (kind == FormatKind::none) return std::nullopt;
     rest.remove_prefix(letters);

@@ -4,19 +4,11 @@
 
 #include "backend/tables/formats/date_text.h"
 #include "backend/tables/formats/number_text.h"
+#include "backend/text/ascii.h"
 
 namespace vexa::tables {
 
 namespace {
-
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 /// A number with a point and without marks.
 std::optional<double> parsePlain(std::string_view text) {
@@ -33,7 +25,7 @@ std::optional<double> parsePlain(std::string_view text) {
 /// True when three digits and no fourth stand at `at`.
 bool isGroup(std::string_view text, std::size_t at) {
     std::size_t count = 0;
-    while (at + count < text.size() && count < 4 && isDigit(text[at + count])) ++count;
+    while (at + count < text.size() && count < 4 && isAsciiDigit(text[at + count])) ++count;
     return count == 3;
 }
 
@@ -43,7 +35,8 @@ std::optional<double> parseGrouped(std::string_view text, char groupMark, char d
     bool fraction = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == groupMark) {
-            if (fraction || i == 0 || !isDigit(text[i - 1]) || !isGroup(text, i + 1)) return std::nullopt;
+            if (fraction || i == 0 || !isAsciiDigit(text[i - 1]) || !isGroup(text, i + 1))
+                return std::nullopt;
         } else if (text[i] == decimalMark) {
             plain += '.';
             fraction = true;
@@ -59,7 +52,7 @@ std::optional<double> parseDollars(std::string_view text) {
     if (negative) text.remove_prefix(1);
     if (!text.empty() && text.front() == '$') {
         text.remove_prefix(1);
-        if (text.empty() || !isDigit(text.front())) return std::nullopt;
+        if (text.empty() || !isAsciiDigit(text.front())) return std::nullopt;
     }
     const std::optional<double> value = parseGrouped(text, ',', '.');
     if (!value || (negative && text.front() == '-')) return std::nullopt;
@@ -69,7 +62,7 @@ std::optional<double> parseDollars(std::string_view text) {
 }  // namespace
 
 std::optional<double> parseNumber(std::string_view text, DisplayFormat format) {
-    text = trimmed(text);
+    text = withoutBlanksAround(text);
     if (countsSeconds(format.kind)) {
         const std::optional<double> seconds = parseSeconds(text, format.kind);
         return seconds ? seconds : parsePlain(text);

@@ -7,7 +7,7 @@ namespace vexa::tables {
 
 namespace {
 
-constexpr std::size_t nowhere = SIZE_MAX;
+constexpr std::size_t noCell = SIZE_MAX;
 
 std::uint8_t number(Border border) { return static_cast<std::uint8_t>(border); }
 
@@ -26,11 +26,11 @@ class GridStyler {
     const PreparedTable& prepared_;
     CellStyles& styles_;
     TableGrid& grid_;
-    std::vector<std::size_t> above_;  // by column: the last cell of the header over it, or `nowhere`
+    std::vector<std::size_t> above_;  // by column: the last cell of the header over it, or `noCell`
 };
 
 void GridStyler::run() {
-    above_.assign(grid_.columns, nowhere);
+    above_.assign(grid_.columns, noCell);
     for (GridCell& cell : grid_.cells) {
         if (cell.row < grid_.headerRows) {
             setHeaderStyle(cell);
@@ -52,7 +52,7 @@ void GridStyler::setHeaderStyle(GridCell& cell) {
     const std::size_t above = above_[cell.column];
     if (cell.row == 0) {
         borders[0] = number(Border::top);
-    } else if (!isCorner && above != nowhere && grid_.cells[above].columnSpan > 1) {
+    } else if (!isCorner && above != noCell && grid_.cells[above].columnSpan > 1) {
         borders[0] = number(Border::headerRows);
     }
     if (end == grid_.headerRows) {

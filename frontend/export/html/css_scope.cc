@@ -83,7 +83,7 @@ std::vector<std::string_view> parts(std::string_view css, char divider) {
 }
 
 /// A backslash could hide a word, and `<` could end the style element.
-bool isPlain(std::string_view css) { return css.find_first_of("\\<{}") == std::string_view::npos; }
+bool isHarmless(std::string_view css) { return css.find_first_of("\\<{}") == std::string_view::npos; }
 
 bool isAllowed(std::string_view property, std::string_view value) {
     constexpr std::string_view forbidden[] = {"expression(", "javascript:", "image(",
@@ -118,7 +118,7 @@ std::string scopedSelector(std::string_view selector, const PictureScope& scope)
 std::string scopedSelectors(std::string_view selectors, const PictureScope& scope) {
     std::string text;
     for (const std::string_view each : parts(selectors, ',')) {
-        if (each.empty() || !isPlain(each)) return {};
+        if (each.empty() || !isHarmless(each)) return {};
         text += (text.empty() ? "" : ",") + scopedSelector(each, scope);
     }
     return text;
@@ -155,7 +155,7 @@ class RuleScoper {
                            int depth) const {
         const std::string words = lowered(prelude);
         const bool isCondition = words.starts_with("@media") || words.starts_with("@supports");
-        if (!isCondition || !isPlain(prelude)) return;
+        if (!isCondition || !isHarmless(prelude)) return;
         std::string rules;
         append(rules, block, depth + 1);
         if (!rules.empty()) text.append(prelude).append("{").append(rules).append("}");
@@ -188,7 +188,7 @@ std::string safeDeclarations(std::string_view css, const PictureScope& scope) {
     std::string text;
     for (const std::string_view each : parts(css, ';')) {
         const std::size_t colon = each.find(':');
-        if (colon == std::string_view::npos || !isPlain(each)) continue;
+        if (colon == std::string_view::npos || !isHarmless(each)) continue;
         const std::string property = lowered(trimmed(each.substr(0, colon)));
         std::string value(trimmed(each.substr(colon + 1)));
         if (property.empty() || value.empty() || !isAllowed(property, value)) continue;

@@ -6,6 +6,7 @@
 
 #include "backend/strings/dictionary.h"
 #include "backend/tables/formats/number_text.h"
+#include "frontend/drawing/picture_drawing.h"
 #include "frontend/export/html/html_text.h"
 #include "frontend/export/html/svg_inline.h"
 #include "frontend/export/picture_files.h"
@@ -15,8 +16,6 @@
 namespace vexa::frontend {
 
 namespace {
-
-constexpr double pixelsPerPoint = 96.0 / 72.0;
 
 /// A path as an address: bytes that an address cannot hold as a percent sign and two digits.
 std::string addressOf(const std::string& path) {

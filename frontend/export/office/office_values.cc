@@ -11,15 +11,12 @@ namespace {
 
 constexpr double emuPerPoint = 12'700;
 constexpr double twipsPerPoint = 20;
-/// What fonts of documents may measure, points.
-constexpr double smallestFont = 1;
-constexpr double largestFont = 1'638;
 
 std::int64_t unitsOf(double points, double unit) {
     return std::llround(std::clamp(points, -1e6, 1e6) * unit);
 }
 
-double fontSize(double points) { return std::clamp(points, smallestFont, largestFont); }
+double fontSize(double points) { return std::clamp(points, smallestDocumentFont, largestDocumentFont); }
 
 }  // namespace
 

@@ -9,6 +9,10 @@
 
 namespace vexa::frontend {
 
+/// What fonts of documents may measure, points.
+inline constexpr double smallestDocumentFont = 1;
+inline constexpr double largestDocumentFont = 1'638;
+
 /// Lengths of drawings: 12,700 a point.
 [[nodiscard]] std::int64_t emuOf(double points);
 /// Lengths of pages and tables of word processors: 20 a point.

@@ -4,6 +4,7 @@
 #include <numeric>
 #include <utility>
 
+#include "frontend/export/office/office_values.h"
 #include "frontend/export/office/table_columns.h"
 
 namespace vexa::frontend {
@@ -16,11 +17,8 @@ using tables::TableGrid;
 
 /// Texts that are not numbers give way down to so many times their size, and no further.
 constexpr double comfortableEms = 6;
-constexpr double lineHeight = 1.2;
 /// Header rows that take more than this of a page do not stand on each one.
 constexpr double mostHeader = 0.4;
-/// No font is smaller, points.
-constexpr double smallestFont = 1;
 /// A part ends where a group of columns does when that leaves so much of the page filled.
 constexpr double filledEnough = 0.5;
 
@@ -158,7 +156,7 @@ class Fitter {
         if (part.scale == 1) return;
         for (const GridCell& cell : grid_.cells) {
             const double size = grid_.style(cell).look.size * part.scale;
-            if (size < smallestFont && cell.textLength > 0) fit_.textsCut = true;
+            if (size < smallestDocumentFont && cell.textLength > 0) fit_.textsCut = true;
         }
     }
 
@@ -187,7 +185,7 @@ class Fitter {
         if (extent.width > width) {
             lines = std::max(lines, needs_.fonts[cell.style].linesIn(grid_.text(cell), width));
         }
-        const double text = static_cast<double>(lines) * look.size * lineHeight;
+        const double text = static_cast<double>(lines) * look.size * heightOfLine;
         return (text + look.marginTop + look.marginBottom) * part.scale;
     }
 

@@ -11,6 +11,9 @@
 
 namespace vexa::frontend {
 
+/// Of a line of text, in sizes of its font.
+inline constexpr double heightOfLine = 1.2;
+
 /// The room for tables, points.
 struct TableRoom {
     double width = 0;  ///< between the margins

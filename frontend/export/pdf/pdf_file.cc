@@ -12,7 +12,7 @@ namespace vexa::frontend::pdf {
 namespace {
 
 constexpr std::size_t objectsInStream = 250;
-constexpr std::uint64_t isWithin = std::uint64_t{1} << 63U;
+constexpr std::uint64_t isInStream = std::uint64_t{1} << 63U;
 constexpr unsigned int indexBits = 8;
 constexpr std::uint64_t hashBegin = 0xCBF29CE484222325U;
 constexpr std::uint64_t hashFactor = 0x100000001B3U;
@@ -64,7 +64,7 @@ PdfObject PdfFile::reserve() {
 
 void PdfFile::write(PdfObject number, std::string_view body) {
     if (openStream_ == 0) openStream_ = reserve();
-    places_[number] = isWithin | std::uint64_t{openStream_} << indexBits | waiting_++;
+    places_[number] = isInStream | std::uint64_t{openStream_} << indexBits | waiting_++;
     waitingIndex_ += std::to_string(number);
     waitingIndex_ += ' ';
     waitingIndex_ += std::to_string(waitingBodies_.size());
@@ -120,9 +120,9 @@ std::string PdfFile::crossReferences() const {
     std::string rows;
     rows.reserve(places_.size() * 8);
     for (const std::uint64_t place : places_) {
-        const bool within = (place & isWithin) != 0;
+        const bool within = (place & isInStream) != 0;
         appendBigEndian(rows, within ? 2 : place == 0 ? 0 : 1, 1);
-        appendBigEndian(rows, within ? (place & ~isWithin) >> indexBits : place, 5);
+        appendBigEndian(rows, within ? (place & ~isInStream) >> indexBits : place, 5);
         appendBigEndian(rows, within ? place & ((1U << indexBits) - 1) : place == 0 ? 0xFFFF : 0, 2);
     }
     return rows;

@@ -15,7 +15,7 @@ namespace {
 using tables::GridText;
 using tables::TableGrid;
 
-constexpr double titleGap = 3;     // below title and layer, above caption and footnotes
+constexpr double textGap = 3;      // below title and layer, above caption and footnotes
 constexpr double partGap = 12;     // between columns that stand below each other
 constexpr double linesAround = 2;  // for what lines take beyond the rows
 
@@ -67,17 +67,17 @@ class TableFlow {
 
     [[nodiscard]] double titleHeight() {
         const double height = heightOf(grid_.title) + heightOf(grid_.layer);
-        return height > 0 ? height + titleGap : 0;
+        return height > 0 ? height + textGap : 0;
     }
     [[nodiscard]] double captionHeight() {
-        return grid_.caption.text.empty() ? 0 : heightOf(grid_.caption) + titleGap;
+        return grid_.caption.text.empty() ? 0 : heightOf(grid_.caption) + textGap;
     }
 
     /// A table that fits on one page stands on one, else its first rows stand with its title.
     void reserveBegin(double header) {
         const bool isOneRange = measures_.ranges().size() == 1;
         const double whole = titleHeight() + rowsHeight(0, grid_.rows) +
-                             (isOneRange ? captionHeight() + notes_.wholeHeight() + titleGap : 0) +
+                             (isOneRange ? captionHeight() + notes_.wholeHeight() + textGap : 0) +
                              linesAround;
         if (whole <= flow_.freshRest()) return flow_.reserve(whole);
         const std::uint32_t first = std::min(grid_.headerRows + 2, grid_.rows);
@@ -92,7 +92,7 @@ class TableFlow {
         if (!grid_.title.text.empty()) flow_.write(look(grid_.title, width), grid_.title.text, &caption);
         if (!grid_.layer.text.empty()) flow_.write(look(grid_.layer, width), grid_.layer.text, &caption);
         structure_.close(caption);
-        flow_.advance(titleGap);
+        flow_.advance(textGap);
     }
 
     void writeRange(const ColumnRange& range) {
@@ -201,12 +201,12 @@ class TableFlow {
         flow_.advance(linesAround / 2);
         const std::vector<MarkPlace> marks = painter_->takeMarks();
         if (isLast && !grid_.caption.text.empty()) {
-            flow_.leaveSpace(titleGap);
+            flow_.leaveSpace(textGap);
             StructureElement caption = structure_.open("P", structure_.document());
             flow_.write(look(grid_.caption, measures_.width(part.columns)), grid_.caption.text, &caption);
             structure_.close(caption);
         }
-        flow_.leaveSpace(titleGap);
+        flow_.leaveSpace(textGap);
         notes_.write(marks, isLast);
     }
 

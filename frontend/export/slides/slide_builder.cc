@@ -7,6 +7,7 @@
 #include "backend/strings/dictionary.h"
 #include "frontend/export/font_widths.h"
 #include "frontend/export/office/office_values.h"
+#include "frontend/export/office/table_parts.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/export/slides/slide_xml.h"
 
@@ -24,8 +25,6 @@ using tables::Table;
 using tables::TableGrid;
 using tables::TableLayout;
 
-constexpr XmlStyle pieceXml{XmlEscapes::replacing, false, false, false, false};
-constexpr double lineHeight = 1.2;
 /// No program opens a presentation with so many slides.
 constexpr std::size_t mostSlides = 100'000;
 /// A presentation's tables may have more columns than anybody would read.
@@ -191,7 +190,7 @@ void SlideBuilder::addText(ItemSlides& made, const ExportedItem& item, std::stri
     TextRoom fit;
     fit.width = room().width;
     fit.lines = fit.first =
-        std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (size * lineHeight)));
+        std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (size * heightOfLine)));
     const FontWidths font(style.font, size, style.bold.value_or(false));
     for (const std::string_view piece : cutText(text, style.font, size, style.bold.value_or(false), fit)) {
         if (!hasRoom(made, item)) return;
@@ -200,7 +199,7 @@ void SlideBuilder::addText(ItemSlides& made, const ExportedItem& item, std::stri
         if (style.background) {
             // The colour is behind the text, not behind all of its place.
             const auto lines = static_cast<double>(font.linesIn(piece, fit.width));
-            writePlace(xml, {room().left, room().top, fit.width, lines * size * lineHeight});
+            writePlace(xml, {room().left, room().top, fit.width, lines * size * heightOfLine});
             writeFill(xml, style.background);
         }
         beginParagraphs(xml);
@@ -217,7 +216,7 @@ void SlideBuilder::addText(ItemSlides& made, const ExportedItem& item, std::stri
 
 void SlideBuilder::addNotes(ItemSlides& made, const ExportedItem& item, const NotesContent& notes) const {
     const auto most =
-        std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (slideTextSize * lineHeight)));
+        std::max<std::size_t>(1, static_cast<std::size_t>(room().height / (slideTextSize * heightOfLine)));
     CellStyle bold;
     bold.bold = true;
     std::size_t lines = most;

@@ -22,9 +22,6 @@ using tables::LineStyle;
 using tables::ShownStyle;
 using tables::TableGrid;
 
-constexpr XmlStyle pieceXml{XmlEscapes::replacing, false, false, false, false};
-constexpr double lineHeight = 1.2;
-
 /// Which footnotes rows of a part refer to.
 class RowNotes {
   public:
@@ -195,7 +192,7 @@ std::string paragraphXml(HorizontalAlign align, bool number) {
 double textHeight(std::string_view text, const ShownStyle& style, double width) {
     if (text.empty()) return 0;
     const FontWidths font(style.look.font, style.look.size, style.look.bold);
-    return static_cast<double>(font.linesIn(text, width)) * style.look.size * lineHeight;
+    return static_cast<double>(font.linesIn(text, width)) * style.look.size * heightOfLine;
 }
 
 std::string footnoteText(const GridFootnote& footnote) {

@@ -9,6 +9,9 @@
 
 namespace vexa::frontend {
 
+/// Of pieces that are put into a part.
+inline constexpr XmlStyle pieceXml{XmlEscapes::replacing, false, false, false, false};
+
 /// Opens a root element with the three namespaces of presentations.
 void beginPresentationPart(XmlWriter& xml, std::string_view root);
 /// Opens `p:cSld` and its tree of shapes, and closes both.

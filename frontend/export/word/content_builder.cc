@@ -25,9 +25,6 @@ using tables::Table;
 using tables::TableGrid;
 using tables::TableLayout;
 
-constexpr std::size_t deepestHeading = 9;
-/// Headings of these levels stand in the table of contents.
-constexpr std::size_t deepestEntry = 3;
 constexpr std::size_t deepestNote = 4;
 /// Of the page's text; what is beside a picture on its line needs some room, too.
 constexpr double highestPicture = 0.97;

@@ -12,6 +12,9 @@
 
 namespace vexa::frontend {
 
+/// Word processors hold some thousands of styles; further texts have their looks themselves.
+inline constexpr std::size_t mostTableStyles = 1'000;
+
 struct WordTextStyle {
     std::string font;              ///< as word processors name it
     std::int64_t halfPoints = 18;  ///< the size

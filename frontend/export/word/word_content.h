@@ -3,6 +3,7 @@
 // piece.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -15,6 +16,12 @@
 #include "frontend/export/word/word_page.h"
 
 namespace vexa::frontend {
+
+/// Levels of headings, and how many of them stand in the table of contents.
+inline constexpr std::size_t deepestHeading = 9;
+inline constexpr std::size_t deepestEntry = 3;
+/// Half points of the headings from the first level on.
+inline constexpr std::array<int, deepestHeading> headingSizes{32, 27, 23, 21, 20, 20, 20, 20, 20};
 
 /// What a paragraph is; a document has a style for each.
 enum class WordRole : std::uint8_t {

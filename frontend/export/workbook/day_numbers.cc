@@ -37,7 +37,6 @@ namespace {
 constexpr double daysTo1904 = 1462;
 /// Days up to the beginning of 1970, from which formats count.
 constexpr double daysTo1970 = 25'569;
-constexpr double secondsOfDay = 86'400;
 
 /// The day as its number's code shows it, and how many bytes behind it are the marks of footnotes.
 struct DayText {

@@ -13,7 +13,6 @@ using tables::DisplayFormat;
 using tables::FormatKind;
 using tables::numberText;
 
-constexpr double secondsOfDay = 86400;
 /// Days from the beginning of the workbooks' calendar to 1970. It has a 29th of February 1900, so that days
 /// before the 1st of March 1900 have other numbers in some programs than in others.
 constexpr double daysBefore1970 = 25569;

@@ -11,6 +11,8 @@
 
 namespace vexa::frontend {
 
+inline constexpr double secondsOfDay = 86'400;
+
 /// Why a number is a text in a workbook.
 enum class NumberObstacle : std::uint8_t {
     none,

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "backend/strings/dictionary.h"
+#include "backend/text/ascii.h"
 
 namespace vexa::frontend {
 
@@ -18,9 +19,6 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
 }
 
-bool isLetter(char each) { return (each >= 'A' && each <= 'Z') || (each >= 'a' && each <= 'z'); }
-bool isDigit(char each) { return each >= '0' && each <= '9'; }
-
 void skipDollar(std::string_view& text) {
     if (text.starts_with('$')) text.remove_prefix(1);
 }
@@ -28,14 +26,14 @@ void skipDollar(std::string_view& text) {
 /// The column's letters, or the row's digits, from the front of `text`, counted from 1; 0 for none.
 std::uint64_t takeColumn(std::string_view& text) {
     std::uint64_t number = 0;
-    for (; !text.empty() && isLetter(text.front()); text.remove_prefix(1)) {
+    for (; !text.empty() && isAsciiLetter(text.front()); text.remove_prefix(1)) {
         if (number < enough) number = number * letters + (static_cast<std::uint64_t>(text.front()) & 0x1FU);
     }
     return number;
 }
 std::uint64_t takeRow(std::string_view& text) {
     std::uint64_t number = 0;
-    for (; !text.empty() && isDigit(text.front()); text.remove_prefix(1)) {
+    for (; !text.empty() && isAsciiDigit(text.front()); text.remove_prefix(1)) {
         if (number < enough) number = number * 10 + static_cast<std::uint64_t>(text.front() - '0');
     }
     return number;

@@ -16,7 +16,7 @@ constexpr std::uint32_t shortKind = 2;
 constexpr std::uint32_t textKind = 30;
 constexpr std::uint32_t utf8 = 65'001;
 
-std::string textValue(std::string_view text) {
+std::string textProperty(std::string_view text) {
     std::string value;
     Records(value).four(textKind).four(static_cast<std::uint32_t>(text.size() + 1)).bytes(text);
     value.append(4 - value.size() % 4, '\0');
@@ -29,7 +29,9 @@ std::string documentProperties(std::string_view title) {
     std::string set;
     Records(set).four(shortKind).two(utf8).two(0);
     const std::vector<std::pair<std::uint32_t, std::string>> properties{
-        {characterSet, set}, {titleProperty, textValue(title)}, {writerProperty, textValue("Vexa Output")}};
+        {characterSet, set},
+        {titleProperty, textProperty(title)},
+        {writerProperty, textProperty("Vexa Output")}};
     std::string places;
     std::string values;
     const std::size_t head = 8 + 8 * properties.size();

@@ -11,7 +11,6 @@ namespace vexa::frontend::biff {
 
 namespace {
 
-constexpr std::size_t rangeBytes = 8;
 /// Of the later kinds of records, which have what the earlier ones have behind a header of their own.
 constexpr std::size_t laterHeaderBytes = 12;
 constexpr std::size_t ruleNumberAt = 2;

@@ -134,6 +134,9 @@ inline constexpr std::uint16_t worksheetType = 0x0010;
 
 inline constexpr std::size_t columnCount = 256;
 inline constexpr std::uint32_t rowCount = 65'536;
+/// Bytes of a range of cells in the records that list such.
+inline constexpr std::size_t rangeBytes = 8;
+inline constexpr double twipsOfPoint = 20;
 /// The number of the format of a cell without a style.
 inline constexpr std::uint16_t plainFormat = 15;
 

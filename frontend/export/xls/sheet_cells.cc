@@ -10,14 +10,13 @@ namespace vexa::frontend::biff {
 
 namespace {
 
-constexpr double twipsOfPoint = 20;
 constexpr double highestRow = 409.5;
 constexpr std::size_t rowsOfBlock = 32;
 /// Of a row's record: what stands where in its content, and what it says.
 constexpr std::size_t rowBytes = 16;
 constexpr std::size_t heightAt = 6;
 constexpr std::size_t flagsAt = 12;
-constexpr std::uint32_t isHidden = 0x20;
+constexpr std::uint32_t rowIsHidden = 0x20;
 constexpr std::uint32_t hasOwnHeight = 0x40;
 constexpr std::uint32_t always = 0x100;
 
@@ -198,7 +197,7 @@ void SheetCells::cutRow(std::vector<CellView>::const_iterator& cell,
 void SheetCells::setHeight(std::uint32_t number, double points, bool keeps) {
     Row& row = rows_[number];
     const std::uint32_t flags = row.raw.empty() ? 0 : fourAt(row.raw, headerBytes + flagsAt);
-    if ((flags & isHidden) != 0) return;
+    if ((flags & rowIsHidden) != 0) return;
     if (keeps && !row.raw.empty() && twoAt(row.raw, headerBytes + heightAt) >= points * twipsOfPoint) return;
     row.height = std::min(points, highestRow);
 }
@@ -209,7 +208,7 @@ double SheetCells::height(std::uint32_t number, double usual) const {
     const Row& row = found->second;
     if (row.height > 0) return row.height;
     if (row.raw.empty()) return usual;
-    if ((fourAt(row.raw, headerBytes + flagsAt) & isHidden) != 0) return 0;
+    if ((fourAt(row.raw, headerBytes + flagsAt) & rowIsHidden) != 0) return 0;
     return (twoAt(row.raw, headerBytes + heightAt) & 0x7FFFU) / twipsOfPoint;
 }
 

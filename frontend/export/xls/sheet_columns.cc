@@ -9,7 +9,7 @@ namespace {
 
 constexpr double partsOfDigit = 256;
 constexpr double pointsOfDot = 0.75;
-constexpr std::uint16_t isHidden = 1;
+constexpr std::uint16_t columnIsHidden = 1;
 constexpr std::uint16_t isSet = 2;
 /// Of 255 digits, which is the widest column.
 constexpr double widest = 255 * partsOfDigit;
@@ -39,7 +39,7 @@ double SheetColumns::pointsOf(double width) const {
 
 double SheetColumns::points(std::size_t column) const {
     if (columns_[column]) {
-        return (columns_[column]->flags & isHidden) != 0 ? 0 : pointsOf(columns_[column]->width);
+        return (columns_[column]->flags & columnIsHidden) != 0 ? 0 : pointsOf(columns_[column]->width);
     }
     if (defaultIsWhole_) return pointsOf(defaultWidth_ * partsOfDigit);
     // Columns are as many dots wide as can be divided by eight.
@@ -49,7 +49,7 @@ double SheetColumns::points(std::size_t column) const {
 
 void SheetColumns::widen(std::size_t column, double points, bool keeps) {
     const double width = std::min(points / pointsOfDot / digitWidth_ * partsOfDigit, widest);
-    if (columns_[column] && (columns_[column]->flags & isHidden) != 0) return;
+    if (columns_[column] && (columns_[column]->flags & columnIsHidden) != 0) return;
     if (keeps && this->points(column) >= pointsOf(width)) return;
     if (!columns_[column]) columns_[column] = Column{};
     columns_[column]->width = static_cast<std::uint16_t>(std::lround(width));

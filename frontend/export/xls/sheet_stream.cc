@@ -9,14 +9,12 @@ namespace vexa::frontend::biff {
 
 namespace {
 
-constexpr double twipsOfPoint = 20;
 constexpr std::size_t rangesOfRecord = 1027;
-constexpr std::size_t rangeBytes = 8;
 constexpr std::size_t pageBreakBytes = 6;
 constexpr std::size_t mostPageBreaks = 1026;
 constexpr std::size_t indexBytes = 16;  ///< without the places of blocks
 
-PackageResult broken() {
+PackageResult brokenSheet() {
     return {PackageProblem::damaged, "its records are damaged, or in an unknown order"_text};
 }
 
@@ -63,15 +61,15 @@ std::size_t lastOf(const std::vector<RecordView>& records, std::size_t fallback,
 
 PackageResult SheetStream::read(std::string_view substream) {
     std::vector<RecordView> records;
-    if (!splitRecords(substream, records)) return broken();
-    if (twoAt(records.front().content(), 0) != version8) return broken();
+    if (!splitRecords(substream, records)) return brokenSheet();
+    if (twoAt(records.front().content(), 0) != version8) return brokenSheet();
     const auto isOfTable = [](const RecordView& record) { return isTableRecord(record.id); };
     auto table = std::find_if(records.begin(), records.end(), isOfTable);
     if (table == records.end()) table = records.begin() + placeOfTable(records);
     const auto behind = std::find_if_not(table, records.end(), isOfTable);
-    if (std::any_of(behind, records.end(), isOfTable)) return broken();
+    if (std::any_of(behind, records.end(), isOfTable)) return brokenSheet();
     for (auto record = table; record != behind; ++record) {
-        if (record->id != id::dbCell && !cells_.read(*record)) return broken();
+        if (record->id != id::dbCell && !cells_.read(*record)) return brokenSheet();
     }
     cells_.finishReading();
     front_.assign(records.begin(), table);

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <optional>
 
+#include "backend/text/ascii.h"
 #include "frontend/export/workbook/cell_reference.h"
 
 namespace vexa::frontend {
@@ -11,12 +12,10 @@ namespace {
 
 constexpr std::string_view lostReference = "#REF!";
 
-bool isDigit(char byte) { return byte >= '0' && byte <= '9'; }
-
 bool isWord(char byte) {
     const auto value = static_cast<unsigned char>(byte);
     const bool letter = (value | 0x20U) >= 'a' && (value | 0x20U) <= 'z';
-    return letter || isDigit(byte) || value >= 0x80U || byte == '_' || byte == '.' || byte == '$' ||
+    return letter || isAsciiDigit(byte) || value >= 0x80U || byte == '_' || byte == '.' || byte == '$' ||
            byte == '\\' || byte == '?';
 }
 
@@ -40,7 +39,7 @@ std::optional<Half> readHalf(std::string_view word) {
     Half half;
     const bool firstStays = takeDollar(word);
     std::size_t letters = 0;
-    while (letters < word.size() && word[letters] != '$' && !isDigit(word[letters])) {
+    while (letters < word.size() && word[letters] != '$' && !isAsciiDigit(word[letters])) {
         ++letters;
     }
     bool rowStays = firstStays;
@@ -161,7 +160,7 @@ class Shift {
 
     /// A sign may stand inside of a number: 1E+5.
     void copyNumberOrWord(std::string_view text) {
-        const bool isNumber = isDigit(text.front()) || text.front() == '.';
+        const bool isNumber = isAsciiDigit(text.front()) || text.front() == '.';
         const bool hasExponent = isNumber && (text.back() == 'E' || text.back() == 'e');
         copy(text.size());
         if (hasExponent && (rest_.starts_with('+') || rest_.starts_with('-'))) {

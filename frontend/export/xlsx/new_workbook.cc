@@ -4,12 +4,12 @@
 
 #include "frontend/export/office/office_package.h"
 #include "frontend/export/xlsx/macro_project.h"
+#include "frontend/export/xlsx/package_xml.h"
 #include "frontend/package/xml_writer.h"
 
 namespace vexa::frontend {
 namespace {
 
-constexpr std::string_view spreadsheetSpace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 constexpr std::string_view packageRelation = "http://schemas.openxmlformats.org/package/2006/relationships/";
 
 std::string workbookXml(bool hasMacros) {

@@ -11,6 +11,11 @@
 
 namespace vexa::frontend {
 
+/// The namespace of workbooks, and the one that some call strict.
+inline constexpr std::string_view spreadsheetSpace =
+    "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
+inline constexpr std::string_view strictSpreadsheetSpace = "http://purl.oclc.org/ooxml/spreadsheetml/main";
+
 /// The most that a part may have that is read as a tree, bytes.
 inline constexpr std::size_t mostOfATree = 96U << 20U;
 

@@ -11,7 +11,7 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr std::size_t pieceBytes = 256U << 10U;
+constexpr std::size_t pieceOfStrings = 256U << 10U;
 
 bool isHexadecimal(char byte) {
     const std::string_view digits = "0123456789abcdefABCDEF";
@@ -170,7 +170,7 @@ PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out,
         } else if (!isRoot || xml.isEnd()) {
             waiting += xml.raw();
         }
-        if (waiting.size() >= pieceBytes) {
+        if (waiting.size() >= pieceOfStrings) {
             result = out.write(waiting);
             waiting.clear();
         }

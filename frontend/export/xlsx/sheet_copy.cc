@@ -5,7 +5,7 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr std::size_t pieceBytes = 256U << 10U;
+constexpr std::size_t pieceOfSheet = 256U << 10U;
 
 }  // namespace
 
@@ -29,7 +29,7 @@ void SheetCopy::emit(std::string_view xml) {
 }
 
 void SheetCopy::passOn() {
-    if (out_.size() >= pieceBytes) {
+    if (out_.size() >= pieceOfSheet) {
         result_ = result_ ? sink_.write(out_) : result_;
         out_.clear();
     }

@@ -11,9 +11,6 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr std::string_view spreadsheetSpace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
-constexpr std::string_view strictSpace = "http://purl.oclc.org/ooxml/spreadsheetml/main";
-
 double realOr(std::optional<std::string_view> text, double fallback) {
     double number = 0;
     if (!text) {
@@ -80,7 +77,7 @@ class Survey {
         const std::string space =
             survey_.prefix.empty() ? "xmlns" : "xmlns:" + survey_.prefix.substr(0, survey_.prefix.size() - 1);
         const std::string_view found = xml_.attribute(space).value_or("");
-        if (found == strictSpace) {
+        if (found == strictSpreadsheetSpace) {
             fail("it is of the strict kind; save it as an ordinary workbook"_text);
         } else if (xml_.localName() != "worksheet" || found != spreadsheetSpace) {
             fail("a different root element than expected"_text);

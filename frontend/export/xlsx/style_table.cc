@@ -16,7 +16,6 @@ namespace {
 constexpr std::size_t mostFormats = 64'000;
 // Numbers of formats below are those that every program knows.
 constexpr std::size_t firstOwnFormat = 164;
-constexpr std::string_view spreadsheetSpace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 
 // As the lists have to follow each other.
 constexpr std::array<const char*, 11> listOrder{"numFmts",      "fonts",   "fills",      "borders",

@@ -9,8 +9,6 @@
 namespace vexa::frontend {
 namespace {
 
-constexpr std::string_view spreadsheetSpace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
-constexpr std::string_view strictSpace = "http://purl.oclc.org/ooxml/spreadsheetml/main";
 constexpr std::string_view relationsSpace =
     "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
 
@@ -36,7 +34,7 @@ PackageResult WorkbookPart::parse(std::string xml) {
     if (!result) {
         return result;
     }
-    if (xml_.space() == strictSpace) {
+    if (xml_.space() == strictSpreadsheetSpace) {
         return {PackageProblem::damaged, "it is of the strict kind; save it as an ordinary workbook"_text};
     }
     return xml_.space() == spreadsheetSpace && childOf(xml_.root(), "sheets")

@@ -175,7 +175,7 @@ class SignalsTest(unittest.TestCase):
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     parser.add_argument("program")
-    parser.add_argument("--rounds", type=int, default=3 if os.environ.get("VEXA_QUICK") else 12)
+    parser.add_argument("--rounds", type=int, default=12)
     parser.add_argument("--seed", type=int, default=random.randrange(1 << 30))
     chosen = parser.parse_args()
     SignalsTest.program = os.path.abspath(chosen.program)

@@ -57,9 +57,6 @@ constexpr std::array paragraphStyles{
                    R"(<w:b/><w:bCs/><w:sz w:val="28"/><w:szCs w:val="28"/>)"},
 };
 
-/// Half points of the headings from the first level on.
-constexpr std::array<int, 9> headingSizes{32, 27, 23, 21, 20, 20, 20, 20, 20};
-
 void appendPart(std::string& xml, std::string_view element, std::string_view content) {
     if (content.empty()) return;
     xml.append("<w:").append(element).append(">").append(content).append("</w:").append(element).append(">");
@@ -105,8 +102,7 @@ void appendHeadings(std::string& xml) {
 
 /// Entries of the contents, with a place for page numbers at the right margin.
 void appendEntries(std::string& xml, std::int64_t textWidth) {
-    constexpr int deepestEntry = 3;
-    for (int i = 0; i < deepestEntry; ++i) {
+    for (std::size_t i = 0; i < deepestEntry; ++i) {
         const std::string level = std::to_string(i + 1);
         const std::string id = "TOC" + level;
         const std::string name = "toc " + level;

@@ -29,8 +29,6 @@ void appendShading(std::string& xml, tables::Color color);
 
 /// The id of the style that paragraphs of a role have.
 [[nodiscard]] std::string styleIdOf(WordRole role, std::size_t level);
-/// Word processors hold some thousands of styles; further texts have their looks themselves.
-inline constexpr std::size_t mostTableStyles = 1'000;
 /// The id of the style of table texts with this number.
 [[nodiscard]] std::string tableStyleId(std::size_t number);
 

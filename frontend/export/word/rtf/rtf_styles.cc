@@ -13,9 +13,6 @@ using tables::CellStyle;
 using tables::HorizontalAlign;
 
 constexpr std::size_t firstTableStyle = 100;
-constexpr std::size_t mostTableStyles = 1'000;
-constexpr std::size_t deepestHeading = 9;
-constexpr std::size_t deepestEntry = 3;
 
 struct RoleStyle {
     int number;
@@ -38,7 +35,6 @@ constexpr std::array<RoleStyle, 13> roleStyles{
      {27, "header", "\\sa0\\fs18"},
      {28, "Table Gap", "\\sa0\\sl-200\\slmult0\\fs16"},
      {29, "Picture", "\\sb120\\sa160\\fs20"}}};
-constexpr std::array<int, deepestHeading> headingSizes{32, 27, 23, 21, 20, 20, 20, 20, 20};
 constexpr int contentsHeadingNumber = 30;
 constexpr int contentsNumber = 30;  // and the level
 constexpr int footerNumber = 40;
