@@ -233,7 +233,7 @@ def main(arguments):
     parser.add_argument("--bless", action="store_true")
     parser.add_argument("--keep", default=str(HERE.parent.parent / "build" / "pictures"))
     parser.add_argument("names", nargs="*", metavar="NAME", help=", ".join(VIEWS))
-    options = parser.parse_args(arguments)
+    options = parser.parse_intermixed_args(arguments)
     reason = why_not(options.bless)
     if reason:
         print(f"check_pictures: skipped, {reason}")

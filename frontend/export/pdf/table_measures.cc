@@ -19,25 +19,38 @@ using tables::TableGrid;
 constexpr double emptyColumn = 12;
 /// A column label beyond this rather takes two lines than a wide column.
 constexpr double wideLabel = 140;
+/// So does one beyond this where the table has to be split: fewer parts are easier to read.
+constexpr double wideLabelOfPart = 72;
 /// Columns of a table that is split take no more than this where their texts can be broken.
 constexpr double wideColumn = 140;
 constexpr double markGap = 0.6;
 
 double total(const std::vector<double>& widths) { return std::accumulate(widths.begin(), widths.end(), 0.0); }
 
-/// From `least` towards `wished`, all in the same proportion, so that they take `room` together.
-void interpolate(std::vector<double>& widths, const std::vector<double>& wished,
-                 const std::vector<double>& least, std::size_t begin, std::size_t end, double room) {
-    double all = 0;
-    double needed = 0;
-    for (std::size_t i = begin; i < end; ++i) {
-        all += wished[i];
-        needed += least[i];
+/// Between `least` and `wished`, so that they take `room` together: the widest ones give way first, and
+/// columns that are narrow anyhow keep what they wish.
+void narrow(std::vector<double>& widths, const std::vector<double>& wished, const std::vector<double>& least,
+            std::size_t begin, std::size_t end, double room) {
+    double low = 0;
+    double high = room;
+    const auto fill = [&](double most) {
+        double all = 0;
+        for (std::size_t i = begin; i < end; ++i) {
+            widths[i] = std::max(least[i], std::min(wished[i], most));
+            all += widths[i];
+        }
+        return all;
+    };
+    if (const double needed = fill(0); needed > room && needed > 0) {
+        for (std::size_t i = begin; i < end; ++i) widths[i] *= room / needed;  // words are broken then
+        return;
     }
-    const double part = all > needed ? std::clamp((room - needed) / (all - needed), 0.0, 1.0) : 0;
-    for (std::size_t i = begin; i < end; ++i) widths[i] = least[i] + (wished[i] - least[i]) * part;
-    if (needed <= room || needed <= 0) return;
-    for (std::size_t i = begin; i < end; ++i) widths[i] *= room / needed;  // words are broken then
+    if (fill(high) <= room) return;
+    for (int i = 0; i < 40; ++i) {
+        const double middle = (low + high) / 2;
+        (fill(middle) <= room ? low : high) = middle;
+    }
+    fill(low);
 }
 
 }  // namespace
@@ -96,14 +109,14 @@ double TableMeasures::leastWidth(const GridCell& cell) {
     return shaper_.longestPiece(styles_[cell.style], grid_.text(cell)) + markRoom(cell) + margins;
 }
 
-std::vector<double> TableMeasures::wishedWidths() const {
+std::vector<double> TableMeasures::wishedWidths(double mostLabel) const {
     std::vector<double> widths(grid_.columns, emptyColumn);
     std::vector<double> numbers(grid_.columns, 0);
     for (std::size_t i = 0; i < grid_.cells.size(); ++i) {
         const GridCell& cell = grid_.cells[i];
         if (cell.columnSpan != 1) continue;
         double width = natural_[i].width;
-        if (cell.role == GridRole::columnLabel) width = std::min(width, wideLabel);
+        if (cell.role == GridRole::columnLabel) width = std::min(width, mostLabel);
         widths[cell.column] = std::max(widths[cell.column], width);
         if (cell.kind == CellKind::number) numbers[cell.column] = std::max(numbers[cell.column], width);
     }
@@ -145,7 +158,7 @@ void TableMeasures::widenForSpans(std::vector<double>& widths) {
 }
 
 void TableMeasures::setWidths(double pageWidth) {
-    std::vector<double> wished = wishedWidths();
+    std::vector<double> wished = wishedWidths(wideLabel);
     widenForSpans(wished);
     const double labels = std::accumulate(wished.begin(), wished.begin() + grid_.labelColumns, 0.0);
     hasLongLabels_ = labels > pageWidth / 2;
@@ -162,7 +175,7 @@ void TableMeasures::fitWidths(const std::vector<double>& wished, double pageWidt
     widenForSpans(least);
     for (std::size_t i = 0; i < least.size(); ++i) least[i] = std::min(least[i], wished[i]);
     if (total(least) <= pageWidth) {
-        interpolate(widths_, wished, least, 0, widths_.size(), pageWidth);
+        narrow(widths_, wished, least, 0, widths_.size(), pageWidth);
         ranges_.push_back({grid_.labelColumns, grid_.columns});
         return;
     }
@@ -170,12 +183,14 @@ void TableMeasures::fitWidths(const std::vector<double>& wished, double pageWidt
     const bool isAllLabels = labels == grid_.columns;
     const double wishedLabels = std::accumulate(wished.begin(), wished.begin() + grid_.labelColumns, 0.0);
     if (wishedLabels > pageWidth / 2) {
-        interpolate(widths_, wished, least, 0, labels, isAllLabels ? pageWidth : pageWidth / 2);
+        narrow(widths_, wished, least, 0, labels, isAllLabels ? pageWidth : pageWidth / 2);
     }
     const double room = pageWidth - labelWidth();
+    const std::vector<double> narrower = wishedWidths(wideLabelOfPart);
     for (std::size_t i = labels; i < widths_.size(); ++i) {
         const bool isSet = grid_.widths[i].has_value();
-        widths_[i] = std::min(isSet ? wished[i] : std::max(least[i], std::min(wished[i], wideColumn)), room);
+        widths_[i] =
+            std::min(isSet ? wished[i] : std::max(least[i], std::min(narrower[i], wideColumn)), room);
     }
     split(pageWidth);
 }

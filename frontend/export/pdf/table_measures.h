@@ -56,7 +56,7 @@ class TableMeasures {
     void fitWidths(const std::vector<double>& wished, double pageWidth);
     void split(double pageWidth);
     [[nodiscard]] std::vector<bool> groupBegins() const;
-    [[nodiscard]] std::vector<double> wishedWidths() const;
+    [[nodiscard]] std::vector<double> wishedWidths(double mostLabel) const;
     [[nodiscard]] std::vector<double> leastWidths();
     void widenForSpans(std::vector<double>& widths);
     void setHeights();

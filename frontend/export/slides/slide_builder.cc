@@ -9,6 +9,7 @@
 #include "frontend/export/office/office_values.h"
 #include "frontend/export/office/table_parts.h"
 #include "frontend/export/picture_files.h"
+#include "frontend/export/slides/slide_enlarging.h"
 #include "frontend/export/slides/slide_xml.h"
 
 namespace vexa::frontend {
@@ -54,6 +55,14 @@ class GridFrame {
 
     [[nodiscard]] double aboveHeight() const { return aboveHeight_; }
     [[nodiscard]] double tail() const { return tail_; }
+    /// Of everything, with all footnotes.
+    [[nodiscard]] double height() const {
+        double below = tail_;
+        for (const GridFootnote& each : grid_.footnotes) {
+            if (!each.mark.empty()) below += noteHeight(each);
+        }
+        return aboveHeight_ + below + (below > 0 ? slideGap : 0);
+    }
 
     void writeAbove(XmlWriter& xml, const SlideText& text, const SlideBox& room, int id) const {
         if (aboveHeight_ == 0) return;
@@ -303,25 +312,58 @@ void SlideBuilder::addTable(ItemSlides& made, const ExportedItem& item, const Ta
     }
 }
 
+TableFit SlideBuilder::fitOf(const TableGrid& grid) const {
+    TableRoom tableRoom;
+    tableRoom.width = room().width;
+    tableRoom.height = room().height;
+    tableRoom.edge = design_.slide.width - room().left;
+    tableRoom.mostColumns = mostColumns;
+    return fitTable(grid, tableRoom, task_.request.ppt->wideTables);
+}
+
+std::optional<TableGrid> SlideBuilder::largerGrid(const TableGrid& grid, const TableFit& fit,
+                                                  std::string_view label) const {
+    const bool showsTitle = !design_.titles || grid.title.text != label;
+    const double around = GridFrame(grid, showsTitle, room().width).height();
+    std::optional<double> factor = enlargementOf(grid, fit, room(), around);
+    for (; factor; factor = nextEnlargement(*factor)) {
+        TableGrid larger = enlarged(grid, *factor);
+        const TableFit again = fitOf(larger);
+        if (again.parts.size() != 1 || again.parts.front().scale != 1) continue;
+        const double needed =
+            again.parts.front().height + GridFrame(larger, showsTitle, room().width).height();
+        if (needed <= room().height && !again.columnsCut && !again.textsCut) return larger;
+    }
+    return std::nullopt;
+}
+
 void SlideBuilder::addGrid(ItemSlides& made, const ExportedItem& item, const TableGrid& grid) const {
     const std::size_t before = made.slides.size();
-    const SlideBox place = room();
-    TableRoom tableRoom;
-    tableRoom.width = place.width;
-    tableRoom.height = place.height;
-    tableRoom.edge = design_.slide.width - place.left;
-    tableRoom.mostColumns = mostColumns;
-    TableFit fit = fitTable(grid, tableRoom, task_.request.ppt->wideTables);
+    TableFit fit = fitOf(grid);
     if (fit.longLabels) task_.report.warn(ExportWarning::longRowLabel, item);
     if (fit.columnsCut) task_.report.warn(ExportWarning::columnsCut, item);
     if (fit.textsCut) task_.report.warn(ExportWarning::textsCut, item);
+    const std::optional<TableGrid> larger = largerGrid(grid, fit, item.label);
+    if (larger) fit = fitOf(*larger);
     for (TablePart& part : fit.parts) {
         part.name = grid.title.text.empty() ? item.label : grid.title.text;
         addPart(made, item, part);
     }
     if (task_.report.failed()) return;
-    if (made.slides.size() == before) made.add(draft(item, false), {});
+    if (made.slides.size() == before) addRowless(made, item, grid);
     made.slides[before].notes = grid.caption.text;
+}
+
+/// Of a table whose rows or columns are all hidden there is still what stands over and under it.
+void SlideBuilder::addRowless(ItemSlides& made, const ExportedItem& item, const TableGrid& grid) const {
+    const GridFrame frame(grid, !design_.titles || grid.title.text != item.label, room().width);
+    XmlWriter xml(pieceXml);
+    SlideBox below = room();
+    below.top += frame.aboveHeight();
+    below.height -= frame.aboveHeight();
+    frame.writeAbove(xml, deck_.text(), room(), firstShape);
+    frame.writeBelow(xml, deck_.text(), {}, true, below, firstShape + 1);
+    made.add(draft(item, false), xml.take());
 }
 
 void SlideBuilder::addPart(ItemSlides& made, const ExportedItem& item, const TablePart& part) const {

@@ -32,6 +32,12 @@ class SlideBuilder {
     void addTable(ItemSlides& made, const ExportedItem& item, const tables::Table& table) const;
     void addGrid(ItemSlides& made, const ExportedItem& item, const tables::TableGrid& grid) const;
     void addPart(ItemSlides& made, const ExportedItem& item, const TablePart& part) const;
+    void addRowless(ItemSlides& made, const ExportedItem& item, const tables::TableGrid& grid) const;
+    [[nodiscard]] TableFit fitOf(const tables::TableGrid& grid) const;
+    /// The grid as large as it can be on one slide; nothing when it stays as it is.
+    [[nodiscard]] std::optional<tables::TableGrid> largerGrid(const tables::TableGrid& grid,
+                                                              const TableFit& fit,
+                                                              std::string_view label) const;
     [[nodiscard]] bool hasRoom(const ItemSlides& made, const ExportedItem& item) const;
     [[nodiscard]] SlideBox room() const;
     [[nodiscard]] double textSize(const tables::CellStyle& style) const;

@@ -9,7 +9,7 @@ inline constexpr FormatFeatures slidesFeatures{
     "PPT", "formats/ppt.md",
     featureFates({
         {Feature::fonts, Fate::kept, {}},
-        {Feature::fontSizes, Fate::kept, {}},
+        {Feature::fontSizes, Fate::kept, "those that are set; other tables grow into their slide"},
         {Feature::textColors, Fate::kept, {}},
         {Feature::backgrounds, Fate::kept, {}},
         {Feature::emphasis, Fate::kept, {}},

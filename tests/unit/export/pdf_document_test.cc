@@ -210,6 +210,19 @@ TEST(PdfDocument, RepeatsHeadersAndLabelsOnEveryPart) {
     EXPECT_GT(words.find("Caption."), words.rfind(" H0 "));
 }
 
+TEST(PdfDocument, LongTextsGiveWayBeforeShortLabels) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
+    const ExportFolder folder;
+    std::string longText;
+    for (int i = 0; i < 30; ++i) longText += "word ";
+    pdfOf(namedDocument(R"({"type":"table","rows":[{"label":"R","categories":["Case 128 of all"]}],
+        "columns":[{"label":"C","categories":["Alpha","Remark"]}],"cells":[1,")" +
+                        longText + "\"]}"),
+          folder);
+    // A label in two lines would have other words between its own.
+    EXPECT_NE(wordsOf(folder).find("Case 128 of all"), std::string::npos) << wordsOf(folder);
+}
+
 TEST(PdfDocument, DividesWideTablesBetweenGroups) {
     if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
     const ExportFolder folder;

@@ -109,6 +109,51 @@ TEST(SlideTables, WithARowThatIsHigherThanASlideAreCutWithAWarning) {
     ASSERT_EQ(1U, made.outcome().response.warnings[2].size());
 }
 
+TEST(SlideTables, WithRoomToSpareBecomeLarger) {
+    std::string table = numbers("T", 2, 2);
+    const Presentation made(table);
+    EXPECT_EQ("1600", made.attribute(1, "//a:tr[2]/a:tc[2]//a:rPr", "sz"));
+    EXPECT_GT(std::stoi(made.attribute(1, "//a:tcPr", "marL")), 4 * 12700);
+    // It grows only as far as it stays on its slide.
+    const Presentation higher(numbers("T", 20, 2));
+    EXPECT_EQ(1U, higher.slides());
+    const int size = std::stoi(higher.attribute(1, "//a:tr[2]/a:tc[2]//a:rPr", "sz"));
+    EXPECT_GT(size, 900);
+    EXPECT_LT(size, 1600);
+    const Presentation longer(numbers("T", 60, 2));
+    EXPECT_GT(longer.slides(), 1U);
+    EXPECT_EQ("900", longer.attribute(1, "//a:tr[2]/a:tc[2]//a:rPr", "sz"));
+}
+
+TEST(SlideTables, KeepTheSizesThatTheDocumentSets) {
+    std::string sized = numbers("T", 2, 2);
+    sized.replace(sized.find("[1,2"), 4, R"([{"value":1,"size":7},2)");
+    const Presentation letters(sized);
+    EXPECT_EQ("700", letters.attribute(1, "//a:tr[2]/a:tc[2]//a:rPr", "sz"));
+    EXPECT_EQ("900", letters.attribute(1, "//a:tr[2]/a:tc[3]//a:rPr", "sz"));
+    std::string wide = numbers("T", 2, 2);
+    wide.replace(wide.find("\"c2\""), 4, R"({"label":"c2","width":100})");
+    const Presentation widths(wide);
+    EXPECT_EQ("900", widths.attribute(1, "//a:tr[2]/a:tc[2]//a:rPr", "sz"));
+    EXPECT_EQ("1270000", widths.attribute(1, "//a:gridCol[3]", "w"));
+    // That of the title does not keep the cells from growing.
+    PptExport request;
+    request.slideTitles = false;
+    const Presentation titled(numbers("T", 2, 2, R"("titleStyle":{"size":13})"), request);
+    EXPECT_EQ("1300", titled.attribute(1, "//p:sp//a:rPr", "sz"));
+    EXPECT_EQ("1600", titled.attribute(1, "//a:tr[2]/a:tc[2]//a:rPr", "sz"));
+}
+
+TEST(SlideTables, WithoutVisibleRowsShowWhatStandsAroundThem) {
+    const Presentation made(
+        R"({"type":"table","label":"Empty","title":"All hidden","caption":"Weighted.",
+            "rows":[{"label":"R","categories":[{"label":"a","hidden":true}]}],
+            "columns":[{"label":"C","categories":["x"]}],"cells":[1]})");
+    ASSERT_EQ(1U, made.slides());
+    EXPECT_EQ("Empty", made.title(1));
+    EXPECT_EQ("All hidden\nWeighted.\n", made.content(1));
+}
+
 TEST(SlideTables, HaveTheStylesOfTheirCells) {
     std::string table = numbers("T", 1, 2);
     table.replace(table.find("[1,2]"), 5,
