@@ -113,8 +113,12 @@ struct Picture {
     std::string bytes;
     double width = 0;  ///< its natural size in points: an SVG's own, a PNG's pixels at 96 an inch
     double height = 0;
+    std::uint64_t packedBytes = 0;  ///< that it took in the file that it came from; 0 where it came from none
 
-    bool operator==(const Picture&) const = default;
+    /// Where a picture came from makes no difference.
+    bool operator==(const Picture& other) const {
+        return form == other.form && bytes == other.bytes && width == other.width && height == other.height;
+    }
 };
 
 /// A picture of a document, and what is applied to it when it is shown. `picture` is never null.

@@ -105,6 +105,15 @@ void waitForOtherThreads() {
     }
 }
 
+/// Bytes of data that a process may have which does the work.
+std::uint64_t dataLimit(const WorkLimits& limits) {
+    constexpr std::uint64_t enough = std::uint64_t{128} << 20;
+    constexpr std::uint64_t shadows = std::uint64_t{64} << 30;  // only a checked build has so much
+    const std::uint64_t own = ownData();
+    const std::uint64_t most = own + limits.memory;
+    return own > shadows ? most : std::min(most, std::max(limits.wholeMemory, own + enough));
+}
+
 bool writeAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(file, bytes.data(), bytes.size());
@@ -139,7 +148,7 @@ int waitFor(pid_t process) {
     if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_CPU, limits.seconds);
-    limit(RLIMIT_DATA, ownData() + limits.memory);
+    limit(RLIMIT_DATA, dataLimit(limits));
     bool whole = false;
     try {
         // The last byte says that all of it came.
@@ -169,6 +178,15 @@ bool readAll(int file, const WorkLimits& limits, std::string& result) {
 }
 
 }  // namespace
+
+WorkLimits limitsForPicture(std::uint64_t fileBytes) {
+    constexpr std::uint64_t smallFile = 1'000'000;
+    constexpr std::uint64_t ofSmallFile = std::uint64_t{268} << 20;
+    constexpr std::uint64_t ofEachByte = 256;
+    WorkLimits limits;
+    limits.wholeMemory = ofSmallFile + (std::max(fileBytes, smallFile) - smallFile) * ofEachByte;
+    return limits;
+}
 
 WorkApart::WorkApart(std::function<std::string()> work, const WorkLimits& limits)
     : work_(std::move(work)), limits_(limits) {

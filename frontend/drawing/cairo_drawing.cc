@@ -3,6 +3,7 @@
 #include <librsvg/rsvg.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <pugixml.hpp>
 #include <string_view>
 
@@ -97,8 +98,23 @@ cairo_status_t readBytes(void* from, unsigned char* to, unsigned int length) {
     return CAIRO_STATUS_SUCCESS;
 }
 
+/// Of a PNG, as it says itself: what is said of a picture beside it need not be true.
+double pixelCount(std::string_view png) {
+    constexpr std::size_t sideBytes = 4;
+    constexpr std::size_t sidesAt = 16;
+    double count = png.size() < sidesAt + 2 * sideBytes ? 0 : 1;
+    for (std::size_t side = 0; side < 2 && count > 0; ++side) {
+        std::uint32_t length = 0;
+        for (const char byte : png.substr(sidesAt + side * sideBytes, sideBytes)) {
+            length = length << 8U | static_cast<unsigned char>(byte);
+        }
+        count *= length;
+    }
+    return count;
+}
+
 bool drawPng(cairo_t* target, const Picture& picture, double width, double height, std::string& reason) {
-    if (picture.width * pixelsPerPoint * picture.height * pixelsPerPoint > maximalPixels) {
+    if (pixelCount(picture.bytes) > maximalPixels) {
         reason = translated("It has too many pixels."_text);
         return false;
     }

@@ -114,8 +114,9 @@ DrawingOrder placeholderOrder(const DrawingOrder& order) {
     return other;
 }
 
-WorkLimits limitsOf(const DrawingOrder& order) {
-    WorkLimits limits;
+WorkLimits limitsOf(const DrawingOrder& order, const Picture& picture) {
+    WorkLimits limits =
+        limitsForPicture(picture.packedBytes > 0 ? picture.packedBytes : picture.bytes.size());
     limits.seconds = order.seconds;
     return limits;
 }
@@ -127,14 +128,14 @@ class DrawingHere : public PendingDrawing {
           rules_(std::move(rules)),
           alternative_(std::move(alternative)),
           order_(order),
-          work_([this] { return draw(); }, limitsOf(order)) {}
+          work_([this] { return draw(); }, limitsOf(order, picture)) {}
 
     DrawnPicture finish() override {
         DrawnPicture drawn = finishDrawing(work_, order_.seconds);
         if (drawn.reason.empty()) return drawn;
         const DrawingOrder order = placeholderOrder(order_);
-        WorkApart work([&] { return fileOrReason(placeholder(alternative_, order), order); },
-                       limitsOf(order));
+        const Picture instead = placeholder(alternative_, order);
+        WorkApart work([&] { return fileOrReason(instead, order); }, limitsOf(order, instead));
         drawn.bytes = finishDrawing(work, order.seconds).bytes;
         return drawn;
     }

@@ -19,9 +19,10 @@ namespace {
 PackageResult tooLarge() { return {PackageProblem::tooLarge, "what it unpacks to"_text}; }
 
 PackageResult readPicture(const ZipReader& archive, const std::string& name, ReadingContext& context) {
-    const std::uint64_t bytes = archive.entry(archive.find(name).value()).bytes;
-    if (!context.keep(bytes)) return tooLarge();
+    const ZipEntry& entry = archive.entry(archive.find(name).value());
+    if (!context.keep(entry.bytes)) return tooLarge();
     context.picture = std::make_shared<Picture>();
+    context.picture->packedBytes = entry.packedBytes;
     context.picture->form =
         name.ends_with(pictureExtension(PictureForm::svg)) ? PictureForm::svg : PictureForm::png;
     return readEntry(archive, name, context.picture->bytes);

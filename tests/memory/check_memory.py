@@ -8,11 +8,13 @@ import os
 import pathlib
 import resource
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
 import unittest
 import zipfile
+import zlib
 
 MOST_BYTES = 300_000_000
 HEAD = '<?xml version="1.0" encoding="UTF-8"?>\n'
@@ -62,16 +64,47 @@ def long_text():
                           "<text>" + "T x " * 7_500 + "</text>")
 
 
-def long_column_labels():
-    """Three labels of 30 KB under each of 300 others, in a table of one row."""
+def long_column_labels(others=300):
+    """Three labels of 30 KB under each of many others, in a table of one row."""
     labels = "".join(f'<category label="{"C" * 30_000}{number}"/>' for number in range(3))
-    text = table([("a", 1), ("b", 300)], numbers(900), 'rows="0" columns="1 2"',
+    text = table([("a", 1), ("b", others)], numbers(3 * others), 'rows="0" columns="1 2"',
                  f'<dimension label="c">{labels}</dimension>')
     return "table", text
 
 
 def many_lines():
     return "log", "<log>" + "w\\0A" * 1_500_000 + "</log>"
+
+
+def long_cell():
+    return "table", table([("a", 1), ("b", 1)], "#1", 'rows="0" columns="1"', "<text>" + "w o " * 2_000_000 + "</text>")
+
+
+def png(width, height):
+    """A white picture of one bit a pixel."""
+    def chunk(kind, content):
+        return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
+    row = b"\0" + b"\xff" * ((width + 7) // 8)
+    header = struct.pack(">IIBBBBB", width, height, 1, 0, 0, 0, 0)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(row * height, 9)) +
+            chunk(b"IEND", b""))
+
+
+def svg_of_very_many_paths():
+    return (b'<svg xmlns="http://www.w3.org/2000/svg" width="400" height="300">' + b'<path d="M0 0L9 9"/>' * 400_000 +
+            b"</svg>")
+
+
+def write_chart(path, form, picture):
+    """A document with a picture that says of itself that it is small."""
+    entries = {"manifest.xml": HEAD + '<vexaDocument format="2" type="VXV" dataModel="true" name="d">\n'
+                               f'<item type="chart" entry="items/000001.xml" picture="items/000001.{form}"/>\n'
+                               "</vexaDocument>\n",
+               "items/000001.xml": HEAD + '<chart width="400" height="300"/>',
+               f"items/000001.{form}": picture}
+    with zipfile.ZipFile(path, "w") as archive:
+        for name, content in entries.items():
+            archive.writestr(zipfile.ZipInfo(name, (1980, 1, 1, 0, 0, 0)), content, zipfile.ZIP_DEFLATED, 9)
 
 
 def write_document(path, kind, xml):
@@ -139,6 +172,30 @@ class Exports(Case):
 
     def test_many_lines(self):
         self.check(many_lines, ["pdf", "docx", "rtf", "pptx"])
+
+
+    def test_a_cell_that_no_page_takes(self):
+        document = self.document(long_cell)
+        status, most, said = self.run_program("export", document, self.folder / "d.pdf")
+        self.assertEqual(status, 1)
+        self.assertIn("has a text of 8000000 characters", said)
+        self.assertLess(most, MOST_BYTES)
+
+    def test_long_column_labels(self):
+        self.check(lambda: long_column_labels(4_000), ["html"])
+
+    def test_pictures_that_grow(self):
+        """They are not drawn, and the document is exported without them; processes that draw count as well."""
+        document = self.folder / "d.vxv"
+        for form, picture in ("png", png(16_000, 16_000)), ("svg", svg_of_very_many_paths()):
+            write_chart(document, form, picture)
+            self.assertLess(document.stat().st_size, 1_000_000)
+            for target in "d.pdf", "d.eps":
+                with self.subTest(picture=form, target=target):
+                    status, most, said = self.run_program("export", document, self.folder / target)
+                    self.assertEqual(status, 0, said[-500:])
+                    self.assertLess(most, MOST_BYTES)
+                    self.assertRegex(said, "It has too many pixels|took more memory than a picture may take")
 
 
 class OtherWork(Case):

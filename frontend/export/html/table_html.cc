@@ -118,7 +118,10 @@ class TableWriter {
         html_.append("<").append(element).append(">\n");
         for (std::size_t row = begin; row < end; ++row) {
             html_ += "<tr>";
-            for (const GridCell& cell : grid_.row(row)) writeCell(cell);
+            for (const GridCell& cell : grid_.row(row)) {
+                writeCell(cell);
+                if (html_.size() >= PackedText::pieceBytes) take_(html_);
+            }
             html_ += "</tr>\n";
             take_(html_);
         }

@@ -12,7 +12,7 @@ namespace vexa::frontend {
 
 /// Appends the table, its caption and its footnotes. `id` begins the names that links lead to: letters,
 /// digits, unlike that of every other grid of the page. Without `classes` nothing is styled. `take` is called
-/// between rows.
+/// between rows and, where they are long, within them.
 void appendTable(std::string& html, const tables::TableGrid& grid, std::string_view id, StyleClasses* classes,
                  const TextTaker& take);
 

@@ -29,6 +29,23 @@ constexpr double withHeading = 30;
 constexpr std::array<std::string_view, 6> headingTypes{"H1", "H2", "H3", "H4", "H5", "H6"};
 constexpr std::array<double, 6> headingSizes{17, 14, 12, 11, 10, 10};
 
+/// Characters that a cell of a table may have: hundreds of pages, which are laid out at one time.
+constexpr std::size_t longestCell = 1'000'000;
+
+/// Of the longest text in a cell of a table, those beyond the limit only.
+std::size_t tooManyCharacters(const TableGrid& grid) {
+    std::size_t most = 0;
+    for (const tables::GridCell& cell : grid.cells) {
+        if (cell.textLength <= longestCell) continue;
+        const std::string_view text = grid.text(cell);
+        const auto characters = std::count_if(text.begin(), text.end(), [](char byte) {
+            return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+        });
+        most = std::max(most, static_cast<std::size_t>(characters));
+    }
+    return most > longestCell ? most : 0;
+}
+
 ParagraphLook textLook() {
     ParagraphLook look;
     look.style.size = 10;
@@ -221,6 +238,13 @@ void ItemPages::writeTableItem(const ExportedItem& item) {
 }
 
 void ItemPages::writeGrid(const ExportedItem& item, const TableGrid& grid, bool isFirst) {
+    if (const std::size_t characters = tooManyCharacters(grid); characters > 0) {
+        task_.report.fail(ExportError::other,
+                          composed("Item ^1 (^2) has a text of ^3 characters, and a cell takes ^4."_text,
+                                   {std::to_string(item.number), item.label, std::to_string(characters),
+                                    std::to_string(longestCell)}));
+        return;
+    }
     flow_.leaveSpace(itemGap);
     const TablePages pages = writeTable(grid, shaper_, structure_, flow_);
     if (isFirst) bookmarks_.add(item.label, item.depth, flow_.destination(pages.begin));

@@ -94,7 +94,11 @@ class ObjectCopier {
 }  // namespace
 
 PageDrawing::PageDrawing(const Picture& picture, std::string rules, const ItemSize& size)
-    : picture_(picture), rules_(std::move(rules)), size_(size), work_([this] { return draw(); }, {}) {}
+    : picture_(picture),
+      rules_(std::move(rules)),
+      size_(size),
+      work_([this] { return draw(); },
+            limitsForPicture(picture.packedBytes > 0 ? picture.packedBytes : picture.bytes.size())) {}
 
 std::string PageDrawing::draw() const {
     if (picture_.form != PictureForm::svg || rules_.empty()) return drawPage(picture_, size_);
