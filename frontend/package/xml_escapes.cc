@@ -8,10 +8,10 @@ namespace {
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
-unsigned byteAt(std::string_view text, std::size_t index) { return static_cast<unsigned char>(text[index]); }
+unsigned valueAt(std::string_view text, std::size_t index) { return static_cast<unsigned char>(text[index]); }
 
 bool isContinuation(std::string_view text, std::size_t index) {
-    return index < text.size() && (byteAt(text, index) & 0xC0U) == 0x80U;
+    return index < text.size() && (valueAt(text, index) & 0xC0U) == 0x80U;
 }
 
 /// Where a text stands, and so what it may hold as it is.
@@ -88,7 +88,7 @@ void appendImpossible(std::string& out, unsigned byte, XmlEscapes escapes) {
 
 // U+FFFE and U+FFFF are characters of three bytes, and are replaced once.
 std::size_t impossibleLength(std::string_view text, std::size_t index, XmlEscapes escapes) {
-    const bool whole = escapes == XmlEscapes::replacing && byteAt(text, index) == 0xEFU &&
+    const bool whole = escapes == XmlEscapes::replacing && valueAt(text, index) == 0xEFU &&
                        isContinuation(text, index + 1) && isContinuation(text, index + 2);
     return whole ? 3 : 1;
 }
@@ -97,7 +97,7 @@ void appendEscaped(std::string& out, std::string_view text, const PlainTable& pl
     std::size_t index = 0;
     while (index < text.size()) {
         std::size_t end = index;
-        while (end < text.size() && plain[byteAt(text, end)]) {
+        while (end < text.size() && plain[valueAt(text, end)]) {
             ++end;
         }
         out.append(text, index, end - index);
@@ -112,7 +112,7 @@ void appendEscaped(std::string& out, std::string_view text, const PlainTable& pl
             out.append(text, index, length);
             index += length;
         } else {
-            appendImpossible(out, byteAt(text, index), escapes);
+            appendImpossible(out, valueAt(text, index), escapes);
             index += impossibleLength(text, index, escapes);
         }
     }
@@ -126,7 +126,7 @@ int hexValue(char digit) {
 }  // namespace
 
 std::size_t xmlCharacterLength(std::string_view text, std::size_t index) {
-    const unsigned first = byteAt(text, index);
+    const unsigned first = valueAt(text, index);
     const std::size_t length = first < 0xC2U   ? 0
                                : first < 0xE0U ? 2
                                : first < 0xF0U ? 3
@@ -140,10 +140,10 @@ std::size_t xmlCharacterLength(std::string_view text, std::size_t index) {
     if (length < 3) {
         return length;
     }
-    const unsigned second = byteAt(text, index + 1);
+    const unsigned second = valueAt(text, index + 1);
     const bool overlong = (first == 0xE0U && second < 0xA0U) || (first == 0xF0U && second < 0x90U);
     const bool outside = (first == 0xEDU && second > 0x9FU) || (first == 0xF4U && second > 0x8FU);
-    const bool noCharacter = first == 0xEFU && second == 0xBFU && byteAt(text, index + 2) >= 0xBEU;
+    const bool noCharacter = first == 0xEFU && second == 0xBFU && valueAt(text, index + 2) >= 0xBEU;
     return overlong || outside || noCharacter ? 0 : length;
 }
 
