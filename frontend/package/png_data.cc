@@ -19,13 +19,13 @@ constexpr std::size_t headLength = 13;
 constexpr std::size_t chunkBegin = 8;
 constexpr std::size_t chunkAround = 12;
 
-unsigned byteAt(std::string_view bytes, std::size_t place) {
+unsigned dataByteAt(std::string_view bytes, std::size_t place) {
     return static_cast<unsigned char>(bytes[place]);
 }
 
 std::uint64_t numberAt(std::string_view bytes, std::size_t place) {
     std::uint64_t number = 0;
-    for (std::size_t i = 0; i < 4; ++i) number = number << 8U | byteAt(bytes, place + i);
+    for (std::size_t i = 0; i < 4; ++i) number = number << 8U | dataByteAt(bytes, place + i);
     return number;
 }
 
@@ -43,11 +43,11 @@ std::optional<PngHead> headOf(std::string_view data) {
     constexpr std::size_t depthPlace = 8;
     constexpr std::size_t colorPlace = 9;
     constexpr std::size_t interlacePlace = 12;
-    if (data.size() != headLength || byteAt(data, colorPlace) >= channels.size()) return std::nullopt;
-    const unsigned depth = byteAt(data, depthPlace);
+    if (data.size() != headLength || dataByteAt(data, colorPlace) >= channels.size()) return std::nullopt;
+    const unsigned depth = dataByteAt(data, depthPlace);
     PngHead head{numberAt(data, 0), numberAt(data, 4),
-                 std::uint64_t{depth} * channels[byteAt(data, colorPlace)],
-                 byteAt(data, interlacePlace) != 0};
+                 std::uint64_t{depth} * channels[dataByteAt(data, colorPlace)],
+                 dataByteAt(data, interlacePlace) != 0};
     const bool isDepth = depth == 1 || depth == 2 || depth == 4 || depth == 8 || depth == 16;
     if (!isDepth || head.bitsOfPixel == 0 || head.width == 0 || head.height == 0) return std::nullopt;
     return head;
