@@ -5,9 +5,9 @@ namespace vexa::frontend {
 namespace {
 
 constexpr std::string_view style =
-    R"(:root{color-scheme:light dark;--page:#fbfbfa;--paper:#fff;--ink:#1c2024;--soft:#5c6670;--line:#d9dde1;--band:#f3f5f7;--accent:#1f5fa8;--mark:#fff3bf;--warn:#b45309}
-@media(prefers-color-scheme:dark){:root:not([data-theme=light]){--page:#14171a;--paper:#1b1f23;--ink:#e6e9ec;--soft:#9aa5b0;--line:#353c43;--band:#23282d;--accent:#7db4f0;--mark:#5c4a00;--warn:#f0a54a}}
-:root[data-theme=dark]{color-scheme:dark;--page:#14171a;--paper:#1b1f23;--ink:#e6e9ec;--soft:#9aa5b0;--line:#353c43;--band:#23282d;--accent:#7db4f0;--mark:#5c4a00;--warn:#f0a54a}
+    R"(:root{color-scheme:light dark;--page:#fbfbfa;--paper:#fff;--ink:#1c2024;--soft:#5c6670;--line:#d9dde1;--edge:#858f99;--band:#f3f5f7;--accent:#1f5fa8;--mark:#fff3bf;--warn:#b45309}
+@media(prefers-color-scheme:dark){:root:not([data-theme=light]){--page:#14171a;--paper:#1b1f23;--ink:#e6e9ec;--soft:#9aa5b0;--line:#353c43;--edge:#6b757f;--band:#23282d;--accent:#7db4f0;--mark:#5c4a00;--warn:#f0a54a}}
+:root[data-theme=dark]{color-scheme:dark;--page:#14171a;--paper:#1b1f23;--ink:#e6e9ec;--soft:#9aa5b0;--line:#353c43;--edge:#6b757f;--band:#23282d;--accent:#7db4f0;--mark:#5c4a00;--warn:#f0a54a}
 :root[data-theme=light]{color-scheme:light}
 *{box-sizing:border-box}
 html{scroll-behavior:smooth;scroll-padding-top:1rem}
@@ -18,10 +18,10 @@ a:focus-visible,button:focus-visible,input:focus-visible,select:focus-visible,[r
 .head{grid-area:head;display:flex;flex-wrap:wrap;gap:.4rem 1.5rem;align-items:baseline;padding:1.1rem 2rem;background:var(--paper);border-bottom:1px solid var(--line)}
 .head h1{margin:0;font-size:1.5rem;line-height:1.25;font-weight:650;flex:1 1 16rem;overflow-wrap:anywhere}
 .head ul{display:flex;flex-wrap:wrap;gap:.3rem 1.2rem;margin:0;padding:0;list-style:none}
-.theme{font:inherit;font-size:.85rem;color:var(--soft);background:none;border:1px solid var(--line);border-radius:6px;padding:.2rem .7rem;cursor:pointer}
+.theme{font:inherit;font-size:.85rem;color:var(--soft);background:none;border:1px solid var(--edge);border-radius:6px;padding:.2rem .7rem;cursor:pointer}
 .side{grid-area:side;position:sticky;top:0;align-self:start;max-height:100vh;overflow:auto;padding:1.2rem 1rem 2rem 1.2rem;font-size:.9rem}
 .side label{display:block;font-size:.8rem;color:var(--soft)}
-.side input{width:100%;margin:.2rem 0 .8rem;padding:.35rem .6rem;font:inherit;color:inherit;background:var(--paper);border:1px solid var(--line);border-radius:6px}
+.side input{width:100%;margin:.2rem 0 .8rem;padding:.35rem .6rem;font:inherit;color:inherit;background:var(--paper);border:1px solid var(--edge);border-radius:6px}
 .side ul{list-style:none;margin:0;padding-left:1rem}.side>ul{padding-left:0}
 .side li{position:relative}
 .side .row{display:flex;align-items:baseline;border-radius:5px;position:relative;padding-left:1.2rem}
@@ -57,7 +57,7 @@ pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;
 .choose{margin:0 0 .6rem}.choose label{margin-right:1rem}
 [hidden]{display:none!important}
 @media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}.side+.main caption>div{max-width:80vw}}
-@media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}figure,table,tr{break-inside:avoid}h2,h3,h4,h5,h6,.log{break-after:avoid}.footnotes,.table>p,.layer>p{break-before:avoid}.break{break-before:page}}
+@media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--edge:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}figure,table,tr{break-inside:avoid}h2,h3,h4,h5,h6,.log{break-after:avoid}.footnotes,.table>p,.layer>p{break-before:avoid}.break{break-before:page}}
 )";
 
 }  // namespace
