@@ -12,7 +12,7 @@ class ThreadWork {
   public:
     /// Waits while the process is being copied.
     ThreadWork();
-    ~ThreadWork();
+    ~ThreadWork();  // NOLINT(performance-trivially-destructible): not on every system
     ThreadWork(const ThreadWork&) = delete;
     ThreadWork& operator=(const ThreadWork&) = delete;
     ThreadWork(ThreadWork&&) = delete;
