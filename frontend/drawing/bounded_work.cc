@@ -28,7 +28,7 @@ using Clock = std::chrono::steady_clock;
 constexpr int waitingBytes = 1 << 20;
 /// As many times as long as it may work is waited for what works, so that no picture is lost because much
 /// else is going on.
-constexpr int waitingTime = 4;
+constexpr int waitingTime = 3;
 
 void limit(int resource, rlim_t value) {
     rlimit limits{};

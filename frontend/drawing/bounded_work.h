@@ -9,7 +9,7 @@
 namespace vexa::frontend {
 
 struct WorkLimits {
-    unsigned int seconds = 20;                      ///< on a processor; four times as many in all
+    unsigned int seconds = 20;                      ///< on a processor; three times as many in all
     std::uint64_t memory = std::uint64_t{2} << 30;  ///< bytes, beside what the program has
     std::uint64_t wholeMemory = UINT64_MAX;         ///< with what the program has, where that leaves enough
     std::uint64_t resultBytes = std::uint64_t{1} << 30;  ///< longest result
