@@ -15,9 +15,11 @@ std::string judgedEmf(const Picture& picture) {
     static_cast<void>(isInstalled("inkscape"));  // without it every difference is 0
     const DrawnPicture file = drawn(picture, orderOf(DrawnForm::emf));
     EXPECT_EQ("", file.reason);
-    const std::string png = testing::TempDir() + "vexa_emf.png";
+    const std::string png = temporaryFile(".png");
     std::ofstream(png, std::ios::binary) << drawn(picture, orderOf(DrawnForm::png)).bytes;
-    return judged(file.bytes, ".emf", png);
+    std::string found = judged(file.bytes, ".emf", png);
+    std::remove(png.c_str());
+    return found;
 }
 
 TEST(EmfFiles, HavePathsAsPaths) {

@@ -39,23 +39,22 @@ TEST(HostilePictures, TheAlternativeTextIsInThePlaceholder) {
 }
 
 TEST(HostilePictures, NothingOutsideIsFetched) {
-    const std::string folder = testing::TempDir();
-    const std::string secret = folder + "vexa_secret.svg";
+    const std::string secret = temporaryFile("_secret.svg");
+    const std::string style = temporaryFile("_secret.css");
     std::ofstream(secret) << kOpening << "<rect width='80' height='40' fill='#00ff00'/></svg>";
-    std::ofstream(folder + "vexa_secret.css") << "rect{fill:#00ff00}";
-    const std::string css = "<style>@import url('file://" + folder + "vexa_secret.css');</style>";
+    std::ofstream(style) << "rect{fill:#00ff00}";
+    const std::string css = "<style>@import url('file://" + style + "');</style>";
     const Picture picture =
         svgOf("<image width='80' height='40' href='file://" + secret +
               "'/><image width='80' height='40' href='" + secret + "'/><use href='file://" + secret +
               "#x'/>" + css + "<xi:include xmlns:xi='http://www.w3.org/2001/XInclude' href='file://" +
               secret + "'/>" + "<rect width='20' height='40' fill='#ff0000'/>");
-    const DrawnPicture file =
-        drawn(picture, orderOf(DrawnForm::png), "@import url('file://" + folder + "vexa_secret.css');");
+    const DrawnPicture file = drawn(picture, orderOf(DrawnForm::png), "@import url('file://" + style + "');");
     EXPECT_EQ("", file.reason);
     EXPECT_EQ("PNG RGB 80x40 dots=96 bits=8 colors=2 255,0,0,255 255,255,255,255",
               judged(file.bytes, ".png", "10,20 60,20"));
     std::remove(secret.c_str());
-    std::remove((folder + "vexa_secret.css").c_str());
+    std::remove(style.c_str());
 }
 
 TEST(HostilePictures, EntitiesAreNotFetchedAndDoNotMultiply) {

@@ -67,6 +67,10 @@ std::string judged(const std::string& bytes, const std::string& extension, const
     return answer;
 }
 
+std::string temporaryFile(const std::string& ending) {
+    return testing::TempDir() + "vexa_" + std::to_string(getpid()) + ending;
+}
+
 bool isInstalled(const std::string& program) {
     const bool found = std::system(("command -v " + program + " > /dev/null 2>&1").c_str()) == 0;
     if (!found) std::cout << program << " is not installed: it is not asked\n";
@@ -74,9 +78,11 @@ bool isInstalled(const std::string& program) {
 }
 
 std::string rendered(const std::string& one, const std::string& other) {
-    const std::string name = testing::TempDir() + "vexa_other.eps";
+    const std::string name = temporaryFile("_other.eps");
     std::ofstream(name, std::ios::binary) << other;
-    return judged(one, ".eps", "same:" + name);
+    std::string found = judged(one, ".eps", "same:" + name);
+    std::remove(name.c_str());
+    return found;
 }
 
 }  // namespace vexa::frontend::test

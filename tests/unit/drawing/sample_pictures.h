@@ -24,6 +24,8 @@ inline constexpr const char* kOpening = R"(<svg xmlns="http://www.w3.org/2000/sv
 [[nodiscard]] std::string judged(const std::string& bytes, const std::string& extension,
                                  const std::string& places = {});
 
+/// A file in the folder for temporary ones that no other run of the tests has.
+[[nodiscard]] std::string temporaryFile(const std::string& ending);
 /// Whether a program is installed; a line says so where it is not.
 [[nodiscard]] bool isInstalled(const std::string& program);
 /// How far Ghostscript's pictures of two files of EPS are from each other: the mean difference of a pixel,

@@ -32,11 +32,10 @@ struct Head {
 };
 
 std::string packed(std::size_t bytes) {
-    const std::string rows(bytes, '\0');
-    uLongf length = compressBound(rows.size());
+    const std::vector<Bytef> rows(bytes);
+    uLongf length = compressBound(static_cast<uLong>(bytes));
     std::string result(length, '\0');
-    compress(reinterpret_cast<Bytef*>(result.data()), &length, reinterpret_cast<const Bytef*>(rows.data()),
-             rows.size());
+    compress(reinterpret_cast<Bytef*>(result.data()), &length, rows.data(), static_cast<uLong>(bytes));
     result.resize(length);
     return result;
 }
