@@ -118,11 +118,6 @@ void formatInPython(benchmark::State& state) {
     remember("python/" + std::to_string(state.range(0)), each);
 }
 
-std::unique_ptr<ViewerDocument>& documentAlone() {
-    static std::unique_ptr<ViewerDocument> document;
-    return document;
-}
-
 void makeAlone(const Arguments& arguments) {
     documentAlone() = std::make_unique<ViewerDocument>(documentOf(std::stoll(arguments.at(0))));
 }

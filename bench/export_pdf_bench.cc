@@ -120,11 +120,6 @@ void drawDirectly(benchmark::State& state, const std::string& name, bool usesLay
     });
 }
 
-std::unique_ptr<ViewerDocument>& documentAlone() {
-    static std::unique_ptr<ViewerDocument> document;
-    return document;
-}
-
 void makeAlone(const Arguments& arguments) {
     documentAlone() = std::make_unique<ViewerDocument>(documentOf(std::stoll(arguments.at(0))));
 }

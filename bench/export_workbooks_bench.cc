@@ -139,11 +139,6 @@ void writeInPython(benchmark::State& state, const std::string& way) {
     remember((way == "xlwt" ? "" : "openpyxl ") + way + "/" + std::to_string(state.range(0)), each);
 }
 
-std::unique_ptr<ViewerDocument>& documentAlone() {
-    static std::unique_ptr<ViewerDocument> document;
-    return document;
-}
-
 void makeAlone(const Arguments& arguments) {
     documentAlone() = std::make_unique<ViewerDocument>(documentOf(std::stoll(arguments.at(0))));
 }

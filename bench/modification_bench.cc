@@ -12,6 +12,7 @@
 #include "bench/measure.h"
 #include "bench/process_memory.h"
 #include "bench/ratios.h"
+#include "bench/study_tables.h"
 #include "frontend/document/viewer_document.h"
 #include "frontend/modify/modification.h"
 #include "frontend/requests/modify_request_reader.h"
@@ -21,38 +22,6 @@ namespace vexa::bench {
 namespace {
 
 using namespace frontend;
-
-constexpr std::size_t kRows = 40;
-constexpr std::size_t kColumns = 8;
-
-tables::TableDimension numbered(const std::string& label, std::size_t categories) {
-    tables::TableDimension made;
-    made.label = label;
-    for (std::size_t i = 0; i < categories; ++i) {
-        made.categories.push_back({label + ' ' + std::to_string(i), tables::noGroup, {}, {}, {}});
-    }
-    return made;
-}
-
-/// The table that the script makes of the same seed.
-tables::Table studyTable(std::size_t seed) {
-    std::vector<tables::TableDimension> dimensions{numbered("Variable", kRows),
-                                                   numbered("Statistic", kColumns)};
-    for (tables::TableCategory& category : dimensions[1].categories) {
-        category.format = {tables::FormatKind::plain, 8, 2};
-    }
-    tables::TableDataBuilder data(std::move(dimensions));
-    std::uint32_t random = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
-    for (tables::Place place = 0; place < kRows * kColumns; ++place) {
-        random = random * 1664525U + 1013904223U;
-        data.setNumber(place, static_cast<double>(random >> 8) / 1000);
-    }
-    tables::TableView view;
-    view.title = "Measured values of study " + std::to_string(seed);
-    view.rows = {0};
-    view.columns = {1};
-    return tables::makeTable(data.finish(), std::move(view));
-}
 
 Outline studyOf(std::int64_t count) {
     Outline outline;
@@ -92,6 +61,7 @@ std::string transposition() { return requestFor("<modifyTable transpose=\"true\"
 class NoLooks : public LookSource {
   public:
     ReadLook find(std::string_view /*name*/) override { return {nullptr, "none"}; }
+    [[nodiscard]] bool hasStyleSheet(const std::string& /*name*/) const override { return false; }
 };
 
 /// The whole road of a request: reading, planning, putting the outline in its place.
@@ -138,11 +108,6 @@ void editXml(benchmark::State& state) {
     state.counters["ns each, read and written"] = whole;
     remember("xml/" + count, each);
     remember("xml file/" + count, whole);
-}
-
-std::unique_ptr<ViewerDocument>& documentAlone() {
-    static std::unique_ptr<ViewerDocument> document;
-    return document;
 }
 
 /// What the modified tables take beside the old ones, which are kept as an undo would keep them.

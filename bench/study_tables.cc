@@ -16,6 +16,20 @@ tables::TableDimension numbered(const std::string& label, std::size_t categories
     return made;
 }
 
+}  // namespace
+
+StudyValues measured(std::size_t seed) {
+    StudyValues values{};
+    std::uint32_t random = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
+    for (double& value : values) {
+        random = random * 1664525U + 1013904223U;
+        value = static_cast<double>(random >> 8) / 1000;
+    }
+    return values;
+}
+
+std::string titleOf(std::size_t seed) { return "Measured values of study " + std::to_string(seed); }
+
 tables::Table studyTable(std::size_t seed) {
     std::vector<tables::TableDimension> dimensions{numbered("Variable", kStudyRows),
                                                    numbered("Statistic", kStudyColumns)};
@@ -32,20 +46,6 @@ tables::Table studyTable(std::size_t seed) {
     return tables::makeTable(data.finish(), std::move(view));
 }
 
-}  // namespace
-
-StudyValues measured(std::size_t seed) {
-    StudyValues values{};
-    std::uint32_t random = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
-    for (double& value : values) {
-        random = random * 1664525U + 1013904223U;
-        value = static_cast<double>(random >> 8) / 1000;
-    }
-    return values;
-}
-
-std::string titleOf(std::size_t seed) { return "Measured values of study " + std::to_string(seed); }
-
 frontend::ViewerDocument documentOf(std::int64_t count) {
     frontend::ViewerDocument document;
     for (std::int64_t i = 0; i < count; ++i) {
@@ -54,6 +54,11 @@ frontend::ViewerDocument documentOf(std::int64_t count) {
         item.content = frontend::TableContent{studyTable(static_cast<std::size_t>(i))};
         document.add(std::move(item));
     }
+    return document;
+}
+
+std::unique_ptr<frontend::ViewerDocument>& documentAlone() {
+    static std::unique_ptr<frontend::ViewerDocument> document;
     return document;
 }
 

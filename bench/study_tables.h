@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "frontend/document/viewer_document.h"
@@ -17,7 +18,10 @@ using StudyValues = std::array<double, kStudyRows * kStudyColumns>;
 /// What a study of one seed measured; the scripts beside make the same numbers.
 StudyValues measured(std::size_t seed);
 std::string titleOf(std::size_t seed);
+tables::Table studyTable(std::size_t seed);
 
 frontend::ViewerDocument documentOf(std::int64_t count);
+/// The document of work that is measured in a process of its own: made before the work, or as the work.
+std::unique_ptr<frontend::ViewerDocument>& documentAlone();
 
 }  // namespace vexa::bench
