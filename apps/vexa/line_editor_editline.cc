@@ -46,12 +46,50 @@ char* nextCandidate(const char* /*text*/, int state) {
 /// Where an interrupt goes while a line is being read.
 sigjmp_buf behindTheLine;
 volatile std::sig_atomic_t reading = 0;
+/// Whether a signal ended the line, or has to end it as soon as it may be jumped out of.
+volatile std::sig_atomic_t lineIsLost = 0;
 
 void leaveTheLine() {
+    lineIsLost = 1;
     if (reading != 0) {
         reading = 0;
         siglongjmp(behindTheLine, 1);
     }
+}
+
+volatile std::sig_atomic_t wasContinued = 0;
+/// What a stop did before the editor: the system's own way, or nothing.
+struct sigaction usualStop {};
+
+extern "C" void rememberContinuing(int /*signal*/) { wasContinued = 1; }
+
+/// Stops the program, as Ctrl-Z asks. Where no shell could bring it back (in a terminal of its own), the
+/// system stops nothing, and tells nobody. The editor has given the terminal back by now and would wait for
+/// a line's end, whatever keys come: the line is given up instead.
+extern "C" void stopOrLeaveTheLine(int signal) {
+    const int errorBefore = errno;
+    struct sigaction ours {};
+    sigset_t stop;
+    sigemptyset(&stop);
+    sigaddset(&stop, signal);
+    wasContinued = 0;
+    sigaction(signal, &usualStop, &ours);
+    raise(signal);
+    sigprocmask(SIG_UNBLOCK, &stop, nullptr);  // here it stops
+    sigprocmask(SIG_BLOCK, &stop, nullptr);
+    sigaction(signal, &ours, nullptr);
+    errno = errorBefore;
+    if (wasContinued == 0) leaveTheLine();
+}
+
+void catchStops() {
+    struct sigaction action {};
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    action.sa_handler = rememberContinuing;
+    sigaction(SIGCONT, &action, nullptr);
+    action.sa_handler = stopOrLeaveTheLine;
+    sigaction(SIGTSTP, &action, &usualStop);
 }
 
 /// Holds interrupts off the line for as long as the object lives: nothing may be jumped over.
@@ -198,9 +236,8 @@ int behindFile(const std::vector<std::string>& files, char quote) {
     return FileSystem::current().isFolder(folder.empty() ? name : folder + "/" + name) ? '/' : quote;
 }
 
-/// Called by the editor when the user asks for completion of the characters `start` to `end` of the line,
-/// which are `text`.
-char** complete(const char* text, int /*start*/, int end) {
+/// What may stand in place of `text`, which ends at the character `end` of the line.
+char** completionsOf(const char* text, int end) {
     const NotReading untouched;
     rl_attempted_completion_over = 1;  // the editor's own idea is no substitute
     const std::string_view whole = rl_line_buffer;
@@ -220,14 +257,22 @@ char** complete(const char* text, int /*start*/, int end) {
     return offer(text, toUtf8(std::string_view(syntax).substr(completion.from)).size(), words);
 }
 
+/// Called by the editor when the user asks for completion of the characters `start` to `end` of the line,
+/// which are `text`. Holds nothing but what it gives back when a signal that came meanwhile ends the line.
+char** complete(const char* text, int /*start*/, int end) {
+    char** const found = completionsOf(text, end);
+    if (lineIsLost != 0) leaveTheLine();
+    return found;
+}
+
 /// One line, to be freed; null at the end of the input and after an interrupt. Holds nothing that a jump
 /// could leave behind.
 char* readLine(const char* prompt) {
+    lineIsLost = 0;
     if (sigsetjmp(behindTheLine, 1) != 0) {
         return nullptr;
     }
     reading = 1;
-    errno = 0;
     char* const line = readline(prompt);
     reading = 0;
     return line;
@@ -246,6 +291,7 @@ void prepareLineEditor(Session& session) {
     readCharacters();
     editor.session = &session;
     catchInterrupts(leaveTheLine);
+    catchStops();
     rl_attempted_completion_function = complete;
 }
 
@@ -257,13 +303,11 @@ EditedLine readEditedLine(const char* prompt, const std::string& before) {
     editor.before = before;
     forgetInterrupt();
     const std::unique_ptr<char, decltype(&std::free)> line(readLine(prompt), &std::free);
-    const bool wasSignalled = errno == EINTR;
     if (line != nullptr) {
         return {EditedLine::Kind::line, line.get()};
     }
-    // Ctrl-Z where no shell could bring the program back (in a terminal of its own) stops nothing; the editor
-    // gives up the line all the same. That is no end of the input, at which documents are left.
-    if (wasInterrupted() || wasSignalled) {
+    // A signal is no end of the input, at which documents are left.
+    if (lineIsLost != 0) {
         std::cout << '\n' << std::flush;
         return {EditedLine::Kind::interrupted};
     }

@@ -4,11 +4,13 @@
 Usage: prompt_test.py PROGRAM
 """
 
+import fcntl
 import json
 import os
 import pty
 import select
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -17,20 +19,34 @@ import time
 import unittest
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
-SECONDS = 20
+SECONDS = 60
+
+
+def wait_for(happened):
+    end = time.monotonic() + SECONDS
+    while not happened():
+        if time.monotonic() > end:
+            raise AssertionError("what was waited for did not happen")
+        time.sleep(0.01)
+
+
+def waiting_keys(terminal):
+    """How many bytes were typed at a terminal that nobody has read."""
+    return struct.unpack("i", fcntl.ioctl(terminal, termios.FIONREAD, bytes(4)))[0]
 
 
 class Typed:
     """A session at a terminal."""
 
-    def __init__(self, folder, *arguments, locale="C.UTF-8"):
+    def __init__(self, folder, *arguments, locale="C.UTF-8", program=PROGRAM):
         self.process, self.terminal = pty.fork()
         if self.process == 0:
             os.chdir(folder)
-            os.environ.update(LC_ALL=locale, TERM="xterm", INPUTRC="/dev/null", HOME=folder)
-            os.execv(PROGRAM, [PROGRAM, *(arguments or ("--language", "en"))])
+            os.environ.update(LC_ALL=locale, TERM="xterm", INPUTRC="/dev/null", HOME=folder, PS1="$ ")
+            os.execvp(program, [program, *(arguments or ("--language", "en"))])
         self.shown = ""
-        self.prompted()
+        if program == PROGRAM:
+            self.prompted()
 
     def expect(self, text):
         """Waits for `text` behind what was waited for before, and gives what stands before it."""
@@ -64,11 +80,16 @@ class Typed:
         self.take_keys()
 
     def take_keys(self):
-        end = time.monotonic() + SECONDS
-        while termios.tcgetattr(self.terminal)[3] & termios.ICANON:
-            if time.monotonic() > end:
-                raise AssertionError("the editor does not take keys")
-            time.sleep(0.01)
+        wait_for(lambda: not termios.tcgetattr(self.terminal)[3] & termios.ICANON)
+
+    def waits_for_keys(self):
+        """Waits until the program at the terminal has nothing left to do. The editor's library draws the line anew when the
+        program goes on after a stop, but not where it was drawing it when the stop came."""
+        wait_for(lambda: self.state() == "S")
+
+    def state(self):
+        with open(f"/proc/{os.tcgetpgrp(self.terminal)}/stat", encoding="utf-8") as file:
+            return file.read().rpartition(") ")[2][0]
 
     def type(self, text):
         os.write(self.terminal, text.encode())
@@ -135,6 +156,52 @@ class PromptTest(unittest.TestCase):
         session.type("\x04")
         session.asked("mine")
         session.type("y\r")
+        self.assertEqual(session.status(), 0)
+
+    def test_a_stop_under_a_shell_keeps_the_line(self):
+        shell = Typed(self.folder, "--norc", "--noprofile", "--noediting", "-i", program="bash")
+        shell.expect("$ ")
+        shell.type(f"'{PROGRAM}' --language en\r")
+        shell.prompted()
+        shell.type("ECHO 'ke")
+        shell.expect("ke")
+        shell.waits_for_keys()
+        shell.type("\x1a")
+        shell.expect("Stopped")
+        shell.expect("$ ")
+        shell.type("fg\r")
+        shell.expect("vexa> ECHO 'ke")
+        shell.take_keys()
+        shell.type("pt'.\r")
+        shell.expect("\nkept")
+        shell.prompted()
+        shell.type("exit\r")
+        shell.expect("$ ")
+        shell.type("exit\r")
+        self.assertEqual(shell.status(), 0)
+
+    def test_a_signal_that_comes_while_the_line_is_shown_is_not_lost(self):
+        """The editor shows the key that came before and does not wait for one."""
+        for key in "\x1a", "\x03":
+            session = self.changed()
+            terminal = os.open(os.readlink(f"/proc/{session.process}/fd/0"), os.O_RDWR | os.O_NOCTTY)
+            termios.tcflow(terminal, termios.TCOOFF)
+            session.type("O")
+            wait_for(lambda: waiting_keys(terminal) == 0)
+            session.type(key)
+            wait_for(lambda: termios.tcgetattr(terminal)[3] & termios.ICANON)
+            termios.tcflow(terminal, termios.TCOON)
+            os.close(terminal)
+            session.prompted()
+            session.type("exit\r")
+            session.asked("mine")
+            session.type("y\r")
+            self.assertEqual(session.status(), 0)
+
+    def test_a_changed_window_leaves_the_end_of_the_input_alone(self):
+        session = Typed(self.folder)
+        fcntl.ioctl(session.terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 30, 90, 0, 0))
+        session.type("\x04")
         self.assertEqual(session.status(), 0)
 
     def test_an_interrupt_stops_an_export_and_leaves_the_old_file(self):
