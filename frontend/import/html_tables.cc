@@ -124,6 +124,23 @@ void keepOnce(TextGrid& grid) {
     }
 }
 
+/// Data that hard blanks pad: pages keep the lines of empty cells with them, and align numbers.
+void dropPadding(TextGrid& grid, char decimal) {
+    constexpr std::string_view hardBlank = "\xC2\xA0";
+    for (std::size_t row = grid.headerRows; row < grid.rows(); ++row) {
+        for (std::size_t column = grid.labelColumns; column < grid.columns; ++column) {
+            std::string& text = grid.at(row, column).text;
+            std::string_view core = withoutBlanks(text);
+            while (core.starts_with(hardBlank)) core = withoutBlanks(core.substr(hardBlank.size()));
+            while (core.ends_with(hardBlank)) {
+                core = withoutBlanks(core.substr(0, core.size() - hardBlank.size()));
+            }
+            double number = 0;
+            if (core.empty() || readNumber(core, decimal, number)) text = std::string(core);
+        }
+    }
+}
+
 /// A last header row that says nothing but the row labels' own label is no level of column labels.
 void dropRowOfLabels(TextGrid& grid) {
     if (grid.headerRows < 2) return;
@@ -139,12 +156,19 @@ void dropRowOfLabels(TextGrid& grid) {
     --grid.headerRows;
 }
 
+/// The rows of column labels. Where nothing marks any, the first row has them; but not in a table that marks
+/// the labels of all its rows, whose first row is one of data then, nor in a single row.
+std::size_t findHeaderRows(const HtmlTable& table, const GridFiller& filler, TextGrid& grid) {
+    const std::size_t headers = countHeaderRows(table);
+    if (headers > 0 || grid.rows() == 1) return headers;
+    grid.headerRows = 0;
+    return countLabelColumns(filler, grid) > 0 ? 0 : 1;
+}
+
 /// Finds out where the labels end. A single row or column that nothing marks as labels is data.
 void findLabels(const HtmlTable& table, const GridFiller& filler, const ImportOptions& options,
                 TextGrid& grid) {
-    const std::size_t headers = countHeaderRows(table);
-    const std::size_t unmarkedRows = grid.rows() > 1 ? 1 : 0;
-    grid.headerRows = options.headerRows.value_or(headers > 0 ? headers : unmarkedRows);
+    grid.headerRows = options.headerRows ? *options.headerRows : findHeaderRows(table, filler, grid);
     const std::size_t labels = countLabelColumns(filler, grid);
     const std::size_t unmarkedColumns = grid.columns > 1 ? 1 : 0;
     grid.labelColumns = options.labelColumns.value_or(labels > 0 ? labels : unmarkedColumns);
@@ -172,6 +196,7 @@ bool addTable(HtmlTable& table, const ImportOptions& options, const ImportContex
         return true;
     }
     keepOnce(grid);
+    dropPadding(grid, options.decimal);
     if (!options.headerRows) dropRowOfLabels(grid);
     Item& item = items.emplace_back();
     TableContent content = makeGridTable(grid, options.decimal, context);

@@ -152,6 +152,29 @@ TEST_F(HtmlTables, HaveDataInASingleRowOrColumnWithoutMarkedLabels) {
     EXPECT_THAT(columns(read[3]), ElementsAre("Mean"));
 }
 
+TEST_F(HtmlTables, HaveNoRowOfColumnLabelsWhereOnlyRowLabelsAreMarked) {
+    const auto read = this->read(
+        "<table><tr><th>North<td>1<td>2<tr><th>South<td>3<td>4</table>"
+        "<table><tr><th rowspan=2>Europe<th>North<td>1<tr><th>South<td>2</table>"
+        "<table><tr><td>Region<td>Mean<tr><th>North<td>1</table>");
+    ASSERT_EQ(read.size(), 3U);
+    EXPECT_THAT(rows(read[0]), ElementsAre("North", "South"));
+    EXPECT_THAT(columns(read[0]), ElementsAre("1", "2"));
+    EXPECT_THAT(cellsOf(*read[0].data), ElementsAre("1", "2", "3", "4"));
+    EXPECT_THAT(rows(read[1]), ElementsAre("Europe/North", "Europe/South"));
+    EXPECT_THAT(cellsOf(*read[1].data), ElementsAre("1", "2"));
+    EXPECT_THAT(columns(read[2]), ElementsAre("Mean"));
+    EXPECT_THAT(rows(read[2]), ElementsAre("North"));
+}
+
+TEST_F(HtmlTables, PassOverTheHardBlanksThatPadData) {
+    const auto read = this->read(
+        "<table><tr><th>&nbsp;<th>x<tr><th>a<td>&nbsp;<tr><th>b<td>&nbsp;&nbsp;1.5 &nbsp;"
+        "<tr><th>c<td>&nbsp;so&nbsp;it&nbsp;is</table>");
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_THAT(cellsOf(*read[0].data), ElementsAre("", "1.5", "'\u00A0so\u00A0it\u00A0is'"));
+}
+
 TEST_F(HtmlTables, AreGridsWhereTheyHoldLabelsAlone) {
     std::vector<Item> items;
     ASSERT_TRUE(readHtmlTables(
