@@ -51,7 +51,7 @@ sigset_t endingSignals() {
 /// Files that other threads are making just now must be there before they can be removed. A file system that
 /// does not answer keeps nobody for long.
 void waitForFilesBeingMade() {
-    constexpr int kMostWaits = 1000;
+    constexpr int kMostWaits = 10'000;
     for (int waits = 0; beingMade != 0 && waits < kMostWaits; ++waits) poll(nullptr, 0, 1);
 }
 

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,9 +27,6 @@ using Clock = std::chrono::steady_clock;
 
 /// Bytes of a pipe: the most that systems give to everybody.
 constexpr int waitingBytes = 1 << 20;
-/// As many times as long as it may work is waited for what works, so that no picture is lost because much
-/// else is going on.
-constexpr int waitingTime = 3;
 
 void limit(int resource, rlim_t value) {
     rlimit limits{};
@@ -59,7 +57,7 @@ std::uint64_t ownData() {
     return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// Whether a thread of this process waits for something; true where that is not known.
+/// Whether a thread of this process waits for something, or is over; true where that is not known.
 bool isAtRest(const char* thread) {
     std::array<char, 256> text{};
     const std::string path = std::string("/proc/self/task/") + thread + "/stat";
@@ -70,7 +68,8 @@ bool isAtRest(const char* thread) {
     // The state stands behind the name, which stands in parentheses and may hold some itself.
     const std::string_view line(text.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
     const std::size_t name = line.rfind(')');
-    return name == std::string_view::npos || name + 2 >= line.size() || line[name + 2] == 'S';
+    return name == std::string_view::npos || name + 2 >= line.size() || line[name + 2] == 'S' ||
+           line[name + 2] == 'Z';
 }
 
 struct FolderEnd {
@@ -87,18 +86,29 @@ bool areOthersAtRest() {
     return true;
 }
 
+/// What a processor has worked for this process.
+std::chrono::nanoseconds processorTime() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
 /// Libraries let threads look for fonts. A copy of the process has no such threads, but the locks that they
 /// held, for which it would wait in vain: it is made while they have nothing to do. What works for longer
 /// than two seconds is somebody else's, a calculation of the program that loaded us perhaps, and no later
-/// copy waits for it as long.
+/// copy waits for it as long. Only what the processor works counts: on a busy machine, or one whose disk is
+/// slow, the same takes much longer.
 void waitForOtherThreads() {
     static std::chrono::milliseconds most(2'000);
+    static std::chrono::milliseconds mostWithoutWork(60'000);
     constexpr std::chrono::milliseconds mostBesideLongWork(20);
     constexpr timespec moment{0, 1'000'000};
     const Clock::time_point begin = Clock::now();
+    const std::chrono::nanoseconds worked = processorTime();
     while (!areOthersAtRest()) {
-        if (Clock::now() - begin > most) {
+        if (processorTime() - worked > most || Clock::now() - begin > mostWithoutWork) {
             most = mostBesideLongWork;
+            mostWithoutWork = std::chrono::milliseconds(1'000);
             return;
         }
         nanosleep(&moment, nullptr);
@@ -161,7 +171,7 @@ int waitFor(pid_t process) {
 
 /// Reads up to the end of the pipe; false when that takes too long, or there is too much.
 bool readAll(int file, const WorkLimits& limits, std::string& result) {
-    const Clock::time_point end = Clock::now() + waitingTime * std::chrono::seconds(limits.seconds);
+    const Clock::time_point end = Clock::now() + limits.patience * std::chrono::seconds(limits.seconds);
     std::string buffer(1U << 16U, '\0');
     for (;;) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();

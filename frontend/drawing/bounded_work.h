@@ -9,7 +9,8 @@
 namespace vexa::frontend {
 
 struct WorkLimits {
-    unsigned int seconds = 20;                      ///< on a processor; three times as many in all
+    unsigned int seconds = 20;                      ///< on a processor
+    unsigned int patience = 3;                      ///< times as many in all, as much else may be going on
     std::uint64_t memory = std::uint64_t{2} << 30;  ///< bytes, beside what the program has
     std::uint64_t wholeMemory = UINT64_MAX;         ///< with what the program has, where that leaves enough
     std::uint64_t resultBytes = std::uint64_t{1} << 30;  ///< longest result
@@ -28,7 +29,8 @@ enum class WorkEnd {
 
 /// Work that goes on in a copy of the process. Nothing that it does reaches this process but what it returns;
 /// it must not wait for another thread, of which the copy has none: it begins while no other one has anything
-/// to do, which is waited for two seconds at most. Several may go on at the same time, all of one thread.
+/// to do, which is waited for two seconds of their work at most. Several may go on at the same time, all of
+/// one thread.
 class WorkApart {
   public:
     /// Begins `work`, which must be there until it is finished. A copy ends with this process, too.
