@@ -37,17 +37,17 @@ complete -p vexa > /dev/null
 FISH = """source $argv[1]
 complete -C $argv[2]
 """
-# The shell itself asks, at a terminal of its own, and what it would insert is listed.
+# The shell itself asks, at a terminal of its own, and what it would insert is listed. The key behind that tells that all was
+# shown; what is waited for stands nowhere in what is typed.
 ZSH = r"""zmodload zsh/zpty
 zpty shell "zsh -f -i"
 zpty -w shell "PS1=; autoload -U compinit; compinit -D -u; source '$1'; zstyle ':completion:*' list-colors ''; LISTMAX=0"
-zpty -w shell "stty -echo; bindkey '^I' list-choices; unsetopt zle_bracketed_paste; print READY"
-zpty -r -m shell line '*READY*READY*' || zpty -r -m shell line '*READY*'
-zpty -w -n shell "$2"$'\t'
-sleep 0.7
-zpty -r -t shell line; all=$line
-while zpty -r -t shell line; do all+=$line; done
-print -r -- $all
+zpty -w shell "shown() { zle -I; print ALL'-'SHOWN }; zle -N shown; bindkey '^]' shown"
+zpty -w shell "stty -echo; bindkey '^I' list-choices; unsetopt zle_bracketed_paste; print REA'D'Y"
+zpty -r -m shell line '*READY*'
+zpty -w -n shell "$2"$'\t\x1d'
+zpty -r -m shell line '*ALL-SHOWN*'
+print -r -- $line
 zpty -d shell
 """
 
@@ -61,7 +61,7 @@ def ask(shell, script, completions, typed, folder):
     arguments = {"bash": ["bash", "--norc", str(script), completions, typed],
                  "fish": ["fish", "--no-config", str(script), completions, typed],
                  "zsh": ["zsh", "-f", str(script), completions, typed]}[shell]
-    result = subprocess.run(arguments, capture_output=True, text=True, errors="replace", cwd=folder, timeout=60, check=False,
+    result = subprocess.run(arguments, capture_output=True, text=True, errors="replace", cwd=folder, timeout=180, check=False,
                             stdin=subprocess.DEVNULL, env={**os.environ, "HOME": str(folder), "TERM": "dumb"})
     demand(shell == "zsh" or not result.stderr, f"{shell}: {typed!r}: {result.stderr}")
     words = plain_words(result.stdout)

@@ -68,7 +68,7 @@ TEST(HostilePictures, EntitiesAreNotFetchedAndDoNotMultiply) {
     const auto start = std::chrono::steady_clock::now();
     const DrawnPicture file = drawn(picture, orderOf(DrawnForm::png));
     EXPECT_FALSE(file.bytes.empty());
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(180));
 }
 
 TEST(HostilePictures, NestingIsBounded) {
@@ -87,7 +87,7 @@ TEST(HostilePictures, TimeIsBounded) {
     order.seconds = 1;
     const auto start = std::chrono::steady_clock::now();
     const DrawnPicture file = drawn(picture, order);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
     expectPlaceholder(file);
     EXPECT_EQ("Drawing it took longer than 1 seconds.", file.reason);
 }

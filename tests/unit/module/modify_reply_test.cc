@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <ostream>
 
 namespace vexa {
@@ -102,7 +102,7 @@ std::string repeated(std::string_view before, std::string_view piece, std::size_
 
 TEST(ModifyReply, AMillionMarkersTakeTimeInProportionToTheirNumber) {
     constexpr std::size_t kMany = 1000000;
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();
     EXPECT_EQ(readModifyReply(repeated("", "Invalid format", kMany, "")).rejectedFormats.size(), 0U);
     EXPECT_EQ(readModifyReply(repeated("(", "Invalid format", kMany, "")).rejectedFormats.size(), 0U);
     EXPECT_EQ(readModifyReply(repeated("", "Invalid font(", kMany, "")).missingFonts.size(), 0U);
@@ -112,7 +112,7 @@ TEST(ModifyReply, AMillionMarkersTakeTimeInProportionToTheirNumber) {
     EXPECT_EQ(readModifyReply(repeated("", "Invalid font(", kMany, ")")).missingFonts.size(), kMany);
     EXPECT_EQ(readModifyReply(repeated("(", "1,", kMany, ")")).counts, (ModifyCounts{1, 1, 1}));
     // In the square of their number these would take hours.
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    EXPECT_LT(std::clock() - begin, 60 * CLOCKS_PER_SEC) << "of the processor, whatever else goes on";
 }
 
 }  // namespace

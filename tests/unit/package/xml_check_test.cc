@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 
 namespace vexa::frontend {
 namespace {
@@ -141,7 +141,7 @@ TEST(XmlCheck, KnowsTheLimits) {
 }
 
 TEST(XmlCheck, HugeAndDeepOnesEndSoon) {
-    const auto begun = std::chrono::steady_clock::now();
+    const std::clock_t begun = std::clock();
     std::string deep;
     std::string attributes = "<a";
     std::string open = "<a>";
@@ -156,7 +156,7 @@ TEST(XmlCheck, HugeAndDeepOnesEndSoon) {
     EXPECT_TRUE(check(open + "</a>"));
     EXPECT_TRUE(check("<a b='" + std::string(20U << 20U, 'x') + "'/>"));
     EXPECT_FALSE(check("<a>" + std::string(5U << 20U, '&')));
-    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(60));
+    EXPECT_LT(std::clock() - begun, 60 * CLOCKS_PER_SEC) << "of the processor, whatever else goes on";
 }
 
 }  // namespace

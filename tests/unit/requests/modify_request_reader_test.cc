@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 
 #include "backend/text/character_set.h"
 #include "tests/unit/requests/request_text.h"
@@ -321,7 +321,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "tableLook", "", "<tableProperties><", "more than one place"}));
 
 TEST(ReadModifyRequest, TakesTimeInProportionToTheText) {
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     for (const std::string& piece :
          {std::string("\""), std::string("\" last=\"true"), std::string("\"/><"), std::string("\" x=\"")}) {
         std::string text = kBegin + "<modifyEvent><command commandName=\"";
@@ -338,7 +338,7 @@ TEST(ReadModifyRequest, TakesTimeInProportionToTheText) {
     while (groups.size() < 4'000'000)
         groups += "<modifyEvent><subtype subtype=\"a\"/><modifyGraph</modifyEvent>";
     EXPECT_TRUE(std::holds_alternative<ModifyRequest>(readModifyRequest(inRequest(groups))));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+    EXPECT_LT(std::clock() - start, 60 * CLOCKS_PER_SEC) << "of the processor, whatever else goes on";
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // How a command's text is cut into tokens.
 
-#include <chrono>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -12,6 +11,7 @@
 #include "backend/text/character_set.h"
 #include "backend/tokens/command_text.h"
 #include "backend/tokens/token_sequence.h"
+#include "tests/unit/processor_time.h"
 
 namespace vexa {
 namespace {
@@ -247,14 +247,16 @@ TEST(CurrentCommand, IsTheSequenceOfTheInstalledCommand) {
     EXPECT_EQ(currentCommand(), &outer);
 }
 
-/// Seconds that cutting `text` into tokens takes, and how many tokens there are.
+/// Seconds of the processor that cutting `text` into tokens takes, and how many tokens there are.
 std::pair<double, std::size_t> timeOf(const std::string& text) {
     const CommandText command = commandOf(text);
-    const auto begin = std::chrono::steady_clock::now();
-    const CommandTokens tokens(command);
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    EXPECT_FALSE(tokens.error());
-    return {taken.count(), tokens.tokens().size()};
+    std::size_t count = 0;
+    const double taken = processorSeconds([&] {
+        const CommandTokens tokens(command);
+        EXPECT_FALSE(tokens.error());
+        count = tokens.tokens().size();
+    });
+    return {taken, count};
 }
 
 std::string repeat(std::string_view piece, std::size_t count) {
