@@ -18,7 +18,7 @@ import tempfile
 import unittest
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
-SECONDS = 60
+SECONDS = 120
 CHART = "<svg xmlns='http://www.w3.org/2000/svg' width='600' height='400'><circle cx='300' cy='200' r='%d'/></svg>"
 
 

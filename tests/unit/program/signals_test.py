@@ -19,7 +19,7 @@ import time
 import unittest
 
 SIGNALS = (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)
-SECONDS = 60
+SECONDS = 120
 CHARTS = 80  # more files at a time than anybody would set aside places for
 TABLES = 40
 SLOW_CHART = ("<svg xmlns='http://www.w3.org/2000/svg' width='2000' height='2000'><filter id='f' x='0' y='0' width='1' "
@@ -114,7 +114,7 @@ class SignalsTest(unittest.TestCase):
         return status
 
     def nothing_stays(self, process, context):
-        end = time.monotonic() + 5  # a process that is told to end needs its moment
+        end = time.monotonic() + SECONDS  # a process that is told to end needs its moment
         while (left := living(process.pid)) and time.monotonic() < end:
             time.sleep(0.01)
         self.assertEqual(left, [], f"processes that stayed: {context}")

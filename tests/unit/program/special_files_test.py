@@ -218,7 +218,7 @@ class SpecialFilesTest(unittest.TestCase):
                     pipe.write("* Nothing.\n")
                     if name == "written":
                         self.assertEqual(file.read_bytes(), theirs.read_bytes(), "theirs is not replaced at once")
-                messages = process.communicate(timeout=60)[1]
+                messages = process.communicate(timeout=120)[1]
             self.assertEqual(process.returncode, status, (name, messages))
             self.assertIn(said, messages, name)
             if name != "a folder":

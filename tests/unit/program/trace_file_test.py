@@ -32,7 +32,7 @@ class TraceFileTest(unittest.TestCase):
 
     def run_program(self, *words, **streams):
         streams = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **streams}
-        return subprocess.run([PROGRAM, "run", "--language", "en", *words], cwd=self.folder, text=True, timeout=60,
+        return subprocess.run([PROGRAM, "run", "--language", "en", *words], cwd=self.folder, text=True, timeout=120,
                               check=False, **streams)
 
     def test_a_run_that_fails_at_once_leaves_an_earlier_trace(self):
@@ -130,10 +130,10 @@ class TraceFileTest(unittest.TestCase):
     def test_pipes_and_devices(self):
         os.mkfifo(self.folder / "pipe")
         got = []
-        reader = threading.Thread(target=lambda: got.append(self.read("pipe")))
+        reader = threading.Thread(target=lambda: got.append(self.read("pipe")), daemon=True)
         reader.start()
         self.assertEqual(self.run_program("--trace", "pipe", "case.vxs").returncode, 0)
-        reader.join(30)
+        reader.join(120)
         self.assertIn('"name":"OUTPUT NEW"', got[0])
         finished = self.run_program("--trace", "/dev/full", "case.vxs")
         self.assertEqual(finished.returncode, 2)
