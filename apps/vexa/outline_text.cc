@@ -168,7 +168,7 @@ class ItemPrinter {
     void operator()(const frontend::WarningContent& content) const { writeLines(content.text); }
     void operator()(const frontend::NotesContent& content) const {
         for (const frontend::NoteLine& line : content.lines) {
-            writeLines(line.label.empty() ? line.value : line.label + ": " + line.value);
+            writeLines(frontend::labelBeforeValue(line) + line.value);
         }
     }
     void operator()(const frontend::ShownPicture& content) const {

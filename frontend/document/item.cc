@@ -41,6 +41,10 @@ std::string shownLabel(const Item& item) {
     return item.command.empty() ? std::string(typeWord(item)) : item.command;
 }
 
+std::string labelBeforeValue(const NoteLine& line) {
+    return line.label.empty() || line.value.empty() ? line.label : line.label + ": ";
+}
+
 std::optional<ItemSize> shownSize(const Item& item) {
     ItemSize natural;
     if (const ShownPicture* const shown = pictureOf(item)) {

@@ -181,6 +181,9 @@ struct Item {
 /// The label, else the title of a table or grid, else the command, else the type's word.
 [[nodiscard]] std::string shownLabel(const Item& item);
 
+/// The label of a line of notes as it stands before the value: with a colon and a blank where there are both.
+[[nodiscard]] std::string labelBeforeValue(const NoteLine& line);
+
 /// The size that an item is shown in, in points: its own, else the natural one of its picture. One side that
 /// is set alone keeps the proportion. Nothing where that does not tell both sides, as for most types.
 struct ItemSize {

@@ -237,7 +237,7 @@ void SlideBuilder::addNotes(ItemSlides& made, const ExportedItem& item, const No
         made.add(draft(item, true), xml.take());
     };
     for (const NoteLine& line : notes.lines) {
-        const std::string label = line.value.empty() ? line.label : line.label + ": ";
+        const std::string label = labelBeforeValue(line);
         const std::size_t needed = font.linesIn(label + line.value, room().width);
         if (xml.depth() == 0 || lines + needed > most) {
             close();

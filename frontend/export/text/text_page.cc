@@ -123,7 +123,7 @@ class TextWriter {
     void writeNotes(const NotesContent& notes) {
         std::string lines;
         for (const NoteLine& line : notes.lines) {
-            lines += line.label + (line.value.empty() ? "" : ": ") + line.value + "\n";
+            lines += labelBeforeValue(line) + line.value + "\n";
         }
         writeLines(lines);
     }

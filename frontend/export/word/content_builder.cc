@@ -209,9 +209,7 @@ void ContentBuilder::addNotes(const NotesContent& notes) {
         paragraph.role = WordRole::notes;
         paragraph.level =
             static_cast<std::size_t>(std::clamp(line.level - 1, 0, static_cast<int>(deepestNote)));
-        const bool hasBoth = !line.label.empty() && !line.value.empty();
-        const std::string label = hasBoth ? line.label + ": " : line.label;
-        paragraph.runs.push_back({label, false, true});
+        paragraph.runs.push_back({labelBeforeValue(line), false, true});
         paragraph.runs.push_back({line.value});
         put(std::move(paragraph));
     }

@@ -94,7 +94,7 @@ class SheetBuilder {
     void addNotes(const ExportedItem& item, const NotesContent& notes) {
         std::string lines;
         for (const NoteLine& line : notes.lines) {
-            lines.append(line.label).append(line.value.empty() ? "" : ": ").append(line.value).append("\n");
+            lines.append(labelBeforeValue(line)).append(line.value).append("\n");
         }
         addText(item, lines);
     }

@@ -36,6 +36,13 @@ TEST(TextPage, PutsABlankLineBetweenItems) {
         "a\n\nb\n        c\n\nd\n");
 }
 
+TEST(TextPage, DividesLabelsAndValuesOfNotesWhereThereAreBoth) {
+    EXPECT_EQ(textOf(documentWith(
+                  R"({"type": "notes", "lines": [{"level": 1, "label": "a", "value": "b"},
+                      {"level": 1, "label": "", "value": "value"}, {"level": 1, "label": "label", "value": ""}]})")),
+              "a: b\nvalue\nlabel\n");
+}
+
 TEST(TextPage, DrawsTablesAsGrids) {
     EXPECT_EQ(textOf(documentWith(twoRows)),
               "T\n"
