@@ -97,6 +97,7 @@ class SaveKill : public testing::TestWithParam<bool> {
   protected:
     void SetUp() override {
         folder_ = std::filesystem::temp_directory_path() / ("vexa-kill-" + std::to_string(getpid()));
+        std::filesystem::remove_all(folder_);  // of a process with this number that was ended amid its tests
         std::filesystem::create_directory(folder_);
         path_ = (folder_ / "document.vxv").string();
     }

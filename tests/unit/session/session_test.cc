@@ -108,6 +108,7 @@ class SessionTest : public ::testing::Test {
         calls.clear();
         FileLocations::current().reset();
         folder_ = std::filesystem::temp_directory_path() / ("vexa-session-" + std::to_string(::getpid()));
+        std::filesystem::remove_all(folder_);  // of a process with this number that was ended amid its tests
         std::filesystem::create_directories(folder_ / "inner");
     }
     ~SessionTest() override {
