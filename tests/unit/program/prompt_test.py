@@ -30,6 +30,12 @@ def wait_for(happened):
         time.sleep(0.01)
 
 
+def is_at_rest(process):
+    """Whether a process waits for something, such as keys."""
+    with open(f"/proc/{process}/stat", encoding="utf-8", errors="replace") as file:
+        return file.read().rpartition(")")[2].split()[0] == "S"
+
+
 def waiting_keys(terminal):
     """How many bytes were typed at a terminal that nobody has read."""
     return struct.unpack("i", fcntl.ioctl(terminal, termios.FIONREAD, bytes(4)))[0]
@@ -80,7 +86,8 @@ class Typed:
         self.take_keys()
 
     def take_keys(self):
-        wait_for(lambda: not termios.tcgetattr(self.terminal)[3] & termios.ICANON)
+        """A signal that comes while the editor only just changes the terminal would find it unprepared: it has to rest."""
+        wait_for(lambda: not termios.tcgetattr(self.terminal)[3] & termios.ICANON and is_at_rest(self.process))
 
     def waits_for_keys(self):
         """Waits until the program at the terminal has nothing left to do. The editor's library draws the line anew when the
