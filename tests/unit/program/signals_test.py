@@ -152,9 +152,9 @@ class SignalsTest(unittest.TestCase):
                                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                        start_new_session=True)
             end = time.monotonic() + SECONDS
-            while len(living(process.pid)) < 2 and time.monotonic() < end:
+            while (processes := len(living(process.pid))) < 2 and time.monotonic() < end:
                 time.sleep(0.01)
-            self.assertEqual(len(living(process.pid)), 2, "the one that draws")
+            self.assertEqual(processes, 2, "the one that draws")
             os.kill(process.pid, each)
             self.assertEqual(self.wait(process), -each)
             self.nothing_stays(process, each)
