@@ -222,6 +222,11 @@ class PromptTest(unittest.TestCase):
         session.type("OUTPUT OPEN FILE='charts.vxv' NAME=charts.\r")
         session.prompted()
         session.type("OUTPUT EXPORT /HTML DOCUMENTFILE='a.htm' IMAGEFORMAT=PNG.\r")
+        # Progress is shown of what takes longer than a moment, which passes here, however fast the machine is.
+        wait_for(lambda: sum(name.startswith(".vexa-") for name in os.listdir(self.folder)) >= 5)
+        os.kill(session.process, signal.SIGSTOP)
+        time.sleep(0.7)
+        os.kill(session.process, signal.SIGCONT)
         session.expect("Exporting: item")
         session.type("\x03")
         session.expect("The export was stopped before its end. Nothing was replaced.")
