@@ -234,6 +234,9 @@ def main(arguments):
     parser.add_argument("--keep", default=str(HERE.parent.parent / "build" / "pictures"))
     parser.add_argument("names", nargs="*", metavar="NAME", help=", ".join(VIEWS))
     options = parser.parse_intermixed_args(arguments)
+    unknown = [name for name in options.names if name not in VIEWS]
+    if unknown:
+        parser.error(f"there is no picture {unknown[0]}; there are {', '.join(VIEWS)}")
     reason = why_not(options.bless)
     if reason:
         print(f"check_pictures: skipped, {reason}")
