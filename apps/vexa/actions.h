@@ -30,8 +30,8 @@ int explain(const std::string& words, Session& session);
 [[nodiscard]] int exportFile(const Options& options);
 
 /// What the program ends with when an action ended with `status`: says so when standard output did not take
-/// all.
-[[nodiscard]] int statusWithOutput(int status);
+/// all. A reader that has seen enough is no failure that a program which only shows something complains of.
+[[nodiscard]] int statusWithOutput(int status, bool onlyShows);
 
 /// Warns of documents whose changes end with the program.
 void warnOfUnsaved(Surroundings& surroundings);

@@ -65,6 +65,13 @@ int actInMemory(const vexa::program::Options& options) {
     }
 }
 
+/// Whether an action writes nothing but to standard output.
+bool onlyShows(vexa::program::Action action) {
+    using vexa::program::Action;
+    return action != Action::run && action != Action::prompt && action != Action::import &&
+           action != Action::exportFile;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -76,5 +83,6 @@ int main(int argc, char** argv) {
     int exitStatus = vexa::program::exit_status::kUsage;
     const std::optional<vexa::program::Options> options =
         vexa::program::readOptions(static_cast<int>(texts.size()), texts.data(), exitStatus);
-    return vexa::program::statusWithOutput(options ? actInMemory(*options) : exitStatus);
+    const int status = options ? actInMemory(*options) : exitStatus;
+    return vexa::program::statusWithOutput(status, !options || onlyShows(options->action));
 }

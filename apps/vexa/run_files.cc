@@ -7,6 +7,7 @@
 #include "apps/vexa/diagnostics.h"
 #include "apps/vexa/exit_status.h"
 #include "apps/vexa/surroundings.h"
+#include "backend/platform/process.h"
 #include "backend/platform/standard_input.h"
 #include "backend/platform/terminal.h"
 #include "backend/strings/dictionary.h"
@@ -56,11 +57,15 @@ void complainOf(const InputResult& result, const std::string& file, TerminalList
 
 }  // namespace
 
-int statusWithOutput(int status) {
+int statusWithOutput(int status, bool onlyShows) {
     if (std::cout.flush()) {
         return std::cerr ? status : exit_status::kUsage;  // there is nobody to be told
     }
-    complain("Standard output could not be written completely. Is the disk full?"_text, {});
+    if (!hasOutputLostItsReader()) {
+        complain("Standard output could not be written completely. Is the disk full?"_text, {});
+    } else if (!onlyShows) {
+        complain("Standard output could not be written completely, because its reader has gone."_text, {});
+    }
     return exit_status::kUsage;
 }
 

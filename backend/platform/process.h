@@ -15,6 +15,10 @@ namespace vexa {
 /// write to standard output stands in the order in which they wrote it.
 void prepareStandardStreams();
 
+/// Whether writing to standard output failed because it is a pipe whose reader has gone. To be asked after it
+/// failed: Windows does not tell before.
+[[nodiscard]] bool hasOutputLostItsReader();
+
 /// The words of the command line in UTF-8, the program's own name first; `argc` and `argv` are those of
 /// `main`.
 [[nodiscard]] std::vector<std::string> commandLineWords(int argc, const char* const* argv);

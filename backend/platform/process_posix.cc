@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cassert>
@@ -26,6 +27,11 @@ void prepareStandardStreams() {
     std::signal(SIGXFSZ, SIG_IGN);
     // All libraries share one C++ library with one buffer, which is fastest alone.
     std::ios::sync_with_stdio(false);
+}
+
+bool hasOutputLostItsReader() {
+    pollfd output{STDOUT_FILENO, POLLOUT, 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
 }
 
 std::vector<std::string> commandLineWords(int argc, const char* const* argv) { return {argv, argv + argc}; }

@@ -99,6 +99,8 @@ void prepareStandardStreams() {
     }
 }
 
+bool hasOutputLostItsReader() { return GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) == FILE_TYPE_PIPE; }
+
 std::vector<std::string> commandLineWords(int argc, const char* const* argv) {
     // The words of `main` are in a code page that lacks most characters. The C library cuts the whole line
     // again; the shell's own function for it would draw in a dozen libraries.
