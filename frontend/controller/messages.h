@@ -64,6 +64,9 @@ inline constexpr SystemText fileIsFolder = "^1 is a folder. Name a file in it."_
 inline constexpr SystemText cannotRead = "The file ^1 cannot be read. Check its permissions."_text;
 inline constexpr SystemText cannotWrite =
     "The output document could not be saved to ^1; what was there before is unchanged. Check the folder, its permissions and the free disk space."_text;
+/// The argument is the folder.
+inline constexpr SystemText noFolder =
+    "The output document was not saved, because there is no folder ^1. Make it, or check how it is spelt."_text;
 inline constexpr SystemText noMemory =
     "There is not enough memory for the output document ^1. Close other documents and try again."_text;
 inline constexpr SystemText fileTooLarge =

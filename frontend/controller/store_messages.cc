@@ -1,7 +1,9 @@
 #include "frontend/controller/store_messages.h"
 
+#include <algorithm>
 #include <cassert>
 
+#include "backend/platform/file_system.h"
 #include "backend/strings/dictionary.h"
 #include "frontend/controller/messages.h"
 
@@ -49,9 +51,19 @@ SystemText textOf(StoreProblem problem) {
     return messages::damaged;
 }
 
+/// The folder of a file as the user names both; empty for the current one.
+std::string folderNameOf(const std::string& file) {
+    const std::size_t end = file.find_last_of("/\\");
+    return end == std::string::npos ? std::string() : file.substr(0, std::max<std::size_t>(end, 1));
+}
+
 }  // namespace
 
 StoreMessage describe(const StoreResult& result, const std::string& file) {
+    if (result.problem == StoreProblem::cannotWrite) {
+        const std::string folder = folderNameOf(file);
+        if (!folder.empty() && !FileSystem::current().isFolder(folder)) return {messages::noFolder, folder};
+    }
     const SystemText form =
         result.problem == StoreProblem::newerFormat ? messages::withFormat : messages::withDetails;
     return {textOf(result.problem), result.detail.empty() ? file : composed(form, {file, result.detail})};

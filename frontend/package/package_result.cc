@@ -23,6 +23,9 @@ PackageResult PackageResult::ofFile(PackageProblem what, const FileResult& resul
 std::string PackageResult::shownDetail() const {
     std::string detail =
         text.empty() && !arguments.empty() ? arguments.front() : replaceMarkers(translated(text), arguments);
+    if (!entry.empty()) {
+        detail = composed("the entry ^1"_text, {entry}) + (detail.empty() ? "" : "; ") + detail;
+    }
     if (found.empty()) return detail;
     return composed("^1; found: ^2; expected: ^3"_text, {std::move(detail), found, translated(expected)});
 }

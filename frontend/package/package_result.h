@@ -36,6 +36,7 @@ struct [[nodiscard]] PackageResult {
     PackageProblem problem = PackageProblem::none;
     std::string text;
     std::vector<std::string> arguments;
+    std::string entry{};     ///< of an archive, in which that is; may be empty
     std::string found{};     ///< of what is damaged: what stands there; may be empty
     std::string expected{};  ///< what would fit: a text of the string tables, or words for everybody
 

@@ -61,7 +61,8 @@ StoreResult readLooks(const ZipReader& archive, const Manifest& manifest, Memory
         if (!budget.keep(memoryOfLook(xml.size()))) return tooLargeDocument();
         ReadLook read = readLook(xml);
         if (read.look == nullptr) {
-            return {StoreProblem::damaged, composed("the entry ^1"_text, {described.entry})};
+            return {StoreProblem::damaged,
+                    composed("the entry ^1"_text, {described.entry}) + "; " + read.problem};
         }
         if (!described.isSource) {
             auto look = std::make_shared<tables::TableLook>(*read.look);

@@ -96,12 +96,10 @@ class EntriesReader {
         if (result && !memory.borrow(memoryOfXml(xml) - (alone ? bytes : 0))) result = tooLarge();
         ReadingContext context{looks_, budget_, nullptr};
         if (result && !described.picture.empty()) result = readPicture(archive_, described.picture, context);
-        if (result) result = readContent(described.item.type(), std::move(xml), context, content);
-        if (result.problem != PackageProblem::damaged) return result;
-        PackageResult named(result.problem, "the entry ^1"_text, {described.entry});
-        named.found = std::move(result.found);
-        named.expected = std::move(result.expected);
-        return named;
+        if (!result) return result;
+        result = readContent(described.item.type(), std::move(xml), context, content);
+        if (result.problem == PackageProblem::damaged) result.entry = described.entry;
+        return result;
     }
 
     const ZipReader& archive_;

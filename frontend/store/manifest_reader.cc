@@ -161,7 +161,8 @@ StoreResult readManifest(std::string xml, ReadManifest& manifest) {
     manifest.xml = xml;
     XmlReader reader;
     if (PackageResult result = reader.parse(std::move(xml), root, limits::xml); !result) {
-        return {fromPackage(result).problem, "the manifest"_text};
+        const StoreResult why = fromPackage(result);
+        return {why.problem, translated("the manifest"_text) + "; " + why.detail};
     }
     const ObjectionScope scope;
     ElementReader element(reader.root());

@@ -116,7 +116,8 @@ class DocumentReader {
         if (!memory.borrow(memoryOfXml(xml))) return tooLarge;
         XmlReader reader;
         if (PackageResult result = reader.parse(std::move(xml), kind, limits::xml); !result) {
-            return result.problem == PackageProblem::damaged ? bad : fromPackage(result);
+            if (result.problem == PackageProblem::damaged) result.entry = entry;
+            return fromPackage(result);
         }
         if (readContent(reader.root(), kind, budget_, content)) return {};
         return budget_.wasExceeded() ? tooLarge : bad;
@@ -146,7 +147,8 @@ StoreResult readDocument(const ZipReader& archive, std::string manifestXml, Memo
                          ViewerDocument& document) {
     XmlReader reader;
     if (PackageResult result = reader.parse(std::move(manifestXml), "vexaDocument", limits::xml); !result) {
-        return {fromPackage(result).problem, "the manifest"_text};
+        const StoreResult why = fromPackage(result);
+        return {why.problem, translated("the manifest"_text) + "; " + why.detail};
     }
     return DocumentReader(archive, budget).read(reader.root(), document);
 }

@@ -311,6 +311,12 @@ TEST(BadFiles, AreRefusedWithWhatWasFoundAndWhatWouldFit) {
          R"(the entry items/000001.xml; found: <dimension hidden="2">; expected: 0 | 1)"},
         {fileWithItem("table", R"(<table rows="0"><dimension order="1"><category/></dimension></table>)"),
          R"(the entry items/000001.xml; found: <dimension order="1">; expected: every category once, from 0)"},
+        {fileWithItem("text", "<text>\n a<b</text>"),
+         "the entry items/000001.xml; line 2, column 3: a broken tag"},
+        {fileWithItem("text", "<text>a</text>b"),
+         "the entry items/000001.xml; line 1, column 15: something besides the root element"},
+        {fileWithManifest("<vexaDocument format=\"2\"\n type=\"VXV\"></vexaDocumen>"),
+         "the manifest; line 2, column 13: "},
         {zipOf({{"items/000001.xml", "<text/>"}, {"manifest.xml", "<vexaDocument/>"}}),
          "the manifest; found: items/000001.xml; expected: manifest.xml"},
         {zipOf(

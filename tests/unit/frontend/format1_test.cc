@@ -127,7 +127,7 @@ TEST(Format1, WithItemsThatContradictThemselves) {
     for (const auto& [kind, xml] : items) {
         const StoreResult result = problemOf(fileOf(kind, xml));
         EXPECT_EQ(result.problem, StoreProblem::damaged) << xml;
-        EXPECT_EQ(result.detail, "the entry items/000001.xml") << xml;
+        EXPECT_TRUE(result.detail.starts_with("the entry items/000001.xml")) << xml;
     }
 }
 
