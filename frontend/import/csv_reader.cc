@@ -39,9 +39,7 @@ class FieldReader {
         }
         skipLineEnd();
         if (grid_.columns == 0) grid_.columns = fields;
-        return fields == grid_.columns ||
-               refuse(begin, composed("Found: ^1 fields. The first row has ^2."_text,
-                                      {std::to_string(fields), std::to_string(grid_.columns)}));
+        return fields == grid_.columns || refuse(begin, otherNumberOfFields(fields, grid_.columns));
     }
 
     bool readPlain(std::string& field) {
@@ -104,7 +102,7 @@ bool readSeparated(std::string_view text, bool isTabbed, const ImportOptions& op
     if (!reader.read()) return false;
     if (grid.rows() <= grid.headerRows || grid.columns <= grid.labelColumns) {
         problem.message = composed(
-            "Found: ^1 rows of ^2 fields. With ^3 header rows and ^4 label columns no data are left."_text,
+            "Rows found: ^1. Fields in a row: ^2. Header rows (^3) and label columns (^4) leave no data."_text,
             {std::to_string(grid.rows()), std::to_string(grid.columns), std::to_string(grid.headerRows),
              std::to_string(grid.labelColumns)});
         return false;

@@ -28,4 +28,9 @@ std::string mismatch(const std::string& found, std::string_view expected) {
     return composed("Found: ^1. Expected: ^2."_text, {found, translated(expected)});
 }
 
+std::string otherNumberOfFields(std::size_t found, std::size_t inFirstRow) {
+    return composed("Fields found: ^1. Fields in the first row: ^2."_text,
+                    {std::to_string(found), std::to_string(inFirstRow)});
+}
+
 }  // namespace vexa::frontend

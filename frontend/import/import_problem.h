@@ -35,4 +35,7 @@ struct ImportProblem {
 /// "Found: 3. Expected: a text." `expected` is a text of the system's own.
 [[nodiscard]] std::string mismatch(const std::string& found, std::string_view expected);
 
+/// What is wrong with a row that has more or fewer fields than the first one.
+[[nodiscard]] std::string otherNumberOfFields(std::size_t found, std::size_t inFirstRow);
+
 }  // namespace vexa::frontend

@@ -91,7 +91,7 @@ class GridReader {
         if (!row.is_array()) return refuse(place, mismatch(foundText(row), "a list"_text));
         if (grid_.columns == 0) grid_.columns = row.size();
         if (row.size() != grid_.columns || row.empty()) {
-            return refuse(place, composed("Found: a row of ^1 texts. The first row has ^2."_text,
+            return refuse(place, composed("Texts in this row: ^1. Texts in the first row: ^2."_text,
                                           {std::to_string(row.size()), std::to_string(grid_.columns)}));
         }
         for (std::size_t i = 0; i < row.size(); ++i) {

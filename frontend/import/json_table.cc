@@ -113,7 +113,7 @@ class TableReader {
         if (cells_.isThere && cells_.cells.size() != count) {
             return object_.refusal().refuse(
                 object_.place("cells"),
-                composed("Found: ^1 cells. The categories of layers, rows and columns make ^2."_text,
+                composed("Cells found: ^1. The categories of layers, rows and columns make: ^2."_text,
                          {std::to_string(cells_.cells.size()), std::to_string(count)}));
         }
         return checkFootnotes();
@@ -124,7 +124,7 @@ class TableReader {
         if (!cells_.cells.empty() && cells_.atLength != dimensions_.size()) {
             return object_.refusal().refuse(
                 object_.place("sparse"),
-                composed("Found: lists of ^1 numbers. The table has ^2 dimensions."_text,
+                composed("Numbers in each list: ^1. Dimensions of the table: ^2."_text,
                          {std::to_string(cells_.atLength), std::to_string(dimensions_.size())}));
         }
         for (std::size_t i = 0; i < cells_.cells.size(); ++i) {

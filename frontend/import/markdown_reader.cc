@@ -146,8 +146,7 @@ class MarkdownReader {
             std::vector<std::string> fields = fieldsOf(lines_[at_]);
             if (grid.columns == 0) grid.columns = fields.size();
             if (fields.size() > grid.columns) {
-                return refuse(at_, composed("Found: ^1 fields. The first row has ^2."_text,
-                                            {std::to_string(fields.size()), std::to_string(grid.columns)}));
+                return refuse(at_, otherNumberOfFields(fields.size(), grid.columns));
             }
             fields.resize(grid.columns);
             for (std::string& field : fields) grid.places.push_back({std::move(field), 0});

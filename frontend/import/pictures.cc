@@ -10,6 +10,7 @@
 
 #include "backend/strings/dictionary.h"
 #include "backend/text/utf8.h"
+#include "frontend/package/deflate.h"
 
 namespace vexa::frontend {
 
@@ -113,17 +114,29 @@ std::uint32_t bigEndian(std::string_view bytes) {
     return value;
 }
 
-/// True when the chunks are whole and in order.
-bool hasWholeChunks(std::string_view bytes) {
+/// What draws a picture may pass over a chunk whose name begins with a small letter.
+bool isNeeded(std::string_view chunkName) { return chunkName.front() >= 'A' && chunkName.front() <= 'Z'; }
+
+/// True when the chunks are whole and in order; else `reason` says why not.
+bool hasWholeChunks(std::string_view png, std::string& reason) {
     constexpr std::size_t kAround = 12;  // length, name and checksum
+    constexpr std::size_t kBeforeData = 8;
+    constexpr std::size_t kNameLength = 4;
     constexpr std::size_t kHeaderLength = 13;
     bool hasData = false;
-    bytes.remove_prefix(kSignature.size());
+    reason = translated("The PNG is cut off or damaged."_text);
+    std::string_view bytes = png.substr(kSignature.size());
     for (bool isFirst = true; bytes.size() >= kAround; isFirst = false) {
         const std::size_t length = bigEndian(bytes);
-        const std::string_view name = bytes.substr(4, 4);
+        const std::string_view name = bytes.substr(kNameLength, kNameLength);
         if (length > bytes.size() - kAround || isFirst != (name == "IHDR")) return false;
         if (isFirst && length != kHeaderLength) return false;
+        const std::string_view checked = bytes.substr(kNameLength, kNameLength + length);
+        if (isNeeded(name) && crcOf(checked) != bigEndian(bytes.substr(kBeforeData + length))) {
+            reason = composed("The PNG is damaged: a checksum does not fit what stands at byte ^1."_text,
+                              {std::to_string(png.size() - bytes.size())});
+            return false;
+        }
         hasData = hasData || name == "IDAT";
         if (name == "IEND") return hasData;
         bytes.remove_prefix(kAround + length);
@@ -156,12 +169,11 @@ std::shared_ptr<const Picture> readSvg(std::string bytes, std::string& reason) {
 std::shared_ptr<const Picture> readPng(std::string bytes, std::string& reason) {
     constexpr std::size_t kWidthAt = 16;
     constexpr std::size_t kHeightAt = 20;
-    const bool isPng = std::string_view(bytes).starts_with(kSignature);
-    if (!isPng || !hasWholeChunks(bytes)) {
-        reason =
-            isPng ? translated("The PNG is cut off or damaged."_text) : translated("This is not a PNG."_text);
+    if (!std::string_view(bytes).starts_with(kSignature)) {
+        reason = translated("This is not a PNG."_text);
         return nullptr;
     }
+    if (!hasWholeChunks(bytes, reason)) return nullptr;
     const double width = bigEndian(std::string_view(bytes).substr(kWidthAt)) * kPointsPerPixel;
     const double height = bigEndian(std::string_view(bytes).substr(kHeightAt)) * kPointsPerPixel;
     if (!isLength(width) || !isLength(height)) {

@@ -102,16 +102,16 @@ TEST_F(CsvReader, TakesOtherSeparatorsAndDecimalMarks) {
 }
 
 TEST_F(CsvReader, SaysWhereARowHasAnotherLength) {
-    EXPECT_EQ(refusal("a,b\n1,2\n3\n"), "3:1: Found: 1 fields. The first row has 2.");
+    EXPECT_EQ(refusal("a,b\n1,2\n3\n"), "3:1: Fields found: 1. Fields in the first row: 2.");
     EXPECT_EQ(refusal("a,b\n1,\"2\n"), "2:3: The quotation mark that begins this field has no partner.");
     EXPECT_EQ(refusal("a,b\n1,\"2\"3\n"),
               "2:6: A separator or a line end must follow the quotation mark that ends a field.");
 }
 
 TEST_F(CsvReader, RefusesAFileWithoutData) {
-    EXPECT_THAT(refusal(""), testing::HasSubstr("no data are left"));
-    EXPECT_THAT(refusal("a,b,c\n"), testing::HasSubstr("Found: 1 rows of 3 fields."));
-    EXPECT_THAT(refusal("a\n1\n"), testing::HasSubstr("no data are left"));
+    EXPECT_THAT(refusal(""), testing::HasSubstr("leave no data"));
+    EXPECT_THAT(refusal("a,b,c\n"), testing::HasSubstr("Rows found: 1. Fields in a row: 3."));
+    EXPECT_THAT(refusal("a\n1\n"), testing::HasSubstr("leave no data"));
 }
 
 struct NumberText {

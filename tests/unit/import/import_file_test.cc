@@ -58,7 +58,7 @@ TEST_F(ImportFile, SaysWhatIsWrongWithTheFile) {
         testing::StartsWith("a.csv:1:3: The byte FF (at offset 2 of the file) is no character in UTF-8."));
     files.files["a.csv"] = "R,a\nr\n";
     EXPECT_FALSE(import("a.csv"));
-    EXPECT_THAT(problem.shown(), testing::StartsWith("a.csv:2:1: Found: 1 fields."));
+    EXPECT_THAT(problem.shown(), testing::StartsWith("a.csv:2:1: Fields found: 1."));
     options.encoding = "nonsense";
     EXPECT_FALSE(import("a.csv"));
     EXPECT_THAT(problem.shown(), testing::HasSubstr("The encoding nonsense is not known."));

@@ -6,6 +6,7 @@
 #include "frontend/document/compared_text.h"
 #include "frontend/import/results_reader.h"
 #include "frontend/import/results_writer.h"
+#include "frontend/package/deflate.h"
 
 namespace vexa::frontend {
 
@@ -83,9 +84,10 @@ std::string samplePng(unsigned width, unsigned height) {
         return bytes;
     };
     const std::string header = number(width) + number(height) + std::string("\x08\x00\x00\x00\x00", 5);
-    const std::string checksum(4, '\0');
-    return "\x89PNG\r\n\x1a\n" + number(13) + "IHDR" + header + checksum + number(0) + "IDAT" + checksum +
-           number(0) + "IEND" + checksum;
+    const auto chunk = [&](const std::string& name, const std::string& content) {
+        return number(static_cast<unsigned>(content.size())) + name + content + number(crcOf(name + content));
+    };
+    return "\x89PNG\r\n\x1a\n" + chunk("IHDR", header) + chunk("IDAT", "") + chunk("IEND", "");
 }
 
 }  // namespace vexa::frontend

@@ -76,8 +76,29 @@ TEST(Pictures, RefuseAPngThatIsCutOff) {
     }
     EXPECT_EQ(reason, "The PNG is cut off or damaged.");
     EXPECT_EQ(readPng(samplePng(0, 10), reason), nullptr);
+    EXPECT_EQ(reason, "The PNG is cut off or damaged.");
     EXPECT_EQ(readPng("GIF89a", reason), nullptr);
     EXPECT_EQ(reason, "This is not a PNG.");
+}
+
+TEST(Pictures, OfPngAreCheckedByTheirChecksums) {
+    constexpr std::size_t headEnd = 33;  // signature and the first chunk
+    const std::string whole = samplePng(10, 10);
+    std::string reason;
+    ASSERT_NE(readPng(whole, reason), nullptr) << reason;
+    std::string damaged = whole;
+    damaged[headEnd - 4] ^= '\1';
+    EXPECT_EQ(readPng(damaged, reason), nullptr);
+    EXPECT_EQ(reason, "The PNG is damaged: a checksum does not fit what stands at byte 8.");
+    damaged = whole;
+    damaged[20] ^= '\1';  // the height
+    EXPECT_EQ(readPng(damaged, reason), nullptr);
+    // What draws it may pass over a comment, and so over one that is damaged.
+    const std::string comment("\0\0\0\1tEXtx0000", 13);
+    EXPECT_NE(readPng(whole.substr(0, headEnd) + comment + whole.substr(headEnd), reason), nullptr) << reason;
+    const std::string unknown("\0\0\0\1TEXtx0000", 13);
+    EXPECT_EQ(readPng(whole.substr(0, headEnd) + unknown + whole.substr(headEnd), reason), nullptr);
+    EXPECT_EQ(reason, "The PNG is damaged: a checksum does not fit what stands at byte 33.");
 }
 
 TEST(Base64, GoesBothWays) {

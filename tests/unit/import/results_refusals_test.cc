@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{R"({"items":[{"type":"warning","level":1}]})",
                 "1:37: items[0].level: Found: 1. Expected: a whole number from 2 to 2147483647."},
         Refused{R"({"items":[{"type":"grid","rows":[["a"],["b","c"]]}]})",
-                "1:40: items[0].rows[1]: Found: a row of 2 texts. The first row has 1."},
+                "1:40: items[0].rows[1]: Texts in this row: 2. Texts in the first row: 1."},
         Refused{R"({"items":[{"type":"grid","rows":[["a"]],"headerRows":2}]})",
                 "1:54: items[0].headerRows: Found: 2. Expected: a whole number from 0 to 1."},
         Refused{R"({"items":[{"type":"chart"}]})",
@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
     OfTables, ResultsRefusal,
     testing::Values(
         Refused{R"({"items":[{"type":"table","rows":[{"categories":["a"]}],"cells":[1,2]}]})",
-                "1:65: items[0].cells: Found: 2 cells. The categories of layers, rows and columns make 1."},
+                "1:65: items[0].cells: Cells found: 2. The categories of layers, rows and columns make: 1."},
         Refused{R"({"items":[{"type":"table","cells":[true]}]})",
                 "1:36: items[0].cells[0]: Found: true. Expected: a number, a text, null or an object."},
         Refused{R"({"items":[{"type":"table","cells":[{"value":[]}]}]})",
@@ -113,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(
             "1:74: items[0].sparse[0].at[0]: There is no category 1; the dimension has 1, counted from 0."},
         Refused{
             R"({"items":[{"type":"table","rows":[{"categories":["a"]}],"sparse":[{"at":[0,0],"value":1}]}]})",
-            "1:66: items[0].sparse: Found: lists of 2 numbers. The table has 1 dimensions."},
+            "1:66: items[0].sparse: Numbers in each list: 2. Dimensions of the table: 1."},
         Refused{
             R"({"items":[{"type":"table","rows":[{"categories":["a"]}],"sparse":[{"at":[0]},{"at":[0]}]}]})",
             "1:78: items[0].sparse[1]: This place has a cell already."},
