@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vexa::frontend {
 
@@ -116,12 +117,19 @@ void waitForOtherThreads() {
 }
 
 /// Bytes of data that a process may have which does the work.
-std::uint64_t dataLimit(const WorkLimits& limits) {
+std::uint64_t dataLimit(const WorkLimits& limits, bool isAlone) {
     constexpr std::uint64_t enough = std::uint64_t{128} << 20;
     constexpr std::uint64_t shadows = std::uint64_t{64} << 30;  // only a checked build has so much
     const std::uint64_t own = ownData();
-    const std::uint64_t most = own + limits.memory;
-    return own > shadows ? most : std::min(most, std::max(limits.wholeMemory, own + enough));
+    if (own > shadows) return own + limits.memory;
+    if (!isAlone && limits.besideOthers != UINT64_MAX) return own + limits.besideOthers;
+    return std::min(own + limits.memory, std::max(limits.wholeMemory, own + enough));
+}
+
+/// All work of the process that is not finished or given up.
+std::vector<WorkApart*>& goingOn() {
+    static std::vector<WorkApart*> all;
+    return all;
 }
 
 bool writeAll(int file, std::string_view bytes) {
@@ -149,7 +157,7 @@ int waitFor(pid_t process) {
 }
 
 [[noreturn]] void workAndEnd(const std::function<std::string()>& work, const WorkLimits& limits,
-                             const sigset_t& signals, int file) {
+                             std::uint64_t data, const sigset_t& signals, int file) {
     // What ends the program ends the copy as well, and what does not is no reason to lose a picture.
     for (const int each : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) std::signal(each, SIG_IGN);
     for (const int each : {SIGPIPE, SIGXCPU}) std::signal(each, SIG_DFL);
@@ -158,7 +166,7 @@ int waitFor(pid_t process) {
     if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_CPU, limits.seconds);
-    limit(RLIMIT_DATA, dataLimit(limits));
+    limit(RLIMIT_DATA, data);
     bool whole = false;
     try {
         // The last byte says that all of it came.
@@ -169,45 +177,47 @@ int waitFor(pid_t process) {
     _exit(whole ? 0 : 1);
 }
 
-/// Reads up to the end of the pipe; false when that takes too long, or there is too much.
-bool readAll(int file, const WorkLimits& limits, std::string& result) {
+/// Reads up to the end of the pipe, unless that takes too long, or there is too much.
+WorkEnd readAll(int file, const WorkLimits& limits, std::string& result) {
+    constexpr std::uint64_t usualBytes = std::uint64_t{64} << 20;
+    // What grows step by step takes twice as much meanwhile.
+    if (limits.resultBytes < usualBytes) result.reserve(limits.resultBytes);
     const Clock::time_point end = Clock::now() + limits.patience * std::chrono::seconds(limits.seconds);
     std::string buffer(1U << 16U, '\0');
     for (;;) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
-        if (left <= 0 || result.size() > limits.resultBytes) return false;
+        if (left <= 0) return WorkEnd::tooLong;
+        if (result.size() > limits.resultBytes) return WorkEnd::crashed;
         pollfd waiting{file, POLLIN, 0};
         const int ready = poll(&waiting, 1, static_cast<int>(left));
-        if (ready < 0 && errno != EINTR) return false;
+        if (ready < 0 && errno != EINTR) return WorkEnd::crashed;
         if (ready <= 0) continue;
         const ssize_t length = read(file, buffer.data(), buffer.size());
         if (length < 0 && errno == EINTR) continue;
-        if (length <= 0) return length == 0;
+        if (length <= 0) return length == 0 ? WorkEnd::done : WorkEnd::crashed;
         result.append(buffer.data(), static_cast<std::size_t>(length));
     }
 }
 
 }  // namespace
 
-WorkLimits limitsForPicture(std::uint64_t fileBytes) {
-    constexpr std::uint64_t smallFile = 1'000'000;
-    constexpr std::uint64_t ofSmallFile = std::uint64_t{268} << 20;
-    constexpr std::uint64_t ofEachByte = 256;
-    WorkLimits limits;
-    limits.wholeMemory = ofSmallFile + (std::max(fileBytes, smallFile) - smallFile) * ofEachByte;
-    return limits;
-}
-
 WorkApart::WorkApart(std::function<std::string()> work, const WorkLimits& limits)
     : work_(std::move(work)), limits_(limits) {
-    begin();
+    goingOn().push_back(this);
+    if (!limits_.beginsAlone) begin();
 }
 
 WorkApart::~WorkApart() {
+    giveUp();
+    std::erase(goingOn(), this);
+}
+
+void WorkApart::giveUp() {
     closePipe();
     if (process_ == 0) return;
     kill(process_, SIGKILL);
     waitFor(process_);
+    process_ = 0;
 }
 
 void WorkApart::closePipe() {
@@ -230,7 +240,7 @@ void WorkApart::begin() {
     const pid_t process = fork();
     if (process == 0) {
         endWith(parent);
-        workAndEnd(work_, limits_, before, ends[1]);
+        workAndEnd(work_, limits_, dataLimit(limits_, isAlone_), before, ends[1]);
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     close(ends[1]);
@@ -240,20 +250,38 @@ void WorkApart::begin() {
 }
 
 WorkEnd WorkApart::finish(std::string& result) {
-    result.clear();
+    if (limits_.beginsAlone) return finishAlone(result);
     if (process_ == 0) begin();
+    return wait(result);
+}
+
+WorkEnd WorkApart::finishAlone(std::string& result) {
+    for (WorkApart* const each : goingOn()) each->giveUp();
+    isAlone_ = true;
+    begin();
+    return wait(result);
+}
+
+WorkEnd WorkApart::wait(std::string& result) {
+    result.clear();
     if (process_ == 0) return WorkEnd::noProcess;
-    const bool inTime = readAll(pipe_, limits_, result);
+    const WorkEnd end = readAll(pipe_, limits_, result);
     closePipe();
     const pid_t process = std::exchange(process_, 0);
-    if (!inTime) kill(process, SIGKILL);
+    if (end != WorkEnd::done) kill(process, SIGKILL);
     const int status = waitFor(process);
-    if (!inTime) return WorkEnd::tooLong;
+    if (end != WorkEnd::done) return end;
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0 || result.empty()) {
         return WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU ? WorkEnd::tooLong : WorkEnd::crashed;
     }
     result.pop_back();
     return WorkEnd::done;
+}
+
+WorkEnd finishWell(WorkApart& work, std::string& result) {
+    const WorkEnd end = work.finish(result);
+    const bool isWell = end == WorkEnd::tooLong || (end == WorkEnd::done && result.starts_with('+'));
+    return isWell || !work.hadLess() ? end : work.finishAlone(result);
 }
 
 WorkEnd workApart(const std::function<std::string()>& work, const WorkLimits& limits, std::string& result) {

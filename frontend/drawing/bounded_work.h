@@ -14,11 +14,11 @@ struct WorkLimits {
     std::uint64_t memory = std::uint64_t{2} << 30;  ///< bytes, beside what the program has
     std::uint64_t wholeMemory = UINT64_MAX;         ///< with what the program has, where that leaves enough
     std::uint64_t resultBytes = std::uint64_t{1} << 30;  ///< longest result
+    /// Bytes, beside what the program has, for as long as other work may go on; `finishAlone` gives it the
+    /// rest. Without it work takes what it may from its beginning.
+    std::uint64_t besideOthers = UINT64_MAX;
+    bool beginsAlone = false;  ///< nothing goes on before it is waited for, nor anything else meanwhile
 };
-
-/// The limits for drawing a picture that takes `fileBytes` of a file: with a small one no more memory is
-/// taken than is said of small documents.
-[[nodiscard]] WorkLimits limitsForPicture(std::uint64_t fileBytes);
 
 enum class WorkEnd {
     done,
@@ -44,16 +44,28 @@ class WorkApart {
     /// from here on, but that on a processor from the beginning. Where the system gave no process at first,
     /// it is asked again.
     [[nodiscard]] WorkEnd finish(std::string& result);
+    /// Whether it had less than it may have alone.
+    [[nodiscard]] bool hadLess() const { return !isAlone_ && limits_.besideOthers != UINT64_MAX; }
+    /// Does the work once more, with all the memory that it may have. Other work that goes on is given up
+    /// for it, and begins again when it is waited for.
+    [[nodiscard]] WorkEnd finishAlone(std::string& result);
 
   private:
     void begin();
+    void giveUp();
     void closePipe();
+    [[nodiscard]] WorkEnd wait(std::string& result);
 
     std::function<std::string()> work_;
     WorkLimits limits_;
     int process_ = 0;  // 0 for none
     int pipe_ = -1;    // where the result comes from
+    bool isAlone_ = false;
 };
+
+/// Finishes work whose result begins with `+` when all is well, and does it once more alone when it is not
+/// and it had less memory than it may have.
+[[nodiscard]] WorkEnd finishWell(WorkApart& work, std::string& result);
 
 /// Work apart from its beginning to its end.
 [[nodiscard]] WorkEnd workApart(const std::function<std::string()>& work, const WorkLimits& limits,

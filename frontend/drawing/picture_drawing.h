@@ -30,6 +30,7 @@ struct DrawingOrder {
     bool preview = false;       ///< EPS: a TIFF for programs that cannot draw it
     bool curves = false;        ///< EPS: texts as curves, not in fonts that the reader has
     unsigned int seconds = 20;  ///< after which the drawing is given up
+    bool sharesLittle = false;  ///< one of few bytes of pictures, which take little memory all together
 };
 
 struct DrawnPicture {

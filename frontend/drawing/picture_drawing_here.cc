@@ -9,6 +9,7 @@
 #include "backend/text/utf8.h"
 #include "frontend/drawing/bitmap.h"
 #include "frontend/drawing/bounded_work.h"
+#include "frontend/drawing/drawing_limits.h"
 #include "frontend/drawing/emf_file.h"
 #include "frontend/drawing/eps_file.h"
 #include "frontend/drawing/general_fonts.h"
@@ -38,7 +39,7 @@ std::string fileOrReason(const Picture& picture, const DrawingOrder& order) {
 /// Waits for a file or a reason.
 DrawnPicture finishDrawing(WorkApart& work, unsigned int seconds) {
     DrawnPicture drawn;
-    switch (work.finish(drawn.bytes)) {
+    switch (finishWell(work, drawn.bytes)) {
         case WorkEnd::done:
             break;
         case WorkEnd::tooLong:
@@ -115,8 +116,10 @@ DrawingOrder placeholderOrder(const DrawingOrder& order) {
 }
 
 WorkLimits limitsOf(const DrawingOrder& order, const Picture& picture) {
-    WorkLimits limits =
-        limitsForPicture(picture.packedBytes > 0 ? picture.packedBytes : picture.bytes.size());
+    const bool isDrawnInPixels =
+        order.form != DrawnForm::emf && (order.form != DrawnForm::eps || order.preview);
+    const double pixels = order.width * order.height * pixelsPerPoint * pixelsPerPoint;
+    WorkLimits limits = limitsForPicture(picture, isDrawnInPixels ? pixels : 0, order.sharesLittle);
     limits.seconds = order.seconds;
     return limits;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <utility>
@@ -17,6 +18,10 @@ namespace vexa::frontend {
 /// be taken. Not many, since each may take gigabytes.
 [[nodiscard]] std::size_t drawingsAtOnce();
 
+/// Whether the pictures of a plan come from so few bytes that drawing them must take no more memory than a
+/// small document may, all together.
+[[nodiscard]] bool areFewBytes(const std::vector<const ExportedItem*>& pictures);
+
 /// The charts and trees of a plan, in their order.
 [[nodiscard]] std::vector<const ExportedItem*> picturesOf(const ExportPlan& plan);
 
@@ -29,7 +34,13 @@ class DrawingsAhead {
 
     /// `plan` must live as long.
     DrawingsAhead(const ExportPlan& plan, Begin begin, std::size_t atOnce = drawingsAtOnce())
-        : pictures_(picturesOf(plan)), begin_(std::move(begin)), atOnce_(std::max<std::size_t>(atOnce, 1)) {}
+        : pictures_(picturesOf(plan)),
+          begin_(std::move(begin)),
+          shareLittle_(areFewBytes(pictures_)),
+          atOnce_(std::clamp<std::size_t>(atOnce, 1, shareLittle_ ? mostOfFewBytes : SIZE_MAX)) {}
+
+    /// See `areFewBytes`.
+    [[nodiscard]] bool shareLittle() const { return shareLittle_; }
 
     /// The drawing of a picture of the plan. They are taken in their order, each once; some may be passed
     /// over.
@@ -56,8 +67,11 @@ class DrawingsAhead {
         return static_cast<std::size_t>(found - pictures_.begin());
     }
 
+    static constexpr std::size_t mostOfFewBytes = 3;
+
     std::vector<const ExportedItem*> pictures_;
     Begin begin_;
+    bool shareLittle_;
     std::size_t atOnce_;
     std::size_t next_ = 0;                    // what was not begun yet
     std::map<std::size_t, Drawing> waiting_;  // by place; those without a drawing are not here

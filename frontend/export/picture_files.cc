@@ -215,6 +215,7 @@ std::unique_ptr<PendingDrawing> PictureFiles::begin(const Job& job, const Export
     const double scale = job.widthPoints ? *job.widthPoints / size.width : job.percent / 100;
     order.width = size.width * scale;
     order.height = size.height * scale;
+    order.sharesLittle = job.drawings != nullptr && job.drawings->shareLittle();
     return beginDrawing(*picture.picture, appliedRules(picture, styles_.find(picture.styleSheet)),
                         alternativeOf(item), order);
 }
@@ -227,7 +228,7 @@ std::string PictureFiles::content(const Job& job, const ExportedItem& item, cons
     if (drawing == nullptr) {
         report_.note(
             composed("Item ^1 (^2): there is no file ^3, because this build of the program cannot draw."_text,
-                     {number, item.label, toNativePath(file)}));
+                     {number, item.shortLabel(), toNativePath(file)}));
         return {};
     }
     static_cast<void>(styles_.find(picture.styleSheet, item));
@@ -235,7 +236,7 @@ std::string PictureFiles::content(const Job& job, const ExportedItem& item, cons
     if (!drawn.reason.empty()) {
         report_.note(composed(
             "Item ^1 (^2): the picture cannot be drawn, and the file ^3 has its alternative text instead. ^4"_text,
-            {number, item.label, toNativePath(file), drawn.reason}));
+            {number, item.shortLabel(), toNativePath(file), drawn.reason}));
     }
     return std::move(drawn.bytes);
 }

@@ -75,6 +75,7 @@ std::unique_ptr<PendingDrawing> OfficePictures::begin(const ExportedItem& item) 
     DrawingOrder order;
     order.width = size.width * factor;
     order.height = size.height * factor;
+    order.sharesLittle = drawings_.shareLittle();
     return beginDrawing(*shown.picture, appliedRules(shown, styles_.find(shown.styleSheet)),
                         alternativeOf(item), order);
 }
@@ -112,7 +113,7 @@ void OfficePictures::finishPng(PendingDrawing* drawing, OfficePicture& made, con
 void OfficePictures::noteUnreadable(const ExportedItem& item, const std::string& why) {
     report_.note(composed(
         "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
-        {std::to_string(item.number), item.label, why}));
+        {std::to_string(item.number), item.shortLabel(), why}));
 }
 
 void OfficePictures::finish(PendingDrawing* drawing, OfficePicture& made, const ExportedItem& item) {
@@ -120,7 +121,7 @@ void OfficePictures::finish(PendingDrawing* drawing, OfficePicture& made, const 
         made.png = emptyFrame();
         report_.note(composed(
             "Item ^1 (^2): programs that show no SVG show an empty frame instead of the picture, because this build of the program cannot draw."_text,
-            {std::to_string(item.number), item.label}));
+            {std::to_string(item.number), item.shortLabel()}));
         return;
     }
     DrawnPicture drawn = drawing->finish();

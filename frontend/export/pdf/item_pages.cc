@@ -241,8 +241,8 @@ void ItemPages::writeGrid(const ExportedItem& item, const TableGrid& grid, bool 
     if (const std::size_t characters = tooManyCharacters(grid); characters > 0) {
         task_.report.fail(ExportError::other,
                           composed("Item ^1 (^2) has a text of ^3 characters, and a cell takes ^4."_text,
-                                   {std::to_string(item.number), item.label, std::to_string(characters),
-                                    std::to_string(longestCell)}));
+                                   {std::to_string(item.number), item.shortLabel(),
+                                    std::to_string(characters), std::to_string(longestCell)}));
         return;
     }
     flow_.leaveSpace(itemGap);
@@ -254,8 +254,9 @@ void ItemPages::writeGrid(const ExportedItem& item, const TableGrid& grid, bool 
 
 std::unique_ptr<PageDrawing> ItemPages::beginDrawing(const ExportedItem& item) {
     const ShownPicture& picture = *pictureOf(item);
-    return std::make_unique<PageDrawing>(
-        *picture.picture, appliedRules(picture, styles_.find(picture.styleSheet)), pictureSize(item));
+    return std::make_unique<PageDrawing>(*picture.picture,
+                                         appliedRules(picture, styles_.find(picture.styleSheet)),
+                                         pictureSize(item), drawings_.shareLittle());
 }
 
 void ItemPages::writePicture(const ExportedItem& item) {
@@ -284,7 +285,7 @@ void ItemPages::writePicture(const ExportedItem& item) {
     } else {
         task_.report.note(composed(
             "Item ^1 (^2): the picture cannot be drawn, and its alternative text takes its place. ^3"_text,
-            {std::to_string(item.number), item.label, form.reason}));
+            {std::to_string(item.number), item.shortLabel(), form.reason}));
         writePlaceholder(item, box);
     }
     flow_.canvas().end();

@@ -8,6 +8,7 @@
 
 #include "backend/strings/dictionary.h"
 #include "frontend/drawing/cairo_drawing.h"
+#include "frontend/drawing/drawing_limits.h"
 #include "frontend/drawing/picture_style.h"
 #include "frontend/drawing/qpdf_library.h"
 #include "frontend/export/pdf/named_fonts.h"
@@ -93,12 +94,11 @@ class ObjectCopier {
 
 }  // namespace
 
-PageDrawing::PageDrawing(const Picture& picture, std::string rules, const ItemSize& size)
+PageDrawing::PageDrawing(const Picture& picture, std::string rules, const ItemSize& size, bool sharesLittle)
     : picture_(picture),
       rules_(std::move(rules)),
       size_(size),
-      work_([this] { return draw(); },
-            limitsForPicture(picture.packedBytes > 0 ? picture.packedBytes : picture.bytes.size())) {}
+      work_([this] { return draw(); }, limitsForPicture(picture, 0, sharesLittle)) {}
 
 std::string PageDrawing::draw() const {
     if (picture_.form != PictureForm::svg || rules_.empty()) return drawPage(picture_, size_);
@@ -108,7 +108,7 @@ std::string PageDrawing::draw() const {
 
 std::string PageDrawing::finish(std::string& reason) {
     std::string page;
-    switch (work_.finish(page)) {
+    switch (finishWell(work_, page)) {
         case WorkEnd::done:
             break;
         case WorkEnd::tooLong:

@@ -21,8 +21,8 @@ struct PictureObject {
 class PageDrawing {
   public:
     /// Begins to draw `picture`, which must live as long, with `rules` applied to it (an SVG), in that size
-    /// in points.
-    PageDrawing(const Picture& picture, std::string rules, const ItemSize& size);
+    /// in points. `sharesLittle` as in `DrawingOrder`.
+    PageDrawing(const Picture& picture, std::string rules, const ItemSize& size, bool sharesLittle);
 
     /// Waits for the file; empty, with a reason as shown, where it cannot be drawn. Called once.
     [[nodiscard]] std::string finish(std::string& reason);

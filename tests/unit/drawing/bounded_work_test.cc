@@ -13,7 +13,9 @@
 #include <csignal>
 #include <future>
 #include <mutex>
+#include <new>
 #include <stdexcept>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -158,7 +160,7 @@ TEST(BoundedWork, EndsResultsThatAreTooLong) {
     std::string result;
     WorkLimits limits;
     limits.resultBytes = 1000;
-    EXPECT_EQ(WorkEnd::tooLong, workApart([] { return std::string(10'000'000, 'x'); }, limits, result));
+    EXPECT_EQ(WorkEnd::crashed, workApart([] { return std::string(10'000'000, 'x'); }, limits, result));
 }
 
 /// Bytes between this process and its works.
@@ -198,6 +200,56 @@ TEST(BoundedWork, GoesOnBesideOtherWork) {
     EXPECT_EQ("x", result);
     EXPECT_EQ(WorkEnd::done, giving.finish(result));
     EXPECT_EQ("given", result);
+}
+
+/// Says how it went when it had so many bytes.
+std::string workWith(std::size_t bytes) {
+    try {
+        return "+" + std::to_string(std::string(bytes, 'x').size());
+    } catch (const std::bad_alloc&) {
+        return "-no memory";
+    }
+}
+
+TEST(BoundedWork, IsDoneAloneWhereTheMemoryBesideOthersDoesNotDo) {
+    constexpr std::size_t much = 100'000'000;
+    WorkLimits limits;
+    limits.besideOthers = std::uint64_t{16} << 20U;
+    WorkApart first([] { return workWith(much); }, limits);
+    WorkApart second([] { return workWith(1'000); }, limits);
+    WorkApart third([] { return workWith(much); }, limits);
+    std::string result;
+    EXPECT_EQ(WorkEnd::done, finishWell(first, result));
+    EXPECT_EQ("+100000000", result);
+    // What was given up for it begins again.
+    EXPECT_EQ(WorkEnd::done, finishWell(second, result));
+    EXPECT_EQ("+1000", result);
+    EXPECT_EQ(WorkEnd::done, finishWell(third, result));
+    EXPECT_EQ("+100000000", result);
+}
+
+TEST(BoundedWork, FailsOnceMoreWhereAllMemoryDoesNotDo) {
+    WorkLimits limits;
+    limits.besideOthers = std::uint64_t{16} << 20U;
+    WorkApart crashing([]() -> std::string { abort(); }, limits);
+    WorkApart failing([] { return std::string("-broken"); }, limits);
+    std::string result;
+    EXPECT_EQ(WorkEnd::crashed, finishWell(crashing, result));
+    EXPECT_EQ(WorkEnd::done, finishWell(failing, result));
+    EXPECT_EQ("-broken", result);
+}
+
+TEST(BoundedWork, BeginsAloneWhenItIsWaitedFor) {
+    const Pipe pipe;
+    WorkLimits limits;
+    limits.beginsAlone = true;
+    WorkApart heavy([&] { return std::string("+") + pipe.take(); }, limits);
+    pipe.put('x');
+    EXPECT_EQ('x', pipe.take());  // nobody else has taken it
+    pipe.put('y');
+    std::string result;
+    EXPECT_EQ(WorkEnd::done, finishWell(heavy, result));
+    EXPECT_EQ("+y", result);
 }
 
 TEST(BoundedWork, LongResultsWaitUntilTheyAreTaken) {

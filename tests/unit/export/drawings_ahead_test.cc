@@ -61,6 +61,13 @@ TEST_F(DrawingsAheadTest, BeginsWhatComesNext) {
     EXPECT_EQ("+1+2-1+5-2", log_) << "nothing is drawn of the fourth item";
 }
 
+TEST_F(DrawingsAheadTest, OfFewBytesAreNotMany) {
+    Ahead drawings(plan_, begin(), 9);
+    EXPECT_TRUE(drawings.shareLittle());
+    EXPECT_EQ(1U, drawings.take(item(1))->number());
+    EXPECT_EQ("+1+2+5-1", log_);
+}
+
 TEST_F(DrawingsAheadTest, HasNothingOfWhatIsNotDrawn) {
     Ahead drawings(plan_, begin(), 3);
     EXPECT_EQ(nullptr, drawings.take(item(4)));
