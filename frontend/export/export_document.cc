@@ -132,7 +132,7 @@ class Export {
             ExportError::other,
             composed(
                 "Item ^1 (^2) is too large a table to be exported: with its labels it has ^3 places, and as many as it has values and ^4 more are possible. Hide what is empty, or make several tables of it."_text,
-                {std::to_string(item.number), item.label, std::to_string(layout.places()),
+                {std::to_string(item.number), item.shortLabel(), std::to_string(layout.places()),
                  std::to_string(tables::maximalEmptyPlaces)}));
     }
 

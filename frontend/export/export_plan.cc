@@ -1,8 +1,10 @@
 #include "frontend/export/export_plan.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
+#include "backend/text/utf8.h"
 #include "frontend/package/packed_text.h"
 
 namespace vexa::frontend {
@@ -76,6 +78,15 @@ class Planner : public OutlineVisitor {
 };
 
 }  // namespace
+
+std::string ExportedItem::shortLabel() const {
+    constexpr std::size_t most = 200;
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < most && length < label.size(); ++i) {
+        length += decodeUtf8(std::string_view(label).substr(length)).length;
+    }
+    return length < label.size() ? label.substr(0, length) + "…" : label;
+}
 
 std::size_t bytesHeldUnpacked(const ExportPlan& plan) {
     constexpr std::size_t bytesOfACell = 40;

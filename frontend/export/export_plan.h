@@ -31,6 +31,8 @@ struct ExportedItem {
     std::vector<tables::Place> layers;  ///< of a table: what `layOut` takes, in their order; at least one
 
     [[nodiscard]] const Item& item() const { return node->item; }
+    /// The label as messages name it: the beginning of a very long one.
+    [[nodiscard]] std::string shortLabel() const;
 };
 
 struct ExportPlan {

@@ -47,7 +47,7 @@ void ExportReport::warn(ExportWarning code, const ExportedItem& item) {
 
 void ExportReport::lose(Feature feature, const ExportedItem& item) {
     LostFeatures& lost = losses_[item.number];
-    if (lost.features.insert(feature).second) lost.label = item.label;
+    if (lost.features.insert(feature).second) lost.label = item.shortLabel();
 }
 
 std::vector<std::string> ExportReport::logTexts() const {

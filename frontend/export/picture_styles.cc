@@ -27,7 +27,7 @@ const std::string& PictureStyles::find(const std::string& name, const ExportedIt
     const Sheet& found = sheet(name);
     if (found.isMissed) {
         report_.note(composed("Item ^1 (^2): there is no style sheet ^3 in the folders Looks."_text,
-                              {std::to_string(item.number), item.label, name}));
+                              {std::to_string(item.number), item.shortLabel(), name}));
     }
     return found.text;
 }

@@ -68,6 +68,8 @@ class XmlWriter {
     /// Tags and quotation marks written so far, as `XmlLimits` counts them.
     [[nodiscard]] std::size_t tags() const { return tags_; }
     [[nodiscard]] std::size_t quotes() const { return quotes_; }
+    /// Of what was not handed on.
+    [[nodiscard]] std::size_t bytes() const { return out_.size(); }
     /// How many elements are open.
     [[nodiscard]] std::size_t depth() const { return open_.size(); }
     /// The finished text; every element must be closed. The writer is empty afterwards.

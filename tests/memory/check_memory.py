@@ -12,6 +12,7 @@ import struct
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import zipfile
 import zlib
@@ -64,6 +65,20 @@ def long_text():
                           "<text>" + "T x " * 7_500 + "</text>")
 
 
+def wide_row():
+    """The same in one row, whose texts together are 150 MB."""
+    return "table", table([("a", 1), ("b", 5_000)], " ".join(["#1"] * 5_000), 'rows="0" columns="1"',
+                          "<text>" + "T x " * 7_500 + "</text>")
+
+
+def cell_of_lines(count):
+    return "table", table([("a", 1), ("b", 1)], "#1", 'rows="0" columns="1"', "<text>" + "w\\0A" * count + "</text>")
+
+
+def long_title():
+    return "table", table([("a", 2), ("b", 2)], numbers(4), f'rows="0" columns="1" title="{"w" * 25_000_000}"')
+
+
 def long_column_labels(others=300):
     """Three labels of 30 KB under each of many others, in a table of one row."""
     labels = "".join(f'<category label="{"C" * 30_000}{number}"/>' for number in range(3))
@@ -90,18 +105,19 @@ def png(width, height):
             chunk(b"IEND", b""))
 
 
-def svg_of_very_many_paths():
-    return (b'<svg xmlns="http://www.w3.org/2000/svg" width="400" height="300">' + b'<path d="M0 0L9 9"/>' * 400_000 +
+def svg_of_very_many_paths(count=400_000):
+    return (b'<svg xmlns="http://www.w3.org/2000/svg" width="400" height="300">' + b'<path d="M0 0L9 9"/>' * count +
             b"</svg>")
 
 
-def write_chart(path, form, picture):
-    """A document with a picture that says of itself that it is small."""
-    entries = {"manifest.xml": HEAD + '<vexaDocument format="2" type="VXV" dataModel="true" name="d">\n'
-                               f'<item type="chart" entry="items/000001.xml" picture="items/000001.{form}"/>\n'
-                               "</vexaDocument>\n",
-               "items/000001.xml": HEAD + '<chart width="400" height="300"/>',
-               f"items/000001.{form}": picture}
+def write_charts(path, form, picture, count=1):
+    """A document with pictures that say of themselves that they are small."""
+    names = [f"items/{number:06}" for number in range(1, count + 1)]
+    items = "".join(f'<item type="chart" entry="{name}.xml" picture="{name}.{form}"/>\n' for name in names)
+    entries = {"manifest.xml": HEAD + '<vexaDocument format="2" type="VXV" dataModel="true" name="d">\n' + items +
+                               "</vexaDocument>\n"}
+    for name in names:
+        entries |= {f"{name}.xml": HEAD + '<chart width="400" height="300"/>', f"{name}.{form}": picture}
     with zipfile.ZipFile(path, "w") as archive:
         for name, content in entries.items():
             archive.writestr(zipfile.ZipInfo(name, (1980, 1, 1, 0, 0, 0)), content, zipfile.ZIP_DEFLATED, 9)
@@ -118,6 +134,17 @@ def write_document(path, kind, xml):
             archive.writestr(entry, HEAD + text, compresslevel=9)
 
 
+def held_by(process):
+    """Bytes that a process and those that it began take now, each page once; 0 of one that has ended."""
+    try:
+        lines = pathlib.Path(f"/proc/{process}/smaps_rollup").read_text(encoding="ascii").splitlines()
+        below = pathlib.Path(f"/proc/{process}/task/{process}/children").read_text(encoding="ascii").split()
+    except OSError:
+        return 0
+    own = sum(int(line.split()[1]) * 1024 for line in lines if line.startswith("Pss:"))
+    return own + sum(map(held_by, below))
+
+
 class Case(unittest.TestCase):
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp())
@@ -129,19 +156,25 @@ class Case(unittest.TestCase):
         self.assertLess(path.stat().st_size, 1_000_000)
         return path
 
-    def run_program(self, *arguments, limit=None, dropped=False):
-        """Exit status, bytes that it took at most, and what was said; `dropped`: that goes nowhere, but for messages."""
+    def run_program(self, *arguments, limit=None, dropped=False, together=False):
+        """Exit status, bytes that it took at most, and what was said; `dropped`: that goes nowhere, but for messages;
+        `together`: bytes of all its processes together, as far as looking now and then shows."""
         output = self.folder / "said"
         with open(output, "wb") as said:
             process = subprocess.Popen([PROGRAM, *map(str, arguments)], cwd=self.folder, stderr=said,
                                        stdout=subprocess.DEVNULL if dropped else said,
                                        stdin=subprocess.DEVNULL, env=dict(os.environ, LC_ALL="C.UTF-8"),
                                        preexec_fn=limit and (lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit))))
-            _, status, usage = os.wait4(process.pid, 0)
+            most = 0
+            ended, status, usage = os.wait4(process.pid, os.WNOHANG if together else 0)
+            while ended == 0:
+                most = max(most, held_by(process.pid))
+                time.sleep(0.01)
+                ended, status, usage = os.wait4(process.pid, os.WNOHANG)
             process.returncode = os.waitstatus_to_exitcode(status)
         text = output.read_text(encoding="utf-8", errors="replace")
         output.unlink()
-        return process.returncode, usage.ru_maxrss * 1024, text
+        return process.returncode, max(most, usage.ru_maxrss * 1024), text
 
 
 class Exports(Case):
@@ -173,6 +206,32 @@ class Exports(Case):
     def test_many_lines(self):
         self.check(many_lines, ["pdf", "docx", "rtf", "pptx"])
 
+    def test_a_row_of_very_long_texts(self):
+        document = self.document(wide_row)
+        status, most, said = self.run_program("export", document, self.folder / "d.txt", "ROWBORDER=''")
+        self.assertEqual(status, 0, said[-500:])
+        self.assertGreater((self.folder / "d.txt").stat().st_size, 150_000_000)
+        self.assertLess(most, MOST_BYTES)
+
+    def test_a_cell_of_very_many_lines(self):
+        self.check(lambda: cell_of_lines(4_500_000), ["txt", "html", "docx", "rtf"])
+        self.refuse(lambda: cell_of_lines(4_500_000), "pptx", "has too much text for one slide")
+        self.refuse(lambda: cell_of_lines(6_000_000), "txt", "lines of text in its cells, and 5000000 are possible")
+
+    def test_a_title_that_no_sheet_takes(self):
+        for form in "xlsx", "xls":
+            said = self.refuse(long_title, form, "has a text of 25000000 characters, and a cell takes 32767")
+            self.assertLess(len(said), 2_000, "the whole title")
+
+    def refuse(self, make, form, why):
+        """What is said of a document that this format cannot hold."""
+        document = self.document(make)
+        status, most, said = self.run_program("export", document, self.folder / f"d.{form}")
+        self.assertEqual(status, 1, said[-500:])
+        self.assertIn(why, said)
+        self.assertLess(most, MOST_BYTES)
+        self.assertFalse((self.folder / f"d.{form}").exists())
+        return said
 
     def test_a_cell_that_no_page_takes(self):
         document = self.document(long_cell)
@@ -184,11 +243,23 @@ class Exports(Case):
     def test_long_column_labels(self):
         self.check(lambda: long_column_labels(4_000), ["html"])
 
+    def test_pictures_that_are_drawn_at_once(self):
+        """What all processes take together counts."""
+        document = self.folder / "d.vxv"
+        for form, picture in ("png", png(4_000, 4_000)), ("svg", svg_of_very_many_paths(60_000)):
+            write_charts(document, form, picture, 6)
+            self.assertLess(document.stat().st_size, 1_000_000)
+            for target in "d.pdf", "d.png", "d.docx":
+                with self.subTest(picture=form, target=target):
+                    status, most, said = self.run_program("export", document, self.folder / target, together=True)
+                    self.assertEqual((status, "memory" in said), (0, False), said[-500:])
+                    self.assertLess(most, MOST_BYTES)
+
     def test_pictures_that_grow(self):
         """They are not drawn, and the document is exported without them; processes that draw count as well."""
         document = self.folder / "d.vxv"
         for form, picture in ("png", png(16_000, 16_000)), ("svg", svg_of_very_many_paths()):
-            write_chart(document, form, picture)
+            write_charts(document, form, picture)
             self.assertLess(document.stat().st_size, 1_000_000)
             for target in "d.pdf", "d.eps":
                 with self.subTest(picture=form, target=target):

@@ -73,7 +73,7 @@ void PagePictures::append(std::string& html, const ExportedItem& item, const std
 void PagePictures::appendAlternative(std::string& html, const ExportedItem& item, const std::string& why) {
     task_.report.note(composed(
         "Item ^1 (^2): the picture cannot be read, and its alternative text takes its place. ^3"_text,
-        {std::to_string(item.number), item.label, why}));
+        {std::to_string(item.number), item.shortLabel(), why}));
     html += "<p>";
     appendHtml(html, alternativeOf(item));
     html += "</p>";

@@ -182,8 +182,15 @@ bool SlideBuilder::hasRoom(const ItemSlides& made, const ExportedItem& item) con
         ExportError::other,
         composed(
             "Item ^1 (^2) goes beyond the ^3 slides that a presentation can have. Export less at a time, or in another format."_text,
-            {std::to_string(item.number), item.label, std::to_string(mostSlides)}));
+            {std::to_string(item.number), item.shortLabel(), std::to_string(mostSlides)}));
     return false;
+}
+
+void SlideBuilder::failForMuchText(const ExportedItem& item) const {
+    task_.report.fail(
+        ExportError::other,
+        composed("Item ^1 (^2) has too much text for one slide. Export it in another format."_text,
+                 {std::to_string(item.number), item.shortLabel()}));
 }
 
 SlideBox SlideBuilder::room() const {
@@ -348,8 +355,8 @@ void SlideBuilder::addGrid(ItemSlides& made, const ExportedItem& item, const Tab
     for (TablePart& part : fit.parts) {
         part.name = grid.title.text.empty() ? item.label : grid.title.text;
         addPart(made, item, part);
+        if (task_.report.failed()) return;
     }
-    if (task_.report.failed()) return;
     if (made.slides.size() == before) addRowless(made, item, grid);
     made.slides[before].notes = grid.caption.text;
 }
@@ -384,6 +391,7 @@ void SlideBuilder::addPart(ItemSlides& made, const ExportedItem& item, const Tab
         frame.writeBelow(xml, deck_.text(), rows, &rows == &slides.back(), below, id);
         if (rows.cut) task_.report.warn(ExportWarning::textsCut, item);
         if (!hasRoom(made, item)) return;
+        if (xml.bytes() > mostSlideBytes) return failForMuchText(item);
         made.add(draft(item, false), xml.take());
     }
 }

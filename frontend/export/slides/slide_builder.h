@@ -21,6 +21,9 @@ class SlideBuilder {
     /// report, which fails where there are too many slides.
     [[nodiscard]] ItemSlides build(const ExportedItem& item);
 
+    /// The report fails for an item that one slide cannot show.
+    void failForMuchText(const ExportedItem& item) const;
+
   private:
     [[nodiscard]] SlideDraft draft(const ExportedItem& item, bool text) const;
     [[nodiscard]] static SlideDraft section(const StyledText& heading);

@@ -93,6 +93,7 @@ void SlideDeck::add(ItemSlides& drafts) {
         std::string title(drafts.slides[i].title);
         if (i > 0) title += " (" + std::to_string(i + 1) + "/" + std::to_string(count) + ")";
         addSlide(drafts.slides[i], title, shapes);
+        if (hasTooMuch_ || bytes_ > mostDeckBytes) return;
     }
 }
 
@@ -112,8 +113,14 @@ void SlideDeck::addSlide(const SlideDraft& draft, const std::string& title, std:
     endShapes(xml);
     writeMasterColors(xml);
     xml.end();
+    count(xml);
     static_cast<void>(package_.add(part, officeContentType(slideType), xml.take()));
     if (!draft.notes.empty()) addNotes(part, draft.notes);
+}
+
+void SlideDeck::count(const XmlWriter& xml) {
+    hasTooMuch_ = hasTooMuch_ || xml.bytes() > mostSlideBytes;
+    bytes_ += xml.bytes();
 }
 
 void SlideDeck::writeTitle(XmlWriter& xml, const SlideDraft& draft, const std::string& title) const {
@@ -181,6 +188,7 @@ void SlideDeck::addNotes(const std::string& slide, const std::string& notes) {
     endShapes(xml);
     writeMasterColors(xml);
     xml.end();
+    count(xml);
     static_cast<void>(package_.add(part, presentationType("notesSlide"), xml.take()));
 }
 

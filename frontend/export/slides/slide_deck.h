@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -35,6 +36,9 @@ struct ItemSlides {
     PackedText shapes;
 };
 
+/// Of all slides, unpacked: many slides with a long title would come to so much.
+inline constexpr std::uint64_t mostDeckBytes = std::uint64_t{4} << 30;
+
 /// Numbers of shapes on a slide that are free for what stands below the title.
 inline constexpr int firstShape = 5;
 /// The number of the relation to the first picture of a slide.
@@ -61,6 +65,10 @@ class SlideDeck {
     /// "Report (2/3)".
     void add(ItemSlides& drafts);
     [[nodiscard]] std::size_t slides() const { return slides_; }
+    /// Whether a slide, or the notes of one, came to more than `mostSlideBytes`.
+    [[nodiscard]] bool hasTooMuch() const { return hasTooMuch_; }
+    /// Bytes of all slides, unpacked.
+    [[nodiscard]] std::uint64_t bytes() const { return bytes_; }
     /// Adds what is left, and ends the package; the first failure of all.
     PackageResult finish();
 
@@ -69,6 +77,7 @@ class SlideDeck {
     void addNotes(const std::string& slide, const std::string& notes);
     void writeTitle(XmlWriter& xml, const SlideDraft& draft, const std::string& title) const;
     void writeFooter(XmlWriter& xml) const;
+    void count(const XmlWriter& xml);
     void addDesign();
     [[nodiscard]] std::string presentation();
 
@@ -80,6 +89,8 @@ class SlideDeck {
     std::vector<std::string> relations_;  // of the slides
     std::size_t slides_ = 0;
     bool hasNotes_ = false;
+    bool hasTooMuch_ = false;
+    std::uint64_t bytes_ = 0;
 };
 
 }  // namespace vexa::frontend

@@ -8,6 +8,7 @@
 #include "frontend/export/font_widths.h"
 #include "frontend/export/office/office_values.h"
 #include "frontend/export/office/table_columns.h"
+#include "frontend/export/slides/slide_text.h"
 #include "frontend/export/slides/slide_xml.h"
 
 namespace vexa::frontend {
@@ -303,6 +304,7 @@ void SlideTableWriter::writeText(XmlWriter& xml, const GridCell& cell, bool hasT
     for (;;) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         const bool isLast = end == text.size();
+        if (isTooMuch(xml, text.substr(0, end))) break;
         xml.begin("a:p").raw(style.paragraph);
         if (end > 0) xml.begin("a:r").raw(style.run).element("a:t", withoutReturn(text.substr(0, end))).end();
         if (isLast && isMarked) {

@@ -81,6 +81,13 @@ std::string_view withoutReturn(std::string_view line) {
     return line;
 }
 
+bool isTooMuch(XmlWriter& xml, std::string_view text) {
+    const std::size_t bytes = xml.bytes();
+    if (bytes + text.size() <= mostSlideBytes) return false;
+    if (bytes <= mostSlideBytes) xml.raw(std::string(mostSlideBytes + 1 - bytes, ' '));
+    return true;
+}
+
 SlideRunStyle runStyleOf(const tables::AreaLook& look, double scale) {
     SlideRunStyle style;
     style.style.font = look.font;
@@ -112,6 +119,7 @@ void SlideText::run(XmlWriter& xml, const SlideRun& run) const {
     std::string_view text = run.text;
     for (;;) {
         const std::size_t end = std::min(text.find('\n'), text.size());
+        if (isTooMuch(xml, text.substr(0, end))) return;
         if (end > 0) {
             xml.begin("a:r");
             properties(xml, "a:rPr", run.style);

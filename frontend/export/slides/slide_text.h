@@ -38,6 +38,13 @@ struct SlideParagraph {
     bool heads = false;                                              ///< stands apart from what is above it
 };
 
+/// Of XML: no program opens slides with so much on them. Where there would be more, the rest of a text is
+/// left out, and as many blanks as make it too much stand in its place.
+inline constexpr std::size_t mostSlideBytes = std::size_t{32} << 20;
+
+/// Whether `text` would be too much; its place is filled then.
+[[nodiscard]] bool isTooMuch(XmlWriter& xml, std::string_view text);
+
 /// Writes texts in one language.
 class SlideText {
   public:

@@ -5,6 +5,7 @@
 #include <variant>
 #include <vector>
 
+#include "backend/strings/dictionary.h"
 #include "frontend/export/office/office_values.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/export/slides/slide_builder.h"
@@ -47,6 +48,14 @@ class SlidesWriter {
         behindPageTitle_ = isPageTitle;
         ItemSlides slides = builder_.build(item);
         deck_.add(slides);
+        if (deck_.hasTooMuch()) builder_.failForMuchText(item);
+        if (deck_.bytes() > mostDeckBytes) {
+            task_.report.fail(
+                ExportError::other,
+                composed(
+                    "Item ^1 (^2) makes the presentation too large. Export less at a time, or in another format."_text,
+                    {std::to_string(item.number), item.shortLabel()}));
+        }
     }
 
     /// One that follows another is a further line of the same footer.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <deque>
 #include <map>
 #include <numeric>
 #include <span>
@@ -28,6 +27,13 @@ enum class Align : std::uint8_t { left, center, right };
 struct TextLine {
     std::string_view text;
     std::size_t width = 0;  ///< columns
+};
+
+/// The same of a line that was made for cells, among the letters of all such lines. There may be millions.
+struct MadeLine {
+    std::size_t begin = 0;
+    std::uint32_t length = 0;
+    std::uint32_t width = 0;
 };
 
 /// Of a cell whose text is its only line.
@@ -81,6 +87,53 @@ void endLine(std::string& text, std::size_t begin) {
     text += '\n';
 }
 
+/// A line that may become hundreds of megabytes long: what there is of it is handed on meanwhile. Blanks wait
+/// until something stands behind them, since a line has none at its end.
+class LongLine {
+  public:
+    LongLine(std::string& text, const TextTaker& take) : text_(text), take_(take) {}
+
+    void add(std::string_view piece) {
+        while (!piece.empty()) {
+            const std::string_view part = wholeCharacters(piece);
+            const std::size_t last = part.find_last_not_of(' ');
+            const std::size_t length = last == std::string_view::npos ? 0 : last + 1;
+            if (length > 0) addWaiting();
+            text_ += part.substr(0, length);
+            blanks_ += part.size() - length;
+            take_(text_);
+            piece.remove_prefix(part.size());
+        }
+    }
+    void addBlanks(std::size_t count) { blanks_ += count; }
+    void end() { text_ += '\n'; }
+
+  private:
+    void addWaiting() {
+        while (blanks_ > 0) {
+            const std::size_t count = std::min(blanks_, PackedText::pieceBytes);
+            text_.append(count, ' ');
+            blanks_ -= count;
+            if (blanks_ > 0) take_(text_);
+        }
+    }
+
+    /// What of a long piece can be handed on by itself.
+    static std::string_view wholeCharacters(std::string_view piece) {
+        constexpr unsigned char trail = 0x80;
+        constexpr unsigned char trailMask = 0xC0;
+        std::size_t length = std::min(piece.size(), PackedText::pieceBytes);
+        while (length < piece.size() && length > 0 &&
+               (static_cast<unsigned char>(piece[length]) & trailMask) == trail)
+            --length;
+        return piece.substr(0, length > 0 ? length : piece.size());
+    }
+
+    std::string& text_;
+    const TextTaker& take_;
+    std::size_t blanks_ = 0;
+};
+
 void appendParagraph(std::string& text, std::string_view paragraph) {
     if (paragraph.empty()) return;
     forEachLine(paragraph, [&text](std::string_view line) {
@@ -103,15 +156,15 @@ class TextGrid {
     }
 
     void append(std::string& text, const TextTaker& take) const {
-        appendRule(text);
+        appendRule(text, take);
         for (std::size_t row = 0; row < grid_.rows; ++row) {
-            if (row > 0 && (row == grid_.headerRows || beginsGroup(row))) appendRule(text);
+            if (row > 0 && (row == grid_.headerRows || beginsGroup(row))) appendRule(text, take);
             for (std::size_t line = 0; line < heights_[row]; ++line) {
-                appendRow(text, row, line);
+                appendRow(text, row, line, take);
                 take(text);
             }
         }
-        appendRule(text);
+        appendRule(text, take);
     }
 
   private:
@@ -125,7 +178,9 @@ class TextGrid {
             made.width = static_cast<std::uint32_t>(text.size());
         } else {
             makeLines({cell.textBegin, cell.textLength, cell.marks, 0}, made, [&] {
-                forEachLine(std::string(text) + grid_.markText(cell),
+                const std::string marked =
+                    cell.marks == 0 ? std::string() : std::string(text) + grid_.markText(cell);
+                forEachLine(cell.marks == 0 ? text : std::string_view(marked),
                             [this](std::string_view line) { addLine(printableText(line)); });
             });
         }
@@ -147,9 +202,10 @@ class TextGrid {
         cell.width = found->second.width;
     }
 
-    void addLine(std::string text) {
-        const std::string& kept = kept_.emplace_back(std::move(text));
-        lines_.push_back({kept, displayWidth(kept)});
+    void addLine(std::string_view text) {
+        lines_.push_back({letters_.size(), static_cast<std::uint32_t>(text.size()),
+                          static_cast<std::uint32_t>(displayWidth(text))});
+        letters_ += text;
     }
 
     /// Takes the lines up to the last one for those of the cell.
@@ -157,7 +213,7 @@ class TextGrid {
         cell.lines = static_cast<std::uint32_t>(lines_.size() - cell.firstLine);
         cell.width = 0;
         for (std::size_t i = cell.firstLine; i < lines_.size(); ++i)
-            cell.width = std::max(cell.width, static_cast<std::uint32_t>(lines_[i].width));
+            cell.width = std::max(cell.width, lines_[i].width);
     }
 
     /// Blanks and border that every column but the last adds to its text.
@@ -200,7 +256,7 @@ class TextGrid {
             makeLines({cell.textBegin, cell.textLength, cell.marks, width}, shown, [&] {
                 for (std::size_t line = 0; line < unbroken.lines; ++line) {
                     const std::string whole(textOf(i, unbroken, line).text);
-                    for (std::string& part : wrapText(whole, width)) addLine(std::move(part));
+                    for (const std::string& part : wrapText(whole, width)) addLine(part);
                 }
             });
         }
@@ -208,7 +264,10 @@ class TextGrid {
 
     /// A line of a cell.
     [[nodiscard]] TextLine textOf(std::size_t index, const TextCell& cell, std::size_t line) const {
-        if (cell.firstLine != asItStands) return lines_[cell.firstLine + line];
+        if (cell.firstLine != asItStands) {
+            const MadeLine& made = lines_[cell.firstLine + line];
+            return {std::string_view(letters_).substr(made.begin, made.length), made.width};
+        }
         const std::string_view text = grid_.text(grid_.cells[index]);
         return {text, text.size()};
     }
@@ -228,6 +287,8 @@ class TextGrid {
             for (std::size_t row = 0; row < cell.rowSpan; ++row) have += heights_[cell.row + row];
             if (have < cells_[i].lines) heights_[cell.row + cell.rowSpan - 1] += cells_[i].lines - have;
         }
+        tops_.resize(grid_.rows);
+        std::exclusive_scan(heights_.begin(), heights_.end(), tops_.begin(), std::size_t{0});
     }
 
     void findOccupants() {
@@ -280,7 +341,7 @@ class TextGrid {
 
     /// The text of a cell in a line of a row.
     [[nodiscard]] TextLine lineOf(std::uint32_t index, std::size_t row, std::size_t line) const {
-        for (std::size_t i = grid_.cells[index].row; i < row; ++i) line += heights_[i];
+        line += tops_[row] - tops_[grid_.cells[index].row];
         return line < cells_[index].lines ? textOf(index, cells_[index], line) : TextLine{};
     }
 
@@ -289,14 +350,18 @@ class TextGrid {
         return std::max(shown.columnSpan == 1 ? widths_[shown.column] : widthOf(shown), line.width);
     }
 
-    /// The row is made of blanks first, and then what it holds is put into its places.
-    void appendRow(std::string& text, std::size_t row, std::size_t line) const {
+    /// The row is made of blanks first, and then what it holds is put into its places, unless it is long.
+    void appendRow(std::string& text, std::size_t row, std::size_t line, const TextTaker& take) const {
         const std::string& border = options_.columnBorder;
         const std::size_t begin = text.size();
         std::size_t bytes = border.size();
         for (const std::uint32_t each : occupants(row)) {
             const TextLine shown = lineOf(each, row, line);
             bytes += roomOf(each, shown) + 2 - shown.width + shown.text.size() + border.size();
+        }
+        if (bytes > PackedText::pieceBytes) {
+            appendLongRow(LongLine(text, take), row, line);
+            return;
         }
         text.resize(begin + bytes, ' ');
         char* place = std::copy(border.begin(), border.end(), text.data() + begin);
@@ -310,17 +375,35 @@ class TextGrid {
         endLine(text, begin);
     }
 
+    /// The same, cell by cell.
+    void appendLongRow(LongLine written, std::size_t row, std::size_t line) const {
+        written.add(options_.columnBorder);
+        for (const std::uint32_t each : occupants(row)) {
+            const TextLine shown = lineOf(each, row, line);
+            const std::size_t blanks = roomOf(each, shown) - shown.width;
+            const std::size_t before = blanksBefore(blanks, cells_[each].align);
+            written.addBlanks(before + 1);
+            written.add(shown.text);
+            written.addBlanks(blanks - before + 1);
+            written.add(options_.columnBorder);
+        }
+        written.end();
+    }
+
     static std::size_t blanksBefore(std::size_t blanks, Align align) {
         if (align == Align::left) return 0;
         return align == Align::right ? blanks : blanks / 2;
     }
 
-    void appendRule(std::string& text) const {
+    void appendRule(std::string& text, const TextTaker& take) const {
         const std::size_t step = displayWidth(options_.rowBorder);
         if (step == 0) return;
         std::size_t total = border_;
         for (const std::size_t width : widths_) total += width + frame();
-        for (std::size_t i = 0; i + step <= total; i += step) text += options_.rowBorder;
+        for (std::size_t i = 0; i + step <= total; i += step) {
+            text += options_.rowBorder;
+            if (i % PackedText::pieceBytes == 0) take(text);
+        }
         text += '\n';
     }
 
@@ -328,11 +411,12 @@ class TextGrid {
     const TextTableOptions& options_;
     std::size_t border_;  // columns
     std::vector<TextCell> cells_;
-    std::vector<TextLine> lines_;   // of `kept_`
-    std::deque<std::string> kept_;  // what a cell does not hold as it is shown
+    std::vector<MadeLine> lines_;
+    std::string letters_;  // of lines that no cell holds as they are shown
     std::map<LinesKey, TextCell> made_;
     std::vector<std::size_t> widths_;
     std::vector<std::size_t> heights_;
+    std::vector<std::size_t> tops_;  // lines above each row
     // By row, then by column, those from rows above among them; where each row begins, and one more.
     std::vector<std::uint32_t> occupants_;
     std::vector<std::size_t> begins_;
@@ -345,6 +429,7 @@ void appendTabbed(std::string& text, const TableGrid& grid, const TextTaker& tak
         for (const GridCell& cell : grid.row(row)) {
             for (; column < cell.column; ++column) text += '\t';
             text += inOneLine(std::string(grid.text(cell)) + grid.markText(cell));
+            take(text);
         }
         for (; column + 1 < grid.columns; ++column) text += '\t';
         text += '\n';
@@ -353,6 +438,15 @@ void appendTabbed(std::string& text, const TableGrid& grid, const TextTaker& tak
 }
 
 }  // namespace
+
+std::size_t textLinesOf(const TableGrid& grid, const TextTableOptions& options) {
+    if (options.tabs) return 0;
+    const auto ends = std::count(grid.texts.begin(), grid.texts.end(), '\n') +
+                      std::count(grid.texts.begin(), grid.texts.end(), '\r');
+    // What is cut into lines is held twice meanwhile.
+    const std::size_t cut = options.columnWidth == 0 ? 0 : 2 * grid.texts.size() / options.columnWidth;
+    return static_cast<std::size_t>(ends) + cut;
+}
 
 void appendTable(std::string& text, const TableGrid& grid, const TextTableOptions& options,
                  const TextTaker& take) {

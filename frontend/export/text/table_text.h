@@ -17,6 +17,13 @@ struct TextTableOptions {
     std::string columnBorder = "|";  ///< one character between columns; empty for none
 };
 
+/// Lines of cells that are held while a table is written.
+inline constexpr std::size_t mostTextLines = 5'000'000;
+
+/// About how many lines the texts of a grid's cells come to, each counted once wherever it stands; 0 for
+/// cells that are divided by tabs.
+[[nodiscard]] std::size_t textLinesOf(const tables::TableGrid& grid, const TextTableOptions& options);
+
 /// Title, layer, grid, caption and footnotes, in lines that each end in a line feed; UTF-8. Control
 /// characters are made visible.
 void appendTable(std::string& text, const tables::TableGrid& grid, const TextTableOptions& options,

@@ -40,7 +40,7 @@ class TextWriter {
         std::size_t done = 0;
         for (const ExportedItem& item : task_.plan.items) {
             writeItem(item);
-            if (!task_.goesOn(++done)) return {};
+            if (task_.report.failed() || !task_.goesOn(++done)) return {};
             passOn(text_);
             if (!result_) return result_;
         }
@@ -73,7 +73,7 @@ class TextWriter {
             writeTable(item, table->table);
         } else if (const auto* const grid = std::get_if<GridContent>(&content)) {
             divide();
-            appendTable(text_, layOut(*grid->grid, layout_), table_, take_);
+            writeGrid(item, layOut(*grid->grid, layout_));
         } else if (pictureOf(item) != nullptr) {
             writePicture(item);
         } else if (item.item().type() == ItemType::unknown) {
@@ -133,9 +133,24 @@ class TextWriter {
         for (const Place layer : item.layers) {
             divide();
             const TableGrid grid = layout.grid(layer);
-            appendTable(text_, grid, table_, take_);
+            writeGrid(item, grid);
+            if (task_.report.failed()) return;
             noteStyles(item, grid);
         }
+    }
+
+    void writeGrid(const ExportedItem& item, const TableGrid& grid) {
+        const std::size_t lines = textLinesOf(grid, table_);
+        if (lines <= mostTextLines) {
+            appendTable(text_, grid, table_, take_);
+            return;
+        }
+        task_.report.fail(
+            ExportError::other,
+            composed(
+                "Item ^1 (^2) has about ^3 lines of text in its cells, and ^4 are possible. Choose a larger COLUMNWIDTH, or another format."_text,
+                {std::to_string(item.number), item.shortLabel(), std::to_string(lines),
+                 std::to_string(mostTextLines)}));
     }
 
     void writePicture(const ExportedItem& item) {

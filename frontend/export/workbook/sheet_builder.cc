@@ -105,8 +105,9 @@ class SheetBuilder {
             divide();
             if (!draft_.hasRoom(item, row_, layout.rows(), layout.columns())) return;
             if (!layout.fits()) {
-                task_.report.fail(ExportError::other, composed("Item ^1 (^2) is too large for a sheet."_text,
-                                                               {std::to_string(item.number), item.label}));
+                task_.report.fail(ExportError::other,
+                                  composed("Item ^1 (^2) is too large for a sheet."_text,
+                                           {std::to_string(item.number), item.shortLabel()}));
                 return;
             }
             row_ = addTable(tables_, item, layout.grid(layer), row_);

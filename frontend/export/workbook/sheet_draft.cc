@@ -54,6 +54,14 @@ bool isHeldByCells(const Utf8Character& character) {
     return character.valid && !isControl && code != 0xFFFE && code != 0xFFFF;
 }
 
+/// Units of a text as a cell holds it, where a line ends in one character.
+std::size_t unitsInCell(std::string_view text) {
+    std::size_t pairs = 0;
+    for (std::size_t i = text.find("\r\n"); i != std::string_view::npos; i = text.find("\r\n", i + 2))
+        ++pairs;
+    return textUnits(text) - pairs;
+}
+
 std::string numberOf(const ExportedItem& item) { return std::to_string(item.number); }
 
 }  // namespace
@@ -101,15 +109,15 @@ SheetStyleId SheetDraft::intern(const SheetStyle& style) {
 bool SheetDraft::hasRoom(const ExportedItem& item, std::uint64_t row, std::uint64_t rows,
                          std::uint64_t columns) {
     if (columns > limits_.columns) {
-        report_.fail(
-            ExportError::tooManyColumns,
-            composed("Item ^1 (^2) has ^3 columns, and a sheet of this format has ^4."_text,
-                     {numberOf(item), item.label, std::to_string(columns), std::to_string(limits_.columns)}));
+        report_.fail(ExportError::tooManyColumns,
+                     composed("Item ^1 (^2) has ^3 columns, and a sheet of this format has ^4."_text,
+                              {numberOf(item), item.shortLabel(), std::to_string(columns),
+                               std::to_string(limits_.columns)}));
     } else if (row + rows > limits_.rows) {
         report_.fail(
             ExportError::other,
             composed("Item ^1 (^2) does not fit the sheet any more: sheets of this format have ^3 rows."_text,
-                     {numberOf(item), item.label, std::to_string(limits_.rows)}));
+                     {numberOf(item), item.shortLabel(), std::to_string(limits_.rows)}));
     }
     return !failed();
 }
@@ -154,12 +162,25 @@ std::size_t SheetDraft::placeOfText(std::size_t begin) {
     return std::string_view(content_.texts).substr(place, length) == added ? place : begin;
 }
 
+void SheetDraft::failForLongText(const ExportedItem& item, std::size_t units) {
+    report_.fail(ExportError::textTooLong,
+                 composed("Item ^1 (^2) has a text of ^3 characters, and a cell takes ^4."_text,
+                          {numberOf(item), item.shortLabel(), std::to_string(units),
+                           std::to_string(limits_.textUnits)}));
+}
+
 std::uint32_t SheetDraft::addText(const ExportedItem& item, std::uint32_t row, std::uint32_t column,
                                   std::string_view text, std::string_view raised, SheetStyleId style) {
     if (failed()) return 0;
     // A character has at most three bytes a unit, so that one addition keeps within 32 bits.
     if (text.size() + raised.size() > UINT32_MAX / 4 || content_.texts.size() > UINT32_MAX / 4) {
         report_.fail(ExportError::other, translated("The texts are too much for one sheet."_text.key()));
+        return 0;
+    }
+    // No unit has more bytes, so that a very long text is refused before it is copied.
+    constexpr std::size_t mostBytesOfAUnit = 3;
+    if (text.size() / mostBytesOfAUnit > limits_.textUnits) {
+        failForLongText(item, unitsInCell(text) + textUnits(raised));
         return 0;
     }
     const std::size_t before = content_.texts.size();
@@ -170,10 +191,7 @@ std::uint32_t SheetDraft::addText(const ExportedItem& item, std::uint32_t row, s
     if (begin != before) content_.texts.resize(before);
     const std::string_view held = std::string_view(content_.texts).substr(begin, length);
     if (held.size() > limits_.textUnits && textUnits(held) > limits_.textUnits) {
-        report_.fail(ExportError::textTooLong,
-                     composed("Item ^1 (^2) has a text of ^3 characters, and a cell takes ^4."_text,
-                              {numberOf(item), item.label, std::to_string(textUnits(held)),
-                               std::to_string(limits_.textUnits)}));
+        failForLongText(item, textUnits(held));
         return 0;
     }
     SheetCell& cell = add(row, column, held.empty() ? SheetValue::blank : SheetValue::text, style);

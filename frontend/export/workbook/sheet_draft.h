@@ -46,6 +46,7 @@ class SheetDraft {
   private:
     SheetCell& add(std::uint32_t row, std::uint32_t column, SheetValue value, SheetStyleId style);
     [[nodiscard]] std::size_t placeOfText(std::size_t begin);
+    void failForLongText(const ExportedItem& item, std::size_t units);
 
     SheetLimits limits_;
     ExportReport& report_;

@@ -172,7 +172,7 @@ class TableSheet {
     }
 
     void reportLosses() const {
-        const std::vector<std::string> item{std::to_string(item_.number), item_.label};
+        const std::vector<std::string> item{std::to_string(item_.number), item_.shortLabel()};
         if (hasDots_) {
             sheet_.report.note(composed(
                 "Item ^1 (^2): the format DOT is shown as COMMA, with the marks of the reader's system."_text,

@@ -22,9 +22,11 @@ std::string withoutTabs(std::string_view line) {
     std::string text;
     for (;;) {
         const std::size_t tab = line.find('\t');
-        text.append(line.substr(0, tab));
+        const std::string_view part = line.substr(0, tab);
+        text.append(part);
         if (tab == std::string_view::npos) return text;
-        text.append(tabWidth - displayWidth(text) % tabWidth, ' ');
+        // What stands before ends at such a place.
+        text.append(tabWidth - displayWidth(part) % tabWidth, ' ');
         line.remove_prefix(tab + 1);
     }
 }

@@ -82,6 +82,15 @@ TEST(ExportPlan, KeepsAnUnknownItemThatHoldsNothing) {
     EXPECT_EQ(pictureOf(planExport(outline, {})), "1u/0");
 }
 
+TEST(ExportPlan, NamesLongLabelsByTheirBeginning) {
+    ExportedItem item;
+    item.label = "Income";
+    EXPECT_EQ("Income", item.shortLabel());
+    for (int i = 0; i < 200; ++i) item.label += "ä";
+    EXPECT_EQ(std::string("Income").size() + 2 * 194, item.shortLabel().find("…"));
+    EXPECT_TRUE(item.shortLabel().ends_with("ä…"));
+}
+
 TEST(ExportPlan, TellsAnEmptyDocumentFromAHiddenOne) {
     EXPECT_TRUE(planExport({}, {}).documentIsEmpty);
     EXPECT_FALSE(planExport({}, {}).everythingIsHidden());

@@ -55,6 +55,25 @@ TEST(TextPage, DrawsTablesAsGrids) {
               "-------------------------\n");
 }
 
+/// Rows of so many letters are put together in another way.
+TEST(TextPage, WritesRowsThatAreVeryLong) {
+    constexpr std::size_t bytes = 3'000'000;
+    std::string letters;
+    while (letters.size() < bytes) letters += "äöü ";
+    letters += "x  ";  // blanks at the end of a line are left out, those of a cell are not
+    const std::string table =
+        R"({"type": "table", "rows": [{"label": "R", "categories": ["a"]}], "columns": [{"label": "C", "labelHidden": true, "categories": ["b", "c"]}], "cells": [")" +
+        letters + R"(", 2]})";
+    const std::string text = textOf(documentWith(table));
+    EXPECT_NE(text.find("| a | " + letters + " | 2 |\n"), std::string::npos);
+    TextExport request;
+    request.rowBorder = request.columnBorder = "";
+    const std::string plain = textOf(documentWith(table), request);
+    const std::size_t second = plain.find('\n') + 1;
+    EXPECT_TRUE(plain.substr(second) == " a  " + letters + "  2\n");
+    EXPECT_TRUE(plain.starts_with(" R   ")) << plain.substr(0, 20);
+}
+
 TEST(TextPage, WrapsInColumnsOfOneWidth) {
     TextExport request;
     request.columnWidth = 5;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "frontend/export/slides/slide_xml.h"
+
 namespace vexa::frontend {
 namespace {
 
@@ -38,6 +40,20 @@ TEST(SlideText, IsCutInLittleTime) {
     for (int i = 0; i < 200'000; ++i) text += "word ";
     EXPECT_GT(cutText(text, "Arial", 10, false, {300, 20, 20}).size(), 100U);
     EXPECT_GT(cutText(std::string(1'000'000, 'w'), "Arial", 10, false, {300, 20, 20}).size(), 100U);
+}
+
+TEST(SlideText, IsLeftOutWhereItIsTooMuch) {
+    XmlWriter xml(pieceXml);
+    xml.begin("a:p");
+    EXPECT_FALSE(isTooMuch(xml, std::string(mostSlideBytes / 2, 'x')));
+    SlideText("en-US").run(xml, {std::string_view("a\nb"), {}});
+    EXPECT_LT(xml.bytes(), 1'000U);
+    const std::string lines(mostSlideBytes / 20, '\n');
+    SlideText("en-US").run(xml, {lines, {}});
+    EXPECT_GT(xml.bytes(), mostSlideBytes);
+    EXPECT_LT(xml.bytes(), mostSlideBytes + 1'000U);
+    EXPECT_TRUE(isTooMuch(xml, ""));
+    xml.end();
 }
 
 TEST(SlideText, WritesRunsWithWhatIsSet) {
