@@ -125,6 +125,8 @@ bool readItems(ImportForm form, std::string bytes, const std::string& file, cons
 
 bool readForm(ImportForm form, std::string bytes, const std::string& file, const ImportOptions& options,
               const ImportContext& context, Imported& imported, ImportProblem& problem) {
+    // A name that is wrong is told of files as well that have no need of it.
+    if (!checkEncoding(options.encoding, problem)) return false;
     if (form == ImportForm::json) return readResults(bytes, file, context, imported, problem);
     std::vector<Item> items;
     if (!readItems(form, std::move(bytes), file, options, context, items, problem)) return false;

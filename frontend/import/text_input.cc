@@ -139,6 +139,16 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+bool checkEncoding(const std::string& encoding, ImportProblem& problem) {
+    const std::string name = plainName(encoding);
+    const bool isWide = name == "utf16" || name == "utf16le" || name == "utf16be";
+    if (name.empty() || name == "utf8" || isWide || CharacterSet::find(encoding) != nullptr) return true;
+    problem.message = composed(
+        "The encoding ^1 is not known. Use a name such as UTF-8, UTF-16, windows-1252 or Shift_JIS."_text,
+        {encoding});
+    return false;
+}
+
 bool readText(std::string bytes, const std::string& encoding, std::string& text, ImportProblem& problem) {
     const std::string name = plainName(encoding);
     const bool isOpen = name.empty() || name == "utf16";
@@ -151,13 +161,8 @@ bool readText(std::string bytes, const std::string& encoding, std::string& text,
     }
     if (name.empty() && isUnreadWide(bytes, problem)) return false;
     if (name.empty() || name == "utf8") return readUtf8Text(std::move(bytes), text, problem);
+    if (!checkEncoding(encoding, problem)) return false;
     const std::unique_ptr<CharacterSet> set = CharacterSet::find(encoding);
-    if (set == nullptr) {
-        problem.message = composed(
-            "The encoding ^1 is not known. Use a name such as UTF-8, UTF-16, windows-1252 or Shift_JIS."_text,
-            {encoding});
-        return false;
-    }
     if (!isIn(*set, bytes, problem)) return false;
     text = set->toUtf8(bytes);
     return true;

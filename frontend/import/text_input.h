@@ -12,6 +12,9 @@ namespace vexa::frontend {
 /// and for an encoding that is not known.
 bool readText(std::string bytes, const std::string& encoding, std::string& text, ImportProblem& problem);
 
+/// False, with the problem, for the name of an encoding that is not known; none is known.
+bool checkEncoding(const std::string& encoding, ImportProblem& problem);
+
 /// With "\n" for every line end.
 [[nodiscard]] std::string withPlainLineEnds(std::string text);
 /// Without blanks, tabulators and line ends at both ends.

@@ -59,6 +59,13 @@ def long_footnote():
     return "table", text
 
 
+def many_footnotes(count=180_000):
+    """One for each cell."""
+    notes = "<footnote>n</footnote>" * count + "".join(f'<extras footnotes="{number + 1}"/>' for number in range(count))
+    return "table", table([("a", count), ("b", 1)], " ".join(f"2!{number + 1}" for number in range(count)),
+                          'rows="0" columns="1"', notes)
+
+
 def long_text():
     """One text of 30 KB that stands in 30,000 cells."""
     return "table", table([("a", 3_000), ("b", 10)], " ".join(["#1"] * 30_000), 'rows="0" columns="1"',
@@ -202,6 +209,9 @@ class Exports(Case):
 
     def test_a_long_footnote_of_many_layers(self):
         self.check(long_footnote, ["mht", "rtf"])
+
+    def test_many_footnotes(self):
+        self.check(many_footnotes, ["xlsx", "pptx"])
 
     def test_many_lines(self):
         self.check(many_lines, ["pdf", "docx", "rtf", "pptx"])

@@ -27,7 +27,10 @@ TableNotes::TableNotes(const TableGrid& grid, TextShaper& shaper, StructureTree&
         if (!each.mark.empty()) indent_ = std::max(indent_, width + gapBehindMark);
     }
     look_.indent += indent_;
-    for (const GridFootnote& each : grid_.footnotes) heights_.push_back(flow_.heightOf(look_, each.text));
+    for (const GridFootnote& each : grid_.footnotes) {
+        numbers_.emplace(each.mark, heights_.size());
+        heights_.push_back(flow_.heightOf(look_, each.text));
+    }
 }
 
 void TableNotes::begin() { part_.clear(); }
@@ -36,8 +39,9 @@ double TableNotes::add(const GridCell& cell) {
     if (cell.marks == 0) return 0;
     double height = 0;
     for (const std::string& mark : grid_.marks[cell.marks - 1]) {
-        for (std::size_t i = 0; i < grid_.footnotes.size(); ++i) {
-            if (grid_.footnotes[i].mark == mark && part_.insert(i).second) height += heights_[i];
+        const auto [begin, end] = numbers_.equal_range(mark);
+        for (auto each = begin; each != end; ++each) {
+            if (part_.insert(each->second).second) height += heights_[each->second];
         }
     }
     return height;
@@ -62,13 +66,15 @@ void TableNotes::write(const std::vector<MarkPlace>& marks, bool isLast) {
     for (std::size_t i = 0; isLast && i < grid_.footnotes.size(); ++i) {
         if (listed_.find(i) == listed_.end()) part_.insert(i);
     }
-    for (const std::size_t each : part_) writeNote(each, marks);
+    References references;
+    for (const MarkPlace& each : marks) references[each.mark].push_back(&each);
+    for (const std::size_t each : part_) writeNote(each, references);
     // A mark without its footnote leads to itself.
     for (const MarkPlace& each : marks) flow_.setLinkTarget(each.link, each.place, each.mark);
     part_.clear();
 }
 
-void TableNotes::writeNote(std::size_t number, const std::vector<MarkPlace>& marks) {
+void TableNotes::writeNote(std::size_t number, const References& references) {
     const GridFootnote& footnote = grid_.footnotes[number];
     const bool isNew = listed_.insert(number).second;
     StructureElement note;
@@ -78,16 +84,17 @@ void TableNotes::writeNote(std::size_t number, const std::vector<MarkPlace>& mar
     }
     flow_.reserve(std::min(heights_[number], flow_.bodyHeight()));
     const PagePlace place = flow_.place();
-    if (!footnote.mark.empty()) writeMark(number, marks, isNew ? &note : nullptr);
+    const auto found = references.find(footnote.mark);
+    const MarkPlace* const first = found == references.end() ? nullptr : found->second.front();
+    if (!footnote.mark.empty()) writeMark(number, first, isNew ? &note : nullptr);
     flow_.write(look_, footnote.text, isNew ? &note : nullptr);
     if (isNew) structure_.close(note);
-    for (const MarkPlace& each : marks) {
-        if (each.mark == footnote.mark) flow_.setLinkTarget(each.link, place, footnote.text);
-    }
+    if (first == nullptr) return;
+    for (const MarkPlace* const each : found->second) flow_.setLinkTarget(each->link, place, footnote.text);
 }
 
 /// The mark before the footnote, which leads back to the first reference.
-void TableNotes::writeMark(std::size_t number, const std::vector<MarkPlace>& marks, StructureElement* note) {
+void TableNotes::writeMark(std::size_t number, const MarkPlace* reference, StructureElement* note) {
     const std::string& mark = grid_.footnotes[number].mark;
     TextStyle style = look_.style;
     const double size = style.size;
@@ -106,9 +113,7 @@ void TableNotes::writeMark(std::size_t number, const std::vector<MarkPlace>& mar
         return;
     }
     StructureElement label = structure_.open("Lbl", *note);
-    const auto reference = std::find_if(marks.begin(), marks.end(),
-                                        [&mark](const MarkPlace& each) { return each.mark == mark; });
-    if (reference == marks.end()) {
+    if (reference == nullptr) {
         flow_.beginContent(label);
         draw();
     } else {

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <set>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "backend/tables/layout/table_grid.h"
@@ -27,8 +29,11 @@ class TableNotes {
     void write(const std::vector<MarkPlace>& marks, bool isLast);
 
   private:
-    void writeNote(std::size_t number, const std::vector<MarkPlace>& marks);
-    void writeMark(std::size_t number, const std::vector<MarkPlace>& marks, StructureElement* note);
+    /// The references of a part by their marks, each in the order in which they stand.
+    using References = std::unordered_map<std::string_view, std::vector<const MarkPlace*>>;
+
+    void writeNote(std::size_t number, const References& references);
+    void writeMark(std::size_t number, const MarkPlace* reference, StructureElement* note);
 
     const tables::TableGrid& grid_;
     TextShaper& shaper_;
@@ -36,8 +41,9 @@ class TableNotes {
     PageFlow& flow_;
     ParagraphLook look_;
     double indent_ = 0;
-    std::vector<double> heights_;  // by footnote
-    std::set<std::size_t> part_;   // of the part
+    std::vector<double> heights_;                                     // by footnote
+    std::unordered_multimap<std::string_view, std::size_t> numbers_;  // of footnotes, by their marks
+    std::set<std::size_t> part_;                                      // of the part
     std::set<std::size_t> listed_;
 };
 

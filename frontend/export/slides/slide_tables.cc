@@ -4,6 +4,8 @@
 #include <array>
 #include <numeric>
 #include <set>
+#include <string_view>
+#include <unordered_map>
 
 #include "frontend/export/font_widths.h"
 #include "frontend/export/office/office_values.h"
@@ -28,6 +30,7 @@ class RowNotes {
   public:
     explicit RowNotes(const TablePart& part) : part_(part), grid_(*part.grid) {
         rows_.resize(grid_.rows);
+        for (std::size_t i = 0; i < grid_.footnotes.size(); ++i) numbers_.emplace(grid_.footnotes[i].mark, i);
         for (const GridCell& cell : grid_.cells) {
             if (cell.marks != 0 && isShown(cell)) add(cell);
         }
@@ -41,16 +44,15 @@ class RowNotes {
     }
     void add(const GridCell& cell) {
         for (const std::string& mark : grid_.marks[cell.marks - 1]) {
-            const auto found = std::find_if(grid_.footnotes.begin(), grid_.footnotes.end(),
-                                            [&](const GridFootnote& each) { return each.mark == mark; });
-            if (found == grid_.footnotes.end()) continue;
-            const auto number = static_cast<std::size_t>(found - grid_.footnotes.begin());
-            for (std::uint32_t i = 0; i < cell.rowSpan; ++i) rows_[cell.row + i].insert(number);
+            const auto found = numbers_.find(mark);
+            if (found == numbers_.end()) continue;
+            for (std::uint32_t i = 0; i < cell.rowSpan; ++i) rows_[cell.row + i].insert(found->second);
         }
     }
 
     const TablePart& part_;
     const TableGrid& grid_;
+    std::unordered_map<std::string_view, std::size_t> numbers_;  // of footnotes, by their marks
     std::vector<std::set<std::size_t>> rows_;
 };
 

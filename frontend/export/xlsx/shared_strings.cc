@@ -111,39 +111,45 @@ std::string prefixed(std::string_view xml, std::string_view prefix) {
 }
 
 std::size_t SharedStrings::add(const SheetContent& content, const SheetCell& cell) {
-    const std::string_view text = content.text(cell);
-    const std::size_t raised = std::min<std::size_t>(cell.raised, text.size());
-    std::string item = "<si>";
-    ++uses_;
-    if (raised == 0) {
-        const auto [found, isNew] = plain_.try_emplace(text, 0);
-        if (isNew) {
-            appendText(item, text);
-            found->second = addItem(item + "</si>");
-        }
-        return found->second;
-    }
     const SheetStyle& style = content.styles[cell.style];
+    Key key{content.text(cell), 0, 0};
+    key.raised = std::min<std::size_t>(cell.raised, key.text.size());
+    if (key.raised > 0) {
+        key.font = fonts_.try_emplace(fontProperties(style, "rFont"), fonts_.size() + 1).first->second;
+    }
+    ++uses_;
+    const auto [found, isNew] = known_.try_emplace(key, count_);
+    if (!isNew) return found->second;
+    items_ += "<si>";
+    if (key.raised == 0) {
+        appendText(items_, key.text);
+    } else {
+        appendRaised(key.text, key.raised, style);
+    }
+    items_ += "</si>";
+    packed_.take(items_);
+    return count_++;
+}
+
+void SharedStrings::appendRaised(std::string_view text, std::size_t raised, const SheetStyle& style) {
     if (raised < text.size()) {
-        item += "<r><rPr>" + fontProperties(style, "rFont") + "</rPr>";
-        appendText(item, text.substr(0, text.size() - raised));
-        item += "</r>";
+        items_ += "<r><rPr>" + fontProperties(style, "rFont") + "</rPr>";
+        appendText(items_, text.substr(0, text.size() - raised));
+        items_ += "</r>";
     }
-    item += "<r><rPr>" + fontProperties(style, "rFont", "<vertAlign val=\"superscript\"/>") + "</rPr>";
-    appendText(item, text.substr(text.size() - raised));
-    return addItem(item + "</r></si>");
+    items_ += "<r><rPr>" + fontProperties(style, "rFont", "<vertAlign val=\"superscript\"/>") + "</rPr>";
+    appendText(items_, text.substr(text.size() - raised));
+    items_ += "</r>";
 }
 
-std::size_t SharedStrings::addItem(std::string item) {
-    const auto [found, isNew] = known_.try_emplace(std::move(item), count_);
-    if (isNew) {
-        items_ += found->first;
-        ++count_;
-    }
-    return found->second;
+PackageResult SharedStrings::writeItems(DeflateStream& out, std::string_view prefix) {
+    packed_.takeAll(items_);
+    return packed_.release([&](std::string_view piece) {
+        return prefix.empty() ? out.write(piece) : out.write(prefixed(piece, prefix));
+    });
 }
 
-PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out, std::size_t& before) const {
+PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out, std::size_t& before) {
     XmlStream xml(source);
     std::string waiting;
     before = 0;
@@ -163,14 +169,16 @@ PackageResult SharedStrings::write(const ByteSource& source, DeflateStream& out,
         }
         const bool isLast = isExtension || (isRoot && (xml.isEnd() || xml.isWhole()));
         if (isLast && !std::exchange(isDone, true)) {
-            waiting += prefixed(items_, prefixOf(xml.name()));
+            result = out.write(waiting);
+            waiting.clear();
+            if (result) result = writeItems(out, prefixOf(xml.name()));
         }
         if (isRoot && xml.isStart() && xml.isWhole()) {
             waiting += "</" + std::string(xml.name()) + ">";
         } else if (!isRoot || xml.isEnd()) {
             waiting += xml.raw();
         }
-        if (waiting.size() >= pieceOfStrings) {
+        if (result && waiting.size() >= pieceOfStrings) {
             result = out.write(waiting);
             waiting.clear();
         }

@@ -3,12 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "frontend/export/workbook/sheet_content.h"
 #include "frontend/package/deflate_stream.h"
+#include "frontend/package/packed_text.h"
 #include "frontend/package/zip_entry_stream.h"
 
 namespace vexa::frontend {
@@ -20,17 +22,34 @@ class SharedStrings {
     [[nodiscard]] bool isEmpty() const { return count_ == 0; }
 
     /// Copies the part from `source` to `out` with the texts behind its own, of which `before` then is the
-    /// number. An empty prefix of `source` is a part of its own.
-    PackageResult write(const ByteSource& source, DeflateStream& out, std::size_t& before) const;
+    /// number. An empty prefix of `source` is a part of its own. Called once.
+    PackageResult write(const ByteSource& source, DeflateStream& out, std::size_t& before);
 
   private:
-    std::size_t addItem(std::string item);
+    /// A text, how many bytes of its end are raised, and the number of its font; 0 where nothing is raised.
+    struct Key {
+        std::string_view text;
+        std::size_t raised = 0;
+        std::size_t font = 0;
 
-    std::string items_;                                        ///< their XML, without prefixes
-    std::size_t count_ = 0;                                    ///< of texts
-    std::size_t uses_ = 0;                                     ///< of cells
-    std::unordered_map<std::string, std::size_t> known_;       ///< by XML
-    std::unordered_map<std::string_view, std::size_t> plain_;  ///< by text, of those without a format
+        bool operator==(const Key&) const = default;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const {
+            constexpr std::size_t apart = 0x9E3779B97F4A7C15U;
+            return std::hash<std::string_view>()(key.text) ^ (key.raised * 31 + key.font) * apart;
+        }
+    };
+
+    void appendRaised(std::string_view text, std::size_t raised, const SheetStyle& style);
+    PackageResult writeItems(DeflateStream& out, std::string_view prefix);
+
+    std::string items_;      ///< the XML of the last texts, without prefixes
+    PackedText packed_;      ///< of those before
+    std::size_t count_ = 0;  ///< of texts
+    std::size_t uses_ = 0;   ///< of cells
+    std::unordered_map<Key, std::size_t, KeyHash> known_;
+    std::unordered_map<std::string, std::size_t> fonts_;  ///< numbers, by their XML
 };
 
 /// The part of a workbook without texts.
