@@ -1,6 +1,5 @@
 #include "frontend/controller/store_messages.h"
 
-#include <algorithm>
 #include <cassert>
 
 #include "backend/platform/file_system.h"
@@ -51,10 +50,11 @@ SystemText textOf(StoreProblem problem) {
     return messages::damaged;
 }
 
-/// The folder of a file as the user names both; empty for the current one.
+/// The folder of a file as the user names both; empty for the current one and the top of all, which are
+/// there.
 std::string folderNameOf(const std::string& file) {
     const std::size_t end = file.find_last_of("/\\");
-    return end == std::string::npos ? std::string() : file.substr(0, std::max<std::size_t>(end, 1));
+    return end == std::string::npos ? std::string() : file.substr(0, end);
 }
 
 }  // namespace

@@ -312,7 +312,7 @@ TEST(BadFiles, AreRefusedWithWhatWasFoundAndWhatWouldFit) {
         {fileWithItem("table", R"(<table rows="0"><dimension order="1"><category/></dimension></table>)"),
          R"(the entry items/000001.xml; found: <dimension order="1">; expected: every category once, from 0)"},
         {fileWithItem("text", "<text>\n a<b</text>"),
-         "the entry items/000001.xml; line 2, column 3: a broken tag"},
+         "the entry items/000001.xml; line 2, column 5: a broken tag"},
         {fileWithItem("text", "<text>a</text>b"),
          "the entry items/000001.xml; line 1, column 15: something besides the root element"},
         {fileWithManifest("<vexaDocument format=\"2\"\n type=\"VXV\"></vexaDocumen>"),
