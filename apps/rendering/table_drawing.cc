@@ -24,10 +24,10 @@ std::optional<std::size_t> columnsOf(std::optional<double> points) {
     return static_cast<std::size_t>(std::clamp(*points, 0.0, mostPoints)) / pointsPerColumn;
 }
 
-Align alignOf(HorizontalAlign horizontal, bool isNumber) {
+Align alignOf(HorizontalAlign horizontal, bool alignsRight) {
     switch (horizontal) {
         case HorizontalAlign::mixed:
-            return isNumber ? Align::right : Align::left;
+            return alignsRight ? Align::right : Align::left;
         case HorizontalAlign::left:
             return Align::left;
         case HorizontalAlign::center:
@@ -119,8 +119,8 @@ void TableDrawing::findContents() {
     for (const GridCell& cell : grid_.cells) {
         if (cell.role != GridRole::data || cell.kind == CellKind::empty) continue;
         ColumnContent& content = contents_[cell.column];
-        (cell.kind == CellKind::number ? content.numbers : content.texts) = true;
-        if (cell.kind == CellKind::number && cell.marks != 0) {
+        (cell.alignsRight ? content.numbers : content.texts) = true;
+        if (cell.alignsRight && cell.marks != 0) {
             content.widestMark = std::max(content.widestMark, grid_.markText(cell).size());
         }
     }
@@ -196,9 +196,8 @@ DrawnSpan TableDrawing::headerSpan(const GridCell& cell, std::uint32_t row) {
 
 DrawnSpan TableDrawing::dataSpan(const GridCell& cell) {
     DrawnSpan span = spanOf(grid_, cell, false);
-    const bool isNumber = cell.kind == CellKind::number;
-    rowTexts_.set(cell, isNumber ? contents_[cell.column].widestMark : 0, span);
-    span.align = alignOf(grid_.style(cell).look.horizontal, isNumber);
+    rowTexts_.set(cell, cell.alignsRight ? contents_[cell.column].widestMark : 0, span);
+    span.align = alignOf(grid_.style(cell).look.horizontal, cell.alignsRight);
     return span;
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "backend/tables/formats/number_text.h"
+#include "backend/tables/layout/column_contents.h"
 #include "backend/tables/layout/grid_styles.h"
 
 namespace vexa::tables {
@@ -39,6 +40,7 @@ TableGrid GridMaker::make(Place layer) {
     makeHeader();
     for (std::uint32_t row = 0; row < prepared_.bodyRows; ++row) makeBodyRow(row, layer);
     grid_.rowBegin.push_back(grid_.cells.size());
+    if (hasTexts_) alignDataTexts();
     setCellStyles(prepared_, styles_, grid_);
     makeFootnotes();
     return std::move(grid_);
@@ -218,11 +220,21 @@ void GridMaker::makeData(std::uint32_t row, std::uint32_t column, Place place) {
     const TableCell* const data = prepared_.data().find(place);
     cell.kind = data == nullptr ? CellKind::empty : data->kind;
     if (data != nullptr) setDataText(*data, cell);
+    hasTexts_ = hasTexts_ || cell.kind == CellKind::text;
+}
+
+void GridMaker::alignDataTexts() {
+    std::vector<bool> hasFormat;
+    hasFormat.reserve(prepared_.columnFormats.size());
+    for (const DisplayFormat& each : prepared_.columnFormats)
+        hasFormat.push_back(each.kind != FormatKind::none);
+    alignTexts(grid_, hasFormat);
 }
 
 void GridMaker::setDataText(const TableCell& data, GridCell& cell) {
     const CellExtras& extras = prepared_.data().extras(data);
     if (data.kind == CellKind::number) {
+        cell.alignsRight = true;
         cell.number = data.number;
         cell.format = formatAt(cell, data);
     }

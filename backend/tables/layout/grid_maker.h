@@ -29,6 +29,7 @@ class GridMaker {
     void makeRowLabels(std::uint32_t row);
     void makeData(std::uint32_t row, std::uint32_t column, Place place);
     void makeLabel(const DimensionLabels& labels, CategoryId category, std::uint32_t part, GridCell& cell);
+    void alignDataTexts();
     void setDataText(const TableCell& data, GridCell& cell);
     void setText(std::string_view text, GridCell& cell);
     void setMarks(const std::vector<FootnoteId>& footnotes, GridCell& cell);
@@ -40,7 +41,8 @@ class GridMaker {
 
     const PreparedTable& prepared_;
     FootnoteLetters& letters_;
-    bool isFirst_;  // of the layers that one layout makes
+    bool isFirst_;           // of the layers that one layout makes
+    bool hasTexts_ = false;  // among the data
     TableGrid grid_;
     CellStyles styles_;
     DisplayFormat layerFormat_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "backend/tables/layout/cell_styles.h"
+#include "backend/tables/layout/column_contents.h"
 #include "backend/tables/layout/footnote_letters.h"
 
 namespace vexa::tables {
@@ -95,6 +96,7 @@ TableGrid layOut(const FlatTable& table, const LayoutOptions& options) {
         addFlatCell(table, i, own, styles, grid);
     }
     grid.rowBegin.push_back(grid.cells.size());
+    alignWrittenNumbers(grid);
     return grid;
 }
 

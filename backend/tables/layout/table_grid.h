@@ -45,6 +45,7 @@ struct GridCell {
     CellKind kind = CellKind::text;  ///< of a data cell; labels are texts
     DisplayFormat format;            ///< of a number, as it is shown
     bool hasOwnText = false;         ///< of a number: its text is not made of number and format
+    bool alignsRight = false;        ///< where the style is `mixed`: numbers, and texts in a column of them
     double number = 0;               ///< of a number
     ShownStyleId style = 0;
     std::uint32_t textBegin = 0;  ///< in `TableGrid::texts`

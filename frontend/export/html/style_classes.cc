@@ -56,7 +56,7 @@ std::string familyOf(std::string_view font) {
     return family + "\",sans-serif";
 }
 
-std::string_view alignmentOf(HorizontalAlign align, bool isNumber) {
+std::string_view alignmentOf(HorizontalAlign align, bool alignsRight) {
     switch (align) {
         case HorizontalAlign::left:
             return "left";
@@ -67,7 +67,7 @@ std::string_view alignmentOf(HorizontalAlign align, bool isNumber) {
         case HorizontalAlign::mixed:
             break;
     }
-    return isNumber ? "right" : "left";
+    return alignsRight ? "right" : "left";
 }
 
 std::string_view verticalOf(VerticalAlign align) {
@@ -97,11 +97,11 @@ void declareEmphasis(std::string& css, bool bold, bool italic, bool underline) {
 
 }  // namespace
 
-std::string styleDeclarations(const ShownStyle& style, bool isNumber, bool restyle) {
+std::string styleDeclarations(const ShownStyle& style, bool alignsRight, bool restyle) {
     const AreaLook& look = style.look;
     std::string css;
     declareEmphasis(css, look.bold, look.italic, look.underline);
-    declare(css, "text-align", alignmentOf(look.horizontal, isNumber));
+    declare(css, "text-align", alignmentOf(look.horizontal, alignsRight));
     declare(css, "vertical-align", verticalOf(look.vertical));
     if (restyle) return css;
     declare(css, "font-family", familyOf(look.font));
@@ -139,9 +139,9 @@ void StyleClasses::begin(const TableGrid& grid) {
     styles_.insert(styles_.end(), grid.styles.begin() + static_cast<std::ptrdiff_t>(same), grid.styles.end());
 }
 
-std::size_t StyleClasses::find(ShownStyleId style, bool isNumber) {
-    const auto [found, added] =
-        byDeclarations_.try_emplace(styleDeclarations(styles_[style], isNumber, restyle_), classes_.size());
+std::size_t StyleClasses::find(ShownStyleId style, bool alignsRight) {
+    const auto [found, added] = byDeclarations_.try_emplace(
+        styleDeclarations(styles_[style], alignsRight, restyle_), classes_.size());
     if (added) {
         StyleClass& made = classes_.emplace_back();
         if (!found->first.empty()) {
@@ -150,7 +150,7 @@ std::size_t StyleClasses::find(ShownStyleId style, bool isNumber) {
             rules_ += "." + made.name + "{" + found->first + "}\n";
         }
     }
-    known_[style * 2 + (isNumber ? 1 : 0)] = found->second + 1;
+    known_[style * 2 + (alignsRight ? 1 : 0)] = found->second + 1;
     return found->second;
 }
 

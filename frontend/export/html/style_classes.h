@@ -11,9 +11,9 @@
 
 namespace vexa::frontend {
 
-/// Declarations for a style; `isNumber` decides how `mixed` aligns. With `restyle`, only what keeps its
+/// Declarations for a style; `alignsRight` decides how `mixed` aligns. With `restyle`, only what keeps its
 /// meaning in another design: bold, italic, underline, alignment.
-[[nodiscard]] std::string styleDeclarations(const tables::ShownStyle& style, bool isNumber, bool restyle);
+[[nodiscard]] std::string styleDeclarations(const tables::ShownStyle& style, bool alignsRight, bool restyle);
 
 /// Declarations for what a text sets of its own.
 [[nodiscard]] std::string styleDeclarations(const tables::CellStyle& style, bool restyle);
@@ -25,12 +25,12 @@ class StyleClasses {
     /// Begins a grid; classes are asked for by its styles until the next one begins.
     void begin(const tables::TableGrid& grid);
     /// The name of the class; empty where the style declares nothing.
-    [[nodiscard]] const std::string& classOf(tables::ShownStyleId style, bool isNumber) {
-        return classes_[found(style, isNumber)].name;
+    [[nodiscard]] const std::string& classOf(tables::ShownStyleId style, bool alignsRight) {
+        return classes_[found(style, alignsRight)].name;
     }
     /// `<td class="NAME">`, or without the class.
-    [[nodiscard]] const std::string& cellOf(tables::ShownStyleId style, bool isNumber) {
-        return classes_[found(style, isNumber)].cell;
+    [[nodiscard]] const std::string& cellOf(tables::ShownStyleId style, bool alignsRight) {
+        return classes_[found(style, alignsRight)].cell;
     }
     /// A rule for each class that was asked for.
     [[nodiscard]] const std::string& rules() const { return rules_; }
@@ -41,11 +41,11 @@ class StyleClasses {
         std::string cell = "<td>";
     };
     /// Index into `classes_`.
-    [[nodiscard]] std::size_t found(tables::ShownStyleId style, bool isNumber) {
-        const std::size_t known = known_[style * 2 + (isNumber ? 1 : 0)];
-        return known != 0 ? known - 1 : find(style, isNumber);
+    [[nodiscard]] std::size_t found(tables::ShownStyleId style, bool alignsRight) {
+        const std::size_t known = known_[style * 2 + (alignsRight ? 1 : 0)];
+        return known != 0 ? known - 1 : find(style, alignsRight);
     }
-    [[nodiscard]] std::size_t find(tables::ShownStyleId style, bool isNumber);
+    [[nodiscard]] std::size_t find(tables::ShownStyleId style, bool alignsRight);
 
     bool restyle_;
     std::vector<tables::ShownStyle> styles_;  // of the grid

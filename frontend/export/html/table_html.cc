@@ -44,14 +44,10 @@ class TableWriter {
     }
 
   private:
-    static bool isNumber(const GridCell& cell) {
-        return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
-    }
-
     void measureMarks() {
         letters_.assign(grid_.columns, 0);
         for (const GridCell& cell : grid_.cells) {
-            if (cell.marks == 0 || !isNumber(cell)) continue;
+            if (cell.marks == 0 || !cell.alignsRight) continue;
             std::size_t letters = 0;
             for (const std::string& mark : grid_.marks[cell.marks - 1]) letters += mark.size() + 1;
             letters_[cell.column] = std::max(letters_[cell.column], letters - 1);
@@ -119,7 +115,11 @@ class TableWriter {
         for (std::size_t row = begin; row < end; ++row) {
             html_ += "<tr>";
             for (const GridCell& cell : grid_.row(row)) {
-                writeCell(cell);
+                if (cell.role == GridRole::data) {
+                    writeData(cell);
+                } else {
+                    writeCell(cell);
+                }
                 if (html_.size() >= PackedText::pieceBytes) take_(html_);
             }
             html_ += "</tr>\n";
@@ -129,10 +129,6 @@ class TableWriter {
     }
 
     void writeCell(const GridCell& cell) {
-        if (cell.role == GridRole::data) {
-            writeData(cell);
-            return;
-        }
         const std::string_view text = grid_.text(cell);
         const bool isHeading = cell.role != GridRole::corner || !text.empty();
         const std::string_view element = isHeading ? "th" : "td";
@@ -150,29 +146,41 @@ class TableWriter {
         html_.append("</").append(element).append(">");
     }
 
-    /// Most cells by far; one place each.
+    /// Most cells by far; one place each. What a format makes of a number has nothing to be escaped.
     void writeData(const GridCell& cell) {
-        const bool isNumber = cell.kind == tables::CellKind::number;
+        const bool isPlain = cell.kind == tables::CellKind::number && !cell.hasOwnText && cell.marks == 0 &&
+                             letters_.empty() && ownWidths_.empty();
+        if (isPlain) {
+            writePlain(classes_ == nullptr ? std::string_view("<td>")
+                                           : classes_->cellOf(cell.style, cell.alignsRight),
+                       grid_.text(cell));
+            return;
+        }
         if (classes_ == nullptr) {
             html_ += "<td>";
         } else if (letters_.empty() && ownWidths_.empty()) {
-            html_ += classes_->cellOf(cell.style, isNumber);
+            html_ += classes_->cellOf(cell.style, cell.alignsRight);
         } else {
             openDataWithStyle(cell);
         }
-        // What a format makes of a number has nothing to be escaped.
-        if (isNumber && !cell.hasOwnText) {
-            html_ += grid_.text(cell);
-        } else {
-            appendHtmlLines(html_, grid_.text(cell));
-        }
+        appendHtmlLines(html_, grid_.text(cell));
         if (cell.marks != 0) writeMarks(cell);
         html_ += "</td>";
     }
 
+    /// A cell at once.
+    void writePlain(std::string_view open, std::string_view text) {
+        constexpr std::string_view close = "</td>";
+        const std::size_t begin = html_.size();
+        html_.resize(begin + open.size() + text.size() + close.size());
+        char* to = std::copy(open.begin(), open.end(), html_.data() + begin);
+        to = std::copy(text.begin(), text.end(), to);
+        std::copy(close.begin(), close.end(), to);
+    }
+
     void openDataWithStyle(const GridCell& cell) {
-        open("td", cell.style, isNumber(cell));
-        if (!letters_.empty() && letters_[cell.column] > 1 && isNumber(cell)) {
+        open("td", cell.style, cell.alignsRight);
+        if (!letters_.empty() && letters_[cell.column] > 1 && cell.alignsRight) {
             writeRoom(cell);
         } else if (hasOwnWidth(cell)) {
             html_ += " style=\"min-width:0;max-width:none\"";
@@ -195,7 +203,7 @@ class TableWriter {
     /// The first reference to a footnote is what the footnote leads back to. Marks of numbers take no room,
     /// so that the numbers stay below each other.
     void writeMarks(const GridCell& cell) {
-        html_ += isNumber(cell) && classes_ != nullptr ? "<sup class=\"beside\">" : "<sup>";
+        html_ += cell.alignsRight && classes_ != nullptr ? "<sup class=\"beside\">" : "<sup>";
         bool isFirst = true;
         for (const std::string& mark : grid_.marks[cell.marks - 1]) {
             if (!isFirst) html_ += ',';
@@ -246,10 +254,10 @@ class TableWriter {
     }
 
     /// The start of a tag with its classes, without its end.
-    void open(std::string_view element, ShownStyleId style, bool isNumber, std::string_view more = {}) {
+    void open(std::string_view element, ShownStyleId style, bool alignsRight, std::string_view more = {}) {
         html_.append("<").append(element);
         if (classes_ == nullptr) return;
-        const std::string& name = classes_->classOf(style, isNumber);
+        const std::string& name = classes_->classOf(style, alignsRight);
         if (name.empty() && more.empty()) return;
         html_ += " class=\"";
         html_.append(more);

@@ -30,10 +30,6 @@ double marksWidth(const TableGrid& grid, const GridCell& cell, const FontWidths&
     return width * markScale;
 }
 
-bool isNumber(const GridCell& cell) {
-    return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
-}
-
 class Measurer {
   public:
     explicit Measurer(const TableGrid& grid) : grid_(grid) {
@@ -73,7 +69,7 @@ class Measurer {
         const ShownStyle& style = grid_.style(cell);
         const double margins = cellMargins(style);
         ColumnNeed need{extent.width + margins, extent.word + margins};
-        if (isNumber(cell)) need.least = need.natural;
+        if (cell.role == GridRole::data && cell.kind == tables::CellKind::number) need.least = need.natural;
         if (cell.role == GridRole::columnLabel) {
             need.natural =
                 std::max(need.least, margins + brokenWidth(extent.width, labelEms * style.look.size));
@@ -135,7 +131,7 @@ class Measurer {
 }  // namespace
 
 double hangingMarks(const TableGrid& grid, const GridCell& cell) {
-    if (cell.marks == 0 || !isNumber(cell)) return 0;
+    if (cell.marks == 0 || !cell.alignsRight) return 0;
     const tables::AreaLook& look = grid.style(cell).look;
     const bool isRight = look.horizontal == tables::HorizontalAlign::right ||
                          look.horizontal == tables::HorizontalAlign::mixed;

@@ -86,10 +86,9 @@ double TableMeasures::markWidth(const GridCell& cell) {
 double TableMeasures::markRoom(const GridCell& cell) {
     const double width = markWidth(cell);
     const AreaLook& look = grid_.style(cell).look;
-    const bool isNumber = cell.role == GridRole::data && cell.kind == CellKind::number;
     const bool isRight =
-        look.horizontal == HorizontalAlign::right || (look.horizontal == HorizontalAlign::mixed && isNumber);
-    return isNumber && isRight ? std::max(0.0, width - look.marginRight) : width;
+        look.horizontal == HorizontalAlign::right || look.horizontal == HorizontalAlign::mixed;
+    return cell.alignsRight && isRight ? std::max(0.0, width - look.marginRight) : width;
 }
 
 void TableMeasures::measureCells() {

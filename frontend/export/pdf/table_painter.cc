@@ -7,7 +7,6 @@ namespace vexa::frontend::pdf {
 namespace {
 
 using tables::AreaLook;
-using tables::CellKind;
 using tables::GridCell;
 using tables::GridRole;
 using tables::HorizontalAlign;
@@ -16,10 +15,8 @@ using tables::VerticalAlign;
 
 constexpr double markRise = 0.35;  // of the text's size
 
-bool isNumber(const GridCell& cell) { return cell.role == GridRole::data && cell.kind == CellKind::number; }
-
-double alignedAt(HorizontalAlign align, bool isNumber, double left, double free) {
-    const bool isRight = align == HorizontalAlign::right || (align == HorizontalAlign::mixed && isNumber);
+double alignedAt(HorizontalAlign align, bool alignsRight, double left, double free) {
+    const bool isRight = align == HorizontalAlign::right || (align == HorizontalAlign::mixed && alignsRight);
     if (isRight) return left + free;
     return align == HorizontalAlign::center ? left + free / 2 : left;
 }
@@ -237,7 +234,7 @@ std::size_t TablePainter::drawText(const GridCell& cell, const Box& box, std::si
         const ShapedLine& each = text.lines[line];
         const bool mayStop = stop == Stop::anywhere || (stop == Stop::behindOneLine && line > first);
         if (mayStop && y + each.height() > bottom) break;
-        x = alignedAt(look.horizontal, isNumber(cell), box.left + look.marginLeft, inner - each.width);
+        x = alignedAt(look.horizontal, cell.alignsRight, box.left + look.marginLeft, inner - each.width);
         baseline = y + each.ascent;
         canvas.text(each, look.size, look.color, x, baseline);
         if (look.underline) {

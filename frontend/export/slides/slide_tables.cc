@@ -126,10 +126,6 @@ class Spreader {
     double notesHeight_ = 0;
 };
 
-bool isNumber(const GridCell& cell) {
-    return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
-}
-
 void writeLine(XmlWriter& xml, std::string_view element, const tables::BorderLine& line) {
     if (line.style == LineStyle::none) {
         // Said, since some programs give a side without a line that of the side beside it.
@@ -284,12 +280,12 @@ const std::string& SlideTableWriter::cellXmlOf(const GridCell& cell, std::size_t
 }
 
 SlideTableWriter::StyleXml& SlideTableWriter::styleOf(const GridCell& cell) {
-    StyleXml& style = styles_[cell.style * 2 + (isNumber(cell) ? 1 : 0)];
+    StyleXml& style = styles_[cell.style * 2 + (cell.alignsRight ? 1 : 0)];
     if (style.known) return style;
     const ShownStyle& shown = grid_.style(cell);
     SlideRunStyle run = runStyleOf(shown.look, part_.scale);
     style.known = true;
-    style.paragraph = paragraphXml(shown.look.horizontal, isNumber(cell));
+    style.paragraph = paragraphXml(shown.look.horizontal, cell.alignsRight);
     style.run = propertiesXml(text_, "a:rPr", run);
     style.end = propertiesXml(text_, "a:endParaRPr", run);
     run.raised = true;

@@ -43,7 +43,8 @@ constexpr std::uint32_t asItStands = UINT32_MAX;
 struct TextCell {
     std::uint32_t firstLine = asItStands;
     std::uint32_t lines = 0;
-    std::uint32_t width = 0;  ///< of its widest line
+    std::uint32_t width = 0;   ///< of its widest line
+    std::uint32_t behind = 0;  ///< columns that stay free where others of its column have marks
     Align align = Align::left;
 };
 
@@ -149,6 +150,7 @@ class TextGrid {
         : grid_(grid), options_(options), border_(displayWidth(options.columnBorder)) {
         cells_.reserve(grid.cells.size());
         for (const GridCell& cell : grid.cells) addCell(cell);
+        if (!grid.marks.empty()) keepRoomForMarks();
         fitWidths();
         if (options.columnWidth > 0) wrapCells();
         fitHeights();
@@ -171,7 +173,7 @@ class TextGrid {
     void addCell(const GridCell& cell) {
         TextCell made;
         if (cell.role == GridRole::columnLabel) made.align = Align::center;
-        if (cell.role == GridRole::data && cell.kind == tables::CellKind::number) made.align = Align::right;
+        if (cell.alignsRight) made.align = Align::right;
         const std::string_view text = grid_.text(cell);
         if (cell.marks == 0 && isPlain(text)) {
             made.lines = 1;
@@ -185,6 +187,20 @@ class TextGrid {
             });
         }
         cells_.push_back(made);
+    }
+
+    /// Numbers stand below each other, with marks and without.
+    void keepRoomForMarks() {
+        std::vector<std::size_t> widest(grid_.columns, 0);
+        for (const GridCell& cell : grid_.cells) {
+            if (!cell.alignsRight || cell.marks == 0) continue;
+            widest[cell.column] = std::max(widest[cell.column], grid_.markText(cell).size());
+        }
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            const GridCell& cell = grid_.cells[i];
+            if (!cell.alignsRight || widest[cell.column] == 0) continue;
+            cells_[i].behind = static_cast<std::uint32_t>(widest[cell.column] - grid_.markText(cell).size());
+        }
     }
 
     /// Lines that were made before, or `make` adds.
@@ -232,7 +248,7 @@ class TextGrid {
             const GridCell& cell = grid_.cells[i];
             if (cell.columnSpan > 1) continue;
             std::size_t& width = widths_[cell.column];
-            width = std::max<std::size_t>(width, cells_[i].width);
+            width = std::max<std::size_t>(width, std::size_t{cells_[i].width} + cells_[i].behind);
         }
         for (std::size_t i = 0; i < cells_.size(); ++i) {
             if (grid_.cells[i].columnSpan > 1) widenFor(grid_.cells[i], cells_[i].width);
@@ -368,7 +384,8 @@ class TextGrid {
         for (const std::uint32_t each : occupants(row)) {
             const TextLine shown = lineOf(each, row, line);
             const std::size_t blanks = roomOf(each, shown) - shown.width;
-            const std::size_t before = blanksBefore(blanks, cells_[each].align);
+            const std::size_t behind = std::min<std::size_t>(blanks, cells_[each].behind);
+            const std::size_t before = blanksBefore(blanks - behind, cells_[each].align);
             place = std::copy(shown.text.begin(), shown.text.end(), place + before + 1);
             place = std::copy(border.begin(), border.end(), place + (blanks - before) + 1);
         }

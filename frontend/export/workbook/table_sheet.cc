@@ -112,8 +112,9 @@ class TableSheet {
             addNumber(cell);
             return;
         }
-        const SheetStyleId style =
-            sheet_.styles.of(cell.style, sidesOf(cell, cell.row, cell.column), SheetWording::text);
+        const SheetStyleId style = sheet_.styles.of(
+            cell.style, sidesOf(cell, cell.row, cell.column),
+            cell.alignsRight && cell.textLength > 0 ? SheetWording::insteadOf : SheetWording::text);
         if (cell.textLength == 0 && cell.marks == 0) {
             draft_.addBlank(row_, cell.column, style);
         } else {

@@ -50,8 +50,8 @@ TEST(TextPage, DrawsTablesAsGrids) {
               "| R          | Mean | N |\n"
               "-------------------------\n"
               "| a          | 1.00 | 2 |\n"
-              "| long label | x    |   |\n"
-              "|            | y    |   |\n"
+              "| long label |    x |   |\n"
+              "|            |    y |   |\n"
               "-------------------------\n");
 }
 
@@ -85,9 +85,26 @@ TEST(TextPage, WrapsInColumnsOfOneWidth) {
               "! R     ! Mean  !   N   !\n"
               "=========================\n"
               "! a     !  1.00 !     2 !\n"
-              "! long  ! x     !       !\n"
-              "! label ! y     !       !\n"
+              "! long  !     x !       !\n"
+              "! label !     y !       !\n"
               "=========================\n");
+}
+
+TEST(TextPage, NumbersStandBelowEachOtherWithMarksAndWithout) {
+    EXPECT_EQ(textOf(documentWith(
+                  R"({"type": "table", "rows": [{"label": "R", "categories": ["a", "b", "c"]}],
+                "columns": [{"label": "", "categories": [{"label": "Mean", "format": "F8.2"}]}],
+                "cells": [1.5, {"value": 12.25, "footnotes": [1]}, {"value": 2, "footnotes": [1, 2]}],
+                "footnotes": ["One.", "Two."]})")),
+              "-------------------\n"
+              "| R |    Mean     |\n"
+              "-------------------\n"
+              "| a |  1.50       |\n"
+              "| b | 12.25 [a]   |\n"
+              "| c |  2.00 [a,b] |\n"
+              "-------------------\n"
+              "[a] One.\n"
+              "[b] Two.\n");
 }
 
 TEST(TextPage, DividesByTabsInOneLineARow) {

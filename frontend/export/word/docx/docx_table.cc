@@ -151,7 +151,7 @@ class DocxTable {
         if (piece.place == RowPlace::further) xml_ += "<w:vMerge/>";
         appendCellProperties(cell, made);
         xml_ += "</w:tcPr><w:p><w:pPr>";
-        const std::size_t kind = isNumber(cell) ? 1 : 0;
+        const std::size_t kind = alignsRight(cell) ? 1 : 0;
         const bool isTurned = kind == 0 && isRightToLeft(grid_.text(cell));
         xml_.append(made.style[kind]).append(keepsWithNext ? "<w:keepNext/>" : "");
         xml_.append(isTurned ? "<w:bidi/>" : "").append(made.align[kind]);
@@ -170,13 +170,15 @@ class DocxTable {
         appendRun(xml_, marks, properties + "<w:vertAlign w:val=\"superscript\"/>");
     }
 
-    [[nodiscard]] static bool isNumber(const GridCell& cell) {
-        return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
+    /// Not a text that is written from the right: what is left for it is where it begins.
+    [[nodiscard]] bool alignsRight(const GridCell& cell) const {
+        return cell.alignsRight &&
+               (cell.kind == tables::CellKind::number || !isRightToLeft(grid_.text(cell)));
     }
 
     const CellXml& cellXml(const GridCell& cell) {
         CellXml& made = cells_[cell.style];
-        const std::size_t kind = isNumber(cell) ? 1 : 0;
+        const std::size_t kind = alignsRight(cell) ? 1 : 0;
         if (made.style[kind].empty()) {
             const ShownStyle& style = grid_.style(cell);
             made.properties.clear();

@@ -70,12 +70,12 @@ class RtfTable {
 
     void appendCell(const RowPiece& piece, bool keepsWithNext) {
         const GridCell& cell = *piece.cell;
-        const std::string& words = wordsOf(cell).text[isNumber(cell) ? 1 : 0];
+        const std::string& words = wordsOf(cell).text[alignsRight(cell) ? 1 : 0];
         rtf_.append("\\pard\\plain\\intbl").append(words).append(keepsWithNext ? "\\keepn" : "");
         if (const double hanging = hangingMarks(grid_, cell); hanging > 0)
             appendWord(rtf_, "ri", twipsOf((grid_.style(cell).look.marginRight - hanging) * part_.scale));
         if (piece.place != RowPlace::further) {
-            if (!isNumber(cell) && isRightToLeft(grid_.text(cell)))
+            if (!alignsRight(cell) && isRightToLeft(grid_.text(cell)))
                 rtf_.append("\\rtlpar").append(turnedWords(words));
             rtf_ += ' ';
             appendRtfText(rtf_, grid_.text(cell));
@@ -95,13 +95,15 @@ class RtfTable {
         rtf_ += '}';
     }
 
-    [[nodiscard]] static bool isNumber(const GridCell& cell) {
-        return cell.role == GridRole::data && cell.kind == tables::CellKind::number;
+    /// Not a text that is written from the right: what is left for it is where it begins.
+    [[nodiscard]] bool alignsRight(const GridCell& cell) const {
+        return cell.alignsRight &&
+               (cell.kind == tables::CellKind::number || !isRightToLeft(grid_.text(cell)));
     }
 
     const CellWords& wordsOf(const GridCell& cell) {
         CellWords& words = words_[cell.style];
-        const std::size_t kind = isNumber(cell) ? 1 : 0;
+        const std::size_t kind = alignsRight(cell) ? 1 : 0;
         if (words.text[kind].empty()) {
             const ShownStyle& style = grid_.style(cell);
             words.cell.clear();
