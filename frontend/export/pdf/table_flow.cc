@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "backend/strings/dictionary.h"
 #include "frontend/export/pdf/table_looks.h"
 #include "frontend/export/pdf/table_measures.h"
 #include "frontend/export/pdf/table_notes.h"
@@ -36,6 +37,7 @@ class TableFlow {
         repeated_ = header <= flow_.bodyHeight() / 2 ? grid_.headerRows : 0;
         reserveBegin(header);
         pages.begin = flow_.place();
+        namedPage_ = pages.begin.page;
         // Not before, since headings that waited for it come first.
         painter_.emplace(grid_, measures_, shaper_, structure_, flow_);
         writeTitle();
@@ -95,6 +97,29 @@ class TableFlow {
         flow_.advance(textGap);
     }
 
+    /// On a page that does not have the title, a line says what goes on there: it is no content, since the
+    /// table has its title. `needed` is what has to have room on the page; where only the line is in its way,
+    /// there is none.
+    void writeTitleAgain(double needed) {
+        if (flow_.place().page == namedPage_) return;
+        namedPage_ = flow_.place().page;
+        continuedTop_ = flow_.y();
+        ParagraphLook look = paragraphLook(grid_.styles[grid_.title.style].look);
+        look.width = measures_.width(measures_.ranges().front());
+        const std::string text = composed("^1 (continued)"_text, {grid_.title.text});
+        const double line = flow_.heightOf(look, text) + textGap;
+        const bool isInTheWay = needed <= flow_.bodyHeight() && needed + line > flow_.bodyHeight();
+        if (grid_.title.text.empty() || line > flow_.bodyHeight() / 8 || isInTheWay) return;
+        flow_.write(look, text, nullptr);
+        flow_.advance(textGap);
+        continuedTop_ = flow_.y();
+    }
+
+    /// No row of the table stands on the page.
+    [[nodiscard]] bool isAtTop() const {
+        return flow_.isAtTop() || (flow_.place().page == namedPage_ && flow_.y() <= continuedTop_ + 0.01);
+    }
+
     void writeRange(const ColumnRange& range) {
         TablePart part;
         part.columns = range;
@@ -105,6 +130,7 @@ class TableFlow {
             flow_.leaveSpace(partGap);
             const double whole = rowsHeight(0, grid_.rows) + linesAround;
             flow_.reserve(std::min(whole, flow_.freshRest()));
+            writeTitleAgain(whole);
         }
         part.firstRow = repeated_;
         if (part.firstRow == grid_.rows) {  // a header alone
@@ -116,7 +142,7 @@ class TableFlow {
             bool goesOn = false;  // on the same page
             if (findEnd(part)) {
                 writePart(part, part.isLastRange && part.endRow == grid_.rows);
-            } else if (flow_.isAtTop() || isCutHere(part)) {
+            } else if (isAtTop() || isCutHere(part)) {
                 cutRow(part);
                 goesOn = grid_.footnotes.empty();
             } else {
@@ -142,6 +168,7 @@ class TableFlow {
         flow_.breakPage();
         flow_.reserve(0);
         part.headerRows = repeated_;
+        writeTitleAgain(rowsHeight(0, repeated_) + measures_.rowHeight(part.firstRow) + linesAround);
     }
 
     /// Adds the notes of a row's cells that the part shows; of the header when `row` is within it.
@@ -180,7 +207,7 @@ class TableFlow {
             const bool isLast = part.isLastRange && part.endRow + 1 == grid_.rows;
             const double below = isLast ? captionHeight() + notes_.unlistedHeight() : 0;
             if (height + below > room &&
-                !(isLast && part.endRow == part.firstRow && flow_.isAtTop() && height <= room)) {
+                !(isLast && part.endRow == part.firstRow && isAtTop() && height <= room)) {
                 if (part.endRow > part.firstRow) recount(before);
                 return part.endRow > part.firstRow;
             }
@@ -251,6 +278,8 @@ class TableFlow {
     std::optional<TablePainter> painter_;
     TableNotes notes_;
     std::uint32_t repeated_ = 0;  // rows of the header
+    PdfObject namedPage_ = 0;     // the last one that says which table it is
+    double continuedTop_ = -1;    // where its rows begin, when it is not the first one
 };
 
 }  // namespace

@@ -210,6 +210,22 @@ TEST(PdfDocument, RepeatsHeadersAndLabelsOnEveryPart) {
     EXPECT_GT(words.find("Caption."), words.rfind(" H0 "));
 }
 
+TEST(PdfDocument, SaysOnFurtherPagesWhichTableGoesOn) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
+    const ExportFolder folder;
+    pdfOf(namedDocument(largeTable(200, 3)), folder);
+    EXPECT_EQ(pdfComplaints(folder), "");
+    // A form feed stands between pages.
+    std::istringstream text(printed(folder, "pdftotext -layout \"" + folder.file("a.pdf") + "\" -"));
+    std::vector<std::string> pages;
+    for (std::string page; std::getline(text, page, '\f');) pages.push_back(page);
+    ASSERT_GT(pages.size(), 2U);
+    EXPECT_EQ(pages[0].find("(continued)"), std::string::npos);
+    for (std::size_t i = 1; i < pages.size(); ++i) {
+        EXPECT_EQ(pages[i].find("Large (continued)\n"), 0U) << pages[i];
+    }
+}
+
 TEST(PdfDocument, LongTextsGiveWayBeforeShortLabels) {
     if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
     const ExportFolder folder;
