@@ -256,14 +256,20 @@ class ContentReader : public QPDFObjectHandle::ParserCallbacks {
                                     : nullptr;
     }
 
-    /// Texts, and numbers between them that move what follows.
+    /// Texts, and numbers between them that move what follows. What stands further away than any letter
+    /// spacing is a text of its own, as the labels of an axis are.
     void show(const std::vector<QPDFObjectHandle>& pieces) {
         const VectorPageFont* const page = font();
         if (page == nullptr) return;
         TextRun run(textMatrix_, fontSize_);
         for (QPDFObjectHandle piece : pieces) {
             if (piece.isString()) run.add(page->glyphs(piece.getStringValue()));
-            if (piece.isNumber()) run.move(-piece.getNumericValue() / 1000);
+            if (!piece.isNumber()) continue;
+            const double distance = -piece.getNumericValue() / 1000;
+            run.move(distance);
+            if (distance < 1 || span_) continue;
+            emit(run, page->font());
+            run = TextRun(run.behind(), fontSize_);
         }
         textMatrix_ = run.behind();
         if (span_) {

@@ -38,6 +38,14 @@ TEST(EmfFiles, HaveTextsAsTexts) {
     EXPECT_LT(std::stoi(found.substr(found.find("difference=") + 11)), 12) << found;
 }
 
+TEST(EmfFiles, HaveTextsOnOneLineThatStandApartAsTextsOfTheirOwn) {
+    const std::string found = judgedEmf(svgOf(
+        "<g font-family='DejaVu Sans' font-size='9'><text x='2' y='14'>No</text><text x='32' y='14'>So</text>"
+        "<text x='60' y='14' letter-spacing='1'>We</text></g>"));
+    EXPECT_TRUE(found.starts_with("EMF 80x40 sound texts=No|So|We paths=0")) << found;
+    EXPECT_LT(std::stoi(found.substr(found.find("difference=") + 11)), 12) << found;
+}
+
 TEST(EmfFiles, HaveTextsInTheOrderInWhichTheyAreRead) {
     const std::string found = judgedEmf(svgOf(
         "<text x='2' y='14' font-family='DejaVu Sans' font-size='9'>\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D</text>"
