@@ -33,16 +33,14 @@ CellStyles::CellStyles(const TableStyle& style, std::vector<ShownStyle>& styles)
     }
 }
 
-ShownStyleId CellStyles::of(Area area, StyleId own, bool banded, const CellBorders& borders) {
+ShownStyleId CellStyles::find(const Wanted& wanted) {
+    const auto& [area, banded, borders, own] = wanted;
     std::uint64_t key = own;
     for (const std::uint8_t border : borders) key = key << borderBits | sameLine_[border];
     key = (key << areaBits | static_cast<std::uint64_t>(area)) << 1U | (banded ? 1U : 0U);
-    if (key == lastKey_) return lastId_;
     const auto [found, added] = ids_.try_emplace(key, static_cast<ShownStyleId>(styles_.size()));
     if (added) styles_.push_back(make(area, own, banded, borders));
-    lastKey_ = key;
-    lastId_ = found->second;
-    return lastId_;
+    return found->second;
 }
 
 ShownStyle CellStyles::make(Area area, StyleId own, bool banded, const CellBorders& borders) const {
