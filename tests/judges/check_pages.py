@@ -64,6 +64,8 @@ RESULTS = {"vexaResults": 1, "name": "March", "items": [
         {"type": "chart", "label": "Curve", "alternativeText": "It rises.",
          "svg": "<svg xmlns='http://www.w3.org/2000/svg' width='800' height='300'><path d='M0 300L800 0' stroke='#226'/></svg>"}]},
     {"type": "header", "label": "Counts", "items": [
+        {"type": "warning", "level": 2, "text": "No file /" + "folder" * 60},
+        {"type": "text", "text": "\u05e9\u05dc\u05d5\u05dd."},
         marked_table(), limited_table(), {"type": "log", "text": "COUNTS " + "x" * 300 + "."}, wide_table(), long_table(),
         {"type": "chart", "label": "Dot", "png": DOT, "alternativeText": "A dot"}]}]}
 
@@ -259,6 +261,14 @@ class Pages(unittest.TestCase):
                 narrow = page.value("[...document.querySelectorAll('.table')].filter(e => e.scrollWidth > e.clientWidth).length")
                 # On a telephone that with limits may be too wide as well.
                 self.assertIn(narrow, (1, 2) if width == TELEPHONE else (1,), f"{name} at {width}: only what is wider scrolls")
+
+    def test_a_text_from_right_to_left_ends_on_the_left(self):
+        place = ("(i => { const node = [...document.querySelectorAll('.text')].map(e => e.firstChild).find(n => n.data.endsWith('.'));"
+                 " const range = document.createRange(); range.setStart(node, i(node)); range.setEnd(node, i(node) + 1);"
+                 " return range.getBoundingClientRect().left; })")
+        for name in ("plain.html", "report.html"):
+            page = self.open(name)
+            self.assertLess(page.value(place + "(n => n.length - 1)"), page.value(place + "(n => 0)"), name)
 
     def test_the_outline_stands_at_the_side_and_above_on_a_telephone(self):
         page = self.open("report.html")

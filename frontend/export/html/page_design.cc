@@ -18,9 +18,12 @@ figure{margin:1em 0 1.6em}figure svg,figure img{max-width:100%;height:auto}
 pre{margin:1em 0;padding:.6em .8em;background:#f5f5f5;overflow-x:auto}
 .warning{border-left:.25em solid #b45309;padding:.1em .8em}
 .text,.warning,th,td{white-space:pre-wrap}
+h1,h2,h3,h4,h5,h6,p,pre,li,dt,dd,th,td,caption>div{unicode-bidi:plaintext}
+h1,h2,h3,h4,h5,h6,p,li,dt,dd{overflow-wrap:anywhere}
 .pagetitle{border-bottom:1px solid #ccc;color:#555}
 .notes dt{font-weight:bold}.notes dd{margin:0 0 .3em 1.5em}
 .choose label{margin-right:1em}
+@media(max-width:40em){th[scope=row]{min-width:4em}}
 @media print{body{margin:0}.break{break-before:page}thead{display:table-header-group}figure,table,tr{break-inside:avoid}h1,h2,h3,h4,h5,h6,.log{break-after:avoid}.footnotes,.table>p,.layer>p{break-before:avoid}.table{overflow:visible}.choose{display:none}}
 )";
 }

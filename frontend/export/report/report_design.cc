@@ -52,11 +52,13 @@ figure svg,figure img{max-width:100%;height:auto;background:#fff;border-radius:4
 pre{padding:.8rem 1rem;background:var(--band);border-radius:8px;overflow-x:auto;font-size:.85rem}
 .warning{border-left:4px solid var(--warn);background:var(--paper);padding:.5rem 1rem;border-radius:0 8px 8px 0}
 .text,.warning,th,td{white-space:pre-wrap}
+h1,h2,h3,h4,h5,h6,p,pre,li,dt,dd,th,td,caption>div,.side .row a{unicode-bidi:plaintext}
+.main h2,.main h3,.main h4,.main h5,.main h6,p,li,dt,dd{overflow-wrap:anywhere}
 .pagetitle{color:var(--soft);border-bottom:1px solid var(--line)}
 .notes{display:grid;grid-template-columns:max-content minmax(0,1fr);gap:.1rem 1rem;font-size:.9rem}.notes dt{color:var(--soft)}.notes dd{margin:0;overflow-wrap:anywhere}
 .choose{margin:0 0 .6rem}.choose label{margin-right:1rem}
 [hidden]{display:none!important}
-@media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}.side+.main caption>div{max-width:80vw}}
+@media(max-width:52rem){body{display:block}.head,.side+.main,.main{padding-left:1rem;padding-right:1rem;border-left:0}.side{position:static;max-height:none;border-bottom:1px solid var(--line);padding:.8rem 1rem}.side>ul{max-height:40vh;overflow:auto}.table,figure{padding:.7rem .8rem;border-radius:8px}.side+.main caption>div{max-width:80vw}th[scope=row]{min-width:4em}}
 @media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--paper:#fff;--ink:#000;--soft:#444;--line:#999;--edge:#999;--band:#f3f3f3;--accent:#000}body{display:block;font-size:10pt}.side,.skip,.theme,.choose{display:none}.head,.main,.side+.main{padding:0;border:0}.head{margin-bottom:1rem}.table,figure{border:0;padding:0;overflow:visible}thead{display:table-header-group}figure,table,tr{break-inside:avoid}h2,h3,h4,h5,h6,.log{break-after:avoid}.footnotes,.table>p,.layer>p{break-before:avoid}.break{break-before:page}}
 )";
 
