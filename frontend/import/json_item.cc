@@ -89,8 +89,9 @@ class GridReader {
 
     bool readRow(Json& row, const JsonPlace& place) {
         if (!row.is_array()) return refuse(place, mismatch(foundText(row), "a list"_text));
+        if (row.empty()) return refuse(place, mismatch("[]", "at least one text"_text));
         if (grid_.columns == 0) grid_.columns = row.size();
-        if (row.size() != grid_.columns || row.empty()) {
+        if (row.size() != grid_.columns) {
             return refuse(place, composed("Texts in this row: ^1. Texts in the first row: ^2."_text,
                                           {std::to_string(row.size()), std::to_string(grid_.columns)}));
         }

@@ -44,6 +44,8 @@ class TableFlow {
         if (grid_.rows > 0 && grid_.columns > 0) {
             for (const ColumnRange& range : measures_.ranges()) writeRange(range);
         } else {
+            writeCaption(0);
+            flow_.leaveSpace(textGap);
             notes_.write({}, true);
         }
         painter_->finish();
@@ -118,6 +120,13 @@ class TableFlow {
     /// No row of the table stands on the page.
     [[nodiscard]] bool isAtTop() const {
         return flow_.isAtTop() || (flow_.place().page == namedPage_ && flow_.y() <= continuedTop_ + 0.01);
+    }
+
+    void writeCaption(double width) {
+        if (grid_.caption.text.empty()) return;
+        StructureElement caption = structure_.open("P", structure_.document());
+        flow_.write(look(grid_.caption, width), grid_.caption.text, &caption);
+        structure_.close(caption);
     }
 
     void writeRange(const ColumnRange& range) {
@@ -227,11 +236,9 @@ class TableFlow {
         painter_->draw(part);
         flow_.advance(linesAround / 2);
         const std::vector<MarkPlace> marks = painter_->takeMarks();
-        if (isLast && !grid_.caption.text.empty()) {
+        if (isLast) {
             flow_.leaveSpace(textGap);
-            StructureElement caption = structure_.open("P", structure_.document());
-            flow_.write(look(grid_.caption, measures_.width(part.columns)), grid_.caption.text, &caption);
-            structure_.close(caption);
+            writeCaption(measures_.width(part.columns));
         }
         flow_.leaveSpace(textGap);
         notes_.write(marks, isLast);
@@ -252,11 +259,7 @@ class TableFlow {
             beginPage(part);
         }
         part.cutHeight = 0;
-        if (part.endRow == grid_.rows && part.isLastRange && !grid_.caption.text.empty()) {
-            StructureElement caption = structure_.open("P", structure_.document());
-            flow_.write(look(grid_.caption, 0), grid_.caption.text, &caption);
-            structure_.close(caption);
-        }
+        if (part.endRow == grid_.rows && part.isLastRange) writeCaption(0);
         notes_.write(painter_->takeMarks(), part.isLastRange && part.endRow == grid_.rows);
     }
 

@@ -153,6 +153,17 @@ TEST(PdfDocument, GivesItsTextInReadingOrder) {
         "second a -0.50 Caption of it. a Footnote of it. MEANS a BY b. Last words. 1");
 }
 
+TEST(PdfDocument, GivesTheCaptionOfATableWithoutRows) {
+    if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
+    ExportFolder folder;
+    static_cast<void>(pdfOf(
+        namedDocument(
+            R"({"type": "table", "title": "Title", "caption": "Caption", "footnotes": ["Footnote"], "rows": [{"label": "R", "categories": []}],
+                "columns": [{"label": "C", "categories": ["a"]}]})"),
+        folder));
+    EXPECT_EQ(wordsOf(folder).substr(0, 22), "Title Caption Footnote");
+}
+
 TEST(PdfDocument, NumbersStandBelowEachOtherWithMarksAndWithout) {
     if (!isInstalled("pdftotext")) GTEST_SKIP() << "pdftotext is not installed";
     const ExportFolder folder;

@@ -78,6 +78,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "1:37: items[0].level: Found: 1. Expected: a whole number from 2 to 2147483647."},
         Refused{R"({"items":[{"type":"grid","rows":[["a"],["b","c"]]}]})",
                 "1:40: items[0].rows[1]: Texts in this row: 2. Texts in the first row: 1."},
+        Refused{R"({"items":[{"type":"grid","rows":[[]]}]})",
+                "1:34: items[0].rows[0]: Found: []. Expected: at least one text."},
         Refused{R"({"items":[{"type":"grid","rows":[["a"]],"headerRows":2}]})",
                 "1:54: items[0].headerRows: Found: 2. Expected: a whole number from 0 to 1."},
         Refused{R"({"items":[{"type":"chart"}]})",
