@@ -205,11 +205,12 @@ void ContentBuilder::addLog(std::string_view text) {
 
 void ContentBuilder::addNotes(const NotesContent& notes) {
     for (const NoteLine& line : notes.lines) {
+        const std::string label = labelBeforeValue(line);
         WordParagraph paragraph;
         paragraph.role = WordRole::notes;
         paragraph.level =
             static_cast<std::size_t>(std::clamp(line.level - 1, 0, static_cast<int>(deepestNote)));
-        paragraph.runs.push_back({labelBeforeValue(line), false, true});
+        paragraph.runs.push_back({label, false, true});
         paragraph.runs.push_back({line.value});
         put(std::move(paragraph));
     }
