@@ -39,7 +39,7 @@ ORDERS = {
              "rsid pPr rPr tblPr trPr tcPr tblStylePr",
     "styles": "docDefaults latentStyles style",
     "docDefaults": "rPrDefault pPrDefault",
-    "settings": "writeProtection view zoom defaultTabStop characterSpacingControl compat themeFontLang",
+    "settings": "writeProtection view zoom defaultTabStop characterSpacingControl updateFields compat themeFontLang",
 }
 # These may stand there in any order, and again.
 MIXED = {"body", "trPr"}

@@ -11,6 +11,7 @@
 #include "frontend/export/office/office_pictures.h"
 #include "frontend/export/picture_files.h"
 #include "frontend/export/workbook/sheet_draft.h"
+#include "frontend/export/workbook/sheet_styles.h"
 #include "frontend/export/workbook/table_sheet.h"
 #include "frontend/export/workbook/text_sheet.h"
 
@@ -88,6 +89,7 @@ class SheetBuilder {
 
     void addText(const ExportedItem& item, std::string_view text, const CellStyle& own = {}) {
         divide();
+        if (own.size && sheetFontSize(*own.size) != *own.size) task_.report.lose(Feature::fontSizes, item);
         row_ = addLines(draft_, fitting_, item, text, textStyle(item.item().type(), own), row_);
     }
 

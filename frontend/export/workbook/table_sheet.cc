@@ -172,6 +172,23 @@ class TableSheet {
         noted = true;
     }
 
+    /// Whether letters are shown whose size no workbook can hold.
+    [[nodiscard]] bool losesSizes() const {
+        const auto isLost = [&](ShownStyleId style) {
+            const double size = grid_.styles[style].look.size;
+            return sheetFontSize(size) != size;
+        };
+        const auto isLostLine = [&](const tables::GridText& line) {
+            return !line.text.empty() && isLost(line.style);
+        };
+        const auto isLostCell = [&](const GridCell& cell) {
+            return (cell.textLength > 0 || cell.marks > 0) && isLost(cell.style);
+        };
+        return isLostLine(grid_.title) || isLostLine(grid_.layer) || isLostLine(grid_.caption) ||
+               (!grid_.footnotes.empty() && isLost(grid_.footnoteStyle)) ||
+               std::any_of(grid_.cells.begin(), grid_.cells.end(), isLostCell);
+    }
+
     void reportLosses() const {
         const std::vector<std::string> item{std::to_string(item_.number), item_.shortLabel()};
         if (hasDots_) {
@@ -185,6 +202,7 @@ class TableSheet {
                 item));
         }
         if (losesNumbers_) sheet_.report.lose(Feature::numbers, item_);
+        if (losesSizes()) sheet_.report.lose(Feature::fontSizes, item_);
     }
 
     /// A text of the grid, and how it stands in one line.

@@ -9,7 +9,7 @@ inline constexpr FormatFeatures xlsFeatures{
     "XLS", "formats/xls.md",
     featureFates({
         {Feature::fonts, Fate::kept, {}},
-        {Feature::fontSizes, Fate::kept, {}},
+        {Feature::fontSizes, Fate::kept, "1 to 409 points; of others the nearest, with a warning"},
         {Feature::textColors, Fate::kept, "56 in all"},
         {Feature::backgrounds, Fate::kept, "56 in all"},
         {Feature::emphasis, Fate::kept, {}},

@@ -9,7 +9,7 @@ inline constexpr FormatFeatures xlsxFeatures{
     "XLSX", "formats/xlsx.md",
     featureFates({
         {Feature::fonts, Fate::kept, {}},
-        {Feature::fontSizes, Fate::kept, {}},
+        {Feature::fontSizes, Fate::kept, "1 to 409 points; of others the nearest, with a warning"},
         {Feature::textColors, Fate::kept, {}},
         {Feature::backgrounds, Fate::kept, {}},
         {Feature::emphasis, Fate::kept, {}},

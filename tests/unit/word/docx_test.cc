@@ -54,6 +54,15 @@ Normal: first view
     EXPECT_NE(file.part("word/footer1.xml").find(" PAGE "), std::string::npos);
 }
 
+TEST(Docx, AsksForThePagesOfItsContents) {
+    constexpr const char* asks =
+        R"(<w:characterSpacingControl w:val="doNotCompress"/><w:updateFields w:val="true"/><w:compat>)";
+    EXPECT_NE(WordFile(everything()).part("word/settings.xml").find(asks), std::string::npos);
+    const std::string plain = WordFile(R"({"type":"text","text":"a"})").part("word/settings.xml");
+    EXPECT_NE(plain.find("<w:compat>"), std::string::npos);
+    EXPECT_EQ(plain.find("updateFields"), std::string::npos);
+}
+
 TEST(Docx, KnowsItsNameAndItsLanguage) {
     const WordFile file(R"({"type":"text","text":"a"})", {}, ".docx", "pt-BR");
     EXPECT_NE(file.part("docProps/core.xml").find("<dc:title>March &amp; April</dc:title>"),

@@ -81,7 +81,7 @@ TEST(Rtf, HoldsEverything) {
                                    "{\\header \\pard\\plain",
                                    "Annual <figures>",
                                    "\\fldinst  PAGE }",
-                                   "TOC \\\\o \"1-3\"",
+                                   "{\\field\\flddirty{\\*\\fldinst  TOC \\\\o \"1-3\"",
                                    "HYPERLINK \\\\l \"_Toc100000002\"",
                                    "{\\*\\bkmkstart _Toc100000002}Means & more",
                                    "Two lines\\line of text",

@@ -69,6 +69,20 @@ TEST(TableSheet, ShowsNumbersAsTextsWhereCodesRunOut) {
     EXPECT_EQ(sheet.report.losses().at(1).features, std::set{Feature::numbers});
 }
 
+TEST(TableSheet, ReportsSizesOfLettersThatNoWorkbookHolds) {
+    const BuiltSheet large(tableWith(R"({"value": 1, "size": 500})"));
+    EXPECT_EQ(large.styleAt("A2").size, largestFont);
+    EXPECT_EQ(large.report.losses().at(1).features, std::set{Feature::fontSizes});
+    const BuiltSheet small(tableWith("1", R"(, "title": "T", "titleStyle": {"size": 0.5})"));
+    EXPECT_EQ(small.report.losses().at(1).features, std::set{Feature::fontSizes});
+    const BuiltSheet text(R"({"type": "text", "label": "T", "text": "x", "style": {"size": 410}})");
+    EXPECT_EQ(text.report.losses().at(1).features, std::set{Feature::fontSizes});
+    const BuiltSheet largest(tableWith(R"({"value": 1, "size": 409})"));
+    EXPECT_TRUE(largest.report.losses().empty());
+    const BuiltSheet unseen(tableWith(R"({"value": null, "size": 500})"));
+    EXPECT_TRUE(unseen.report.losses().empty());
+}
+
 TEST(TableSheet, TakesOverFontsColorsAndAlignment) {
     const BuiltSheet sheet(tableWith(
         R"({"value": 1, "bold": true, "italic": true, "underline": true, "font": "Georgia", "size": 12.5,

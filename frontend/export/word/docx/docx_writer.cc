@@ -61,7 +61,6 @@ DocxWriter::DocxWriter(ByteSink sink, std::string title, const std::string& lang
     package_.relate(documentPart, "styles", "/word/styles.xml");
     package_.relate(documentPart, "settings", "/word/settings.xml");
     addFooter();
-    addSettings();
 }
 
 void DocxWriter::begin(const std::vector<WordParagraph>& head) { setHead(head); }
@@ -100,8 +99,11 @@ void DocxWriter::addFooter() {
 void DocxWriter::addSettings() {
     std::string xml = partBeginning("settings");
     xml += "><w:zoom w:percent=\"100\"/><w:defaultTabStop w:val=\"708\"/>";
+    xml += "<w:characterSpacingControl w:val=\"doNotCompress\"/>";
+    // Only the reader's program knows on which pages the headings come to stand: it is asked to fill that in.
+    if (hasContents_) xml += "<w:updateFields w:val=\"true\"/>";
     xml +=
-        "<w:characterSpacingControl w:val=\"doNotCompress\"/><w:compat><w:compatSetting "
+        "<w:compat><w:compatSetting "
         "w:name=\"compatibilityMode\" w:uri=\"http://schemas.microsoft.com/office/word\" w:val=\"15\"/>"
         "</w:compat><w:themeFontLang w:val=\"";
     appendXmlValue(xml, language_, XmlEscapes::replacing);
@@ -167,6 +169,7 @@ void DocxWriter::paragraph(const WordParagraph& paragraph) {
 }
 
 void DocxWriter::contents(const std::vector<WordEntry>& entries) {
+    hasContents_ = true;
     body_ +=
         "<w:sdt><w:sdtPr><w:docPartObj><w:docPartGallery w:val=\"Table of Contents\"/><w:docPartUnique/>"
         "</w:docPartObj></w:sdtPr><w:sdtContent><w:p><w:pPr><w:pStyle w:val=\"TOCHeading\"/></w:pPr>";
@@ -236,6 +239,7 @@ void DocxWriter::picture(const WordParagraph& place, const WordPicture& picture)
 PackageResult DocxWriter::finish() {
     appendSection(body_);
     body_ += "</w:body></w:document>";
+    addSettings();
     static_cast<void>(package_.add("/word/styles.xml", contentType("styles"),
                                    docxStyles(styles_, language_, twipsOf(page_.textWidth()))));
     PackageResult result = addBody();

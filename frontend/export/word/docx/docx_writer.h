@@ -54,6 +54,7 @@ class DocxWriter : public WordWriter {
     std::size_t sections_ = 0;
     std::size_t pictures_ = 0;
     std::size_t bookmarks_ = 0;
+    bool hasContents_ = false;
 };
 
 }  // namespace vexa::frontend

@@ -137,7 +137,8 @@ void RtfWriter::contents(const std::vector<WordEntry>& entries) {
         if (!isFirst) body_ += "\\par\n";
         body_ += "\\pard\\plain" + styles_.contentsEntry(entry.level) + " ";
         if (std::exchange(isFirst, false)) {
-            body_ += "{\\field\\fldedit{\\*\\fldinst  TOC \\\\o \"1-3\" \\\\h \\\\z \\\\u }{\\fldrslt ";
+            // Only the reader's program knows the pages: the field is marked as one to bring up to date.
+            body_ += "{\\field\\flddirty{\\*\\fldinst  TOC \\\\o \"1-3\" \\\\h \\\\z \\\\u }{\\fldrslt ";
         }
         body_ +=
             "{\\field{\\*\\fldinst  HYPERLINK \\\\l \"" + bookmarkName(entry.bookmark) + "\" }{\\fldrslt ";
