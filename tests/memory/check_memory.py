@@ -233,6 +233,18 @@ class Exports(Case):
             said = self.refuse(long_title, form, "has a text of 25000000 characters, and a cell takes 32767")
             self.assertLess(len(said), 2_000, "the whole title")
 
+    def test_a_page_title_that_no_page_takes(self):
+        title = "<pageTitle>" + "word " * 5_000_000 + "</pageTitle>"
+        self.refuse(lambda: ("pageTitle", title), "pdf", "is a page title of 25000000 characters, and a page takes 100000")
+
+    def test_very_many_styles(self):
+        count = 90_000
+        styles = "".join(f'<style color="#{number:06x}"/>' for number in range(count))
+        places = " ".join(f"{number}:{number + 1}" for number in range(count))
+        text = table([("a", count), ("b", 1)], numbers(count), 'rows="0" columns="1"')
+        text = text.replace("</table>", f"{styles}<cellStyles>{places}</cellStyles></table>")
+        self.check(lambda: ("table", text), ["pptx"])
+
     def refuse(self, make, form, why):
         """What is said of a document that this format cannot hold."""
         document = self.document(make)

@@ -32,16 +32,21 @@ constexpr std::array<double, 6> headingSizes{17, 14, 12, 11, 10, 10};
 /// Characters that a cell of a table may have: hundreds of pages, which are laid out at one time.
 constexpr std::size_t longestCell = 1'000'000;
 
+/// Every page has its titles, which must be there as a whole.
+constexpr std::size_t longestPageTitle = 100'000;
+
+std::size_t charactersIn(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    }));
+}
+
 /// Of the longest text in a cell of a table, those beyond the limit only.
 std::size_t tooManyCharacters(const TableGrid& grid) {
     std::size_t most = 0;
     for (const tables::GridCell& cell : grid.cells) {
         if (cell.textLength <= longestCell) continue;
-        const std::string_view text = grid.text(cell);
-        const auto characters = std::count_if(text.begin(), text.end(), [](char byte) {
-            return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-        });
-        most = std::max(most, static_cast<std::size_t>(characters));
+        most = std::max(most, charactersIn(grid.text(cell)));
     }
     return most > longestCell ? most : 0;
 }
@@ -168,6 +173,13 @@ void ItemPages::writePageTitle(const ExportedItem& item, const StyledText& title
         titles_.clear();
     }
     titles_.push_back(&item);
+    if (const std::size_t characters = charactersIn(title.text); characters > longestPageTitle) {
+        task_.report.fail(ExportError::other,
+                          composed("Item ^1 (^2) is a page title of ^3 characters, and a page takes ^4."_text,
+                                   {std::to_string(item.number), item.shortLabel(),
+                                    std::to_string(characters), std::to_string(longestPageTitle)}));
+        return;
+    }
     ParagraphLook look;
     look.color = Color{0x555555};
     flow_.addPageTitle(overlaid(look, title.style), title.text, followsTitle_);

@@ -203,7 +203,7 @@ std::vector<SlideRows> spreadRows(const TablePart& part, const SlideBox& room, d
 }
 
 SlideTableWriter::SlideTableWriter(const TablePart& part, const SlideText& text)
-    : part_(part), grid_(*part.grid), text_(text), rows_(part), styles_(grid_.styles.size() * 2) {
+    : part_(part), grid_(*part.grid), text_(text), rows_(part) {
     XmlWriter xml(pieceXml);
     for (std::uint32_t row = 0; row < part.headerRows; ++row) writeRow(xml, row, 0, part.headerRows);
     header_ = xml.take();
@@ -280,11 +280,13 @@ const std::string& SlideTableWriter::cellXmlOf(const GridCell& cell, std::size_t
 }
 
 SlideTableWriter::StyleXml& SlideTableWriter::styleOf(const GridCell& cell) {
-    StyleXml& style = styles_[cell.style * 2 + (cell.alignsRight ? 1 : 0)];
-    if (style.known) return style;
+    constexpr std::size_t mostStyles = 2'000;
+    const std::size_t key = std::size_t{cell.style} * 2 + (cell.alignsRight ? 1 : 0);
+    if (const auto found = styles_.find(key); found != styles_.end()) return found->second;
+    if (styles_.size() >= mostStyles) styles_.clear();
+    StyleXml& style = styles_[key];
     const ShownStyle& shown = grid_.style(cell);
     SlideRunStyle run = runStyleOf(shown.look, part_.scale);
-    style.known = true;
     style.paragraph = paragraphXml(shown.look.horizontal, cell.alignsRight);
     style.run = propertiesXml(text_, "a:rPr", run);
     style.end = propertiesXml(text_, "a:endParaRPr", run);

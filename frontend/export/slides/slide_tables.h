@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "backend/tables/layout/table_grid.h"
@@ -47,13 +48,13 @@ class SlideTableWriter {
     void writeText(XmlWriter& xml, const tables::GridCell& cell, bool hasText);
     /// By style and whether the cell is a number: the XML of its paragraphs, runs and cells.
     struct StyleXml {
-        bool known = false;
         std::string paragraph;
         std::string run;
         std::string mark;
         std::string end;
         std::array<std::string, 16> cells;  ///< by the sides that have their line
     };
+    /// Good until the next call: where a table has very many styles, only some are kept.
     StyleXml& styleOf(const tables::GridCell& cell);
     const std::string& cellXmlOf(const tables::GridCell& cell, std::size_t sides);
     void writeFrame(XmlWriter& xml, const SlideBox& place, double height, int id) const;
@@ -63,7 +64,7 @@ class SlideTableWriter {
     const SlideText& text_;
     PartRows rows_;
     std::string header_;  // the rows that stand on every slide
-    std::vector<StyleXml> styles_;
+    std::unordered_map<std::size_t, StyleXml> styles_;
 };
 
 }  // namespace vexa::frontend
