@@ -93,6 +93,7 @@ class EntriesReader {
         }
         std::string xml;
         PackageResult result = readEntry(archive_, described.entry, xml);
+        if (result && !budget_.keep(memoryOfLineEnds(xml))) result = tooLarge();
         if (result && !memory.borrow(memoryOfXml(xml) - (alone ? bytes : 0))) result = tooLarge();
         ReadingContext context{looks_, budget_, nullptr};
         if (result && !described.picture.empty()) result = readPicture(archive_, described.picture, context);

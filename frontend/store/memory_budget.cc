@@ -47,6 +47,14 @@ std::uint64_t memoryOfItem(std::uint64_t xmlBytes) {
     return sizeof(OutlineNode) + 256 + 3 * xmlBytes;
 }
 
+std::uint64_t memoryOfLineEnds(std::string_view xml) {
+    // A writer escapes those of texts, which makes three bytes of each.
+    constexpr std::uint64_t further = 2 * 3;
+    const std::uint64_t ends = countByte(xml, '\n');
+    const std::uint64_t tags = countByte(xml, '<');
+    return ends > tags ? (ends - tags) * further : 0;
+}
+
 std::uint64_t memoryOfLook(std::uint64_t xmlBytes) { return sizeof(tables::TableLook) + 3 * xmlBytes; }
 
 std::uint64_t memoryOfXml(std::string_view xml) {

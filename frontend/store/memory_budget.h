@@ -61,6 +61,8 @@ class BorrowedMemory {
 [[nodiscard]] MemoryLimits memoryFor(std::uint64_t fileBytes);
 /// What an item keeps for its XML of so many bytes, the cells of a table apart.
 [[nodiscard]] std::uint64_t memoryOfItem(std::uint64_t xmlBytes);
+/// What it keeps beside that for line ends that stand in its texts as they are.
+[[nodiscard]] std::uint64_t memoryOfLineEnds(std::string_view xml);
 /// The same of a look.
 [[nodiscard]] std::uint64_t memoryOfLook(std::uint64_t xmlBytes);
 /// What a text takes when it is parsed as XML.

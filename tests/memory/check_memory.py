@@ -237,6 +237,17 @@ class Exports(Case):
         title = "<pageTitle>" + "word " * 5_000_000 + "</pageTitle>"
         self.refuse(lambda: ("pageTitle", title), "pdf", "is a page title of 25000000 characters, and a page takes 100000")
 
+    def test_line_ends_that_are_not_escaped(self):
+        """They count as escaped ones do, three bytes each."""
+        def title(count):
+            return "pageTitle", "<pageTitle>" + "\n" * count + "</pageTitle>"
+        self.check(lambda: title(10_000_000), ["html", "docx", "rtf", "txt"])
+        document = self.document(lambda: title(30_000_000))
+        status, most, said = self.run_program("show", document)
+        self.assertEqual(status, 1)
+        self.assertIn("would take more memory", said)
+        self.assertLess(most, MOST_BYTES)
+
     def test_very_many_styles(self):
         count = 90_000
         styles = "".join(f'<style color="#{number:06x}"/>' for number in range(count))
