@@ -179,7 +179,7 @@ int waitFor(pid_t process) {
 
 /// Reads up to the end of the pipe, unless that takes too long, or there is too much.
 WorkEnd readAll(int file, const WorkLimits& limits, std::string& result) {
-    constexpr std::uint64_t usualBytes = std::uint64_t{64} << 20;
+    constexpr std::uint64_t usualBytes = std::uint64_t{128} << 20;
     // What grows step by step takes twice as much meanwhile.
     if (limits.resultBytes < usualBytes) result.reserve(limits.resultBytes);
     const Clock::time_point end = Clock::now() + limits.patience * std::chrono::seconds(limits.seconds);

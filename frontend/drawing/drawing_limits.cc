@@ -31,20 +31,28 @@ bool isHeavy(const Picture& picture, double pixels) {
     return bytes > static_cast<double>(besideOthers) / 2;
 }
 
+/// What the file of so many pixels may take: what it takes without packing, where that is not too much.
+std::uint64_t resultOfSmallDocument(double pixels) {
+    constexpr double bytesOfPixel = 3;
+    constexpr double least = 32.0 * mebibyte;
+    constexpr double most = 84.0 * mebibyte;
+    return static_cast<std::uint64_t>(std::clamp(pixels * bytesOfPixel + mebibyte, least, most));
+}
+
 }  // namespace
 
 WorkLimits limitsForPicture(const Picture& picture, double pixels, bool sharesLittle) {
     constexpr std::uint64_t smallFile = 1'000'000;
     constexpr std::uint64_t ofSmallFile = 268 * mebibyte;
-    constexpr std::uint64_t ofSmallDocument = 252 * mebibyte;
+    // With the file that is made of a picture, which the program holds beside what drew it.
+    constexpr std::uint64_t ofSmallDocument = 284 * mebibyte;
     constexpr std::uint64_t ofEachByte = 256;
     const std::uint64_t fileBytes = picture.packedBytes > 0 ? picture.packedBytes : picture.bytes.size();
     WorkLimits limits;
     limits.wholeMemory = ofSmallFile + (std::max(fileBytes, smallFile) - smallFile) * ofEachByte;
     if (!sharesLittle) return limits;
-    // The program holds the result beside what drew it.
-    limits.wholeMemory = ofSmallDocument;
-    limits.resultBytes = 32 * mebibyte;
+    limits.resultBytes = resultOfSmallDocument(pixels);
+    limits.wholeMemory = ofSmallDocument - limits.resultBytes;
     limits.besideOthers = besideOthers;
     limits.beginsAlone = isHeavy(picture, pixels);
     return limits;

@@ -117,14 +117,14 @@ def svg_of_very_many_paths(count=400_000):
             b"</svg>")
 
 
-def write_charts(path, form, picture, count=1):
+def write_charts(path, form, picture, count=1, size=(400, 300)):
     """A document with pictures that say of themselves that they are small."""
     names = [f"items/{number:06}" for number in range(1, count + 1)]
     items = "".join(f'<item type="chart" entry="{name}.xml" picture="{name}.{form}"/>\n' for name in names)
     entries = {"manifest.xml": HEAD + '<vexaDocument format="2" type="VXV" dataModel="true" name="d">\n' + items +
                                "</vexaDocument>\n"}
     for name in names:
-        entries |= {f"{name}.xml": HEAD + '<chart width="400" height="300"/>', f"{name}.{form}": picture}
+        entries |= {f"{name}.xml": HEAD + f'<chart width="{size[0]}" height="{size[1]}"/>', f"{name}.{form}": picture}
     with zipfile.ZipFile(path, "w") as archive:
         for name, content in entries.items():
             archive.writestr(zipfile.ZipInfo(name, (1980, 1, 1, 0, 0, 0)), content, zipfile.ZIP_DEFLATED, 9)
@@ -287,6 +287,18 @@ class Exports(Case):
                     status, most, said = self.run_program("export", document, self.folder / target, together=True)
                     self.assertEqual((status, "memory" in said), (0, False), said[-500:])
                     self.assertLess(most, MOST_BYTES)
+
+    def test_pictures_of_many_pixels(self):
+        """What a poster needs is drawn, also where its file takes three bytes for each of 12 million pixels."""
+        document = self.folder / "d.vxv"
+        svg = b"<svg xmlns='http://www.w3.org/2000/svg' width='400' height='300'><circle cx='200' cy='150' r='90'/></svg>"
+        write_charts(document, "svg", svg, 3, size=(1_500, 1_125))
+        for target in "d.bmp", "d.png":
+            with self.subTest(target=target):
+                status, most, said = self.run_program("export", document, self.folder / target, "PERCENTSIZE=200", together=True)
+                self.assertEqual((status, "memory" in said), (0, False), said[-500:])
+                self.assertLess(most, MOST_BYTES)
+        self.assertGreater((self.folder / "d3.bmp").stat().st_size, 36_000_000)
 
     def test_pictures_that_grow(self):
         """They are not drawn, and the document is exported without them; processes that draw count as well."""
