@@ -19,7 +19,6 @@ namespace {
 
 using tables::GridCell;
 using tables::GridFootnote;
-using tables::GridRole;
 using tables::HorizontalAlign;
 using tables::LineStyle;
 using tables::ShownStyle;

@@ -17,7 +17,6 @@ namespace {
 using tables::AreaLook;
 using tables::BorderLine;
 using tables::GridCell;
-using tables::GridRole;
 using tables::HorizontalAlign;
 using tables::LineStyle;
 using tables::ShownStyle;

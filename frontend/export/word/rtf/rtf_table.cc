@@ -15,7 +15,6 @@ namespace {
 using tables::AreaLook;
 using tables::BorderLine;
 using tables::GridCell;
-using tables::GridRole;
 using tables::LineStyle;
 using tables::ShownStyle;
 using tables::TableGrid;
