@@ -48,7 +48,7 @@ std::uint64_t memoryOfItem(std::uint64_t xmlBytes) {
 }
 
 std::uint64_t memoryOfLineEnds(std::string_view xml) {
-    // A writer escapes those of texts, which adds two bytes to each, and an item keeps three times its bytes.
+    // A writer escapes those of texts; raw ones count as several bytes as well.
     constexpr std::uint64_t further = 6;
     const std::uint64_t ends = countByte(xml, '\n');
     const std::uint64_t tags = countByte(xml, '<');
